@@ -1,0 +1,16 @@
+# Everything that comes from outside; why each is there stands in docs/architecture.md.
+
+find_package( ZLIB REQUIRED )
+
+find_path( RAPIDJSON_INCLUDE_DIR rapidjson/document.h REQUIRED )
+add_library( RapidJSON::RapidJSON INTERFACE IMPORTED )
+set_target_properties( RapidJSON::RapidJSON PROPERTIES INTERFACE_INCLUDE_DIRECTORIES "${RAPIDJSON_INCLUDE_DIR}" )
+
+if( BFRESOURCEINFO_TOOLS OR BFRESOURCEINFO_DEVELOPER )
+    find_package( CLI11 REQUIRED )
+endif()
+if( BFRESOURCEINFO_DEVELOPER )
+    find_package( GTest REQUIRED )
+    find_package( benchmark REQUIRED )
+    find_package( Threads REQUIRED )
+endif()

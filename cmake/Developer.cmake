@@ -1,0 +1,10 @@
+# What only we build with: warnings and sanitizers live in a target that is never exported.
+
+add_library( bfri_warnings INTERFACE )
+if( BFRESOURCEINFO_DEVELOPER )
+    target_compile_options( bfri_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror )
+endif()
+if( BFRESOURCEINFO_SANITIZE )
+    add_compile_options( -fsanitize=${BFRESOURCEINFO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer )
+    add_link_options( -fsanitize=${BFRESOURCEINFO_SANITIZE} )
+endif()

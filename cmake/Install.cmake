@@ -1,0 +1,46 @@
+# The installed package: libraries, public headers, CMake and pkg-config files, all with relative paths.
+
+include( GNUInstallDirs )
+include( CMakePackageConfigHelpers )
+
+# Headers keep their folders below one of ours: <resourceinfo/BfResourceInfoIntf.h>, <zel/Ptr.h>.
+set( BFRESOURCEINFO_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/bfresourceinfo )
+set( BFRESOURCEINFO_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/BfResourceInfo )
+
+# Installs a library and the public headers of a source folder; the arguments behind these are headers that stay
+# private.
+function( bfri_install_library target source destination )
+    set_target_properties( ${target} PROPERTIES VERSION ${PROJECT_VERSION}
+                           SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR} )
+    install( TARGETS ${target} EXPORT BfResourceInfoTargets
+             LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} NAMELINK_COMPONENT Development )
+    file( GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${source}/*.h )
+    foreach( private ${ARGN} )
+        list( REMOVE_ITEM headers ${PROJECT_SOURCE_DIR}/${source}/${private} )
+    endforeach()
+    install( FILES ${headers} DESTINATION ${BFRESOURCEINFO_INCLUDEDIR}/${destination} )
+endfunction()
+
+# The package's own files; called last, when all targets are there.
+function( bfri_install )
+    bfri_install_library( BfResourceInfo resourceinfo resourceinfo Queries.h TypeModules.h )
+    install( FILES ${PROJECT_SOURCE_DIR}/resourceinfo/parser/BfResourceParser.h
+             DESTINATION ${BFRESOURCEINFO_INCLUDEDIR}/resourceinfo/parser )
+    file( GLOB model CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resourceinfo/model/*.h )
+    install( FILES ${model} DESTINATION ${BFRESOURCEINFO_INCLUDEDIR}/resourceinfo/model )
+
+    install( EXPORT BfResourceInfoTargets NAMESPACE BfResourceInfo:: DESTINATION ${BFRESOURCEINFO_CMAKEDIR} )
+    configure_package_config_file( ${PROJECT_SOURCE_DIR}/cmake/BfResourceInfoConfig.cmake.in
+                                   ${PROJECT_BINARY_DIR}/BfResourceInfoConfig.cmake
+                                   INSTALL_DESTINATION ${BFRESOURCEINFO_CMAKEDIR} )
+    write_basic_package_version_file( ${PROJECT_BINARY_DIR}/BfResourceInfoConfigVersion.cmake
+                                      COMPATIBILITY SameMinorVersion )
+    install( FILES ${PROJECT_BINARY_DIR}/BfResourceInfoConfig.cmake
+                   ${PROJECT_BINARY_DIR}/BfResourceInfoConfigVersion.cmake
+             DESTINATION ${BFRESOURCEINFO_CMAKEDIR} )
+
+    # From the .pc file's own folder up to the prefix, however deep the machine keeps its libraries (multiarch).
+    file( RELATIVE_PATH BFRESOURCEINFO_PC_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix )
+    configure_file( ${PROJECT_SOURCE_DIR}/cmake/bfresourceinfo.pc.in ${PROJECT_BINARY_DIR}/bfresourceinfo.pc @ONLY )
+    install( FILES ${PROJECT_BINARY_DIR}/bfresourceinfo.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig )
+endfunction()

@@ -1,0 +1,130 @@
+#include "ostler/Json.h"
+
+#include <algorithm>
+
+#include <rapidjson/error/en.h>
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
+
+namespace Ostler {
+
+namespace {
+
+constexpr std::size_t maximumDepth = 100;
+
+/// Where the string literal whose closing quote is at that offset begins: quotes inside it stand behind an
+/// odd number of backslashes.
+std::size_t stringStart( std::string_view text, std::size_t closingQuote ) {
+    for( std::size_t i = closingQuote; i-- > 0; ) {
+        if( text[ i ] != '"' )
+            continue;
+        std::size_t backslashes = 0;
+        while( backslashes < i && text[ i - 1 - backslashes ] == '\\' )
+            ++backslashes;
+        if( backslashes % 2 == 0 )
+            return i;
+    }
+    return 0;
+}
+
+/// Where the number or word that ends before that offset begins.
+std::size_t wordStart( std::string_view text, std::size_t end ) {
+    auto const delimiter = text.substr( 0, end ).find_last_of( " \t\r\n,:[" );
+    return delimiter == std::string_view::npos ? 0 : delimiter + 1;
+}
+
+/// Builds the tree from the reader's events.
+class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> {
+  public:
+    Builder( std::string_view text, rapidjson::MemoryStream const& stream )
+        : text_( text ), stream_( stream ) {}
+
+    JsonValue takeRoot() { return std::move( root_ ); }
+    bool tooDeep() const { return tooDeep_; }
+
+    bool Null() { return addWord( JsonValue::Kind::null ); }
+    bool Bool( bool ) { return addWord( JsonValue::Kind::boolean ); }
+    bool Int( int ) { return addWord( JsonValue::Kind::number ); }
+    bool Int64( std::int64_t ) { return addWord( JsonValue::Kind::number ); }
+    bool Uint64( std::uint64_t ) { return addWord( JsonValue::Kind::number ); }
+    bool Double( double ) { return addWord( JsonValue::Kind::number ); }
+    bool Uint( unsigned value ) {
+        JsonValue& number = add( JsonValue::Kind::number, wordStart( text_, stream_.Tell() ) );
+        number.isUnsigned32 = true;
+        number.number = value;
+        return true;
+    }
+    bool String( char const* text, rapidjson::SizeType, bool ) {
+        add( JsonValue::Kind::string, stringStart( text_, stream_.Tell() - 1 ) ).text = text;
+        return true;
+    }
+    bool Key( char const* name, rapidjson::SizeType, bool ) {
+        open_.back()->members.push_back( { name, {} } );
+        return true;
+    }
+    bool StartObject() { return open( JsonValue::Kind::object ); }
+    bool StartArray() { return open( JsonValue::Kind::array ); }
+    bool EndObject( rapidjson::SizeType ) { return close(); }
+    bool EndArray( rapidjson::SizeType ) { return close(); }
+
+  private:
+    JsonValue& place() {
+        if( open_.empty() )
+            return root_;
+        JsonValue& container = *open_.back();
+        if( container.kind == JsonValue::Kind::object )
+            return container.members.back().value;
+        return container.items.emplace_back();
+    }
+    JsonValue& add( JsonValue::Kind kind, std::size_t offset ) {
+        JsonValue& value = place();
+        value.kind = kind;
+        value.offset = offset;
+        return value;
+    }
+    bool addWord( JsonValue::Kind kind ) {
+        add( kind, wordStart( text_, stream_.Tell() ) );
+        return true;
+    }
+    bool open( JsonValue::Kind kind ) {
+        // The pointers in open_ hold: a container does not grow before the values in it are complete.
+        open_.push_back( &add( kind, stream_.Tell() - 1 ) );
+        tooDeep_ = open_.size() > maximumDepth;
+        return !tooDeep_;
+    }
+    bool close() {
+        open_.pop_back();
+        return true;
+    }
+
+    std::string_view text_;
+    rapidjson::MemoryStream const& stream_;
+    JsonValue root_;
+    std::vector<JsonValue*> open_;
+    bool tooDeep_ = false;
+};
+
+} // namespace
+
+JsonValue const* JsonValue::member( std::string_view name ) const {
+    auto const found =
+        std::find_if( members.begin(), members.end(), [ & ]( Member const& m ) { return m.name == name; } );
+    return found == members.end() ? nullptr : &found->value;
+}
+
+JsonValue parseJson( std::string_view text ) {
+    rapidjson::MemoryStream stream( text.data(), text.size() );
+    Builder builder( text, stream );
+    rapidjson::Reader reader;
+    auto const result = reader.Parse( stream, builder );
+    if( builder.tooDeep() )
+        throw JsonError{ result.Offset(),
+                         "more than " + std::to_string( maximumDepth ) + " levels of nesting" };
+    if( result.IsError() )
+        throw JsonError{ result.Offset(), rapidjson::GetParseError_En( result.Code() ) };
+    if( stream.Tell() != text.size() )
+        throw JsonError{ stream.Tell(), "unexpected NUL behind the configuration" };
+    return builder.takeRoot();
+}
+
+} // namespace Ostler

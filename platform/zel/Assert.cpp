@@ -1,0 +1,71 @@
+#include "zel/Assert.h"
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace Zel {
+
+namespace {
+
+std::atomic<AssertionHandler> currentHandler = nullptr;
+
+thread_local InputScope const* innermost = nullptr;
+
+String firstLine( AssertionFailure const& failure ) {
+    return failure.source + ":" + std::to_string( failure.line ) + ": " + failure.function +
+           ": assertion failed: " + failure.condition;
+}
+
+void describeFrom( std::ostream& os, InputScope const* scope ) {
+    if( scope->outer() ) {
+        describeFrom( os, scope->outer() );
+        os << ", ";
+    }
+    scope->describe( os );
+}
+
+String currentPosition() {
+    std::ostringstream position;
+    if( innermost )
+        describeFrom( position, innermost );
+    return position.str();
+}
+
+} // namespace
+
+String toText( AssertionFailure const& failure ) {
+    String text = firstLine( failure ) + "\n";
+    if( !failure.message.empty() )
+        text += failure.message + "\n";
+    if( !failure.position.empty() )
+        text += "in " + failure.position + "\n";
+    return text;
+}
+
+AssertionError::AssertionError( AssertionFailure failure )
+    : failure_( std::move( failure ) ), what_( firstLine( failure_ ) ) {}
+
+AssertionError::~AssertionError() = default;
+
+AssertionHandler assertionHandlerIs( AssertionHandler handler ) { return currentHandler.exchange( handler ); }
+
+void throwAssertionError( AssertionFailure const& failure ) { throw AssertionError( failure ); }
+
+InputScope::InputScope() : outer_( std::exchange( innermost, this ) ) {}
+
+InputScope::~InputScope() { innermost = outer_; }
+
+InputScope const* InputScope::current() { return innermost; }
+
+void AssertionSite::fail( String const& message ) const {
+    AssertionFailure const failure{ source, line, function, condition, message, currentPosition() };
+    if( AssertionHandler const handler = currentHandler.load() )
+        handler( failure );
+    String const text = toText( failure );
+    std::fwrite( text.data(), 1, text.size(), stderr );
+    std::abort();
+}
+
+} // namespace Zel

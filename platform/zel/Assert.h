@@ -1,0 +1,111 @@
+#pragma once
+
+#include "vessa/Export.h"
+#include "vessa/Types.h"
+
+#include <exception>
+#include <sstream>
+
+namespace Zel {
+
+using Vessa::String;
+using Vessa::U32;
+
+/// A broken condition: where in the code, what was said about it, and where in the input the thread was.
+struct AssertionFailure {
+    String source;    ///< source name, "BfResourceParser"
+    U32 line = 0;     ///< line in it
+    String function;  ///< signature of the operation
+    String condition; ///< the condition as written in the code
+    String message;   ///< the streamed message; empty when there is none
+    String position;  ///< where in the input; empty outside of a read
+};
+
+/// The failure in lines, each with its line end: "SOURCE:LINE: SIGNATURE: assertion failed: CONDITION", then
+/// the message if any, then "in " and the position if any.
+VESSA_EXPORT String toText( AssertionFailure const& failure );
+
+/// What a throwing handler throws. what() is the failure's first line without its end.
+class VESSA_EXPORT AssertionError : public std::exception {
+  public:
+    explicit AssertionError( AssertionFailure failure );
+    ~AssertionError() override;
+    AssertionError( AssertionError const& ) = default;
+    AssertionError& operator=( AssertionError const& ) = default;
+
+    AssertionFailure const& failure() const noexcept { return failure_; }
+    /// Lives as long as the exception.
+    char const* what() const noexcept override { return what_.c_str(); }
+
+  private:
+    AssertionFailure failure_;
+    String what_;
+};
+
+/// Called for every broken condition, on the thread that met it. It may throw; when it returns, the failure
+/// goes to standard error and the process ends by abort().
+using AssertionHandler = void ( * )( AssertionFailure const& failure );
+
+/// Installs a handler (null: none) for the whole process and returns the former. Thread-safe.
+VESSA_EXPORT AssertionHandler assertionHandlerIs( AssertionHandler handler );
+
+/// A ready-made handler that throws AssertionError.
+[[noreturn]] VESSA_EXPORT void throwAssertionError( AssertionFailure const& failure );
+
+/// Says where in the input this thread is, as long as the object lives: the failures of the thread carry the
+/// descriptions of all its scopes, outermost first, separated by ", ". Scopes nest strictly.
+class VESSA_EXPORT InputScope {
+  public:
+    InputScope();
+    InputScope( InputScope const& ) = delete;
+    InputScope& operator=( InputScope const& ) = delete;
+
+    /// Writes the place; called only when an assertion fails.
+    virtual void describe( std::ostream& os ) const = 0;
+
+    /// The innermost scope of this thread, null when there is none, and the one around a scope.
+    static InputScope const* current();
+    InputScope const* outer() const { return outer_; }
+
+  protected:
+    virtual ~InputScope();
+
+  private:
+    InputScope const* outer_;
+};
+
+/// What is streamed behind a condition.
+class AssertionMessage {
+  public:
+    template<class T>
+    AssertionMessage& operator<<( T const& value ) {
+        text_ << value;
+        return *this;
+    }
+    String text() const { return text_.str(); }
+
+  private:
+    std::ostringstream text_;
+};
+
+/// The place of a condition in the code. Made by the macro below, or by hand where the texts are given.
+struct VESSA_EXPORT AssertionSite {
+    char const* source;
+    U32 line;
+    char const* function;
+    char const* condition;
+
+    /// Reports the failure: the handler, or standard error and abort().
+    [[noreturn]] void fail( String const& message = {} ) const;
+    /// An operator, so that a message can be streamed behind the macro: `&` binds weaker than `<<`.
+    [[noreturn]] void operator&( AssertionMessage const& message ) const { fail( message.text() ); }
+};
+
+} // namespace Zel
+
+/// Requires a condition: `ZEL_ASSERT( size > 0 ) << "size of " << name;`. The failure's text is the condition
+/// as written. The file defines ZEL_SOURCE, its source name, before the first use.
+#define ZEL_ASSERT( ... )                                                                                    \
+    ( __VA_ARGS__ ) ? static_cast<void>( 0 )                                                                 \
+                    : ::Zel::AssertionSite{ ZEL_SOURCE, __LINE__, __PRETTY_FUNCTION__, #__VA_ARGS__ } &      \
+                          ::Zel::AssertionMessage()

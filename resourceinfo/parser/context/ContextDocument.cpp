@@ -1,0 +1,129 @@
+#include "resourceinfo/parser/context/ContextDocument.h"
+
+#include "resourceinfo/parser/Source.h"
+#include "resourceinfo/parser/context/GZFileReadStream.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <ostream>
+
+#include <rapidjson/error/en.h>
+
+namespace {
+
+constexpr unsigned maximumDepth = 1000;
+
+using GZFile = std::unique_ptr<gzFile_s, int ( * )( gzFile )>;
+
+/// Hands the reader's events to the document, down to the deepest level allowed.
+class DepthLimit {
+  public:
+    explicit DepthLimit( rapidjson::Document& document ) : document_( document ) {}
+
+    bool tooDeep() const { return depth_ > maximumDepth; }
+
+    bool Null() { return document_.Null(); }
+    bool Bool( bool value ) { return document_.Bool( value ); }
+    bool Int( int value ) { return document_.Int( value ); }
+    bool Uint( unsigned value ) { return document_.Uint( value ); }
+    bool Int64( std::int64_t value ) { return document_.Int64( value ); }
+    bool Uint64( std::uint64_t value ) { return document_.Uint64( value ); }
+    bool Double( double value ) { return document_.Double( value ); }
+    bool RawNumber( char const* text, rapidjson::SizeType length, bool copy ) {
+        return document_.RawNumber( text, length, copy );
+    }
+    bool String( char const* text, rapidjson::SizeType length, bool copy ) {
+        return document_.String( text, length, copy );
+    }
+    bool Key( char const* name, rapidjson::SizeType length, bool copy ) {
+        return document_.Key( name, length, copy );
+    }
+    bool StartObject() { return descend() && document_.StartObject(); }
+    bool StartArray() { return descend() && document_.StartArray(); }
+    bool EndObject( rapidjson::SizeType members ) {
+        --depth_;
+        return document_.EndObject( members );
+    }
+    bool EndArray( rapidjson::SizeType elements ) {
+        --depth_;
+        return document_.EndArray( elements );
+    }
+
+  private:
+    bool descend() { return ++depth_ <= maximumDepth; }
+
+    rapidjson::Document& document_;
+    unsigned depth_ = 0;
+};
+
+/// "line 3, column 14: REASON" for a character of the file; "character 40: REASON" when the file cannot be
+/// read again.
+String syntaxError( gzFile file, std::size_t offset, String const& reason ) {
+    if( gzrewind( file ) != 0 )
+        return "character " + std::to_string( offset ) + ": " + reason;
+    std::size_t line = 1;
+    std::size_t column = 1;
+    for( std::size_t i = 0; i < offset; ++i ) {
+        bool const lineEnd = gzgetc( file ) == '\n';
+        line += lineEnd;
+        column = lineEnd ? 1 : column + 1;
+    }
+    return "line " + std::to_string( line ) + ", column " + std::to_string( column ) + ": " + reason;
+}
+
+/// What the gzip library says of its last error, without the path that it puts in front.
+String readError( gzFile file, String const& path ) {
+    int error = Z_OK;
+    String const text = gzerror( file, &error );
+    String const prefix = path + ": ";
+    return text.starts_with( prefix ) ? text.substr( prefix.size() ) : text;
+}
+
+} // namespace
+
+ContextDocument::ContextDocument( String const& path ) : path_( path ) {
+    lastJsonAccess() = {};
+    read();
+}
+
+ContextDocument::~ContextDocument() { lastJsonAccess() = {}; }
+
+void ContextDocument::read() {
+    GZFile const file( gzopen( path_.c_str(), "r" ), gzclose );
+    if( !file )
+        return unreadable( "open", std::strerror( errno ) );
+    std::array<char, 4096> buffer;
+    GZFileReadStream stream( file.get(), buffer );
+    rapidjson::Reader reader;
+    DepthLimit handler( document_ );
+    rapidjson::ParseResult result;
+    auto parse = [ & ]( rapidjson::Document& ) {
+        result = reader.Parse( stream, handler );
+        if( !result.IsError() )
+            stream.drain(); // damage behind a NUL is damage all the same
+        return !result.IsError() && !stream.failed();
+    };
+    document_.Populate( parse );
+    if( stream.failed() )
+        return unreadable( "read", readError( file.get(), path_ ) );
+    if( result.IsError() )
+        problem_ = syntaxError( file.get(), result.Offset(),
+                                handler.tooDeep()
+                                    ? "More than " + std::to_string( maximumDepth ) + " levels of nesting."
+                                    : rapidjson::GetParseError_En( result.Code() ) );
+}
+
+void ContextDocument::unreadable( char const* what, String const& reason ) {
+    problem_ = String( "can't " ) + what + " it: " + reason;
+    BF_TRACE( 0 ) << "Can't " << what << " context file " << path_ << ": " << reason;
+}
+
+void ContextDocument::describe( std::ostream& os ) const {
+    os << "context file " << path_;
+    if( problem_.empty() )
+        describeLastAccess( os, document_ );
+    else
+        os << ": " << problem_;
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "resourceinfo/model/Types.h"
+
+#include <span>
+#include <zlib.h>
+
+/// The characters of a file, plain or gzip, as RapidJSON's reader takes them. The end of the file is one NUL.
+/// A read error ends the characters like the end of the file does, and stays visible in failed(): what was
+/// read until then must not be used.
+class GZFileReadStream {
+  public:
+    using Ch = char;
+
+    /// Reads from an open file into a buffer of the caller; both must outlive the stream.
+    GZFileReadStream( gzFile file, std::span<char> buffer );
+
+    Ch Peek() const { return *current_; }
+    Ch Take() {
+        Ch const c = *current_;
+        Read();
+        return c;
+    }
+    /// Number of characters taken.
+    std::size_t Tell() const { return count_ + static_cast<std::size_t>( current_ - buffer_.data() ); }
+
+    /// True once the library could not deliver what the file should hold: an I/O error, damaged or cut-off
+    /// gzip.
+    bool failed() const { return failed_; }
+    /// Reads the rest of the file, for its errors alone.
+    void drain();
+
+    // The writing half of the reader's stream concept; never called, since the stream is not parsed in place.
+    void Put( Ch ) {}
+    void Flush() {}
+    Ch* PutBegin() { return nullptr; }
+    std::size_t PutEnd( Ch* ) { return 0; }
+
+  private:
+    void Read() {
+        if( current_ < bufferLast_ )
+            ++current_;
+        else if( !eof_ )
+            refill();
+    }
+    void refill();
+
+    gzFile file_;
+    std::span<char> buffer_;
+    char const* bufferLast_; // last valid character
+    char const* current_;    // next character to hand out
+    U32 readCount_ = 0;      // characters of the last read
+    std::size_t count_ = 0;  // characters before the buffer
+    bool eof_ = false;
+    bool failed_ = false;
+};

@@ -1,0 +1,74 @@
+#include "resourceinfo/parser/context/Json.h"
+
+#include "resourceinfo/parser/Source.h"
+#include "zel/Assert.h"
+
+#include <ostream>
+
+namespace {
+
+/// A step of a JSON pointer, with its two special characters escaped.
+String pointerStep( std::string_view name ) {
+    String step = "/";
+    for( char const c : name )
+        step += c == '~' ? "~0" : c == '/' ? "~1" : String( 1, c );
+    return step;
+}
+
+/// Writes the way from a value to one inside it into `path`; false, and nothing written, when it is not
+/// inside.
+bool findPath( rapidjson::Value const& from, rapidjson::Value const* to, String& path ) {
+    if( &from == to )
+        return true;
+    auto const descend = [ & ]( rapidjson::Value const& child, String const& step ) {
+        auto const length = path.size();
+        path += step;
+        if( findPath( child, to, path ) )
+            return true;
+        path.resize( length );
+        return false;
+    };
+    if( from.IsObject() ) {
+        for( auto const& member : from.GetObject() ) {
+            if( descend( member.value, pointerStep( member.name.GetString() ) ) )
+                return true;
+        }
+    }
+    if( from.IsArray() ) {
+        for( rapidjson::SizeType i = 0; i < from.Size(); ++i ) {
+            if( descend( from[ i ], "/" + std::to_string( i ) ) )
+                return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+JsonAccess& lastJsonAccess() {
+    static thread_local JsonAccess access;
+    return access;
+}
+
+void jsonAssertionFailed( char const* condition ) {
+    std::source_location const where = lastJsonAccess().where;
+    Zel::AssertionSite{ ZEL_SOURCE, where.line(), where.function_name(), condition }.fail();
+}
+
+std::optional<std::string_view> Json::textOf( char const* member ) const {
+    if( !value_->IsObject() )
+        return std::nullopt;
+    auto const found = value_->FindMember( member );
+    if( found == value_->MemberEnd() || !found->value.IsString() )
+        return std::nullopt;
+    return found->value.GetString();
+}
+
+void describeLastAccess( std::ostream& os, rapidjson::Value const& document ) {
+    JsonAccess const access = lastJsonAccess();
+    String path;
+    if( access.value && findPath( document, access.value, path ) && !path.empty() )
+        os << " at " << path;
+    if( access.member )
+        os << ", member \"" << access.member << '"';
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+// JSON values as the passes see them. Access is RapidJSON's, and so are the texts of its assertions; a
+// failure goes the way of every assertion, and says which value was read, where, and by which operation.
+
+#include "resourceinfo/model/Types.h"
+
+#include <iosfwd>
+#include <optional>
+#include <source_location>
+#include <string_view>
+
+/// Reports a failed access at the place and value that were noted last.
+[[noreturn]] void jsonAssertionFailed( char const* condition );
+
+// In force for every inclusion of the library: RapidJSON is included here only.
+#define RAPIDJSON_ASSERT( condition )                                                                        \
+    ( ( condition ) ? static_cast<void>( 0 ) : jsonAssertionFailed( #condition ) )
+#include <rapidjson/document.h>
+
+/// What this thread read last: a value, or the member of that name that it asked of it.
+struct JsonAccess {
+    rapidjson::Value const* value = nullptr;
+    char const* member = nullptr;
+    std::source_location where;
+};
+
+/// For the scope of one document; its own is set up and taken down by ContextScope.
+JsonAccess& lastJsonAccess();
+
+/// A value of the document: RapidJSON's operations, each noted before it is made. Cheap to copy; valid as
+/// long as the document. Not thread-safe across threads of one value, nor needed to be.
+class Json {
+    using Where = std::source_location;
+
+  public:
+    /// The name of a member, with the place that asks for it.
+    struct Member {
+        Member( char const* memberName, Where place = Where::current() )
+            : name( memberName ), where( place ) {}
+        char const* name;
+        Where where;
+    };
+
+    /// Goes over an array's elements.
+    class Iterator {
+      public:
+        explicit Iterator( rapidjson::Value const* value ) : value_( value ) {}
+        Json operator*() const { return Json( *value_ ); }
+        Iterator& operator++() {
+            ++value_;
+            return *this;
+        }
+        friend bool operator==( Iterator const& a, Iterator const& b ) { return a.value_ == b.value_; }
+
+      private:
+        rapidjson::Value const* value_;
+    };
+
+    explicit Json( rapidjson::Value const& value ) : value_( &value ) {}
+
+    bool IsObject( Where where = Where::current() ) const { return note( where ).IsObject(); }
+    bool IsArray( Where where = Where::current() ) const { return note( where ).IsArray(); }
+    bool HasMember( Member member ) const { return note( member ).HasMember( member.name ); }
+    Json operator[]( Member member ) const { return Json( note( member )[ member.name ] ); }
+
+    Json operator[]( U32 index ) const { return Json( note( lastJsonAccess().where )[ index ] ); }
+    U32 Size( Where where = Where::current() ) const { return note( where ).Size(); }
+    Iterator begin( Where where = Where::current() ) const { return Iterator( note( where ).Begin() ); }
+    Iterator end() const { return Iterator( value_->End() ); }
+
+    /// The text to its first NUL; valid as long as the document.
+    std::string_view GetString( Where where = Where::current() ) const { return note( where ).GetString(); }
+    U32 GetUint( Where where = Where::current() ) const { return note( where ).GetUint(); }
+    std::int64_t GetInt64( Where where = Where::current() ) const { return note( where ).GetInt64(); }
+    bool GetBool( Where where = Where::current() ) const { return note( where ).GetBool(); }
+
+    /// The text of a member, if there is such a member and it is a text. Not noted: for descriptions of a
+    /// failure.
+    std::optional<std::string_view> textOf( char const* member ) const;
+
+  private:
+    rapidjson::Value const& note( Where where ) const {
+        lastJsonAccess() = { value_, nullptr, where };
+        return *value_;
+    }
+    rapidjson::Value const& note( Member member ) const {
+        lastJsonAccess() = { value_, member.name, member.where };
+        return *value_;
+    }
+
+    rapidjson::Value const* value_;
+};
+
+/// Writes the place of the last access in a document, a JSON pointer: "/tables/3/match_attributes", and the
+/// member that was asked for: ", member \"units\"". Walks the document; for failures.
+void describeLastAccess( std::ostream& os, rapidjson::Value const& document );

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "resourceinfo/model/BfResourceParserContext.h"
+#include "resourceinfo/parser/BfResourceParser.h"
+#include "resourceinfo/parser/context/Json.h"
+
+/// The match-table step for one element of "tables": appends a BfTableInfo to `bfTables` and returns 0, or
+/// returns 1 for a table that is no match table, is not resource-controllable or has static entries.
+/// `contextFile` is the path of the file, for the logical pipe. The tables that it refers to must be in
+/// `resourceHandles`. Every violation is fatal; nothing is stored then.
+int parseBfTable( BfResourceInfo::BfResourceParser* parser, Json table, String const& contextFile,
+                  BfResourceParserContext const& context );

@@ -1,0 +1,109 @@
+#include "resourceinfo/parser/context/Preprocess.h"
+
+#include "resourceinfo/parser/Source.h"
+#include "resourceinfo/parser/context/Tables.h"
+
+#include <algorithm>
+
+using BfResourceInfo::BfResourceParser;
+using BfResourceInfo::BfZelResource;
+
+namespace {
+
+/// Hands the handle of each element of an optional list of references to `enq`.
+template<class Enq>
+void forEachReference( Json table, char const* referenceKind, BfResourceParserContext const& context,
+                       Enq enq ) {
+    if( !table.HasMember( referenceKind ) )
+        return;
+    for( Json const reference : table[ referenceKind ] )
+        enq( getHandle( reference, context ) );
+}
+
+void addReferences( Json table, BfResourceParserContext const& context, BfZelResource& entry ) {
+    forEachReference( table, "statistics_table_refs", context,
+                      [ & ]( U32 h ) { entry.statReferencesEnq( h ); } );
+    forEachReference( table, "meter_table_refs", context, [ & ]( U32 h ) { entry.meterReferencesEnq( h ); } );
+    forEachReference( table, "stateful_table_refs", context,
+                      [ & ]( U32 h ) { entry.statefulReferencesEnq( h ); } );
+}
+
+void addParent( BfResourceParser* parser, String const& resource, String const& table ) {
+    String const* const parent = parser->parentTable().find( resource );
+    if( !parent )
+        parser->parentTableIs( resource, table );
+    else if( *parent != table )
+        parser->multipleParentTablesIs( resource );
+}
+
+void addParents( BfResourceParser* parser, Json table, String const& tableName ) {
+    if( !table.HasMember( "actions" ) )
+        return;
+    for( Json const action : table[ "actions" ] ) {
+        if( !action.HasMember( "indirect_resources" ) )
+            continue;
+        for( Json const resource : action[ "indirect_resources" ] )
+            addParent( parser, String( resource[ "resource_name" ].GetString() ), tableName );
+    }
+}
+
+void preprocessTable( BfResourceParser* parser, Json table, BfResourceParserContext const& context ) {
+    ZEL_ASSERT( table.IsObject() );
+    String const name( table[ "name" ].GetString() );
+    std::string_view const tableType = table[ "table_type" ].GetString();
+    BF_TRACE( 7 ) << "Preprocessing table " << name;
+    if( tableType == "condition" )
+        return;
+
+    BfZelResource entry;
+    entry.handle = getHandle( table, context );
+    entry.name = name;
+    entry.size = table[ "size" ].GetUint();
+    table[ "direction" ].GetString(); // required here, used by later passes
+    auto const [ stages, count ] = findStageTables( table );
+    if( count == 0 )
+        return;
+    ZEL_ASSERT( stages->IsArray() );
+    Json const stage = ( *stages )[ 0 ];
+    entry.stageStart = static_cast<U8>( stage[ "stage_number" ].GetInt64() );
+    stageTableType( table, stage ); // required here, used by later passes
+    addReferences( table, context, entry );
+    addParents( parser, table, name );
+    parser->resourceHandlesIs( entry.handle, std::move( entry ) );
+}
+
+using Queue = Vessa::Queue<U32>;
+
+/// The queue of a kind of references; null for any other text.
+Queue const* referencesOf( BfZelResource const& resource, std::string_view referenceKind ) {
+    if( referenceKind == "statistics_table_refs" )
+        return &resource.statReferences();
+    if( referenceKind == "meter_table_refs" )
+        return &resource.meterReferences();
+    if( referenceKind == "stateful_table_refs" )
+        return &resource.statefulReferences();
+    return nullptr;
+}
+
+} // namespace
+
+void preprocessContext( BfResourceParser* parser, Json d, BfResourceParserContext const& context ) {
+    BF_TRACE( 5 ) << "void preprocessContext(BfResourceInfo::BfResourceParser*, rapidjson::Document&, "
+                     "const BfResourceParserContext&)";
+    ZEL_ASSERT( d[ "tables" ].IsArray() );
+    BF_TRACE( 6 ) << "Preprocessing tables";
+    forEachTable( d, [ & ]( Json table ) { preprocessTable( parser, table, context ); } );
+    // The relation spans the files: a name that had several parents in an earlier one gets none here either.
+    for( String const& name : parser->multipleParentTables() )
+        parser->parentTableDel( name );
+}
+
+U32 getTableThatReferences( BfResourceParser* parser, std::string_view referenceKind, U32 handle ) {
+    for( auto const& [ key, resource ] : parser->resourceHandles() ) {
+        Queue const* const references = referencesOf( resource, referenceKind );
+        if( references && std::find( references->begin(), references->end(), handle ) != references->end() )
+            return key;
+    }
+    BF_TRACE( 0 ) << "handle " << handle << " not found";
+    ZEL_ASSERT( false && "Table not found" );
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "resourceinfo/model/BfResourceParserContext.h"
+#include "resourceinfo/parser/BfResourceParser.h"
+#include "resourceinfo/parser/context/Json.h"
+
+/// The pass before all others: fills `resourceHandles` with every placed table and the handles that it
+/// references, and `parentTable` and `multipleParentTables` with who names which resource in
+/// "indirect_resources". Every violation is fatal: "d[ \"tables\" ].IsArray()", "table.IsObject()", those of
+/// findStageTables, "stages->IsArray()".
+void preprocessContext( BfResourceInfo::BfResourceParser* parser, Json d,
+                        BfResourceParserContext const& context );
+
+/// The handle of the table whose `referenceKind` ("statistics_table_refs", "meter_table_refs" or
+/// "stateful_table_refs") names a handle, pipe bits included; of several, any. None is fatal: a trace line at
+/// level 0, then "false && \"Table not found\"". Linear in the number of tables and references.
+U32 getTableThatReferences( BfResourceInfo::BfResourceParser* parser, std::string_view referenceKind,
+                            U32 handle );
