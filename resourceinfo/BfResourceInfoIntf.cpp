@@ -15,7 +15,7 @@ BfResourceInfoIntf::~BfResourceInfoIntf() {
 }
 
 Zel::Ptr<BfResourceInfoIntf> BfResourceInfoIntf::BfResourceInfoIntfIs( String const& switchConf ) {
-    Zel::Ptr<BfResourceInfoIntf> const entity( new BfResourceInfoIntf( switchConf ) );
+    Zel::Ptr<BfResourceInfoIntf> entity( new BfResourceInfoIntf( switchConf ) );
     entity->notificationsIs( true );
     return entity;
 }

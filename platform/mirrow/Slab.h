@@ -44,6 +44,7 @@ struct Allocator {
 template<class T>
 struct Allocated {
     static void* operator new( std::size_t bytes ) {
+        static_assert( alignof( T ) <= alignof( std::max_align_t ) );
         void* const block = slab().allocate( bytes, alignof( std::max_align_t ) );
         Vessa::allocationTracker<T>().allocated( bytes );
         return block;

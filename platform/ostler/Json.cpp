@@ -1,6 +1,7 @@
 #include "ostler/Json.h"
 
 #include <algorithm>
+#include <optional>
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>
@@ -40,7 +41,8 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
         : text_( text ), stream_( stream ) {}
 
     JsonValue takeRoot() { return std::move( root_ ); }
-    bool tooDeep() const { return tooDeep_; }
+    /// The first byte of the container that is one level too deep.
+    std::optional<std::size_t> tooDeep() const { return tooDeep_; }
 
     bool Null() { return addWord( JsonValue::Kind::null ); }
     bool Bool( bool ) { return addWord( JsonValue::Kind::boolean ); }
@@ -58,8 +60,8 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
         add( JsonValue::Kind::string, stringStart( text_, stream_.Tell() - 1 ) ).text = text;
         return true;
     }
-    bool Key( char const* name, rapidjson::SizeType, bool ) {
-        open_.back()->members.push_back( { name, {} } );
+    bool Key( char const* name, rapidjson::SizeType length, bool ) {
+        open_.back()->members.push_back( { { name, length }, {} } );
         return true;
     }
     bool StartObject() { return open( JsonValue::Kind::object ); }
@@ -89,7 +91,8 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     bool open( JsonValue::Kind kind ) {
         // The pointers in open_ hold: a container does not grow before the values in it are complete.
         open_.push_back( &add( kind, stream_.Tell() - 1 ) );
-        tooDeep_ = open_.size() > maximumDepth;
+        if( open_.size() > maximumDepth )
+            tooDeep_ = open_.back()->offset;
         return !tooDeep_;
     }
     bool close() {
@@ -101,7 +104,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     rapidjson::MemoryStream const& stream_;
     JsonValue root_;
     std::vector<JsonValue*> open_;
-    bool tooDeep_ = false;
+    std::optional<std::size_t> tooDeep_;
 };
 
 } // namespace
@@ -118,7 +121,7 @@ JsonValue parseJson( std::string_view text ) {
     rapidjson::Reader reader;
     auto const result = reader.Parse( stream, builder );
     if( builder.tooDeep() )
-        throw JsonError{ result.Offset(),
+        throw JsonError{ *builder.tooDeep(),
                          "more than " + std::to_string( maximumDepth ) + " levels of nesting" };
     if( result.IsError() )
         throw JsonError{ result.Offset(), rapidjson::GetParseError_En( result.Code() ) };

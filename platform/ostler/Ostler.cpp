@@ -106,7 +106,7 @@ class ProfileReader {
 
     static JsonValue const& member( JsonValue const& value, char const* name, JsonValue::Kind kind ) {
         JsonValue const* const found = value.member( name );
-        String const quoted = "\"" + String( name ) + "\"";
+        String const quoted = String( 1, '"' ).append( name ).append( 1, '"' );
         if( !found )
             throw JsonError{ value.offset, "expected a member " + quoted };
         require( *found, kind, quoted );

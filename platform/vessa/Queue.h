@@ -2,16 +2,27 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace Vessa {
 
 /// First-in, first-out queue of a small value type. An empty queue that was never filled owns no memory.
-/// Copies are deep. Thread-compatible: concurrent reads are fine, a write needs exclusion.
+/// Copies are deep; a moved-from queue is empty. Thread-compatible: concurrent reads are fine, a write needs exclusion.
 template<class T>
 class Queue {
   public:
     using const_iterator = typename std::vector<T>::const_iterator;
+
+    Queue() = default;
+    Queue( Queue const& ) = default;
+    Queue( Queue&& other ) noexcept
+        : items_( std::move( other.items_ ) ), head_( std::exchange( other.head_, 0 ) ) {}
+    Queue& operator=( Queue other ) noexcept {
+        std::swap( items_, other.items_ );
+        std::swap( head_, other.head_ );
+        return *this;
+    }
 
     bool empty() const { return head_ == items_.size(); }
     std::size_t size() const { return items_.size() - head_; }

@@ -77,9 +77,13 @@
   private:                                                                                                   \
     name##Set name##_;
 
-/// Queue inside a value type, of unsigned 32-bit numbers. For a queue `refs`: refs() for reading, refsEnq( n
-/// ) at the back, refsDeq() removes and returns the front, refsFront(), refsBack() (all three 0 when empty,
-/// changing nothing), refsDelAll().
+/// Queue inside a value type, of unsigned 32-bit numbers. For a queue `refs`:
+///   refs()                    the queue, for reading
+///   refsEnq( n )              appends at the back
+///   refsDeq()                 removes and returns the front
+///   refsFront(), refsBack()   the element at that end; these two and refsDeq(): 0, and nothing changed, when
+///                             the queue is empty
+///   refsDelAll()              removes all
 #define ZEL_QUEUE( name )                                                                                    \
   public:                                                                                                    \
     ::Vessa::Queue<::Vessa::U32> const& name() const { return name##_; }                                     \

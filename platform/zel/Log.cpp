@@ -1,5 +1,6 @@
 #include "zel/Log.h"
 
+#include <deque>
 #include <map>
 #include <mutex>
 
@@ -9,7 +10,8 @@ namespace {
 
 struct Registry {
     std::mutex mutex;
-    std::map<String, LogHandle> handles;
+    std::deque<LogHandle> handles; // a deque: registered handles never move
+    std::map<String, LogHandle const*> byName;
 };
 
 Registry& registry() {
@@ -21,14 +23,15 @@ Registry& registry() {
 
 LogHandle const& logHandleIs( LogHandle handle ) {
     std::lock_guard const lock( registry().mutex );
-    String const name = handle.name;
-    return registry().handles.insert_or_assign( name, std::move( handle ) ).first->second;
+    LogHandle const& registered = registry().handles.emplace_back( std::move( handle ) );
+    registry().byName[ registered.name ] = &registered;
+    return registered;
 }
 
 LogHandle const* logHandle( String const& name ) {
     std::lock_guard const lock( registry().mutex );
-    auto const found = registry().handles.find( name );
-    return found == registry().handles.end() ? nullptr : &found->second;
+    auto const found = registry().byName.find( name );
+    return found == registry().byName.end() ? nullptr : found->second;
 }
 
 } // namespace Zel

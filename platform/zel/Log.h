@@ -21,11 +21,11 @@ struct LogHandle {
     U32 flags = 0;
 };
 
-/// Registers a message under its name, replacing an equal name; the returned handle lives as long as the
-/// process. Thread-safe.
+/// Registers a message under its name; from then on that name finds this one. The returned handle lives
+/// unchanged as long as the process, also when its name is registered again. Thread-safe.
 VESSA_EXPORT LogHandle const& logHandleIs( LogHandle handle );
 
-/// The registered message of that name, null when there is none. Thread-safe.
+/// The message registered last under that name, null when there is none. Thread-safe.
 VESSA_EXPORT LogHandle const* logHandle( String const& name );
 
 } // namespace Zel

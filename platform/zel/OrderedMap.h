@@ -137,10 +137,10 @@ class OrderedMap {
     Value remove( typename Tree::const_iterator position ) {
         if( position == tree_.end() )
             return Value();
-        Ptr<Entry> const entry = *position;
+        Value value = ( *position )->value();
         tree_.erase( position );
         ++changes_;
-        return entry->value();
+        return value;
     }
 
     Tree tree_;

@@ -1,5 +1,6 @@
 #include "zel/Trace.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <map>

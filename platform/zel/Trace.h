@@ -55,7 +55,7 @@ class VESSA_EXPORT TraceHandle {
 using TraceSink = std::function<void( TraceLine const& )>;
 
 /// Installs where lines go (empty: standard error, a line "SOURCE/LEVEL LINE FUNCTION: TEXT" each) and
-/// returns the former sink. Thread-safe; the sink is called under a lock and must not trace.
+/// returns the former sink. Thread-safe; the sink is called under a lock and must neither trace nor throw.
 VESSA_EXPORT TraceSink traceSinkIs( TraceSink sink );
 
 /// Hands a line to the sink.
@@ -78,6 +78,11 @@ class TraceStatement {
     std::ostringstream text_;
 };
 
+/// Makes a streamed text void, so that the macros below are expressions: `&` binds weaker than `<<`.
+struct TraceEnd {
+    void operator&( std::ostream& ) const {}
+};
+
 } // namespace Zel
 
 /// `ZEL_TRACE( handle, 7 ) << "Parsed table " << name;`: the text is built only when the level is on.
@@ -85,6 +90,6 @@ class TraceStatement {
 
 /// The same with a given line number and function name.
 #define ZEL_TRACE_AT( handle, level, line, function )                                                        \
-    if( !( handle ).levelOn( level ) ) {                                                                     \
-    } else                                                                                                   \
-        ::Zel::TraceStatement( handle, level, line, function ).text()
+    !( handle ).levelOn( level )                                                                             \
+        ? static_cast<void>( 0 )                                                                             \
+        : ::Zel::TraceEnd() & ::Zel::TraceStatement( handle, level, line, function ).text()

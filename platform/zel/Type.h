@@ -45,6 +45,8 @@ struct TypeInfo {
 class VESSA_EXPORT TypeModule {
   public:
     TypeModule( String name, std::vector<TypeInfo> types );
+    TypeModule( TypeModule const& ) = delete; // identities are its address
+    TypeModule& operator=( TypeModule const& ) = delete;
 
     String const& name() const { return name_; }
     std::vector<TypeInfo> const& types() const { return types_; }

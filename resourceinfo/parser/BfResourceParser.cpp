@@ -28,7 +28,7 @@ BfResourceParser::~BfResourceParser() {
 }
 
 Zel::Ptr<BfResourceParser> BfResourceParser::BfResourceParserIs( String const& switchConf ) {
-    Zel::Ptr<BfResourceParser> const parser( new BfResourceParser( switchConf ) );
+    Zel::Ptr<BfResourceParser> parser( new BfResourceParser( switchConf ) );
     parser->notificationsIs( true );
     return parser;
 }

@@ -36,7 +36,7 @@ bool findPath( rapidjson::Value const& from, rapidjson::Value const* to, String&
     }
     if( from.IsArray() ) {
         for( rapidjson::SizeType i = 0; i < from.Size(); ++i ) {
-            if( descend( from[ i ], "/" + std::to_string( i ) ) )
+            if( descend( from[ i ], pointerStep( std::to_string( i ) ) ) )
                 return true;
         }
     }
@@ -51,7 +51,7 @@ JsonAccess& lastJsonAccess() {
 }
 
 void jsonAssertionFailed( char const* condition ) {
-    std::source_location const where = lastJsonAccess().where;
+    Zel::SourceLocation const where = lastJsonAccess().where;
     Zel::AssertionSite{ ZEL_SOURCE, where.line(), where.function_name(), condition }.fail();
 }
 

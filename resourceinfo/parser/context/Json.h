@@ -4,10 +4,10 @@
 // failure goes the way of every assertion, and says which value was read, where, and by which operation.
 
 #include "resourceinfo/model/Types.h"
+#include "zel/SourceLocation.h"
 
 #include <iosfwd>
 #include <optional>
-#include <source_location>
 #include <string_view>
 
 /// Reports a failed access at the place and value that were noted last.
@@ -22,7 +22,7 @@
 struct JsonAccess {
     rapidjson::Value const* value = nullptr;
     char const* member = nullptr;
-    std::source_location where;
+    Zel::SourceLocation where;
 };
 
 /// For the scope of one document; its own is set up and taken down by ContextScope.
@@ -31,7 +31,7 @@ JsonAccess& lastJsonAccess();
 /// A value of the document: RapidJSON's operations, each noted before it is made. Cheap to copy; valid as
 /// long as the document. Not thread-safe across threads of one value, nor needed to be.
 class Json {
-    using Where = std::source_location;
+    using Where = Zel::SourceLocation;
 
   public:
     /// The name of a member, with the place that asks for it.

@@ -55,8 +55,9 @@ void preprocessTable( BfResourceParser* parser, Json table, BfResourceParserCont
     if( tableType == "condition" )
         return;
 
+    U32 const handle = getHandle( table, context );
     BfZelResource entry;
-    entry.handle = getHandle( table, context );
+    entry.handle = handle;
     entry.name = name;
     entry.size = table[ "size" ].GetUint();
     table[ "direction" ].GetString(); // required here, used by later passes
@@ -69,7 +70,7 @@ void preprocessTable( BfResourceParser* parser, Json table, BfResourceParserCont
     stageTableType( table, stage ); // required here, used by later passes
     addReferences( table, context, entry );
     addParents( parser, table, name );
-    parser->resourceHandlesIs( entry.handle, std::move( entry ) );
+    parser->resourceHandlesIs( handle, std::move( entry ) );
 }
 
 using Queue = Vessa::Queue<U32>;
