@@ -8,8 +8,8 @@
 
 namespace Mirrow {
 
-/// The process-wide slabs: pooled blocks of a few sizes. Thread-safe; never destroyed, so that what was
-/// allocated here can be given back at any time.
+/// The process-wide slabs: pooled blocks of a few sizes. Ask for a multiple of the alignment, as every type's
+/// size is. Thread-safe; never destroyed, so that what was allocated here can be given back at any time.
 VESSA_EXPORT std::pmr::memory_resource& slab();
 
 /// Allocator of a collection's nodes and arrays: draws from the slabs, counted under the type Tracked, which
@@ -44,14 +44,13 @@ struct Allocator {
 template<class T>
 struct Allocated {
     static void* operator new( std::size_t bytes ) {
-        static_assert( alignof( T ) <= alignof( std::max_align_t ) );
-        void* const block = slab().allocate( bytes, alignof( std::max_align_t ) );
+        void* const block = slab().allocate( bytes, alignof( T ) );
         Vessa::allocationTracker<T>().allocated( bytes );
         return block;
     }
     static void operator delete( void* block, std::size_t bytes ) noexcept {
         Vessa::allocationTracker<T>().released( bytes );
-        slab().deallocate( block, bytes, alignof( std::max_align_t ) );
+        slab().deallocate( block, bytes, alignof( T ) );
     }
 };
 

@@ -46,7 +46,9 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
 
     bool Null() { return addWord( JsonValue::Kind::null ); }
     bool Bool( bool ) { return addWord( JsonValue::Kind::boolean ); }
-    bool Int( int ) { return addWord( JsonValue::Kind::number ); }
+    bool Int( int value ) { // not negative for "-0" alone
+        return value < 0 ? addWord( JsonValue::Kind::number ) : Uint( 0 );
+    }
     bool Int64( std::int64_t ) { return addWord( JsonValue::Kind::number ); }
     bool Uint64( std::uint64_t ) { return addWord( JsonValue::Kind::number ); }
     bool Double( double ) { return addWord( JsonValue::Kind::number ); }

@@ -8,7 +8,8 @@
 namespace Vessa {
 
 /// First-in, first-out queue of a small value type. An empty queue that was never filled owns no memory.
-/// Copies are deep; a moved-from queue is empty. Thread-compatible: concurrent reads are fine, a write needs exclusion.
+/// Copies are deep; a moved-from queue is empty. Thread-compatible: concurrent reads are fine, a write needs
+/// exclusion.
 template<class T>
 class Queue {
   public:
