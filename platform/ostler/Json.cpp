@@ -13,18 +13,12 @@ namespace {
 
 constexpr std::size_t maximumDepth = 100;
 
-/// Where the string literal whose closing quote is at that offset begins: quotes inside it stand behind an
-/// odd number of backslashes.
+/// Where the string literal whose closing quote is at that offset begins: quotes inside it stand behind a
+/// backslash, and outside of literals there is none.
 std::size_t stringStart( std::string_view text, std::size_t closingQuote ) {
-    for( std::size_t i = closingQuote; i-- > 0; ) {
-        if( text[ i ] != '"' )
-            continue;
-        std::size_t backslashes = 0;
-        while( backslashes < i && text[ i - 1 - backslashes ] == '\\' )
-            ++backslashes;
-        if( backslashes % 2 == 0 )
+    for( std::size_t i = closingQuote; i-- > 0; )
+        if( text[ i ] == '"' && ( i == 0 || text[ i - 1 ] != '\\' ) )
             return i;
-    }
     return 0;
 }
 
