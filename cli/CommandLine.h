@@ -1,0 +1,13 @@
+#pragma once
+
+#include "cli/Commands.h"
+
+#include <optional>
+
+namespace Bfri {
+
+/// Understands a command line. Nothing when help or version was asked for, which are then printed to out.
+/// What it does not understand is a Failure of status usage that names the word.
+std::optional<Request> parseCommandLine( int argc, char const* const* argv, std::ostream& out );
+
+} // namespace Bfri

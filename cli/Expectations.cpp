@@ -1,0 +1,70 @@
+#include "cli/Expectations.h"
+
+#include <string_view>
+
+namespace Bfri {
+
+namespace {
+
+struct Wording {
+    std::string_view condition;
+    std::string_view function; ///< part of the signature, where a condition has several meanings
+    char const* text;
+    bool traceAddsToIt = false;
+};
+
+// The first row that fits counts.
+constexpr Wording wordings[] = {
+    // Access to a value of the file.
+    { "IsObject()", "", "an object" },
+    { "IsArray()", "", "an array" },
+    { "IsString()", "", "a string" },
+    { "IsBool()", "", "true or false" },
+    { "data_.f.flags & kUintFlag", "", "an unsigned 32-bit number" },
+    { "data_.f.flags & kInt64Flag", "", "a signed 64-bit number" },
+    { "index < data_.a.size", "", "an array with more elements" },
+    { "false", "findStageTables", "a table with \"stage_tables\" or \"match_attributes\"" },
+    { "false", "", "an object that has this member" },
+    // Sections of the file.
+    { "d[ \"tables\" ].IsArray()", "", "\"tables\" to be an array" },
+    { "lqs.IsArray()", "", "\"learn_quanta\" to be an array" },
+    { "phvs.IsArray()", "", "\"phv_allocation\" to be an array" },
+    { "table.IsObject()", "", "each element of \"tables\" to be an object" },
+    // Stage tables.
+    { "!table.HasMember( \"match_attributes\" )", "",
+      "a table with \"stage_tables\" or with \"match_attributes\", not with both" },
+    { "match_attributes.IsObject()", "", "\"match_attributes\" to be an object" },
+    { "match_attributes.HasMember( \"stage_tables\" )", "",
+      "\"match_attributes\" with \"units\" or with \"stage_tables\"" },
+    { "match_attributes[ \"stage_tables\" ].IsArray()", "", "\"stage_tables\" to be an array" },
+    { "matchAttributes[ \"stage_tables\" ].IsArray()", "", "\"stage_tables\" to be an array" },
+    { "unit[ \"stage_tables\" ].IsArray()", "", "\"stage_tables\" of a unit to be an array" },
+    { "stages->IsArray()", "", "\"stage_tables\" to be an array" },
+    { "units.IsArray()", "", "\"units\" to be an array" },
+    { "matchAttributes[ \"units\" ].IsArray()", "", "\"units\" to be an array" },
+    // Match tables.
+    { "table[ \"static_entries\" ].IsArray()", "", "\"static_entries\" to be an array" },
+    { "atcamMatchAttributes.IsArray()", "",
+      "no \"algorithmic_lpm\" table that is resource-controllable; compilers mark these otherwise" },
+    { "matAttrMatchType != \"algorithmic_tcam\"", "",
+      "\"number_partitions\" in the \"match_attributes\" of an \"algorithmic_tcam\" table" },
+    { "parser->resourceHandlesHas( adtTblHdl )", "",
+      "\"action_data_table_refs\" to hold the handle of a table that has stage tables", true },
+    { "parser->resourceHandlesHas( selTblHdl )", "",
+      "\"selection_table_refs\" to hold the handle of a table that has stage tables", true },
+    { "false && \"Table not found\"", "", "a table that references this one", true },
+    // The switch configuration.
+    { "\"numPipelines > 0\" == nullptr", "", "at least one element in \"pipelines\" of every device" },
+};
+
+} // namespace
+
+Expectation expectationOf( Zel::AssertionFailure const& failure ) {
+    for( Wording const& row : wordings ) {
+        if( failure.condition == row.condition && failure.function.find( row.function ) != String::npos )
+            return { row.text, row.traceAddsToIt };
+    }
+    return { failure.condition, true };
+}
+
+} // namespace Bfri

@@ -1,0 +1,41 @@
+#pragma once
+
+// The records of the model as rows: every field, named and ordered as in the record.
+
+#include "cli/Row.h"
+#include "resourceinfo/BfResourceInfoIntf.h"
+
+#include <algorithm>
+
+namespace Bfri {
+
+using BfResourceInfo::BfZelResource;
+
+Row rowOf( BfResource const& record );
+Row rowOf( BfTableInfo const& record );
+Row rowOf( BfTableCounterInfo const& record );
+Row rowOf( BfTableMeterInfo const& record );
+Row rowOf( BfTableWredInfo const& record );
+Row rowOf( BfRegisterInfo const& record );
+Row rowOf( BfLearnQuantaInfo const& record );
+Row rowOf( BfActionInfo const& record );
+Row rowOf( BfDynamicHashInfo const& record );
+Row rowOf( BfZelResource const& record );
+
+/// A table's row for people: what the table does not have is absent, where the record holds a zero.
+Row shownRow( BfTableInfo const& record );
+
+/// The value of a row's field; absent when there is no such field.
+Value valueOf( Row const& row, std::string_view name );
+
+/// Pointers to the entries of a hash map, by ascending key.
+template<class Map>
+auto sortedByKey( Map const& map ) {
+    std::vector<decltype( &*map.begin() )> entries;
+    for( auto const& entry : map )
+        entries.push_back( &entry );
+    std::sort( entries.begin(), entries.end(), []( auto a, auto b ) { return a->first < b->first; } );
+    return entries;
+}
+
+} // namespace Bfri

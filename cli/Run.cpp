@@ -1,0 +1,64 @@
+#include "cli/Run.h"
+
+#include "cli/CommandLine.h"
+#include "cli/JsonFormat.h"
+#include "cli/Load.h"
+#include "cli/Utf8.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace Bfri {
+
+namespace {
+
+void requireWritten( std::ostream& out ) {
+    out.flush();
+    if( out )
+        return;
+    String const reason = errno ? String( ": " ) + std::strerror( errno ) : "";
+    throw Failure( ExitStatus::internal, "can't write to standard output" + reason );
+}
+
+void explainAsJson( Failure const& failure, std::ostream& out ) {
+    JsonAnswer answer( out );
+    answer.member( "error", String( failure.what() ) );
+    answer.member( "suggestions", listOf( failure.suggestions, []( String const& name ) { return name; } ) );
+}
+
+void answer( Request const& request, Streams const& io ) {
+    try {
+        auto const model = load( request.conf, request.command->onBadData, io.err );
+        request.command->run( *model, request, io );
+    } catch( Failure const& failure ) {
+        if( request.format == Format::json )
+            explainAsJson( failure, io.out );
+        requireWritten( io.out );
+        throw;
+    }
+}
+
+ExitStatus report( Failure const& failure, std::ostream& err ) {
+    err << "bfri: " << failure.what() << '\n';
+    for( String const& name : failure.suggestions )
+        err << "  " << shown( name ) << '\n';
+    return failure.status;
+}
+
+} // namespace
+
+ExitStatus run( int argc, char const* const* argv, Streams const& io ) {
+    try {
+        errno = 0;
+        if( auto const request = parseCommandLine( argc, argv, io.out ) )
+            answer( *request, io );
+        requireWritten( io.out );
+        return ExitStatus::done;
+    } catch( Failure const& failure ) {
+        return report( failure, io.err );
+    } catch( std::exception const& error ) {
+        return report( Failure( ExitStatus::internal, "internal error: " + shown( error.what() ) ), io.err );
+    }
+}
+
+} // namespace Bfri

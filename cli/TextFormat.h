@@ -1,0 +1,16 @@
+#pragma once
+
+#include "cli/Row.h"
+
+#include <ostream>
+
+namespace Bfri {
+
+/// Aligned columns under their names, numbers to the right. Absent and empty values show as "-".
+void printColumns( std::ostream& out, RowList const& list );
+
+/// A line a field: its name, and its value in a second column. A value that is a list of rows takes a line
+/// for each of them.
+void printFields( std::ostream& out, Row const& row );
+
+} // namespace Bfri

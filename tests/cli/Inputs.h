@@ -1,0 +1,73 @@
+#pragma once
+
+// What the tests of the inspector share: files in a folder of their own, models that a test fills, and ways
+// to run a command within the process.
+
+#include "cli/Commands.h"
+#include "cli/Failure.h"
+#include "zel/Ptr.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <rapidjson/document.h>
+#include <vector>
+
+/// Runs each test in an empty folder, so that paths in outputs are short and the same everywhere.
+class InFolder : public testing::Test {
+  protected:
+    InFolder();
+    ~InFolder() override;
+
+  private:
+    std::filesystem::path const former_;
+    std::filesystem::path const folder_;
+};
+
+void writeFile( String const& path, String const& text );
+
+/// Writes "switch.conf" for one pipeline on pipes 0 and 1 with that context file.
+void writeSwitchConf( String const& contextFile );
+
+/// The elements of "tables" in a context file that is otherwise as empty as one can be.
+String contextOf( String const& tables );
+
+/// A match table that can be read. What follows its last member, ", ..." or nothing, is the test's.
+String matchTable( String const& name, unsigned handle, String const& more = "" );
+
+/// A record with a name and a handle.
+template<class Record>
+Record named( String const& name, U32 handle = 0 ) {
+    Record record;
+    record.name = name;
+    record.handle = handle;
+    return record;
+}
+
+/// A model without devices, for a test to fill. Needs InFolder.
+Zel::Ptr<Bfri::Model> emptyModel();
+
+/// What a command says of a model.
+String answerOf( decltype( Bfri::Command::run ) command, Bfri::Model const& model, Bfri::Format format,
+                 String const& name = "" );
+
+/// The same, parsed; checks that it is one JSON object of the known format.
+rapidjson::Document jsonAnswerOf( decltype( Bfri::Command::run ) command, Bfri::Model const& model,
+                                  String const& name = "" );
+
+/// Parses the text of one JSON object of the known format.
+rapidjson::Document parsed( String const& text );
+
+/// A value of an answer in one line, for comparing.
+String compact( rapidjson::Value const& value );
+
+/// The names of an object's members, in their order.
+std::vector<String> memberNames( rapidjson::Value const& object );
+
+struct Outcome {
+    int status;
+    String out;
+    String err;
+};
+
+/// Runs the whole program within this process.
+Outcome bfri( std::vector<char const*> arguments );

@@ -1,0 +1,100 @@
+#include "tests/cli/Inputs.h"
+
+#include "zel/Assert.h"
+#include "zel/Trace.h"
+
+#include <fstream>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <thread>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+char const* const commandsWithoutName[] = { "summary", "tables", "resources", "dump" };
+
+class Loading : public InFolder {};
+
+TEST_F( Loading, OfAMissingConfigurationIsStatus3InTheWordsOfTheLogMessage ) {
+    for( char const* const command : commandsWithoutName ) {
+        auto const outcome = bfri( { command, "no.conf" } );
+        EXPECT_EQ( outcome.status, 3 );
+        EXPECT_THAT( outcome.out, IsEmpty() );
+        EXPECT_EQ( outcome.err, "bfri: There was an error in the provided switch.conf for profile no.conf: "
+                                "no.conf: No such file or directory.\n"
+                                "Correct the switch.conf file.\n" );
+    }
+}
+
+TEST_F( Loading, OfABadConfigurationSaysWhereInIt ) {
+    writeFile( "switch.conf", "{ \"devices\":\n  7 }" );
+    for( char const* const command : commandsWithoutName ) {
+        auto const outcome = bfri( { command, "switch.conf" } );
+        EXPECT_EQ( outcome.status, 3 );
+        EXPECT_THAT( outcome.err, HasSubstr( "for profile switch.conf: switch.conf:2:3: expected " ) );
+    }
+}
+
+TEST_F( Loading, OfAConfigurationThatIsNoJsonEndsItsSentenceOnce ) {
+    writeFile( "switch.conf", "{ \"devices\": [,] }" );
+    EXPECT_EQ( bfri( { "summary", "switch.conf" } ).err,
+               "bfri: There was an error in the provided switch.conf for profile switch.conf: "
+               "switch.conf:1:15: Invalid value.\nCorrect the switch.conf file.\n" );
+}
+
+TEST_F( Loading, OfABadConfigurationInJsonAnswersInJson ) {
+    auto const outcome = bfri( { "tables", "no.conf", "--json" } );
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_EQ( compact( parsed( outcome.out ) ),
+               R"({"format":1,"error":"There was an error in the provided switch.conf for profile no.conf: )"
+               R"(no.conf: No such file or directory.\nCorrect the switch.conf file.","suggestions":[]})" );
+}
+
+TEST_F( Loading, KeepsConfigurationNamesFromTheTerminal ) {
+    EXPECT_THAT( bfri( { "summary", "a\x1B%s.conf" } ).err,
+                 HasSubstr( "profile a\\x1b%s.conf: a\\x1b%s.conf: " ) );
+}
+
+TEST_F( Loading, TracesToTheGivenStream ) {
+    writeSwitchConf( "context.json" );
+    writeFile( "context.json", contextOf( "" ) );
+    auto& handle = Zel::TraceHandle::byName( "BfResourceParser" );
+    handle.levelIs( 6, true );
+    auto const outcome = bfri( { "summary", "switch.conf" } );
+    handle.levelIs( 6, false );
+    EXPECT_EQ( outcome.status, 0 );
+    EXPECT_THAT( outcome.err, HasSubstr( "BfResourceParser/6 " ) );
+    EXPECT_THAT( outcome.err, HasSubstr( ": Preprocessing done\n" ) );
+}
+
+TEST_F( Loading, ThatWorksStillShowsTraceLinesOfLevel0 ) {
+    writeSwitchConf( "context.json" );
+    ASSERT_EQ( mkfifo( "context.json", 0600 ), 0 );
+    std::thread writer( [] { // the reading waits for it
+        std::ofstream file( "context.json" );
+        Zel::traceEmit( { "Elsewhere", 0, 12, "f", "a line" } );
+        file << contextOf( "" );
+    } );
+    auto const outcome = bfri( { "summary", "switch.conf" } );
+    writer.join();
+    EXPECT_EQ( outcome.status, 0 );
+    EXPECT_EQ( outcome.err, "Elsewhere/0 12 f: a line\n" );
+}
+
+unsigned linesOfTheTest = 0;
+
+TEST_F( Loading, LeavesTheProcessAsItWas ) {
+    writeSwitchConf( "missing.json" );
+    Zel::traceSinkIs( []( Zel::TraceLine const& ) { ++linesOfTheTest; } );
+    for( char const* const conf : { "switch.conf", "no.conf" } ) {
+        EXPECT_EQ( bfri( { "summary", conf } ).status, 3 );
+        EXPECT_EQ( Zel::assertionHandlerIs( nullptr ), nullptr );
+    }
+    Zel::traceEmit( { "test", 0, 1, "f", "text" } );
+    Zel::traceSinkIs( {} );
+    EXPECT_EQ( linesOfTheTest, 1U );
+}
+
+} // namespace

@@ -1,0 +1,151 @@
+#include "tests/cli/Inputs.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using Bfri::ExitStatus;
+using Bfri::Format;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class Table : public InFolder {
+  protected:
+    Table() {
+        auto& parser = *model->parser();
+        parser.bfTablesPush( named<BfTableInfo>( "pipe.Ingress.acl", 1 ) );
+        BfTableInfo lpm = named<BfTableInfo>( "pipe.Ingress.lpm", 2 );
+        lpm.hitBitSupported = true; // from slot 0 on
+        lpm.adtName = "members";    // of handle 0 and size 0
+        lpm.maxSelGroups = 2;       // so has a selection table, of handle 0
+        parser.bfTablesPush( lpm );
+        parser.bfTablesPush( named<BfTableInfo>( "pipe.Egress.acl", 3 ) );
+        BfResourceInfo::BfZelResource placed;
+        placed.handle = 1;
+        placed.stageStart = 6;
+        placed.statReferencesEnq( 5 );
+        placed.statReferencesEnq( 6 );
+        placed.meterReferencesEnq( 7 );
+        parser.resourceHandlesIs( 1, placed );
+        BfResourceInfo::BfZelResource counter;
+        counter.name = "hits";
+        parser.resourceHandlesIs( 5, counter );
+    }
+
+    /// What asking for a name ends with.
+    std::pair<ExitStatus, std::vector<String>> failureOf( String const& name ) {
+        try {
+            answerOf( Bfri::table, *model, Format::text, name );
+        } catch( Bfri::Failure const& failure ) {
+            message = failure.what();
+            return { failure.status, failure.suggestions };
+        }
+        return { ExitStatus::done, {} };
+    }
+
+    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    String message;
+};
+
+TEST_F( Table, ShowsEveryFieldAndTheNamesBehindReferences ) {
+    EXPECT_EQ( answerOf( Bfri::table, *model, Format::text, "pipe.Ingress.acl" ),
+               R"(name                pipe.Ingress.acl
+handle              0x00000001
+size                0
+totalEntries        0
+hitBitSupported     no
+idleTimePrecision   -
+hitBitSmashOffset   -
+hitBitSmashLast     -
+maxEntries          0
+maxPartitions       0
+maxPrios            0
+hasActionProfile    no
+maxAdtEntries       -
+maxSelGroups        -
+maxSelEntries       -
+adtHandle           -
+selHandle           -
+adtName             -
+selName             -
+logicalPipe         -
+stageStart          6
+statReferences      0x00000005 hits
+                    0x00000006 -
+meterReferences     0x00000007 -
+statefulReferences  -
+)" );
+}
+
+TEST_F( Table, TellsZeroFromAbsent ) {
+    String const text = answerOf( Bfri::table, *model, Format::text, "lpm" );
+    EXPECT_THAT( text, HasSubstr( "hitBitSmashOffset   0\n" ) );
+    EXPECT_THAT( text, HasSubstr( "maxAdtEntries       0\n" ) );
+    EXPECT_THAT( text, HasSubstr( "adtHandle           0x00000000\n" ) );
+    EXPECT_THAT( text, HasSubstr( "selHandle           0x00000000\n" ) );
+    EXPECT_THAT( text, HasSubstr( "stageStart          -\n" ) ); // no entry for its handle
+}
+
+TEST_F( Table, AsJsonHasTheRecordsOwnFieldsThenThePlacement ) {
+    auto const answer = jsonAnswerOf( Bfri::table, *model, "pipe.Ingress.acl" );
+    EXPECT_THAT( memberNames( answer ),
+                 ElementsAre( "format", "name", "handle", "size", "totalEntries", "hitBitSupported",
+                              "idleTimePrecision", "hitBitSmashOffset", "hitBitSmashLast", "maxEntries",
+                              "maxPartitions", "maxPrios", "hasActionProfile", "maxAdtEntries",
+                              "maxSelGroups", "maxSelEntries", "adtHandle", "selHandle", "adtName", "selName",
+                              "logicalPipe", "stageStart", "statReferences", "meterReferences",
+                              "statefulReferences" ) );
+    EXPECT_EQ( answer[ "idleTimePrecision" ].GetUint(), 0U ); // as the record has it
+    EXPECT_EQ( compact( answer[ "statReferences" ] ),
+               R"([{"handle":5,"name":"hits"},{"handle":6,"name":null}])" );
+    EXPECT_EQ( compact( answer[ "statefulReferences" ] ), "[]" );
+}
+
+TEST_F( Table, WithoutAnEntryForItsHandleHasNullsForThePlacement ) {
+    auto const answer = jsonAnswerOf( Bfri::table, *model, "lpm" );
+    for( char const* const name :
+         { "stageStart", "statReferences", "meterReferences", "statefulReferences" } )
+        EXPECT_TRUE( answer[ name ].IsNull() ) << name;
+}
+
+TEST_F( Table, IsFoundByAUniqueSuffix ) {
+    for( char const* const name : { "lpm", ".lpm", "Ingress.lpm", "pipe.Ingress.lpm" } )
+        EXPECT_STREQ( jsonAnswerOf( Bfri::table, *model, name )[ "name" ].GetString(), "pipe.Ingress.lpm" );
+}
+
+TEST_F( Table, IsPreferredByItsExactName ) {
+    model->parser()->bfTablesPush( named<BfTableInfo>( "lpm", 9 ) );
+    EXPECT_EQ( jsonAnswerOf( Bfri::table, *model, "lpm" )[ "handle" ].GetUint(), 9U );
+}
+
+TEST_F( Table, OfAnAmbiguousSuffixIsNotFoundButTheCandidatesAreListed ) {
+    auto const [ status, names ] = failureOf( "acl" );
+    EXPECT_EQ( status, ExitStatus::no );
+    EXPECT_EQ( message, "'acl' is the end of several tables' names:" );
+    EXPECT_THAT( names, ElementsAre( "pipe.Egress.acl", "pipe.Ingress.acl" ) );
+}
+
+TEST_F( Table, OfAnUnknownNameIsNotFoundButNearNamesAreSuggested ) {
+    auto const [ status, names ] = failureOf( "lpn" );
+    EXPECT_EQ( status, ExitStatus::no );
+    EXPECT_EQ( message, "no match table 'lpn'; names like it:" );
+    EXPECT_THAT( names, ElementsAre( "pipe.Ingress.lpm" ) );
+}
+
+TEST_F( Table, OfAnUnknownNameLikeNoOtherPointsAtTheList ) {
+    auto const [ status, names ] = failureOf( "zzzzzz" );
+    EXPECT_EQ( status, ExitStatus::no );
+    EXPECT_EQ( message, "no match table 'zzzzzz'; 'bfri tables' lists them all" );
+    EXPECT_THAT( names, ElementsAre() );
+}
+
+TEST_F( Table, OfANameThatSeveralHaveIsTheFirstAndSaysSo ) {
+    model->parser()->bfTablesPush( named<BfTableInfo>( "pipe.Ingress.lpm", 99 ) );
+    std::ostringstream out;
+    std::ostringstream err;
+    Bfri::table( *model, { nullptr, "", "lpm", Format::text }, { out, err } );
+    EXPECT_THAT( out.str(), HasSubstr( "handle              0x00000002\n" ) );
+    EXPECT_EQ( err.str(), "bfri: 2 tables have this name; this is the first, as for every query\n" );
+}
+
+} // namespace
