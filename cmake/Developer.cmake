@@ -8,5 +8,12 @@ if( BFRESOURCEINFO_DEVELOPER )
 endif()
 if( BFRESOURCEINFO_SANITIZE )
     add_compile_options( -fsanitize=${BFRESOURCEINFO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer )
+    # Clang objects to RapidJSON adding zero to the null pointer of an empty stack.
+    add_compile_options( $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=pointer-overflow> )
     add_link_options( -fsanitize=${BFRESOURCEINFO_SANITIZE} )
+endif()
+
+option( BFRESOURCEINFO_FUZZ "Link the fuzz targets with libFuzzer (Clang)" OFF )
+if( BFRESOURCEINFO_FUZZ )
+    add_compile_options( -fsanitize=fuzzer-no-link )
 endif()

@@ -11,7 +11,8 @@ set( BFRESOURCEINFO_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/BfResourceInfo )
 # private.
 function( bfri_install_library target source destination )
     set_target_properties( ${target} PROPERTIES VERSION ${PROJECT_VERSION}
-                           SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR} )
+                           SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
+                           INSTALL_RPATH $ORIGIN ) # the libraries find each other wherever they are installed
     install( TARGETS ${target} EXPORT BfResourceInfoTargets
              LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} NAMELINK_COMPONENT Development )
     file( GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${source}/*.h )

@@ -47,7 +47,7 @@ StageTables findStageTables( Json table ) {
     }
     if( table.HasMember( "match_attributes" ) )
         return matchStageTables( table[ "match_attributes" ] );
-    BF_TRACE( 0 ) << table[ "name" ].GetString() << " failed";
+    BF_TRACE( 0 ) << table.textOf( "name" ).value_or( "" ) << " failed";
     ZEL_ASSERT( false );
 }
 
