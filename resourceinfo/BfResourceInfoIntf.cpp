@@ -40,10 +40,11 @@ Zel::Ptr<BfResourceParser> BfResourceInfoIntf::parserIs( String const& name ) {
 
 Zel::Ptr<BfResourceParser> BfResourceInfoIntf::parserDel() { return std::exchange( parser_, nullptr ); }
 
-Zel::Ptr<BfResourceParser> BfResourceInfoIntf::queried() const {
-    Zel::Ptr<BfResourceParser> parser = parser_;
-    ZEL_ASSERT( parser ) << "query without a parser";
-    return parser;
+Zel::Ptr<BfResourceParser> BfResourceInfoIntf::queried( Zel::SourceLocation query ) const {
+    if( !parser_ )
+        Zel::AssertionSite{ ZEL_SOURCE, query.line(), query.function_name(), "parser" }.fail(
+            "query without a parser" );
+    return parser_;
 }
 
 } // namespace BfResourceInfo

@@ -5,6 +5,7 @@
 #include "resourceinfo/model/Records.h"
 #include "resourceinfo/parser/BfResourceParser.h"
 #include "zel/Ptr.h"
+#include "zel/SourceLocation.h"
 
 namespace BfResourceInfo {
 
@@ -102,7 +103,7 @@ class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
 
   private:
     void handleInitialized();
-    Zel::Ptr<BfResourceParser> queried() const;
+    Zel::Ptr<BfResourceParser> queried( Zel::SourceLocation query = Zel::SourceLocation::current() ) const;
 
     String const switchConf_;
     Zel::Ptr<BfResourceParser> parser_;

@@ -105,9 +105,8 @@ void readActionData( BfResourceParser* parser, Json table, BfResourceParserConte
     U32 const adtTblHdl = getHandle( *reference, context );
     record.adtHandle = adtTblHdl;
     record.adtName = ( *reference )[ "name" ].GetString();
-    if( !parser->resourceHandlesHas( adtTblHdl ) ) {
+    if( !parser->resourceHandlesHas( adtTblHdl ) )
         BF_TRACE( 0 ) << "Can't find action tbl hdl " << adtTblHdl;
-    }
     ZEL_ASSERT( parser->resourceHandlesHas( adtTblHdl ) );
     record.maxAdtEntries = parser->resourceHandles().find( adtTblHdl )->size;
 }
@@ -120,9 +119,8 @@ void readSelection( BfResourceParser* parser, Json table, BfResourceParserContex
     U32 const selTblHdl = getHandle( *reference, context );
     record.selHandle = selTblHdl;
     record.selName = ( *reference )[ "name" ].GetString();
-    if( !parser->resourceHandlesHas( selTblHdl ) ) {
+    if( !parser->resourceHandlesHas( selTblHdl ) )
         BF_TRACE( 0 ) << "Can't find sel tbl hdl " << selTblHdl;
-    }
     ZEL_ASSERT( parser->resourceHandlesHas( selTblHdl ) );
     record.maxSelEntries = parser->resourceHandles().find( selTblHdl )->size;
     record.maxSelGroups = 2;
@@ -144,14 +142,14 @@ int parseBfTable( BfResourceParser* parser, Json table, String const& contextFil
     std::string_view const matAttrMatchType = matchAttributes[ "match_type" ].GetString();
     readHitBitSupport( matchAttributes, matAttrMatchType, record );
     record.maxPartitions = maxPartitions( matchAttributes, matAttrMatchType );
-    if( record.hitBitSupported ) {
+    if( record.hitBitSupported )
         record.idleTimePrecision = idleTimePrecision( table, matchAttributes );
-        takeHitBits( parser, record );
-    }
     record.hasActionProfile = table.HasMember( "action_profile" );
     record.logicalPipe = getLogicalPipe( table, contextFile );
     readActionData( parser, table, context, record );
     readSelection( parser, table, context, record );
+    if( record.hitBitSupported )
+        takeHitBits( parser, record ); // nothing can fail any more, so no slots are lost
     BF_TRACE( 7 ) << "Parsed table " << record.name;
     parser->bfTablesPush( std::move( record ) );
     return 0;
