@@ -24,7 +24,7 @@ constexpr Command table_[] = {
 };
 
 constexpr char const* footer = "Exit status: 0 done, 1 not found, 2 wrong usage, 3 input cannot be loaded, "
-                               "4 internal error.\n"
+                               "4 internal error or output not written.\n"
                                "Set ZEL_TRACE=BfResourceParser/5-7 to see on standard error how files are "
                                "read.";
 

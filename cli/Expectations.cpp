@@ -6,6 +6,9 @@ namespace Bfri {
 
 namespace {
 
+constexpr char const* noAlgorithmicLpm =
+    "no \"algorithmic_lpm\" table that is resource-controllable; compilers mark these otherwise";
+
 struct Wording {
     std::string_view condition;
     std::string_view function; ///< part of the signature, where a condition has several meanings
@@ -16,6 +19,7 @@ struct Wording {
 // The first row that fits counts.
 constexpr Wording wordings[] = {
     // Access to a value of the file.
+    { "IsObject()", "readAlgorithmicLpm", noAlgorithmicLpm },
     { "IsObject()", "", "an object" },
     { "IsArray()", "", "an array" },
     { "IsString()", "", "a string" },
@@ -44,8 +48,7 @@ constexpr Wording wordings[] = {
     { "matchAttributes[ \"units\" ].IsArray()", "", "\"units\" to be an array" },
     // Match tables.
     { "table[ \"static_entries\" ].IsArray()", "", "\"static_entries\" to be an array" },
-    { "atcamMatchAttributes.IsArray()", "",
-      "no \"algorithmic_lpm\" table that is resource-controllable; compilers mark these otherwise" },
+    { "atcamMatchAttributes.IsArray()", "", noAlgorithmicLpm },
     { "matAttrMatchType != \"algorithmic_tcam\"", "",
       "\"number_partitions\" in the \"match_attributes\" of an \"algorithmic_tcam\" table" },
     { "parser->resourceHandlesHas( adtTblHdl )", "",

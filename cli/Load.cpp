@@ -151,6 +151,20 @@ Zel::Ptr<Model> loadWithExplanation( String const& conf, std::ostream& err ) {
     }
 }
 
+/// Of several pipelines with the same pipes only the last is read; whoever wrote them should hear of it.
+void warnOfUnreadPipelines( Model const& model, std::ostream& err ) {
+    std::vector<String> read;
+    for( auto const& entry : model.parser()->contextFile() )
+        read.push_back( entry.value() );
+    for( Ostler::Device const& device : Ostler::sdkContext()->profile.devices ) {
+        for( Ostler::Pipeline const& pipeline : device.pipelines ) {
+            if( std::find( read.begin(), read.end(), pipeline.contextFile ) == read.end() )
+                err << "bfri: " << shown( pipeline.contextFile )
+                    << " is not read: a later pipeline has the same pipes\n";
+        }
+    }
+}
+
 } // namespace
 
 Zel::Ptr<Model> load( String const& conf, OnBadData onBadData, std::ostream& err ) {
@@ -159,6 +173,7 @@ Zel::Ptr<Model> load( String const& conf, OnBadData onBadData, std::ostream& err
     Ostler::Status const& status = Ostler::sdkContext()->status;
     if( !status.ok() )
         configurationFailed( conf, status );
+    warnOfUnreadPipelines( *model, err );
     return model;
 }
 

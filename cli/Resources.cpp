@@ -12,6 +12,7 @@ void resources( Model const& model, Request const& request, Streams const& io ) 
     auto const all = [ & ]( BfZelResource const& resource ) {
         Row row = rowOf( resource );
         row.push_back( { "parent", parentOf( resource.name ) } );
+        row.push_back( { "severalParents", parser.multipleParentTablesHas( resource.name ) } );
         return row;
     };
     auto const telling = [ & ]( BfZelResource const& resource ) -> Row {
@@ -23,7 +24,8 @@ void resources( Model const& model, Request const& request, Streams const& io ) 
                  { "METERS", valueOf( row, "meterReferences" ) },
                  { "STATEFUL", valueOf( row, "statefulReferences" ) },
                  { "NAME", valueOf( row, "name" ) },
-                 { "PARENT", valueOf( row, "parent" ) } };
+                 { "PARENT", parser.multipleParentTablesHas( resource.name ) ? Value( "(several)" )
+                                                                             : valueOf( row, "parent" ) } };
     };
     std::vector<std::reference_wrapper<BfZelResource const>> byHandle;
     for( auto const* const entry : sortedByKey( parser.resourceHandles() ) )

@@ -1,7 +1,7 @@
 #include "resourceinfo/BfResourceInfoIntf.h"
 
 #include "resourceinfo/Queries.h"
-#include "resourceinfo/TypeModules.h"
+#include "resourceinfo/model/TypeModules.h"
 
 namespace BfResourceInfo {
 

@@ -46,7 +46,8 @@ class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
     bool initialized() const { return initialized_; }
 
     /// The parser that holds the model; empty after parserDel. Holding it keeps that model alive, also when
-    /// the interface moves on to another one.
+    /// the interface moves on to another one. The reference is to the interface's own slot: copy it to hold
+    /// it.
     Zel::Ptr<BfResourceParser> const& parser() const { return parser_; }
     /// The parser for a switch configuration's path: the present one when it has that path (nothing is read
     /// again), else a new one that has read everything, which takes the place of the present one once it is
@@ -61,7 +62,7 @@ class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
 
     /// Number of resources; their indexes run from 0 in parse order.
     U32 bfResourcesNum() const;
-    /// Index of the first resource of that name, else BfResourceInfoIndexInvalid. Never fails.
+    /// Index of the first resource of that name, else BfResourceInfoIndexInvalid.
     U32 bfResourceIndex( String const& res ) const;
     /// The resource at an index. Fatal: "index != BfResourceInfoIndexInvalid" for that very index, then
     /// "index < bfResourcesNum()".
@@ -84,7 +85,7 @@ class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
     U32 bfTablesNum() const;
     /// Number of slots of the hit-bit space that all tables with idle time share.
     U32 bfTablesHitBitSmashSize() const;
-    /// Index of the first table of that name, else BfResourceInfoIndexInvalid. Never fails.
+    /// Index of the first table of that name, else BfResourceInfoIndexInvalid.
     U32 bfTableIndex( String const& tbl ) const;
     /// The table at an index; throws Vessa::VectorOutOfRange from bfTablesNum() on.
     BfTableInfo bfTable( U32 index ) const;
@@ -103,7 +104,8 @@ class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
 
   private:
     void handleInitialized();
-    Zel::Ptr<BfResourceParser> queried( Zel::SourceLocation query = Zel::SourceLocation::current() ) const;
+    BFRESOURCEINFO_LOCAL Zel::Ptr<BfResourceParser>
+    queried( Zel::SourceLocation query = Zel::SourceLocation::current() ) const;
 
     String const switchConf_;
     Zel::Ptr<BfResourceParser> parser_;

@@ -9,15 +9,16 @@ U32 BfResourceInfoIntf::bfResourceIndex( String const& res ) const {
 }
 
 BfResource BfResourceInfoIntf::bfResource( U32 index ) const {
+    auto const parser = queried();
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid );
     ZEL_ASSERT( index < bfResourcesNum() );
-    return queried()->bfResources().at( index );
+    return parser->bfResources().at( index );
 }
 
 U32 BfResourceInfoIntf::bfResourceField( String const& res, BfResourceFieldId f ) const {
     auto const parser = queried();
     U32 const index = indexOf( parser->bfResources(), res );
-    ZEL_ASSERT( index != BfResourceInfoIndexInvalid );
+    ZEL_ASSERT( index != BfResourceInfoIndexInvalid ) << "no resource " << res;
     ZEL_ASSERT( index < bfResourcesNum() );
     BfResource const& record = parser->bfResources().at( index );
     switch( f ) {
@@ -34,13 +35,13 @@ U32 BfResourceInfoIntf::bfResourceField( String const& res, BfResourceFieldId f 
     case resourceStageStart: // served by bfResourceStageStart alone
         break;
     }
-    ZEL_ASSERT( 0 && "Unsupported field" );
+    ZEL_ASSERT( 0 && "Unsupported field" ) << "field " << unsigned{ f };
 }
 
 int BfResourceInfoIntf::bfResourceStageStart( String const& res ) const {
     auto const parser = queried();
     U32 const index = indexOf( parser->bfResources(), res );
-    ZEL_ASSERT( index != BfResourceInfoIndexInvalid );
+    ZEL_ASSERT( index != BfResourceInfoIndexInvalid ) << "no resource " << res;
     ZEL_ASSERT( index < bfResourcesNum() );
     return static_cast<int>( parser->bfResources().at( index ).stageStart );
 }
@@ -49,7 +50,7 @@ BfResource BfResourceInfoIntf::bfResourceByHandle( U32 handle ) const {
     auto const parser = queried();
     if( BfResource const* const record = recordByHandle( parser->bfResources(), handle ) )
         return *record;
-    ZEL_ASSERT( 0 );
+    ZEL_ASSERT( 0 ) << "no resource with handle " << handle;
 }
 
 } // namespace BfResourceInfo

@@ -15,7 +15,7 @@ BfTableInfo BfResourceInfoIntf::bfTable( U32 index ) const { return queried()->b
 U32 BfResourceInfoIntf::bfTableField( String const& tbl, BfTableFieldId f ) const {
     auto const parser = queried();
     U32 const index = indexOf( parser->bfTables(), tbl );
-    ZEL_ASSERT( index != BfResourceInfoIndexInvalid );
+    ZEL_ASSERT( index != BfResourceInfoIndexInvalid ) << "no table " << tbl;
     ZEL_ASSERT( index < bfTablesNum() );
     BfTableInfo const& record = parser->bfTables().at( index );
     switch( f ) {
@@ -48,13 +48,13 @@ U32 BfResourceInfoIntf::bfTableField( String const& tbl, BfTableFieldId f ) cons
     case tableSelHandle:
         return record.selHandle;
     }
-    ZEL_ASSERT( 0 );
+    ZEL_ASSERT( 0 ) << "no field " << unsigned{ f };
 }
 
 String BfResourceInfoIntf::bfTableString( String const& tbl, BfTableStringId f ) const {
     auto const parser = queried();
     U32 const index = indexOf( parser->bfTables(), tbl );
-    ZEL_ASSERT( index != BfResourceInfoIndexInvalid );
+    ZEL_ASSERT( index != BfResourceInfoIndexInvalid ) << "no table " << tbl;
     ZEL_ASSERT( index < bfTablesNum() );
     BfTableInfo const& record = parser->bfTables().at( index );
     switch( f ) {
@@ -65,14 +65,14 @@ String BfResourceInfoIntf::bfTableString( String const& tbl, BfTableStringId f )
     case tableLogicalPipe:
         return record.logicalPipe;
     }
-    ZEL_ASSERT( 0 );
+    ZEL_ASSERT( 0 ) << "no field " << unsigned{ f };
 }
 
 BfTableInfo BfResourceInfoIntf::bfTableByHandle( U32 handle ) const {
     auto const parser = queried();
     if( BfTableInfo const* const record = recordByHandle( parser->bfTables(), handle ) )
         return *record;
-    ZEL_ASSERT( 0 );
+    ZEL_ASSERT( 0 ) << "no table with handle " << handle;
 }
 
 String BfResourceInfoIntf::bfTableName( U32 index ) const { return queried()->bfTables().at( index ).name; }

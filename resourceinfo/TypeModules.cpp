@@ -1,4 +1,4 @@
-#include "resourceinfo/TypeModules.h"
+#include "resourceinfo/model/TypeModules.h"
 
 #include "resourceinfo/BfResourceInfoIntf.h"
 #include "resourceinfo/parser/BfResourceParser.h"

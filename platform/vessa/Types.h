@@ -1,5 +1,9 @@
 #pragma once
 
+#if __cplusplus < 202002L
+#error "BfResourceInfo and its platform libraries need C++20 (-std=c++20)"
+#endif
+
 #include <cstdint>
 #include <string>
 

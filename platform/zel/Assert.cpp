@@ -28,6 +28,7 @@ void describeFrom( std::ostream& os, InputScope const* scope ) {
 
 String currentPosition() {
     std::ostringstream position;
+    position.imbue( std::locale::classic() );
     if( innermost )
         describeFrom( position, innermost );
     return position.str();

@@ -4,6 +4,7 @@
 #include "vessa/Types.h"
 
 #include <exception>
+#include <locale>
 #include <sstream>
 
 namespace Zel {
@@ -77,6 +78,7 @@ class VESSA_EXPORT InputScope {
 /// What is streamed behind a condition.
 class AssertionMessage {
   public:
+    AssertionMessage() { text_.imbue( std::locale::classic() ); } // numbers as they are, without grouping
     template<class T>
     AssertionMessage& operator<<( T const& value ) {
         text_ << value;

@@ -1,8 +1,9 @@
 #pragma once
 
 // The operations of an entity's collections, one macro a collection kind: each declares, for an attribute of
-// the given name, the public operations and the private member. Reading operations are thread-safe among
-// themselves; the others need exclusion, as everything of an entity.
+// the given name, the public operations and the private member. Reading operations are thread-safe (of
+// ordered maps: in the atomic pointer mode) among themselves; the others need exclusion, as everything of an
+// entity.
 
 #include "vessa/Queue.h"
 #include "zel/HashMap.h"

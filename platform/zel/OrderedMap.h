@@ -29,7 +29,8 @@ class OrderedMapEntry : public PtrInterface, public Mirrow::Allocated<Entry> {
 };
 
 /// Ordered map whose entries are counted entities, in ascending key order. Iterators survive any change of
-/// the map: they hold their entry, and go on at the next greater key. Thread-compatible.
+/// the map: they hold their entry, and go on at the next greater key. Thread-compatible; iterating counts
+/// references, so several threads may read in the atomic pointer mode only.
 template<class Entry>
 class OrderedMap {
   public:

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <functional>
+#include <locale>
 #include <ostream>
 #include <sstream>
 #include <string_view>
@@ -65,7 +66,9 @@ VESSA_EXPORT void traceEmit( TraceLine const& line );
 class TraceStatement {
   public:
     TraceStatement( TraceHandle const& handle, U32 level, U32 line, char const* function )
-        : handle_( handle ), level_( level ), line_( line ), function_( function ) {}
+        : handle_( handle ), level_( level ), line_( line ), function_( function ) {
+        text_.imbue( std::locale::classic() ); // numbers are matched: no grouping, whatever the process likes
+    }
     ~TraceStatement() { traceEmit( { handle_.name(), level_, line_, function_, text_.str() } ); }
 
     std::ostream& text() { return text_; }

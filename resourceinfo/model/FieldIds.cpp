@@ -1,6 +1,6 @@
 #include "resourceinfo/model/FieldIds.h"
 
-#include "resourceinfo/TypeModules.h"
+#include "resourceinfo/model/TypeModules.h"
 
 namespace BfResourceInfo {
 

@@ -97,7 +97,7 @@ struct BfTableWredInfo {
 /// One stateful register table.
 struct BfRegisterInfo {
     String name;            ///< "name"
-    U32 handle = 0;         ///< of a directly referenced register the handle of its match table, else its own
+    U32 handle = 0;         ///< unless it is indirect, the handle of its match table, else its own
     bool indirect = false;  ///< "how_referenced" is "indirect"
     String dataType;        ///< "uint8_t", "uint16_t", "uint32_t", "uint64_t" or "*uint8"
     U32 width = 0;          ///< "alu_width", in bits

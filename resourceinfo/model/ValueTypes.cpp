@@ -1,10 +1,8 @@
 #include "resourceinfo/model/BfHeaderInfo.h"
 #include "resourceinfo/model/BfPipeMask.h"
 #include "resourceinfo/model/BfZelResource.h"
-#include "resourceinfo/parser/Source.h"
+#include "resourceinfo/model/Source.h"
 #include "zel/Assert.h"
-
-#include <sstream>
 
 namespace BfResourceInfo {
 
@@ -35,12 +33,10 @@ bool BfZelResource::isEq( BfZelResource const& other ) const {
 U32 BfZelResource::hash() const { throw Zel::UnhashableType( "BfResourceInfo::BfZelResource" ); }
 
 String valueToStrep( BfZelResource const& resource ) {
-    std::ostringstream strep;
-    strep << "Value('BfResourceInfo::BfZelResource', ** {'handle': " << resource.handle
-          << ", 'name': " << Zel::quotedStrep( resource.name ) << ", 'size': " << resource.size
-          << ", 'stageStart': " << unsigned{ resource.stageStart }
-          << ", 'statReferences': None, 'meterReferences': None, 'statefulReferences': None})";
-    return strep.str();
+    return "Value('BfResourceInfo::BfZelResource', ** {'handle': " + std::to_string( resource.handle ) +
+           ", 'name': " + Zel::quotedStrep( resource.name ) + ", 'size': " + std::to_string( resource.size ) +
+           ", 'stageStart': " + std::to_string( resource.stageStart ) +
+           ", 'statReferences': None, 'meterReferences': None, 'statefulReferences': None})";
 }
 
 std::ostream& operator<<( std::ostream& os, BfZelResource const& resource ) {

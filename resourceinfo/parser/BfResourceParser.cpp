@@ -1,7 +1,7 @@
 #include "resourceinfo/parser/BfResourceParser.h"
 
-#include "resourceinfo/TypeModules.h"
-#include "resourceinfo/parser/Source.h"
+#include "resourceinfo/model/Source.h"
+#include "resourceinfo/model/TypeModules.h"
 #include "resourceinfo/parser/context/ContextFile.h"
 
 #include <bit>

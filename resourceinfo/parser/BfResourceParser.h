@@ -32,8 +32,9 @@ using RecordSequence = Zel::Sequence<Record, BfByName<Record>, BfByHandle<Record
 /// With a handler that throws, construction leaves nothing behind. A configuration that cannot be read gives
 /// an empty model; how its reading ended stands in Ostler::sdkContext()->status.
 ///
-/// Thread-safety: any number of threads may read; a change needs exclusion. Construction uses the
-/// process-wide Ostler::sdkContext(), so two parsers are constructed one after the other.
+/// Thread-safety: any number of threads may read, when Zel::pointerMode() is atomic; a change needs
+/// exclusion. Construction uses the process-wide Ostler::sdkContext(), so two parsers are constructed one
+/// after the other.
 class BFRESOURCEINFO_EXPORT BfResourceParser : public Zel::PtrInterface,
                                                public Mirrow::Allocated<BfResourceParser> {
   public:
@@ -54,7 +55,9 @@ class BFRESOURCEINFO_EXPORT BfResourceParser : public Zel::PtrInterface,
   private:
     String const switchConf_;
 
-    /// Path of the context file for each set of pipes, "context_file". The look-up is by the exact mask.
+    /// Path of the context file for each set of pipes, "context_file". Pipe p is bit p modulo 32. The look-up
+    /// is by the exact mask; of several pipelines with the same pipes the last one counts, the others are not
+    /// read.
     ZEL_ORDERED_MAP( contextFile, ZelContextFile )
 
   public:

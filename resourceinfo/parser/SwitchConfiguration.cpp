@@ -1,6 +1,6 @@
 #include "ostler/Ostler.h"
+#include "resourceinfo/model/Source.h"
 #include "resourceinfo/parser/BfResourceParser.h"
-#include "resourceinfo/parser/Source.h"
 #include "zel/Assert.h"
 
 namespace BfResourceInfo {

@@ -119,6 +119,13 @@ INSTANTIATE_TEST_SUITE_P(
             "table 0 \"t\"",
             "no \"algorithmic_lpm\" table that is resource-controllable; compilers mark these otherwise",
             "atcamMatchAttributes.IsArray()" },
+        BadContext{
+            "algorithmic lpm of the other kind",
+            table( R"("match_attributes": { "match_type": "algorithmic_lpm", "stage_tables": [ )" + stage +
+                   R"( ], "atcam_table": { "match_attributes": [] } })" ),
+            "table 0 \"t\"",
+            "no \"algorithmic_lpm\" table that is resource-controllable; compilers mark these otherwise",
+            "IsObject()" },
         BadContext{ "partitions", table( R"("match_attributes": { "match_type": "algorithmic_tcam", "units": [
                               { "match_attributes": { "stage_tables": [ { "stage_number": 1, "size": 1,
                                 "stage_table_type": "hash_match" } ] } } ] })" ),

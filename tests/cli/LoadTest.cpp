@@ -52,6 +52,17 @@ TEST_F( Loading, OfABadConfigurationInJsonAnswersInJson ) {
                R"(no.conf: No such file or directory.\nCorrect the switch.conf file.","suggestions":[]})" );
 }
 
+TEST_F( Loading, NamesThePipelineThatALaterOneWithTheSamePipesHides ) {
+    writeFile( "a.json", contextOf( matchTable( "acl", 1 ) ) );
+    writeFile( "b.json", contextOf( matchTable( "lpm", 2 ) ) );
+    writeFile( "switch.conf", R"({"devices":[{"pipelines":[{"context_file":"a.json","pipes":[0,1]},)"
+                              R"({"context_file":"b.json","pipes":[1,0]}]}]})" );
+    auto const outcome = bfri( { "tables", "switch.conf", "--csv" } );
+    EXPECT_EQ( outcome.status, 0 );
+    EXPECT_EQ( outcome.err, "bfri: a.json is not read: a later pipeline has the same pipes\n" );
+    EXPECT_THAT( outcome.out, HasSubstr( "lpm" ) );
+}
+
 TEST_F( Loading, KeepsConfigurationNamesFromTheTerminal ) {
     EXPECT_THAT( bfri( { "summary", "a\x1B%s.conf" } ).err,
                  HasSubstr( "profile a\\x1b%s.conf: a\\x1b%s.conf: " ) );

@@ -41,18 +41,31 @@ TEST_F( Resources, AreListedByHandle ) {
 
 TEST_F( Resources, AsCsvSeparateReferencesBySpaces ) {
     EXPECT_EQ( answerOf( Bfri::resources, *model, Format::csv ),
-               "handle,name,size,stageStart,statReferences,meterReferences,statefulReferences,parent\n"
-               "16777217,acl,512,6,83886083 83886084,100663301,117440518,\n"
-               "83886083,hits,1024,7,,,,acl\n" );
+               "handle,name,size,stageStart,statReferences,meterReferences,statefulReferences,parent,"
+               "severalParents\n"
+               "16777217,acl,512,6,83886083 83886084,100663301,117440518,,false\n"
+               "83886083,hits,1024,7,,,,acl,false\n" );
 }
 
 TEST_F( Resources, AsJsonHaveANullParentWhenThereIsNone ) {
     EXPECT_EQ( compact( jsonAnswerOf( Bfri::resources, *model ) ),
                R"({"format":1,"resourceHandles":[{"handle":16777217,"name":"acl","size":512,"stageStart":6,)"
                R"("statReferences":[83886083,83886084],"meterReferences":[100663301],)"
-               R"("statefulReferences":[117440518],"parent":null},)"
+               R"("statefulReferences":[117440518],"parent":null,"severalParents":false},)"
                R"({"handle":83886083,"name":"hits","size":1024,"stageStart":7,"statReferences":[],)"
-               R"("meterReferences":[],"statefulReferences":[],"parent":"acl"}]})" );
+               R"("meterReferences":[],"statefulReferences":[],"parent":"acl","severalParents":false}]})" );
+}
+
+TEST_F( Resources, WithSeveralParentsAreToldFromThoseWithNone ) {
+    model->parser()->parentTableDel( "hits" );
+    model->parser()->multipleParentTablesIs( "hits" );
+    EXPECT_EQ( answerOf( Bfri::resources, *model, Format::text ),
+               "HANDLE      SIZE  STAGE  STATISTICS             METERS      STATEFUL    NAME  PARENT\n"
+               "0x01000001   512      6  0x05000003 0x05000004  0x06000005  0x07000006  acl   -\n"
+               "0x05000003  1024      7  -                      -           -           hits  (several)\n" );
+    auto const answer = jsonAnswerOf( Bfri::resources, *model );
+    EXPECT_TRUE( answer[ "resourceHandles" ][ 1 ][ "parent" ].IsNull() );
+    EXPECT_TRUE( answer[ "resourceHandles" ][ 1 ][ "severalParents" ].GetBool() );
 }
 
 TEST_F( Resources, AreOrderedByNumberNotByTheTextOfIt ) {

@@ -105,6 +105,7 @@ struct FatalQuery {
     char const* operation;
     std::function<void( BfResourceInfoIntf const& )> query;
     String condition;
+    String message = ""; ///< with its line end
 };
 
 class QueryDeathTest : public testing::TestWithParam<FatalQuery> {};
@@ -113,11 +114,11 @@ TEST_P( QueryDeathTest, EndsTheProcess ) {
     auto const info = emptyInterface();
     info->parser()->bfResourcesPush( { "acl", 1, 1, 1, true, 1, 1 } );
     info->parser()->bfTablesPush( aclTable() );
-    auto const& [ operation, query, condition ] = GetParam();
+    auto const& [ operation, query, condition, message ] = GetParam();
     EXPECT_EXIT( query( *info ), KilledBySignal( SIGABRT ),
                  AllOf( StartsWith( "BfResourceInfoIntf:" ),
                         HasSubstr( String( "BfResourceInfo::BfResourceInfoIntf::" ) + operation + "(" ),
-                        EndsWith( ": assertion failed: " + condition + "\n" ) ) );
+                        EndsWith( ": assertion failed: " + condition + "\n" + message ) ) );
 }
 
 String const unknownName = "index != BfResourceInfoIndexInvalid";
@@ -129,26 +130,29 @@ INSTANTIATE_TEST_SUITE_P(
         FatalQuery{ "bfResource", []( auto const& asked ) { asked.bfResource( 1 ); },
                     "index < bfResourcesNum()" },
         FatalQuery{ "bfResourceField",
-                    []( auto const& asked ) { asked.bfResourceField( "x", resourceSize ); }, unknownName },
+                    []( auto const& asked ) { asked.bfResourceField( "x", resourceSize ); }, unknownName,
+                    "no resource x\n" },
         FatalQuery{ "bfResourceField",
                     []( auto const& asked ) { asked.bfResourceField( "acl", resourceStageStart ); },
-                    "0 && \"Unsupported field\"" },
+                    "0 && \"Unsupported field\"", "field 5\n" },
         FatalQuery{ "bfResourceStageStart", []( auto const& asked ) { asked.bfResourceStageStart( "x" ); },
-                    unknownName },
-        FatalQuery{ "bfResourceByHandle", []( auto const& asked ) { asked.bfResourceByHandle( 2 ); }, "0" },
+                    unknownName, "no resource x\n" },
+        FatalQuery{ "bfResourceByHandle", []( auto const& asked ) { asked.bfResourceByHandle( 2 ); }, "0",
+                    "no resource with handle 2\n" },
         FatalQuery{ "bfTableField", []( auto const& asked ) { asked.bfTableField( "x", tableSize ); },
-                    unknownName },
+                    unknownName, "no table x\n" },
         FatalQuery{
             "bfTableField",
-            []( auto const& asked ) { asked.bfTableField( "acl", static_cast<BfTableFieldId>( 14 ) ); },
-            "0" },
+            []( auto const& asked ) { asked.bfTableField( "acl", static_cast<BfTableFieldId>( 14 ) ); }, "0",
+            "no field 14\n" },
         FatalQuery{ "bfTableString", []( auto const& asked ) { asked.bfTableString( "x", tableAdtName ); },
-                    unknownName },
+                    unknownName, "no table x\n" },
         FatalQuery{
             "bfTableString",
-            []( auto const& asked ) { asked.bfTableString( "acl", static_cast<BfTableStringId>( 3 ) ); },
-            "0" },
-        FatalQuery{ "bfTableByHandle", []( auto const& asked ) { asked.bfTableByHandle( 2 ); }, "0" } ),
+            []( auto const& asked ) { asked.bfTableString( "acl", static_cast<BfTableStringId>( 3 ) ); }, "0",
+            "no field 3\n" },
+        FatalQuery{ "bfTableByHandle", []( auto const& asked ) { asked.bfTableByHandle( 2 ); }, "0",
+                    "no table with handle 2\n" } ),
     []( auto const& row ) { return row.param.operation + std::to_string( row.index ); } );
 
 TEST( DeathTest, QueryWithoutAParserEndsTheProcess ) {

@@ -137,7 +137,7 @@ TEST_F( ResourceQueries, FailuresNameSourceAndOperation ) {
     auto const failure = failureOf( [ & ] { info_->bfResourceStageStart( "x" ); } );
     EXPECT_EQ( failure.source, "BfResourceInfoIntf" );
     EXPECT_THAT( failure.function, HasSubstr( "BfResourceInfo::BfResourceInfoIntf::bfResourceStageStart(" ) );
-    EXPECT_EQ( failure.message, "" );
+    EXPECT_EQ( failure.message, "no resource x" );
     EXPECT_EQ( failure.position, "" );
     EXPECT_GT( failure.line, 0 );
 }

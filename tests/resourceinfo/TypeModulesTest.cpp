@@ -1,4 +1,4 @@
-#include "resourceinfo/TypeModules.h"
+#include "resourceinfo/model/TypeModules.h"
 
 #include "tests/resourceinfo/Fixtures.h"
 #include "zel/Log.h"

@@ -1,6 +1,6 @@
 #include "resourceinfo/parser/context/ContextDocument.h"
 
-#include "resourceinfo/parser/Source.h"
+#include "resourceinfo/model/Source.h"
 #include "resourceinfo/parser/context/GZFileReadStream.h"
 
 #include <array>
@@ -91,6 +91,7 @@ ContextDocument::ContextDocument( String const& path ) : path_( path ) {
 ContextDocument::~ContextDocument() { lastJsonAccess() = {}; }
 
 void ContextDocument::read() {
+    errno = 0;
     GZFile const file( gzopen( path_.c_str(), "r" ), gzclose );
     if( !file )
         return unreadable( "open", std::strerror( errno ) );
@@ -101,8 +102,9 @@ void ContextDocument::read() {
     rapidjson::ParseResult result;
     auto parse = [ & ]( rapidjson::Document& ) {
         result = reader.Parse( stream, handler );
-        if( !result.IsError() )
-            stream.drain(); // damage behind a NUL is damage all the same
+        // Damaged gzip shows as text that makes no sense, or behind a NUL, long before its checksum does.
+        if( !result.IsError() || !gzdirect( file.get() ) )
+            stream.drain();
         return !result.IsError() && !stream.failed();
     };
     document_.Populate( parse );

@@ -22,7 +22,7 @@ class ContextDocument : private Zel::InputScope {
     void unreadable( char const* what, String const& reason );
     void describe( std::ostream& os ) const override;
 
-    String const& path_;
+    String const path_;
     String problem_; // why the document is null
     rapidjson::Document document_;
 };

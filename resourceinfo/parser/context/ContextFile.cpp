@@ -1,6 +1,6 @@
 #include "resourceinfo/parser/context/ContextFile.h"
 
-#include "resourceinfo/parser/Source.h"
+#include "resourceinfo/model/Source.h"
 #include "resourceinfo/parser/context/ContextDocument.h"
 #include "resourceinfo/parser/context/MatchTables.h"
 #include "resourceinfo/parser/context/Preprocess.h"
@@ -10,19 +10,24 @@ using BfResourceInfo::BfResourceParser;
 
 namespace {
 
+void parseTable( BfResourceParser* parser, Json table, String const& path,
+                 BfResourceParserContext const& context ) {
+    ZEL_ASSERT( table.IsObject() );
+    parseBfTable( parser, table, path, context );
+}
+
 void parseTables( BfResourceParser* parser, Json d, String const& path,
                   BfResourceParserContext const& context ) {
     ZEL_ASSERT( d[ "tables" ].IsArray() );
     BF_TRACE( 6 ) << "Parsing resources, tables and actions";
-    forEachTable( d, [ & ]( Json table ) {
-        ZEL_ASSERT( table.IsObject() );
-        parseBfTable( parser, table, path, context );
-    } );
+    forEachTable( d, [ & ]( Json table ) { parseTable( parser, table, path, context ); } );
 }
+
+void parseReferencedTable( Json table ) { ZEL_ASSERT( table.IsObject() ); }
 
 void parseReferencedTables( Json d ) {
     BF_TRACE( 6 ) << "Parsing counters, meters, and registers";
-    forEachTable( d, []( Json table ) { ZEL_ASSERT( table.IsObject() ); } );
+    forEachTable( d, parseReferencedTable );
 }
 
 void parseLearnQuantas( Json d ) {

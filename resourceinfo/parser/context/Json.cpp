@@ -1,6 +1,6 @@
 #include "resourceinfo/parser/context/Json.h"
 
-#include "resourceinfo/parser/Source.h"
+#include "resourceinfo/model/Source.h"
 #include "zel/Assert.h"
 
 #include <ostream>

@@ -13,7 +13,8 @@
 /// Reports a failed access at the place and value that were noted last.
 [[noreturn]] void jsonAssertionFailed( char const* condition );
 
-// In force for every inclusion of the library: RapidJSON is included here only.
+// In force for every inclusion of the library: the library's other inclusions of RapidJSON come after this
+// one.
 #define RAPIDJSON_ASSERT( condition )                                                                        \
     ( ( condition ) ? static_cast<void>( 0 ) : jsonAssertionFailed( #condition ) )
 #include <rapidjson/document.h>
@@ -25,11 +26,11 @@ struct JsonAccess {
     Zel::SourceLocation where;
 };
 
-/// For the scope of one document; its own is set up and taken down by ContextScope.
+/// Cleared by ContextDocument, when it comes and when it goes.
 JsonAccess& lastJsonAccess();
 
 /// A value of the document: RapidJSON's operations, each noted before it is made. Cheap to copy; valid as
-/// long as the document. Not thread-safe across threads of one value, nor needed to be.
+/// long as the document. The note is the thread's own, so that threads may read one document.
 class Json {
     using Where = Zel::SourceLocation;
 

@@ -1,6 +1,6 @@
 #include "resourceinfo/parser/context/MatchTables.h"
 
-#include "resourceinfo/parser/Source.h"
+#include "resourceinfo/model/Source.h"
 #include "resourceinfo/parser/context/Tables.h"
 
 using BfResourceInfo::BfResourceParser;
@@ -149,8 +149,8 @@ int parseBfTable( BfResourceParser* parser, Json table, String const& contextFil
     readActionData( parser, table, context, record );
     readSelection( parser, table, context, record );
     if( record.hitBitSupported )
-        takeHitBits( parser, record ); // nothing can fail any more, so no slots are lost
+        takeHitBits( parser, record ); // only now: a table that fails takes none
+    parser->bfTablesPush( record );
     BF_TRACE( 7 ) << "Parsed table " << record.name;
-    parser->bfTablesPush( std::move( record ) );
     return 0;
 }

@@ -1,6 +1,6 @@
 #include "resourceinfo/parser/context/Tables.h"
 
-#include "resourceinfo/parser/Source.h"
+#include "resourceinfo/model/Source.h"
 
 #include <ostream>
 

@@ -4,6 +4,7 @@
 #include "tests/support/Assertions.h"
 
 #include <gtest/gtest.h>
+#include <locale>
 #include <sstream>
 
 /// Complete here so that one can be passed: the operations refuse it.
@@ -180,6 +181,19 @@ TEST( ZelResource, StringFormNeverShowsTheQueues ) {
     resource.statefulReferencesEnq( 3 );
     EXPECT_EQ( valueToStrep( resource ), expected );
     EXPECT_EQ( streamed( resource ), expected );
+}
+
+TEST( ZelResource, StringFormIsTheSameInEveryLocale ) {
+    struct Grouping : std::numpunct<char> {
+        std::string do_grouping() const override { return "\3"; }
+    };
+    std::locale const former = std::locale::global( std::locale( std::locale::classic(), new Grouping ) );
+    BfZelResource resource;
+    resource.handle = 33554433;
+    String const strep = valueToStrep( resource );
+    std::locale::global( former );
+    EXPECT_EQ( strep, valueToStrep( resource ) );
+    EXPECT_NE( strep.find( "'handle': 33554433," ), String::npos );
 }
 
 TEST( ZelResource, StringFormQuotesTheName ) {

@@ -117,6 +117,17 @@ TEST_F( ContextLoading, CutOffCompressionIsTracedAndFatal ) {
                  ElementsAre( "Can't read context file " + path + ": unexpected end of file" ) );
 }
 
+TEST_F( ContextLoading, DamagedCompressionIsToldFromBadJson ) {
+    Support::TraceCollector const trace( "BfResourceParser", { 0 } );
+    String bytes = Support::gzip( R"({"tables":[,]})" );
+    bytes[ bytes.size() - 8 ] ^= 1; // the first byte of the checksum
+    String const path = folder_.write( "damaged.json", bytes );
+    auto const failure = failureOf( [ & ] { load( path ); } );
+    EXPECT_EQ( failure.condition, "IsObject()" );
+    EXPECT_EQ( failure.position, "context file " + path + ": can't read it: incorrect data check" );
+    EXPECT_THAT( trace.texts(), ElementsAre( "Can't read context file " + path + ": incorrect data check" ) );
+}
+
 TEST_F( ContextLoading, EmptyFileIsFatal ) {
     EXPECT_EQ( failureOfText( "" ).condition, "IsObject()" );
     EXPECT_EQ( failureOfText( " \n" ).condition, "IsObject()" );
