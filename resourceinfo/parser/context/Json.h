@@ -13,8 +13,8 @@
 /// Reports a failed access at the place and value that were noted last.
 [[noreturn]] void jsonAssertionFailed( char const* condition );
 
-// In force for every inclusion of the library: the library's other inclusions of RapidJSON come after this
-// one.
+// Must be in force wherever RapidJSON is included in the library, so this header comes before any of
+// RapidJSON's.
 #define RAPIDJSON_ASSERT( condition )                                                                        \
     ( ( condition ) ? static_cast<void>( 0 ) : jsonAssertionFailed( #condition ) )
 #include <rapidjson/document.h>
