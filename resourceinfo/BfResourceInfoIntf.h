@@ -101,6 +101,98 @@ class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
     String bfTableName( U32 index ) const;
 
     /// @}
+    /// Counters: statistics tables.
+    /// @{
+
+    /// Number of counters; their indexes run from 0 in parse order.
+    U32 bfTableCountersNum() const;
+    /// Index of the first counter of that name, else BfResourceInfoIndexInvalid.
+    U32 bfTableCounterIndex( String const& counter ) const;
+    /// The counter at an index. Fatal: "index != BfResourceInfoIndexInvalid" for that very index, then
+    /// "index < bfTableCountersNum()".
+    BfTableCounterInfo bfTableCounter( U32 index ) const;
+    /// One field of the first counter of that name; flags as 0 or 1. Fatal: "index !=
+    /// BfResourceInfoIndexInvalid" for an unknown name, "0" for a value that is no field.
+    U32 bfTableCounterField( String const& counter, BfCounterFieldId f ) const;
+
+    /// @}
+    /// Meters: meter tables that are no WRED tables.
+    /// @{
+
+    /// Number of meters; their indexes run from 0 in parse order.
+    U32 bfTableMetersNum() const;
+    /// Index of the first meter of that name, else BfResourceInfoIndexInvalid.
+    U32 bfTableMeterIndex( String const& meter ) const;
+    /// The meter at an index. Fatal: "index != BfResourceInfoIndexInvalid" for that very index, then
+    /// "index < bfTableMetersNum()".
+    BfTableMeterInfo bfTableMeter( U32 index ) const;
+    /// One field of the first meter of that name; flags as 0 or 1. Fatal: as bfTableCounterField.
+    U32 bfTableMeterField( String const& meter, BfMeterFieldId f ) const;
+    /// Name of the match table behind the first meter of that name, or without such a meter behind the first
+    /// counter of that name; empty when none or several tables use it. WRED tables are not looked at. Fatal:
+    /// "false && \"check table name\"" for a name of neither.
+    String bfAssociatedTable( String const& table ) const;
+
+    /// @}
+    /// WRED tables.
+    /// @{
+
+    /// Number of WRED tables; their indexes run from 0 in parse order.
+    U32 bfTableWredNum() const;
+    /// Index of the first WRED table of that name, else BfResourceInfoIndexInvalid.
+    U32 bfTableWredIndex( String const& wred ) const;
+    /// The WRED table at an index. Fatal: "index != BfResourceInfoIndexInvalid" for that very index, then
+    /// "index < bfTableWredNum()".
+    BfTableWredInfo bfTableWred( U32 index ) const;
+    /// One field of the first WRED table of that name; flags as 0 or 1. Fatal: as bfTableCounterField.
+    U32 bfTableWredField( String const& wred, BfWredFieldId f ) const;
+
+    /// @}
+    /// Registers, learn quantas, and the actions of match tables.
+    /// @{
+
+    /// Number of registers; their indexes run from 0 in parse order.
+    U32 bfRegistersNum() const;
+    /// Index of the first register of that name, else BfResourceInfoIndexInvalid.
+    U32 bfRegisterIndex( String const& reg ) const;
+    /// The register at an index. Fatal: "index != BfResourceInfoIndexInvalid" for that very index, then
+    /// "index < bfRegistersNum()".
+    BfRegisterInfo bfRegister( U32 index ) const;
+
+    /// Number of learn quantas; their indexes run from 0 in parse order.
+    U32 bfLearnQuantasNum() const;
+    /// Index of the first learn quanta of that name, else BfResourceInfoIndexInvalid.
+    U32 bfLearnQuantaIndex( String const& lq ) const;
+    /// The learn quanta at an index. Fatal: "index != BfResourceInfoIndexInvalid" for that very index, then
+    /// "index < bfLearnQuantasNum()".
+    BfLearnQuantaInfo bfLearnQuanta( U32 index ) const;
+
+    /// Number of actions; their indexes run from 0 in the order of the tables, then of each table's actions.
+    U32 bfActionsNum() const;
+    /// Index of the first action of that name, of whatever table, else BfResourceInfoIndexInvalid.
+    U32 bfActionIndex( String const& action ) const;
+    /// The action at an index. Fatal: "index != BfResourceInfoIndexInvalid" for that very index, then
+    /// "index < bfActionsNum()".
+    BfActionInfo bfAction( U32 index ) const;
+
+    /// @}
+    /// Flexible headers and dynamic hash calculations, by name: every byte of it counts. They let no
+    /// exception out: one inside, such as that of an assertion handler, ends the process.
+    /// @{
+
+    /// Size of a header in bytes; 0 for an unknown one.
+    U32 bfHeaderSize( String const& hdrName ) const noexcept;
+    /// Handle of a calculation ("handle"); BfResourceInfoIndexInvalid for an unknown one.
+    U32 bfDynHashTableHdl( String const& hashName ) const noexcept;
+    /// Handle of a calculation's field list; BfResourceInfoIndexInvalid for an unknown calculation.
+    U32 bfDynHashFieldListHdl( String const& hashName ) const noexcept;
+    /// Number of a calculation's fields; BfResourceInfoIndexInvalid for an unknown one.
+    U32 bfDynHashFieldCount( String const& hashName ) const noexcept;
+    /// Position of the first field of that name, as the context file writes it, in a calculation's field
+    /// list, from 0; BfResourceInfoIndexInvalid for an unknown calculation or field. Linear in the fields.
+    U32 bfDynHashFieldId( String const& hashName, String const& fieldName ) const noexcept;
+
+    /// @}
 
   private:
     void handleInitialized();

@@ -64,6 +64,14 @@
   private:                                                                                                   \
     name##Map name##_;
 
+/// The same for a map of the given type, which has the operations of Zel::HashMap<Key, Value>.
+#define ZEL_HASH_MAP_OF_TYPE( name, Map, Key, Value )                                                        \
+  public:                                                                                                    \
+    ZEL_MAP_OPERATIONS( name, Map, Key, Value )                                                              \
+                                                                                                             \
+  private:                                                                                                   \
+    Map name##_;
+
 /// Hash set. For a set `names` of String: names(), namesHas( name ), namesIs( name ) (a present name changes
 /// nothing), namesDel( name ) (returns the name; a missing one changes nothing: String()), namesDelAll().
 #define ZEL_HASH_SET( name, Key )                                                                            \

@@ -3,8 +3,8 @@
 #include "resourceinfo/Export.h"
 #include "resourceinfo/model/BfHeaderInfo.h"
 #include "resourceinfo/model/BfPipeMask.h"
-#include "resourceinfo/model/BfZelResource.h"
 #include "resourceinfo/model/Records.h"
+#include "resourceinfo/parser/ResourceHandles.h"
 #include "zel/Collections.h"
 #include "zel/Ptr.h"
 
@@ -92,8 +92,9 @@ class BFRESOURCEINFO_EXPORT BfResourceParser : public Zel::PtrInterface,
     ZEL_ORDERED_MAP( ingressPhvContainers, ZelIngressPhvContainers )
     ZEL_ORDERED_MAP( egressPhvContainers, ZelEgressPhvContainers )
 
-    /// Every placed table by its handle.
-    ZEL_HASH_MAP( resourceHandles, U32, BfZelResource )
+    /// Every placed table by its handle; of tables with the same handle the last one. Also says which one
+    /// references a counter, meter or register.
+    ZEL_HASH_MAP_OF_TYPE( resourceHandles, ResourceHandles, U32, BfZelResource )
 
     /// From a resource's name to the one table whose actions name it in "indirect_resources"; the names that
     /// several tables have so named.
@@ -103,6 +104,11 @@ class BFRESOURCEINFO_EXPORT BfResourceParser : public Zel::PtrInterface,
   public:
     /// True from the start of reading on.
     bool initialized() const { return initialized_; }
+
+    /// A P4 field name as a plain identifier: every "$" with the decimal digits behind it becomes "_1_",
+    /// whatever the digits; then every ".", "[" and "]" becomes "_". Nothing else changes: "a$12.b[3]" gives
+    /// "a_1__b_3_". Reads no state. Linear.
+    String normalizeFieldName( String const& name ) const;
 
   private:
     void handleInitialized();

@@ -1,9 +1,16 @@
 #include "resourceinfo/parser/context/ContextFile.h"
 
 #include "resourceinfo/model/Source.h"
+#include "resourceinfo/parser/context/Actions.h"
+#include "resourceinfo/parser/context/AttachedTables.h"
 #include "resourceinfo/parser/context/ContextDocument.h"
+#include "resourceinfo/parser/context/DynamicHashes.h"
+#include "resourceinfo/parser/context/FlexibleHeaders.h"
+#include "resourceinfo/parser/context/LearnQuantas.h"
 #include "resourceinfo/parser/context/MatchTables.h"
+#include "resourceinfo/parser/context/Phv.h"
 #include "resourceinfo/parser/context/Preprocess.h"
+#include "resourceinfo/parser/context/Resources.h"
 #include "resourceinfo/parser/context/Tables.h"
 
 using BfResourceInfo::BfResourceParser;
@@ -13,7 +20,10 @@ namespace {
 void parseTable( BfResourceParser* parser, Json table, String const& path,
                  BfResourceParserContext const& context ) {
     ZEL_ASSERT( table.IsObject() );
-    parseBfTable( parser, table, path, context );
+    if( table[ "table_type" ].GetString() != "condition" )
+        parseBfResource( parser, table, context );
+    if( parseBfTable( parser, table, path, context ) == 0 )
+        parseBfAction( parser, table, context );
 }
 
 void parseTables( BfResourceParser* parser, Json d, String const& path,
@@ -23,35 +33,22 @@ void parseTables( BfResourceParser* parser, Json d, String const& path,
     forEachTable( d, [ & ]( Json table ) { parseTable( parser, table, path, context ); } );
 }
 
-void parseReferencedTable( Json table ) { ZEL_ASSERT( table.IsObject() ); }
+void parseAttachedTable( BfResourceParser* parser, Json table, String const& path,
+                         BfResourceParserContext const& context ) {
+    ZEL_ASSERT( table.IsObject() );
+    std::string_view const tableType = table[ "table_type" ].GetString();
+    if( tableType == "statistics" )
+        parseBfTableCounterInfo( parser, table, path, context );
+    else if( tableType == "meter" )
+        parseBfTableMeterInfo( parser, table, path, context );
+    else if( tableType == "stateful" )
+        parseBfRegisterInfo( parser, table, context );
+}
 
-void parseReferencedTables( Json d ) {
+void parseAttachedTables( BfResourceParser* parser, Json d, String const& path,
+                          BfResourceParserContext const& context ) {
     BF_TRACE( 6 ) << "Parsing counters, meters, and registers";
-    forEachTable( d, parseReferencedTable );
-}
-
-void parseLearnQuantas( Json d ) {
-    Json const lqs = d[ "learn_quanta" ];
-    ZEL_ASSERT( lqs.IsArray() );
-    BF_TRACE( 6 ) << "Parsing learn quantas";
-}
-
-void parsePhv( Json d ) {
-    Json const phvs = d[ "phv_allocation" ];
-    ZEL_ASSERT( phvs.IsArray() );
-    BF_TRACE( 6 ) << "Parsing PHV";
-}
-
-void parseFlexibleHeaders( Json d ) {
-    if( !d.HasMember( "flexible_headers" ) )
-        return;
-    BF_TRACE( 6 ) << "Parsing flexible headers";
-    d[ "flexible_headers" ].Size();
-}
-
-void parseDynamicHashCalculations( Json d ) {
-    BF_TRACE( 6 ) << "Parsing dynamic_hash_calculations";
-    d[ "dynamic_hash_calculations" ].Size();
+    forEachTable( d, [ & ]( Json table ) { parseAttachedTable( parser, table, path, context ); } );
 }
 
 } // namespace
@@ -68,9 +65,9 @@ void parseContextJson( BfResourceParser* parser, String const& path,
     preprocessContext( parser, d, context );
     BF_TRACE( 6 ) << "Preprocessing done";
     parseTables( parser, d, path, context );
-    parseReferencedTables( d );
-    parseLearnQuantas( d );
-    parsePhv( d );
-    parseFlexibleHeaders( d );
-    parseDynamicHashCalculations( d );
+    parseAttachedTables( parser, d, path, context );
+    parseLearnQuantas( parser, d, context );
+    parsePhv( parser, d );
+    parseFlexibleHeaders( parser, d, context );
+    parseDynamicHashCalculations( parser, d, context );
 }

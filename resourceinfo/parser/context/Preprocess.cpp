@@ -3,8 +3,6 @@
 #include "resourceinfo/model/Source.h"
 #include "resourceinfo/parser/context/Tables.h"
 
-#include <algorithm>
-
 using BfResourceInfo::BfResourceParser;
 using BfResourceInfo::BfZelResource;
 
@@ -73,19 +71,6 @@ void preprocessTable( BfResourceParser* parser, Json table, BfResourceParserCont
     parser->resourceHandlesIs( handle, std::move( entry ) );
 }
 
-using Queue = Vessa::Queue<U32>;
-
-/// The queue of a kind of references; null for any other text.
-Queue const* referencesOf( BfZelResource const& resource, std::string_view referenceKind ) {
-    if( referenceKind == "statistics_table_refs" )
-        return &resource.statReferences();
-    if( referenceKind == "meter_table_refs" )
-        return &resource.meterReferences();
-    if( referenceKind == "stateful_table_refs" )
-        return &resource.statefulReferences();
-    return nullptr;
-}
-
 } // namespace
 
 void preprocessContext( BfResourceParser* parser, Json d, BfResourceParserContext const& context ) {
@@ -100,11 +85,8 @@ void preprocessContext( BfResourceParser* parser, Json d, BfResourceParserContex
 }
 
 U32 getTableThatReferences( BfResourceParser* parser, std::string_view referenceKind, U32 handle ) {
-    for( auto const& [ key, resource ] : parser->resourceHandles() ) {
-        Queue const* const references = referencesOf( resource, referenceKind );
-        if( references && std::find( references->begin(), references->end(), handle ) != references->end() )
-            return key;
-    }
+    if( auto const referrer = parser->resourceHandles().referrer( referenceKind, handle ) )
+        return *referrer;
     BF_TRACE( 0 ) << "handle " << handle << " not found";
     ZEL_ASSERT( false && "Table not found" );
 }

@@ -12,7 +12,7 @@ void preprocessContext( BfResourceInfo::BfResourceParser* parser, Json d,
                         BfResourceParserContext const& context );
 
 /// The handle of the table whose `referenceKind` ("statistics_table_refs", "meter_table_refs" or
-/// "stateful_table_refs") names a handle, pipe bits included; of several, any. None is fatal: a trace line at
-/// level 0, then "false && \"Table not found\"". Linear in the number of tables and references.
+/// "stateful_table_refs") names a handle, pipe bits included; of several, the lowest. None is fatal: a trace
+/// line at level 0, then "false && \"Table not found\"". Constant time on average.
 U32 getTableThatReferences( BfResourceInfo::BfResourceParser* parser, std::string_view referenceKind,
                             U32 handle );

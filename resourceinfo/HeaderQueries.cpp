@@ -1,0 +1,41 @@
+#include "resourceinfo/Queries.h"
+
+#include <algorithm>
+
+namespace BfResourceInfo {
+
+U32 BfResourceInfoIntf::bfHeaderSize( String const& hdrName ) const noexcept {
+    auto const parser = queried();
+    BfHeaderInfo const* const header = parser->bfHeaders().find( hdrName );
+    return header ? header->size() : 0;
+}
+
+U32 BfResourceInfoIntf::bfDynHashTableHdl( String const& hashName ) const noexcept {
+    auto const parser = queried();
+    BfDynamicHashInfo const* const hash = parser->bfDynamicHashInfo().find( hashName );
+    return hash ? hash->tableHdl : BfResourceInfoIndexInvalid;
+}
+
+U32 BfResourceInfoIntf::bfDynHashFieldListHdl( String const& hashName ) const noexcept {
+    auto const parser = queried();
+    BfDynamicHashInfo const* const hash = parser->bfDynamicHashInfo().find( hashName );
+    return hash ? hash->fieldListHdl : BfResourceInfoIndexInvalid;
+}
+
+U32 BfResourceInfoIntf::bfDynHashFieldCount( String const& hashName ) const noexcept {
+    auto const parser = queried();
+    BfDynamicHashInfo const* const hash = parser->bfDynamicHashInfo().find( hashName );
+    return hash ? hash->fieldCount : BfResourceInfoIndexInvalid;
+}
+
+U32 BfResourceInfoIntf::bfDynHashFieldId( String const& hashName, String const& fieldName ) const noexcept {
+    auto const parser = queried();
+    BfDynamicHashInfo const* const hash = parser->bfDynamicHashInfo().find( hashName );
+    if( !hash )
+        return BfResourceInfoIndexInvalid;
+    auto const& names = hash->fieldNames;
+    auto const found = std::find( names.begin(), names.end(), fieldName );
+    return found == names.end() ? BfResourceInfoIndexInvalid : static_cast<U32>( found - names.begin() );
+}
+
+} // namespace BfResourceInfo

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "resourceinfo/model/BfResourceParserContext.h"
+#include "resourceinfo/parser/BfResourceParser.h"
+#include "resourceinfo/parser/context/Json.h"
+
+/// The action step for a match table that was recorded: appends a BfActionInfo to `bfActions` for each of
+/// its "actions". Returns 0. Fatal: "actions.IsArray()", "action.IsObject()"; the actions before the faulty
+/// one are stored.
+int parseBfAction( BfResourceInfo::BfResourceParser* parser, Json table,
+                   BfResourceParserContext const& context );

@@ -1,0 +1,38 @@
+#include "resourceinfo/parser/context/FlexibleHeaders.h"
+
+#include "resourceinfo/model/Source.h"
+#include "zel/Assert.h"
+
+using BfResourceInfo::BfResourceParser;
+
+namespace {
+
+/// The sum of the fields' bits, modulo 65536.
+BfHeaderInfo sizeInBits( Json fields ) {
+    std::uint64_t bits = 0;
+    for( Json const field : fields )
+        bits += static_cast<std::uint64_t>( field[ "slice" ][ "bit_width" ].GetInt64() );
+    return BfHeaderInfo( static_cast<U16>( bits ) );
+}
+
+} // namespace
+
+void parseFlexibleHeaders( BfResourceParser* parser, Json d, BfResourceParserContext const& context ) {
+    if( !d.HasMember( "flexible_headers" ) )
+        return;
+    BF_TRACE( 6 ) << "Parsing flexible headers";
+    for( Json const element : d[ "flexible_headers" ] )
+        parseBfHeaderInfo( parser, element, context );
+}
+
+int parseBfHeaderInfo( BfResourceParser* parser, Json element, BfResourceParserContext const& ) {
+    String const hdrName( element[ "name" ].GetString() );
+    BfHeaderInfo header = sizeInBits( element[ "fields" ] );
+    ZEL_ASSERT( header.size() % 8 == 0 );
+    header = BfHeaderInfo( static_cast<U16>( header.size() / 8 ) );
+    if( parser->bfHeadersHas( hdrName ) )
+        ZEL_ASSERT( parser->bfHeaders( hdrName ) == header );
+    else
+        parser->bfHeadersIs( hdrName, header );
+    return 0;
+}

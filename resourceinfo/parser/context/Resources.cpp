@@ -1,0 +1,58 @@
+#include "resourceinfo/parser/context/Resources.h"
+
+#include "resourceinfo/model/Source.h"
+#include "resourceinfo/parser/context/Tables.h"
+
+using BfResourceInfo::BfResourceParser;
+
+namespace {
+
+struct NamedType {
+    std::string_view text;
+    BfResourceType type;
+};
+
+constexpr NamedType types[] = {
+    { "phase_0_match", BfResourceType::phase0Match },
+    { "ternary_match", BfResourceType::ternaryMatch },
+    { "hash_match", BfResourceType::hashMatch },
+    { "algorithmic_tcam_match", BfResourceType::algorithmicTcamMatch },
+    { "match_with_no_key", BfResourceType::matchWithNoKey },
+    { "hash_action", BfResourceType::hashAction },
+    { "action_data", BfResourceType::actionData },
+    { "selection", BfResourceType::selection },
+    { "statistics", BfResourceType::statistics },
+    { "meter", BfResourceType::meter },
+    { "stateful", BfResourceType::stateful },
+    { "wred", BfResourceType::wred },
+};
+
+} // namespace
+
+BfResourceType stringToResourceType( std::string_view text ) {
+    for( NamedType const& named : types ) {
+        if( named.text == text )
+            return named.type;
+    }
+    BF_TRACE( 0 ) << "Unexpected BfResourceType " << text;
+    ZEL_ASSERT( false && "Unexpected BfResourceType" );
+}
+
+int parseBfResource( BfResourceParser* parser, Json table, BfResourceParserContext const& context ) {
+    BfResource record;
+    record.name = table[ "name" ].GetString();
+    record.handle = getHandle( table, context );
+    record.size = table[ "size" ].GetUint();
+    record.ingress = table[ "direction" ].GetString() == "ingress";
+    auto const [ stages, count ] = findStageTables( table );
+    if( count == 0 )
+        return 0;
+    ZEL_ASSERT( stages->IsArray() );
+    Json const stage = ( *stages )[ 0 ];
+    record.stages = count;
+    record.stageStart = static_cast<U32>( stage[ "stage_number" ].GetInt64() );
+    record.type = static_cast<U32>( stringToResourceType( stageTableType( table, stage ) ) );
+    BF_TRACE( 7 ) << "Parsed resource " << record.name;
+    parser->bfResourcesPush( std::move( record ) );
+    return 0;
+}
