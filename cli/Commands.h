@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/Choice.h"
 #include "resourceinfo/BfResourceInfoIntf.h"
 
 #include <ostream>
@@ -18,6 +19,7 @@ struct Streams {
 };
 
 struct Command;
+struct Listing;
 
 /// A command line, understood.
 struct Request {
@@ -25,6 +27,7 @@ struct Request {
     String conf;
     String name;
     Format format = Format::text;
+    Choice choice = {};
 };
 
 /// What a configuration's context files may do to a command that cannot use them.
@@ -36,7 +39,7 @@ struct Command {
     char const* description;
     char const* nameDescription; ///< of the argument NAME; null for a command without one
     bool offersJson;
-    bool offersCsv;
+    Listing const* listing; ///< what a list command lists, with a choice of rows and in CSV, too; else null
     OnBadData onBadData;
     void ( *run )( Model const& model, Request const& request, Streams const& io );
 };
@@ -44,9 +47,8 @@ struct Command {
 /// Every command, in the order of the help.
 std::span<Command const> commands();
 
+void list( Model const& model, Request const& request, Streams const& io );
 void summary( Model const& model, Request const& request, Streams const& io );
-void tables( Model const& model, Request const& request, Streams const& io );
-void resources( Model const& model, Request const& request, Streams const& io );
 void table( Model const& model, Request const& request, Streams const& io );
 void dump( Model const& model, Request const& request, Streams const& io );
 

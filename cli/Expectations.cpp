@@ -34,6 +34,8 @@ constexpr Wording wordings[] = {
     { "lqs.IsArray()", "", "\"learn_quanta\" to be an array" },
     { "phvs.IsArray()", "", "\"phv_allocation\" to be an array" },
     { "table.IsObject()", "", "each element of \"tables\" to be an object" },
+    { "lq.IsObject()", "", "each element of \"learn_quanta\" to be an object" },
+    { "phvStage.IsObject()", "", "each element of \"phv_allocation\" to be an object" },
     // Stage tables.
     { "!table.HasMember( \"match_attributes\" )", "",
       "a table with \"stage_tables\" or with \"match_attributes\", not with both" },
@@ -55,7 +57,26 @@ constexpr Wording wordings[] = {
       "\"action_data_table_refs\" to hold the handle of a table that has stage tables", true },
     { "parser->resourceHandlesHas( selTblHdl )", "",
       "\"selection_table_refs\" to hold the handle of a table that has stage tables", true },
-    { "false && \"Table not found\"", "", "a table that references this one", true },
+    { "actions.IsArray()", "", "\"actions\" of a match table to be an array" },
+    { "action.IsObject()", "", "each element of \"actions\" to be an object" },
+    // Other tables.
+    { "false && \"Unexpected BfResourceType\"", "", "a known \"stage_table_type\" in the first stage table",
+      true },
+    { "false && \"Table not found\"", "", "a match table that references this one, as it is not \"indirect\"",
+      true },
+    { "width == 32", "", "\"alu_width\" 32 where \"dual_width_mode\" is true" },
+    // The PHV.
+    { "gress_info.IsArray()", "", "\"ingress\" and \"egress\" of a stage to be arrays" },
+    { "records.IsArray()", "", "\"records\" to be an array" },
+    { "record.IsObject()", "", "each element of \"records\" to be an object" },
+    { "perStagePhvSize[ record_field_name ] == width", "",
+      "a field to have one \"field_width\" in all containers of a stage and direction" },
+    // Flexible headers and dynamic hashes.
+    { "header.size() % 8 == 0", "", "\"bit_width\"s that add up to whole bytes" },
+    { "parser->bfHeaders( hdrName ) == header", "",
+      "a flexible header of the same size wherever its name comes again" },
+    { "fieldList.Size() == 1", "", "exactly one element in \"field_lists\"" },
+    { "fieldCount > 0", "", "at least one element in \"fields\" of the field list" },
     // The switch configuration.
     { "\"numPipelines > 0\" == nullptr", "", "at least one element in \"pipelines\" of every device" },
 };

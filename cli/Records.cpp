@@ -8,10 +8,19 @@ Value handles( Vessa::Queue<U32> const& queue ) {
     return listOf( queue, []( U32 handle ) { return Hex( handle ); } );
 }
 
-void makeAbsent( Row& row, std::initializer_list<std::string_view> names ) {
+/// The type of a resource as the context file has it; of a number that stands for none, the number.
+String typeName( U32 number ) {
+    for( auto const& [ type, text ] : bfResourceTypeTexts ) {
+        if( static_cast<U32>( type ) == number )
+            return String( text );
+    }
+    return std::to_string( number );
+}
+
+void replace( Row& row, std::initializer_list<std::string_view> names, Value const& value ) {
     for( Field& field : row ) {
         if( std::find( names.begin(), names.end(), field.name ) != names.end() )
-            field.value = {};
+            field.value = value;
     }
 }
 
@@ -121,23 +130,26 @@ Row rowOf( BfZelResource const& record ) {
              { "statefulReferences", handles( record.statefulReferences() ) } };
 }
 
-Row shownRow( BfTableInfo const& record ) {
-    Row row = rowOf( record );
-    if( !record.hitBitSupported )
-        makeAbsent( row, { "idleTimePrecision", "hitBitSmashOffset", "hitBitSmashLast" } );
-    if( record.adtHandle == 0 && record.adtName.empty() )
-        makeAbsent( row, { "maxAdtEntries", "adtHandle", "adtName" } );
-    if( record.maxSelGroups == 0 )
-        makeAbsent( row, { "maxSelGroups", "maxSelEntries", "selHandle", "selName" } );
-    if( record.logicalPipe.empty() )
-        makeAbsent( row, { "logicalPipe" } );
+Row shownTable( Row row ) {
+    if( !valueAs<bool>( row, "hitBitSupported" ) )
+        replace( row, { "idleTimePrecision", "hitBitSmashOffset", "hitBitSmashLast" }, {} );
+    if( valueAs<Hex>( row, "adtHandle" ).value == 0 && valueAs<String>( row, "adtName" ).empty() )
+        replace( row, { "maxAdtEntries", "adtHandle", "adtName" }, {} );
+    if( valueAs<U32>( row, "maxSelGroups" ) == 0 )
+        replace( row, { "maxSelGroups", "maxSelEntries", "selHandle", "selName" }, {} );
     return row;
 }
 
-Value valueOf( Row const& row, std::string_view name ) {
-    auto const found =
-        std::find_if( row.begin(), row.end(), [ & ]( Field const& field ) { return field.name == name; } );
-    return found == row.end() ? Value() : found->value;
+Row shownResource( Row row ) {
+    replace( row, { "type" }, typeName( valueAs<U32>( row, "type" ) ) );
+    replace( row, { "ingress" }, valueAs<bool>( row, "ingress" ) ? "ingress" : "egress" );
+    return row;
+}
+
+Row shownHandle( Row row ) {
+    if( valueAs<bool>( row, "severalParents" ) )
+        replace( row, { "parent" }, "(several)" );
+    return row;
 }
 
 } // namespace Bfri

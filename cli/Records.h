@@ -22,11 +22,12 @@ Row rowOf( BfActionInfo const& record );
 Row rowOf( BfDynamicHashInfo const& record );
 Row rowOf( BfZelResource const& record );
 
-/// A table's row for people: what the table does not have is absent, where the record holds a zero.
-Row shownRow( BfTableInfo const& record );
-
-/// The value of a row's field; absent when there is no such field.
-Value valueOf( Row const& row, std::string_view name );
+/// A record's row for people: what a table does not have is absent, where the record holds a zero, and what a
+/// resource has as a code has its name.
+Row shownTable( Row row );
+Row shownResource( Row row );
+/// The same of a placed table's row that says which parent it has.
+Row shownHandle( Row row );
 
 /// Pointers to the entries of a hash map, by ascending key.
 template<class Map>

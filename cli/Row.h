@@ -4,6 +4,7 @@
 
 #include "vessa/Types.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -17,6 +18,7 @@ using Vessa::U32;
 /// A number that people read in hexadecimal and machines as a plain number: handles, pipe masks.
 struct Hex {
     explicit Hex( U32 number ) : value( number ) {}
+    bool operator<( Hex other ) const { return value < other.value; }
     U32 value;
 };
 
@@ -53,21 +55,31 @@ inline Value::Value( String text ) : is( std::move( text ) ) {}
 inline Value::Value( List list ) : is( std::move( list ) ) {}
 inline Value::Value( Row row ) : is( std::move( row ) ) {}
 
+/// Numbers by value, texts by their bytes, false first, lists by their first difference; what is absent comes
+/// before all.
+inline bool operator<( Value const& a, Value const& b );
+inline bool operator<( Field const& a, Field const& b ) { return a.value < b.value; }
+inline bool operator<( Value const& a, Value const& b ) { return a.is < b.is; }
+
+/// The value of a row's field; absent when there is no such field.
+inline Value const& valueOf( Row const& row, std::string_view name ) {
+    static Value const absent;
+    auto const found =
+        std::find_if( row.begin(), row.end(), [ & ]( Field const& field ) { return field.name == name; } );
+    return found == row.end() ? absent : found->value;
+}
+
+/// The same of a field that is there and always of one type.
+template<class Type>
+Type const& valueAs( Row const& row, std::string_view name ) {
+    return std::get<Type>( valueOf( row, name ).is );
+}
+
 /// Rows that all have the fields of the header; its values mean nothing.
 struct RowList {
     Row header;
     std::vector<Row> rows;
 };
-
-/// The rows of some records. The header is the row of a default-constructed one.
-template<class Record, class Records, class ToRow>
-RowList rowsOf( Records const& records, ToRow const& toRow ) {
-    RowList list{ toRow( Record() ), {} };
-    list.rows.reserve( records.size() );
-    for( Record const& record : records )
-        list.rows.push_back( toRow( record ) );
-    return list;
-}
 
 /// Any elements as a list of values.
 template<class Elements, class ToValue>

@@ -42,6 +42,8 @@ ExitStatus report( Failure const& failure, std::ostream& err ) {
     err << "bfri: " << failure.what() << '\n';
     for( String const& name : failure.suggestions )
         err << "  " << shown( name ) << '\n';
+    if( failure.status == ExitStatus::usage )
+        err << "Run 'bfri --help' to see how it is used.\n";
     return failure.status;
 }
 

@@ -73,7 +73,7 @@ void table( Model const& model, Request const& request, Streams const& io ) {
         answer.members( placed );
         return;
     }
-    Row row = shownRow( record );
+    Row row = shownTable( rowOf( record ) );
     row.insert( row.end(), placed.begin(), placed.end() );
     printFields( io.out, row );
 }

@@ -8,6 +8,11 @@ set_target_properties( RapidJSON::RapidJSON PROPERTIES INTERFACE_INCLUDE_DIRECTO
 
 if( BFRESOURCEINFO_TOOLS OR BFRESOURCEINFO_DEVELOPER )
     find_package( CLI11 REQUIRED )
+    find_path( PCRE2_INCLUDE_DIR pcre2.h REQUIRED )
+    find_library( PCRE2_LIBRARY pcre2-8 REQUIRED )
+    add_library( PCRE2::pcre2 UNKNOWN IMPORTED )
+    set_target_properties( PCRE2::pcre2 PROPERTIES IMPORTED_LOCATION "${PCRE2_LIBRARY}"
+                                                   INTERFACE_INCLUDE_DIRECTORIES "${PCRE2_INCLUDE_DIR}" )
 endif()
 if( BFRESOURCEINFO_DEVELOPER )
     find_package( GTest REQUIRED )

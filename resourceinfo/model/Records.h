@@ -7,6 +7,7 @@
 #include "resourceinfo/model/Types.h"
 
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// What a stage table is, as numbers that callers compare with. There is no 11.
@@ -23,6 +24,22 @@ enum class BfResourceType : U32 {
     meter = 9,                ///< "meter", unless the table's "meter_type" is "red"
     stateful = 10,            ///< "stateful"
     wred = 12,                ///< "meter" with the table's "meter_type" "red"
+};
+
+/// The types with their texts in context files.
+inline constexpr std::pair<BfResourceType, std::string_view> bfResourceTypeTexts[] = {
+    { BfResourceType::phase0Match, "phase_0_match" },
+    { BfResourceType::ternaryMatch, "ternary_match" },
+    { BfResourceType::hashMatch, "hash_match" },
+    { BfResourceType::algorithmicTcamMatch, "algorithmic_tcam_match" },
+    { BfResourceType::matchWithNoKey, "match_with_no_key" },
+    { BfResourceType::hashAction, "hash_action" },
+    { BfResourceType::actionData, "action_data" },
+    { BfResourceType::selection, "selection" },
+    { BfResourceType::statistics, "statistics" },
+    { BfResourceType::meter, "meter" },
+    { BfResourceType::stateful, "stateful" },
+    { BfResourceType::wred, "wred" },
 };
 
 /// One hardware resource: an element of "tables" that is no "condition".

@@ -139,6 +139,80 @@ INSTANTIATE_TEST_SUITE_P(
                     "at /tables/0/match_attributes/stage_tables, table 0 \"t\"",
                     "\"stage_tables\" to be an array", "matchAttributes[ \"stage_tables\" ].IsArray()" } ) );
 
+/// A context file in which a place of a complete one holds another value.
+String with( char const* pointer, char const* value ) {
+    return completeContext().with( pointer, value ).text();
+}
+
+/// The same with another table.
+String with( Support::Table const& table ) { return completeContext().table( table ).text(); }
+
+/// A match table without stage tables, whose actions are not read before the actions of all are.
+Support::Table unplaced() { return Support::matchTable( "t" ).stages( {} ); }
+
+INSTANTIATE_TEST_SUITE_P(
+    WrongActions, Context,
+    testing::Values( BadContext{ "no list", with( "/tables/0/actions", "{}" ),
+                                 "at /tables/0/actions, table 0 \"pipe.acl\"", "an array", "IsArray()" },
+                     BadContext{ "no list, unplaced", with( unplaced().with( "/actions", "{}" ) ),
+                                 "at /tables/6/actions, table 6 \"t\"",
+                                 "\"actions\" of a match table to be an array", "actions.IsArray()" },
+                     BadContext{
+                         "no action", with( "/tables/0/actions/1", "3" ),
+                         "at /tables/0/actions/1, member \"indirect_resources\", table 0 \"pipe.acl\"",
+                         "an object", "IsObject()" },
+                     BadContext{ "no action, unplaced", with( unplaced().with( "/actions/0", "3" ) ),
+                                 "at /tables/6/actions/0, table 6 \"t\"",
+                                 "each element of \"actions\" to be an object", "action.IsObject()" } ) );
+
+INSTANTIATE_TEST_SUITE_P( WrongRegister, Context,
+                          testing::Values( BadContext{ "width of a dual one",
+                                                       with( Support::statefulTable( "r" )
+                                                                 .with( "/dual_width_mode", "true" )
+                                                                 .with( "/alu_width", "16" ) ),
+                                                       "at /tables/6/dual_width_mode, table 6 \"r\"",
+                                                       "\"alu_width\" 32 where \"dual_width_mode\" is true",
+                                                       "width == 32" },
+                                           BadContext{ "dual width", with( "/tables/5/dual_width_mode", "1" ),
+                                                       "at /tables/5/dual_width_mode, table 5 \"seen\"",
+                                                       "true or false", "IsBool()" } ) );
+
+INSTANTIATE_TEST_SUITE_P(
+    WrongSectionElement, Context,
+    testing::Values(
+        BadContext{ "learn quanta", with( "/learn_quanta/0", "1" ), "at /learn_quanta/0",
+                    "each element of \"learn_quanta\" to be an object", "lq.IsObject()" },
+        BadContext{ "stage of phv", with( "/phv_allocation/0", "1" ), "at /phv_allocation/0",
+                    "each element of \"phv_allocation\" to be an object", "phvStage.IsObject()" },
+        BadContext{ "direction of phv", with( "/phv_allocation/0/egress", "1" ),
+                    "at /phv_allocation/0/egress", "\"ingress\" and \"egress\" of a stage to be arrays",
+                    "gress_info.IsArray()" },
+        BadContext{ "records", with( "/phv_allocation/0/ingress/0/records", "1" ),
+                    "at /phv_allocation/0/ingress/0/records", "\"records\" to be an array",
+                    "records.IsArray()" },
+        BadContext{ "record", with( "/phv_allocation/0/ingress/0/records/0", "1" ),
+                    "at /phv_allocation/0/ingress/0/records/0", "each element of \"records\" to be an object",
+                    "record.IsObject()" },
+        BadContext{ "widths",
+                    with( "/phv_allocation/0/ingress/0/records/-",
+                          R"({ "is_pov": false, "field_name": "hdr.mac", "field_width": 5 })" ),
+                    "at /phv_allocation/0/ingress/0/records/1/field_width",
+                    "a field to have one \"field_width\" in all containers of a stage and direction",
+                    "perStagePhvSize[ record_field_name ] == width" },
+        BadContext{ "bits", with( "/flexible_headers/0/fields/0/slice/bit_width", "12" ),
+                    "at /flexible_headers/0/fields/0/slice/bit_width",
+                    "\"bit_width\"s that add up to whole bytes", "header.size() % 8 == 0" },
+        BadContext{ "header again", completeContext().flexibleHeader( "header", 8 ).text(),
+                    "at /flexible_headers/1/fields/0/slice/bit_width",
+                    "a flexible header of the same size wherever its name comes again",
+                    "parser->bfHeaders( hdrName ) == header" },
+        BadContext{ "field lists", with( "/dynamic_hash_calculations/0/field_lists/-", "{}" ),
+                    "at /dynamic_hash_calculations/0/field_lists", "exactly one element in \"field_lists\"",
+                    "fieldList.Size() == 1" },
+        BadContext{ "fields", with( "/dynamic_hash_calculations/0/field_lists/0/fields", "[]" ),
+                    "at /dynamic_hash_calculations/0/field_lists/0/fields",
+                    "at least one element in \"fields\" of the field list", "fieldCount > 0" } ) );
+
 class Reference : public InFolder {
   protected:
     Outcome outcomeOf( String const& references ) {
@@ -164,6 +238,37 @@ TEST_F( Reference, ToASelectionTableThatIsNotThereSaysWhich ) {
     EXPECT_EQ( outcome.status, 3 );
     EXPECT_THAT( outcome.err, HasSubstr( "\n  expected:  \"selection_table_refs\" to hold " ) );
     EXPECT_THAT( outcome.err, HasSubstr( "\n  reported:  Can't find sel tbl hdl 78\n" ) );
+}
+
+class OtherTable : public InFolder {
+  protected:
+    Outcome outcomeOf( Support::Table const& table ) {
+        writeSwitchConf( "context.json" );
+        writeFile( "context.json", with( table ) );
+        return bfri( { "summary", "switch.conf" } );
+    }
+};
+
+TEST_F( OtherTable, ThatNoneReferencesSaysItsHandle ) {
+    auto const outcome =
+        outcomeOf( Support::statisticsTable( "c" ).handle( 77 ).with( "/how_referenced", "\"direct\"" ) );
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_THAT( outcome.err, HasSubstr( "table 6 \"c\"\n"
+                                         "  expected:  a match table that references this one, as it is not "
+                                         "\"indirect\"\n"
+                                         "  reported:  handle 77 not found\n"
+                                         "  condition: false && \"Table not found\", in " ) );
+}
+
+TEST_F( OtherTable, OfAnUnknownTypeSaysWhich ) {
+    auto const outcome =
+        outcomeOf( Support::statisticsTable( "c" ).stages( { Support::StageTable( "odd" ) } ) );
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_THAT( outcome.err,
+                 HasSubstr( "table 6 \"c\"\n"
+                            "  expected:  a known \"stage_table_type\" in the first stage table\n"
+                            "  reported:  Unexpected BfResourceType odd\n"
+                            "  condition: false && \"Unexpected BfResourceType\", in " ) );
 }
 
 class ContextFile : public InFolder {};

@@ -58,6 +58,56 @@ INSTANTIATE_TEST_SUITE_P(
                  "The following argument was not expected: --json" },
         BadLine{ "two formats", { "tables", "conf", "--json", "--csv" }, "--json excludes --csv" } ) );
 
+INSTANTIATE_TEST_SUITE_P(
+    Choices, WrongUsage,
+    testing::Values(
+        BadLine{ "choice of rows where there are none",
+                 { "summary", "conf", "-n", "1" },
+                 "The following arguments were not expected: 1 -n" },
+        BadLine{ "bad expression",
+                 { "tables", "conf", "--filter", "pipe[" },
+                 "can't use --filter 'pipe[' at offset 5: missing terminating ] for character class" },
+        BadLine{ "bad expression, JSON",
+                 { "tables", "conf", "--json", "--filter", "*" },
+                 "can't use --filter '*' at offset 0: quantifier does not follow a repeatable item" },
+        BadLine{ "no expression", { "tables", "conf", "--filter" }, "--filter: 1 required REGEX missing" },
+        BadLine{ "misspelt field",
+                 { "learn-quantas", "conf", "--sort", "handel" },
+                 "can't sort by 'handel'; did you mean 'handle'? The fields are name, handle" },
+        BadLine{ "misspelt field, downwards",
+                 { "learn-quantas", "conf", "--sort=-nam" },
+                 "can't sort by 'nam'; did you mean 'name'? The fields are name, handle" },
+        BadLine{ "field of another list",
+                 { "headers", "conf", "--sort", "meterReferences" },
+                 "can't sort by 'meterReferences'. The fields are name, size" },
+        BadLine{ "title in place of the field",
+                 { "headers", "conf", "--sort", "BYTES" },
+                 "can't sort by 'BYTES'. The fields are name, size" },
+        BadLine{ "field with control characters",
+                 { "headers", "conf", "--sort", "\x1B[2J" },
+                 "can't sort by '\\x1b[2J'. The fields are name, size" },
+        BadLine{ "empty field",
+                 { "headers", "conf", "--sort", "" },
+                 "can't sort by ''. The fields are name, size" },
+        BadLine{ "negative number",
+                 { "tables", "conf", "-n", "-1" },
+                 "-n takes a number of rows, 0 or more, not '-1'" },
+        BadLine{ "fraction",
+                 { "tables", "conf", "-n", "1.5" },
+                 "-n takes a number of rows, 0 or more, not '1.5'" },
+        BadLine{ "sign", { "tables", "conf", "-n", "+1" }, "-n takes a number of rows, 0 or more, not '+1'" },
+        BadLine{ "hexadecimal",
+                 { "tables", "conf", "-n", "0x1" },
+                 "-n takes a number of rows, 0 or more, not '0x1'" },
+        BadLine{
+            "word", { "tables", "conf", "-n", "all" }, "-n takes a number of rows, 0 or more, not 'all'" },
+        BadLine{ "white space",
+                 { "tables", "conf", "-n", " 1" },
+                 "-n takes a number of rows, 0 or more, not ' 1'" },
+        BadLine{
+            "empty number", { "tables", "conf", "-n", "" }, "-n takes a number of rows, 0 or more, not ''" },
+        BadLine{ "no number", { "tables", "conf", "-n" }, "-n: 1 required N missing" } ) );
+
 TEST( Help, GoesToStandardOutputAndListsTheCommands ) {
     auto const outcome = bfri( { "--help" } );
     EXPECT_EQ( outcome.status, 0 );
@@ -74,8 +124,17 @@ TEST( Help, OfEveryCommandNamesItsArguments ) {
         EXPECT_THAT( outcome.out, StartsWith( command.description ) );
         EXPECT_THAT( outcome.out, HasSubstr( String( "bfri " ) + command.word + " [OPTIONS] CONF" ) );
         EXPECT_EQ( outcome.out.find( "--json" ) != String::npos, command.offersJson ) << command.word;
-        EXPECT_EQ( outcome.out.find( "--csv" ) != String::npos, command.offersCsv ) << command.word;
+        EXPECT_EQ( outcome.out.find( "--csv" ) != String::npos, command.listing != nullptr ) << command.word;
+        EXPECT_EQ( outcome.out.find( "--filter" ) != String::npos, command.listing != nullptr )
+            << command.word;
     }
+}
+
+TEST( Help, OfAListNamesItsFields ) {
+    auto const outcome = bfri( { "tables", "--help" } );
+    EXPECT_THAT( outcome.out, HasSubstr( "\nFields: name handle size totalEntries " ) );
+    EXPECT_THAT( outcome.out, HasSubstr( " hitBitSmashOffset\n        hitBitSmashLast " ) );
+    EXPECT_THAT( bfri( { "phv", "--help" } ).out, HasSubstr( "\nFields: name ingressBytes egressBytes\n" ) );
 }
 
 TEST( Version, IsThatOfTheProject ) {
@@ -105,6 +164,73 @@ TEST_F( Asking, AnsweredIsStatus0 ) {
         EXPECT_THAT( outcome.err, IsEmpty() );
         EXPECT_FALSE( outcome.out.empty() );
     }
+}
+
+struct GoodLine {
+    std::vector<char const*> options;
+    std::vector<char const*> names; ///< in the order of the answer
+};
+
+TEST_F( Asking, ForSomeRowsOfAListGivesThose ) {
+    writeFile( "context.json", contextOf( matchTable( "b", 3 ) + "," + matchTable( "a.lpm", 2 ) + "," +
+                                          matchTable( "B.lpm", 0x1000001 ) ) );
+    GoodLine const rows[] = {
+        { {}, { "b", "a.lpm", "B.lpm" } },
+        { { "--filter", "lpm" }, { "a.lpm", "B.lpm" } },
+        { { "--filter=^b|^a" }, { "b", "a.lpm" } },
+        { { "--filter", "" }, { "b", "a.lpm", "B.lpm" } },
+        { { "--filter", "none" }, {} },
+        { { "--sort", "name" }, { "B.lpm", "a.lpm", "b" } },
+        { { "--sort=-name" }, { "b", "a.lpm", "B.lpm" } },
+        { { "--sort", "-name" }, { "b", "a.lpm", "B.lpm" } },
+        { { "--sort", "handle" }, { "a.lpm", "b", "B.lpm" } },
+        { { "--sort", "-size" }, { "b", "a.lpm", "B.lpm" } }, // all of one size
+        { { "-n", "0" }, {} },
+        { { "-n", "2" }, { "b", "a.lpm" } },
+        { { "-n2" }, { "b", "a.lpm" } },
+        { { "-n", "007" }, { "b", "a.lpm", "B.lpm" } },
+        { { "-n", "99999999999999999999" }, { "b", "a.lpm", "B.lpm" } },
+        { { "-n", "1", "--sort", "-handle", "--filter", "^[ab]" }, { "b" } },
+    };
+    for( GoodLine const& row : rows ) {
+        std::vector<char const*> line = { "tables", "switch.conf", "--json" };
+        line.insert( line.end(), row.options.begin(), row.options.end() );
+        auto const outcome = bfri( line );
+        EXPECT_EQ( outcome.status, 0 ) << outcome.err;
+        auto const answer = parsed( outcome.out );
+        std::vector<String> names;
+        for( auto const& table : answer[ "bfTables" ].GetArray() )
+            names.emplace_back( table[ "name" ].GetString() );
+        EXPECT_EQ( names, std::vector<String>( row.names.begin(), row.names.end() ) )
+            << testing::PrintToString( row.options );
+    }
+}
+
+TEST_F( Asking, ForRowsThatAreNotThereIsStatus0InEveryFormat ) {
+    struct {
+        char const* format;
+        char const* answer;
+    } const rows[] = { { "--json", "{\n  \"format\": 1,\n  \"bfLearnQuantaInfos\": []\n}\n" },
+                       { "--csv", "name,handle\n" },
+                       { nullptr, "HANDLE  NAME\n" } };
+    for( auto const& row : rows ) {
+        std::vector<char const*> line = { "learn-quantas", "switch.conf", "--filter", "none" };
+        if( row.format )
+            line.push_back( row.format );
+        auto const outcome = bfri( line );
+        EXPECT_EQ( outcome.status, 0 );
+        EXPECT_EQ( outcome.out, row.answer );
+        EXPECT_THAT( outcome.err, IsEmpty() );
+    }
+}
+
+TEST_F( Asking, WithAnExpressionThatTakesForeverIsWrongUsage ) {
+    writeFile( "context.json", contextOf( matchTable( String( 40, 'a' ) + "!", 1 ) ) );
+    auto const outcome = bfri( { "tables", "switch.conf", "--json", "--filter", "^(a|aa)+$" } );
+    EXPECT_EQ( outcome.status, 2 );
+    char const* const reason = "can't use --filter '^(a|aa)+$' on a name of 41 bytes: match limit exceeded";
+    EXPECT_STREQ( parsed( outcome.out )[ "error" ].GetString(), reason );
+    EXPECT_THAT( outcome.err, StartsWith( String( "bfri: " ) + reason + "\n" ) );
 }
 
 TEST_F( Asking, ForWhatIsNotThereIsStatus1 ) {

@@ -8,7 +8,7 @@ using testing::ElementsAre;
 
 class Dump : public InFolder {
   protected:
-    String text() const { return answerOf( Bfri::dump, *model, Bfri::Format::text ); }
+    String text() const { return answerOf( "dump", *model, Bfri::Format::text ); }
     /// A member of the dump, in one line.
     String member( char const* name ) const { return compact( parsed( text() )[ name ] ); }
 

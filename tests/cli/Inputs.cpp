@@ -2,6 +2,7 @@
 
 #include "cli/Run.h"
 
+#include <algorithm>
 #include <fstream>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -53,22 +54,50 @@ String matchTable( String const& name, unsigned handle, String const& more ) {
            more + " }";
 }
 
+Support::ContextBuilder completeContext() {
+    using namespace Support;
+    return ContextBuilder()
+        .table( Support::matchTable( "pipe.acl" )
+                    .action( "count", { "counter" } )
+                    .statistics( "hits" )
+                    .meter( "police" )
+                    .stateful( "seen" ) )
+        .table( statisticsTable( "counter" ) )
+        .table( statisticsTable( "hits" ).with( "/how_referenced", "\"direct\"" ) )
+        .table( meterTable( "police" ).with( "/how_referenced", "\"direct\"" ) )
+        .table( wredTable( "wred" ) )
+        .table( statefulTable( "seen" ).with( "/how_referenced", "\"direct\"" ) )
+        .learnQuanta( "learn" )
+        .phvStage( "hdr.mac", 6 )
+        .flexibleHeader( "header", 16 )
+        .dynamicHash( "hash", { "hdr.a", "hdr.b" } );
+}
+
 Zel::Ptr<Bfri::Model> emptyModel() {
     writeFile( "switch.conf", R"({ "devices": [] })" );
     return BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
 }
 
-String answerOf( decltype( Bfri::Command::run ) command, Bfri::Model const& model, Bfri::Format format,
-                 String const& name ) {
+Zel::Ptr<Bfri::Model> modelOf( Support::ContextBuilder const& context ) {
+    writeSwitchConf( "context.json" );
+    writeFile( "context.json", context.text() );
+    return BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
+}
+
+String answerOf( char const* word, Bfri::Model const& model, Bfri::Format format, String const& name ) {
+    auto const commands = Bfri::commands();
+    auto const command = std::find_if( commands.begin(), commands.end(),
+                                       [ & ]( auto const& row ) { return String( word ) == row.word; } );
+    if( command == commands.end() )
+        throw std::runtime_error( "no command " + String( word ) );
     std::ostringstream out;
     std::ostringstream err;
-    command( model, { nullptr, "switch.conf", name, format }, { out, err } );
+    command->run( model, { &*command, "switch.conf", name, format }, { out, err } );
     return out.str();
 }
 
-rapidjson::Document jsonAnswerOf( decltype( Bfri::Command::run ) command, Bfri::Model const& model,
-                                  String const& name ) {
-    return parsed( answerOf( command, model, Bfri::Format::json, name ) );
+rapidjson::Document jsonAnswerOf( char const* word, Bfri::Model const& model, String const& name ) {
+    return parsed( answerOf( word, model, Bfri::Format::json, name ) );
 }
 
 rapidjson::Document parsed( String const& text ) {

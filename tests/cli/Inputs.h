@@ -5,6 +5,7 @@
 
 #include "cli/Commands.h"
 #include "cli/Failure.h"
+#include "tests/support/ContextBuilder.h"
 #include "zel/Ptr.h"
 
 #include <filesystem>
@@ -34,6 +35,10 @@ String contextOf( String const& tables );
 /// A match table that can be read. What follows its last member, ", ..." or nothing, is the test's.
 String matchTable( String const& name, unsigned handle, String const& more = "" );
 
+/// A context file with records of every kind. The match table is "pipe.acl"; the others have the names of
+/// what they are.
+Support::ContextBuilder completeContext();
+
 /// A record with a name and a handle.
 template<class Record>
 Record named( String const& name, U32 handle = 0 ) {
@@ -46,13 +51,14 @@ Record named( String const& name, U32 handle = 0 ) {
 /// A model without devices, for a test to fill. Needs InFolder.
 Zel::Ptr<Bfri::Model> emptyModel();
 
+/// The model of a context file on pipes 0 and 1, read from "context.json". Needs InFolder.
+Zel::Ptr<Bfri::Model> modelOf( Support::ContextBuilder const& context );
+
 /// What a command says of a model.
-String answerOf( decltype( Bfri::Command::run ) command, Bfri::Model const& model, Bfri::Format format,
-                 String const& name = "" );
+String answerOf( char const* word, Bfri::Model const& model, Bfri::Format format, String const& name = "" );
 
 /// The same, parsed; checks that it is one JSON object of the known format.
-rapidjson::Document jsonAnswerOf( decltype( Bfri::Command::run ) command, Bfri::Model const& model,
-                                  String const& name = "" );
+rapidjson::Document jsonAnswerOf( char const* word, Bfri::Model const& model, String const& name = "" );
 
 /// Parses the text of one JSON object of the known format.
 rapidjson::Document parsed( String const& text );

@@ -11,7 +11,7 @@ class Summary : public InFolder {
 };
 
 TEST_F( Summary, OfAnEmptyConfigurationIsAllZeros ) {
-    EXPECT_EQ( answerOf( Bfri::summary, *model, Format::text ), R"(switch configuration    switch.conf
+    EXPECT_EQ( answerOf( "summary", *model, Format::text ), R"(switch configuration    switch.conf
 run-time configuration  -
 
 PIPE MASK  PIPES  CONTEXT FILE
@@ -69,7 +69,7 @@ void fill( BfResourceInfo::BfResourceParser& parser ) {
 
 TEST_F( Summary, CountsEveryKind ) {
     fill( parser );
-    EXPECT_EQ( answerOf( Bfri::summary, *model, Format::text ), R"(switch configuration    switch.conf
+    EXPECT_EQ( answerOf( "summary", *model, Format::text ), R"(switch configuration    switch.conf
 run-time configuration  bfrt.json
 
 PIPE MASK   PIPES  CONTEXT FILE
@@ -98,7 +98,7 @@ COUNT  OF
 
 TEST_F( Summary, AsJsonNamesTheCollections ) {
     fill( parser );
-    EXPECT_EQ( compact( jsonAnswerOf( Bfri::summary, *model ) ),
+    EXPECT_EQ( compact( jsonAnswerOf( "summary", *model ) ),
                R"({"format":1,"switchConf":"switch.conf","bfrtConfig":"bfrt.json",)"
                R"("contextFile":[{"pipeMask":5,"pipes":[0,2],"path":"a/context.json"},)"
                R"({"pipeMask":2147483648,"pipes":[31],"path":"b/context.json"}],)"

@@ -35,7 +35,7 @@ class Table : public InFolder {
     /// What asking for a name ends with.
     std::pair<ExitStatus, std::vector<String>> failureOf( String const& name ) {
         try {
-            answerOf( Bfri::table, *model, Format::text, name );
+            answerOf( "table", *model, Format::text, name );
         } catch( Bfri::Failure const& failure ) {
             message = failure.what();
             return { failure.status, failure.suggestions };
@@ -48,7 +48,7 @@ class Table : public InFolder {
 };
 
 TEST_F( Table, ShowsEveryFieldAndTheNamesBehindReferences ) {
-    EXPECT_EQ( answerOf( Bfri::table, *model, Format::text, "pipe.Ingress.acl" ),
+    EXPECT_EQ( answerOf( "table", *model, Format::text, "pipe.Ingress.acl" ),
                R"(name                pipe.Ingress.acl
 handle              0x00000001
 size                0
@@ -78,7 +78,7 @@ statefulReferences  -
 }
 
 TEST_F( Table, TellsZeroFromAbsent ) {
-    String const text = answerOf( Bfri::table, *model, Format::text, "lpm" );
+    String const text = answerOf( "table", *model, Format::text, "lpm" );
     EXPECT_THAT( text, HasSubstr( "hitBitSmashOffset   0\n" ) );
     EXPECT_THAT( text, HasSubstr( "maxAdtEntries       0\n" ) );
     EXPECT_THAT( text, HasSubstr( "adtHandle           0x00000000\n" ) );
@@ -87,7 +87,7 @@ TEST_F( Table, TellsZeroFromAbsent ) {
 }
 
 TEST_F( Table, AsJsonHasTheRecordsOwnFieldsThenThePlacement ) {
-    auto const answer = jsonAnswerOf( Bfri::table, *model, "pipe.Ingress.acl" );
+    auto const answer = jsonAnswerOf( "table", *model, "pipe.Ingress.acl" );
     EXPECT_THAT( memberNames( answer ),
                  ElementsAre( "format", "name", "handle", "size", "totalEntries", "hitBitSupported",
                               "idleTimePrecision", "hitBitSmashOffset", "hitBitSmashLast", "maxEntries",
@@ -102,7 +102,7 @@ TEST_F( Table, AsJsonHasTheRecordsOwnFieldsThenThePlacement ) {
 }
 
 TEST_F( Table, WithoutAnEntryForItsHandleHasNullsForThePlacement ) {
-    auto const answer = jsonAnswerOf( Bfri::table, *model, "lpm" );
+    auto const answer = jsonAnswerOf( "table", *model, "lpm" );
     for( char const* const name :
          { "stageStart", "statReferences", "meterReferences", "statefulReferences" } )
         EXPECT_TRUE( answer[ name ].IsNull() ) << name;
@@ -110,12 +110,12 @@ TEST_F( Table, WithoutAnEntryForItsHandleHasNullsForThePlacement ) {
 
 TEST_F( Table, IsFoundByAUniqueSuffix ) {
     for( char const* const name : { "lpm", ".lpm", "Ingress.lpm", "pipe.Ingress.lpm" } )
-        EXPECT_STREQ( jsonAnswerOf( Bfri::table, *model, name )[ "name" ].GetString(), "pipe.Ingress.lpm" );
+        EXPECT_STREQ( jsonAnswerOf( "table", *model, name )[ "name" ].GetString(), "pipe.Ingress.lpm" );
 }
 
 TEST_F( Table, IsPreferredByItsExactName ) {
     model->parser()->bfTablesPush( named<BfTableInfo>( "lpm", 9 ) );
-    EXPECT_EQ( jsonAnswerOf( Bfri::table, *model, "lpm" )[ "handle" ].GetUint(), 9U );
+    EXPECT_EQ( jsonAnswerOf( "table", *model, "lpm" )[ "handle" ].GetUint(), 9U );
 }
 
 TEST_F( Table, OfAnAmbiguousSuffixIsNotFoundButTheCandidatesAreListed ) {

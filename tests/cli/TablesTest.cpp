@@ -37,7 +37,7 @@ TEST_F( Tables, AreOneALineWithDashesForWhatATableDoesNotHave ) {
     model->parser()->bfTablesPush( full );
     model->parser()->bfTablesPush( bare );
     EXPECT_EQ(
-        answerOf( Bfri::tables, *model, Format::text ),
+        answerOf( "tables", *model, Format::text ),
         "HANDLE       SIZE  ENTRIES  IDLE BITS  HIT FROM  HIT TO  PARTS  ACTION DATA  SELECTION   PIPE  "
         "NAME\n"
         "0x21000002  16384    20000          3         0     626     16  0x22000003   0x23000004  a     "
@@ -50,7 +50,7 @@ TEST_F( Tables, AsCsvAreWholeRecords ) {
     model->parser()->bfTablesPush( full );
     model->parser()->bfTablesPush( bare );
     EXPECT_EQ(
-        answerOf( Bfri::tables, *model, Format::csv ),
+        answerOf( "tables", *model, Format::csv ),
         "name,handle,size,totalEntries,hitBitSupported,idleTimePrecision,hitBitSmashOffset,"
         "hitBitSmashLast,maxEntries,maxPartitions,maxPrios,hasActionProfile,maxAdtEntries,maxSelGroups,"
         "maxSelEntries,adtHandle,selHandle,adtName,selName,logicalPipe\n"
@@ -61,7 +61,7 @@ TEST_F( Tables, AsCsvAreWholeRecords ) {
 
 TEST_F( Tables, AsJsonAreWholeRecords ) {
     model->parser()->bfTablesPush( full );
-    EXPECT_EQ( compact( jsonAnswerOf( Bfri::tables, *model ) ),
+    EXPECT_EQ( compact( jsonAnswerOf( "tables", *model ) ),
                R"({"format":1,"bfTables":[{"name":"pipe.Ingress.ipv4_lpm","handle":553648130,"size":16384,)"
                R"("totalEntries":20000,"hitBitSupported":true,"idleTimePrecision":3,"hitBitSmashOffset":0,)"
                R"("hitBitSmashLast":626,"maxEntries":16384,"maxPartitions":16,"maxPrios":255,)"
@@ -71,15 +71,15 @@ TEST_F( Tables, AsJsonAreWholeRecords ) {
 }
 
 TEST_F( Tables, WhenThereAreNoneLeaveTheHeader ) {
-    EXPECT_TRUE( answerOf( Bfri::tables, *model, Format::text ).starts_with( "HANDLE  SIZE" ) );
-    EXPECT_TRUE( answerOf( Bfri::tables, *model, Format::csv ).starts_with( "name,handle" ) );
-    EXPECT_EQ( compact( jsonAnswerOf( Bfri::tables, *model ) ), R"({"format":1,"bfTables":[]})" );
+    EXPECT_TRUE( answerOf( "tables", *model, Format::text ).starts_with( "HANDLE  SIZE" ) );
+    EXPECT_TRUE( answerOf( "tables", *model, Format::csv ).starts_with( "name,handle" ) );
+    EXPECT_EQ( compact( jsonAnswerOf( "tables", *model ) ), R"({"format":1,"bfTables":[]})" );
 }
 
 TEST_F( Tables, KeepTheOrderOfTheModel ) {
     for( char const* const name : { "b", "a", "b" } )
         model->parser()->bfTablesPush( named<BfTableInfo>( name ) );
-    auto const answer = jsonAnswerOf( Bfri::tables, *model );
+    auto const answer = jsonAnswerOf( "tables", *model );
     ASSERT_EQ( answer[ "bfTables" ].Size(), 3U );
     EXPECT_STREQ( answer[ "bfTables" ][ 0 ][ "name" ].GetString(), "b" );
     EXPECT_STREQ( answer[ "bfTables" ][ 1 ][ "name" ].GetString(), "a" );

@@ -5,34 +5,10 @@
 
 using BfResourceInfo::BfResourceParser;
 
-namespace {
-
-struct NamedType {
-    std::string_view text;
-    BfResourceType type;
-};
-
-constexpr NamedType types[] = {
-    { "phase_0_match", BfResourceType::phase0Match },
-    { "ternary_match", BfResourceType::ternaryMatch },
-    { "hash_match", BfResourceType::hashMatch },
-    { "algorithmic_tcam_match", BfResourceType::algorithmicTcamMatch },
-    { "match_with_no_key", BfResourceType::matchWithNoKey },
-    { "hash_action", BfResourceType::hashAction },
-    { "action_data", BfResourceType::actionData },
-    { "selection", BfResourceType::selection },
-    { "statistics", BfResourceType::statistics },
-    { "meter", BfResourceType::meter },
-    { "stateful", BfResourceType::stateful },
-    { "wred", BfResourceType::wred },
-};
-
-} // namespace
-
 BfResourceType stringToResourceType( std::string_view text ) {
-    for( NamedType const& named : types ) {
-        if( named.text == text )
-            return named.type;
+    for( auto const& [ type, typeText ] : bfResourceTypeTexts ) {
+        if( typeText == text )
+            return type;
     }
     BF_TRACE( 0 ) << "Unexpected BfResourceType " << text;
     ZEL_ASSERT( false && "Unexpected BfResourceType" );

@@ -1,0 +1,30 @@
+#pragma once
+
+// The kinds of record that have a list command. A new one is a row of the table and its functions.
+
+#include "cli/Commands.h"
+#include "cli/Row.h"
+
+namespace Bfri {
+
+/// A column for people: a field of the rows, under a title of its own.
+struct Column {
+    char const* title;
+    char const* field;
+};
+
+/// One kind of record: what the machines get of it, every field, and what people do.
+struct Listing {
+    char const* word; ///< the command
+    char const* description;
+    char const* member; ///< of the JSON object
+    Row ( *blank )();   ///< a row whose values mean nothing; every kind has a field "name"
+    std::vector<Row> ( *rows )( BfResourceInfo::BfResourceParser const& parser );
+    std::span<Column const> columns;
+    Row ( *shown )( Row row ) = nullptr; ///< the row for people, where it is another one
+};
+
+/// Every kind, in the order of the help.
+std::span<Listing const> listings();
+
+} // namespace Bfri
