@@ -1,7 +1,8 @@
 #include "resourceinfo/parser/context/ContextDocument.h"
 
 #include "resourceinfo/model/Source.h"
-#include "resourceinfo/parser/context/GZFileReadStream.h"
+#include "resourceinfo/parser/context/ContextReader.h"
+#include "resourceinfo/parser/context/PruningFilter.h"
 
 #include <array>
 #include <cerrno>
@@ -13,50 +14,10 @@
 
 namespace {
 
-constexpr unsigned maximumDepth = 1000;
+/// Of the gzip library; its own choice, 8 KiB, means a call of the system for every 16 KiB of a plain file.
+constexpr unsigned inputBufferSize = 65536;
 
 using GZFile = std::unique_ptr<gzFile_s, int ( * )( gzFile )>;
-
-/// Hands the reader's events to the document, down to the deepest level allowed.
-class DepthLimit {
-  public:
-    explicit DepthLimit( rapidjson::Document& document ) : document_( document ) {}
-
-    bool tooDeep() const { return depth_ > maximumDepth; }
-
-    bool Null() { return document_.Null(); }
-    bool Bool( bool value ) { return document_.Bool( value ); }
-    bool Int( int value ) { return document_.Int( value ); }
-    bool Uint( unsigned value ) { return document_.Uint( value ); }
-    bool Int64( std::int64_t value ) { return document_.Int64( value ); }
-    bool Uint64( std::uint64_t value ) { return document_.Uint64( value ); }
-    bool Double( double value ) { return document_.Double( value ); }
-    bool RawNumber( char const* text, rapidjson::SizeType length, bool copy ) {
-        return document_.RawNumber( text, length, copy );
-    }
-    bool String( char const* text, rapidjson::SizeType length, bool copy ) {
-        return document_.String( text, length, copy );
-    }
-    bool Key( char const* name, rapidjson::SizeType length, bool copy ) {
-        return document_.Key( name, length, copy );
-    }
-    bool StartObject() { return descend() && document_.StartObject(); }
-    bool StartArray() { return descend() && document_.StartArray(); }
-    bool EndObject( rapidjson::SizeType members ) {
-        --depth_;
-        return document_.EndObject( members );
-    }
-    bool EndArray( rapidjson::SizeType elements ) {
-        --depth_;
-        return document_.EndArray( elements );
-    }
-
-  private:
-    bool descend() { return ++depth_ <= maximumDepth; }
-
-    rapidjson::Document& document_;
-    unsigned depth_ = 0;
-};
 
 /// "line 3, column 14: REASON" for a character of the file; "character 40: REASON" when the file cannot be
 /// read again.
@@ -96,12 +57,13 @@ void ContextDocument::read() {
     if( !file )
         return unreadable( "open", std::strerror( errno ) );
     std::array<char, 4096> buffer;
+    gzbuffer( file.get(), inputBufferSize );
     GZFileReadStream stream( file.get(), buffer );
     rapidjson::Reader reader;
-    DepthLimit handler( document_ );
+    PruningFilter filter( document_ );
     rapidjson::ParseResult result;
     auto parse = [ & ]( rapidjson::Document& ) {
-        result = reader.Parse( stream, handler );
+        result = reader.Parse( stream, filter );
         // Damaged gzip shows as text that makes no sense, or behind a NUL, long before its checksum does.
         if( !result.IsError() || !gzdirect( file.get() ) )
             stream.drain();
@@ -112,8 +74,8 @@ void ContextDocument::read() {
         return unreadable( "read", readError( file.get(), path_ ) );
     if( result.IsError() )
         problem_ = syntaxError( file.get(), result.Offset(),
-                                handler.tooDeep()
-                                    ? "More than " + std::to_string( maximumDepth ) + " levels of nesting."
+                                filter.depth().exceeded()
+                                    ? "More than " + std::to_string( Depth::maximum ) + " levels of nesting."
                                     : rapidjson::GetParseError_En( result.Code() ) );
 }
 

@@ -3,6 +3,7 @@
 #include "resourceinfo/model/Types.h"
 
 #include <span>
+#include <string_view>
 #include <zlib.h>
 
 /// The characters of a file, plain or gzip, as RapidJSON's reader takes them. The end of the file is one NUL.
@@ -20,6 +21,20 @@ class GZFileReadStream {
         Ch const c = *current_;
         Read();
         return c;
+    }
+    /// Takes the characters up to the first that `find( begin, end )` finds in a range of them, which must
+    /// find a NUL, and hands them to `run` piece by piece.
+    template<class Find, class Run>
+    void takeTo( Find find, Run run ) {
+        for( ;; ) {
+            char const* const end = bufferLast_ + 1;
+            char const* const found = find( current_, end );
+            run( std::string_view( current_, found ) );
+            current_ = found;
+            if( found != end )
+                return;
+            refill();
+        }
     }
     /// Number of characters taken.
     std::size_t Tell() const { return count_ + static_cast<std::size_t>( current_ - buffer_.data() ); }

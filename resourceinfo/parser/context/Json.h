@@ -4,6 +4,7 @@
 // failure goes the way of every assertion, and says which value was read, where, and by which operation.
 
 #include "resourceinfo/model/Types.h"
+#include "resourceinfo/parser/context/MemberNames.h"
 #include "zel/SourceLocation.h"
 
 #include <iosfwd>
@@ -35,10 +36,19 @@ class Json {
     using Where = Zel::SourceLocation;
 
   public:
-    /// The name of a member, with the place that asks for it.
+    /// The name of a member, with the place that asks for it. A name that memberNames lacks does not compile:
+    /// files are read without such members.
     struct Member {
-        Member( char const* memberName, Where place = Where::current() )
-            : name( memberName ), where( place ) {}
+        consteval Member( char const* memberName, Where place = Where::current() )
+            : name( isMemberName( memberName ) ? memberName : throw "a name that memberNames lacks" ),
+              where( place ) {}
+        /// A name that is known at run time only; must outlive the access and the message of its failure.
+        static Member named( char const* memberName, Where place = Where::current() ) {
+            Member member( "name" );
+            member.name = memberName;
+            member.where = place;
+            return member;
+        }
         char const* name;
         Where where;
     };

@@ -91,7 +91,7 @@ void takeHitBits( BfResourceParser* parser, BfTableInfo& record ) {
 }
 
 /// The first element of an optional list of references; none when it is absent or empty.
-std::optional<Json> firstReference( Json table, char const* referenceKind ) {
+std::optional<Json> firstReference( Json table, Json::Member referenceKind ) {
     if( !table.HasMember( referenceKind ) || table[ referenceKind ].Size() == 0 )
         return std::nullopt;
     return table[ referenceKind ][ 0 ];

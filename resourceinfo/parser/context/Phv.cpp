@@ -24,7 +24,7 @@ void addRecord( Json record, PhvSizes& perStagePhvSize ) {
 }
 
 PhvSizes stagePhvSizes( Json phvStage, String const& direction ) {
-    Json const gress_info = phvStage[ direction.c_str() ];
+    Json const gress_info = phvStage[ Json::Member::named( direction.c_str() ) ];
     ZEL_ASSERT( gress_info.IsArray() );
     PhvSizes perStagePhvSize;
     for( Json const container : gress_info ) {

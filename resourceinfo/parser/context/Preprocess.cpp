@@ -10,7 +10,7 @@ namespace {
 
 /// Hands the handle of each element of an optional list of references to `enq`.
 template<class Enq>
-void forEachReference( Json table, char const* referenceKind, BfResourceParserContext const& context,
+void forEachReference( Json table, Json::Member referenceKind, BfResourceParserContext const& context,
                        Enq enq ) {
     if( !table.HasMember( referenceKind ) )
         return;

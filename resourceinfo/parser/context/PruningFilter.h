@@ -1,0 +1,108 @@
+#pragma once
+
+#include "resourceinfo/parser/context/Json.h"
+#include "resourceinfo/parser/context/MemberNames.h"
+
+#include <array>
+
+/// How deep the reader is in a file, and how deep it may get: it ends the reading below 1,000 levels of
+/// nesting, before its stack overflows.
+class Depth {
+  public:
+    static constexpr unsigned maximum = 1000;
+
+    bool exceeded() const { return value_ > maximum; }
+    unsigned value() const { return value_; }
+    bool descend() { return ++value_ <= maximum; }
+    void ascend() { --value_; }
+
+  private:
+    unsigned value_ = 0;
+};
+
+/// What becomes of a member that no pass reads: the reader checks its syntax, and that is all.
+class DroppedValue {
+    using Size = rapidjson::SizeType;
+
+  public:
+    explicit DroppedValue( Depth& depth ) : depth_( depth ) {}
+
+    bool Null() { return true; }
+    bool Bool( bool ) { return true; }
+    bool Int( int ) { return true; }
+    bool Uint( unsigned ) { return true; }
+    bool Int64( std::int64_t ) { return true; }
+    bool Uint64( std::uint64_t ) { return true; }
+    bool Double( double ) { return true; }
+    bool RawNumber( char const*, Size, bool ) { return true; }
+    bool StartObject() { return depth_.descend(); }
+    bool StartArray() { return depth_.descend(); }
+    bool EndObject( Size ) { return ascend(); }
+    bool EndArray( Size ) { return ascend(); }
+
+  private:
+    bool ascend() {
+        depth_.ascend();
+        return true;
+    }
+
+    Depth& depth_;
+};
+
+/// Stands between RapidJSON's reader and a document: hands on the members that some pass reads, so that the
+/// document takes the memory of what is used.
+class PruningFilter {
+    using Size = rapidjson::SizeType;
+
+  public:
+    explicit PruningFilter( rapidjson::Document& document ) : document_( document ) {}
+
+    Depth const& depth() const { return depth_; }
+    DroppedValue dropped() { return DroppedValue( depth_ ); }
+    /// Whether the value that comes next is dropped. True once for each such value.
+    bool dropsNext() { return std::exchange( dropsNext_, false ); }
+
+    bool Null() { return document_.Null(); }
+    bool Bool( bool value ) { return document_.Bool( value ); }
+    bool Int( int value ) { return document_.Int( value ); }
+    bool Uint( unsigned value ) { return document_.Uint( value ); }
+    bool Int64( std::int64_t value ) { return document_.Int64( value ); }
+    bool Uint64( std::uint64_t value ) { return document_.Uint64( value ); }
+    bool Double( double value ) { return document_.Double( value ); }
+    bool RawNumber( char const* text, Size length, bool copy ) {
+        return document_.RawNumber( text, length, copy );
+    }
+    bool String( char const* text, Size length, bool copy ) { return document_.String( text, length, copy ); }
+
+    bool Key( char const* name, Size length, bool copy ) {
+        if( !isMemberName( { name, length } ) ) {
+            dropsNext_ = true;
+            return true;
+        }
+        ++keptMembers_[ depth_.value() ];
+        return document_.Key( name, length, copy );
+    }
+
+    bool StartObject() {
+        if( !depth_.descend() )
+            return false;
+        keptMembers_[ depth_.value() ] = 0;
+        return document_.StartObject();
+    }
+    bool StartArray() { return depth_.descend() && document_.StartArray(); }
+    bool EndObject( Size ) {
+        Size const members = keptMembers_[ depth_.value() ];
+        depth_.ascend();
+        return document_.EndObject( members );
+    }
+    bool EndArray( Size elements ) {
+        depth_.ascend();
+        return document_.EndArray( elements );
+    }
+
+  private:
+    rapidjson::Document& document_;
+    Depth depth_;
+    bool dropsNext_ = false;
+    std::array<Size, Depth::maximum + 1> keptMembers_; // of the object at each depth
+};

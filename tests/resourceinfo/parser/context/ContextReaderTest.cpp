@@ -1,0 +1,243 @@
+// The reader over our stream, with the filter, beside the reader over a text in memory, without: the same
+// document but for the members that nobody asks for, and the same errors at the same places.
+
+#include "resourceinfo/parser/context/ContextReader.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <algorithm>
+#include <memory>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+namespace {
+
+using namespace std::string_literals;
+
+/// What became of a text: a document as compact JSON, or an error with its place.
+struct Outcome {
+    rapidjson::ParseErrorCode error = rapidjson::kParseErrorNone;
+    std::size_t offset = 0;
+    std::string document;
+
+    bool operator==( Outcome const& ) const = default;
+    friend std::ostream& operator<<( std::ostream& os, Outcome const& outcome ) {
+        return os << "error " << outcome.error << " at " << outcome.offset << ", document "
+                  << outcome.document;
+    }
+};
+
+Outcome outcome( rapidjson::ParseResult const& result, rapidjson::Document const& document ) {
+    if( result.IsError() )
+        return { result.Code(), result.Offset(), "" };
+    rapidjson::StringBuffer text;
+    rapidjson::Writer<rapidjson::StringBuffer> writer( text );
+    document.Accept( writer );
+    return { rapidjson::kParseErrorNone, 0, { text.GetString(), text.GetSize() } };
+}
+
+bool isAskedFor( rapidjson::Value const& name ) {
+    std::string_view const text( name.GetString(), name.GetStringLength() );
+    return std::find( memberNames.begin(), memberNames.end(), text ) != memberNames.end();
+}
+
+void prune( rapidjson::Value& value ) {
+    if( value.IsArray() ) {
+        for( auto& element : value.GetArray() )
+            prune( element );
+    }
+    if( !value.IsObject() )
+        return;
+    for( auto member = value.MemberBegin(); member != value.MemberEnd(); ) {
+        if( isAskedFor( member->name ) )
+            prune( ( member++ )->value );
+        else
+            member = value.EraseMember( member );
+    }
+}
+
+Outcome plainOutcome( std::string const& text ) {
+    rapidjson::Document document;
+    rapidjson::ParseResult const result = document.Parse( text.c_str() );
+    if( !result.IsError() )
+        prune( document );
+    return outcome( result, document );
+}
+
+Outcome filteredOutcome( std::string const& text, std::size_t bufferSize = 4096 ) {
+    static Support::TemporaryFolder const folder;
+    std::string const path = folder.write( "text.json", text );
+    std::unique_ptr<gzFile_s, int ( * )( gzFile )> const file( gzopen( path.c_str(), "r" ), gzclose );
+    std::vector<char> buffer( bufferSize );
+    GZFileReadStream stream( file.get(), buffer );
+    rapidjson::Document document;
+    rapidjson::ParseResult result;
+    auto parse = [ & ]( rapidjson::Document& ) {
+        PruningFilter filter( document );
+        result = rapidjson::Reader().Parse( stream, filter );
+        return !result.IsError();
+    };
+    document.Populate( parse );
+    return outcome( result, document );
+}
+
+void expectSameOutcome( std::string const& text, std::size_t bufferSize ) {
+    EXPECT_EQ( filteredOutcome( text, bufferSize ), plainOutcome( text ) )
+        << "buffer of " << bufferSize << "\n"
+        << text;
+}
+
+/// Buffers so small that every token is cut somewhere, one that fits a step of the processor, one that holds
+/// all.
+constexpr std::size_t bufferSizes[] = { 1, 2, 7, 16, 17, 40, 4096 };
+
+TEST( ContextReader, KeepsWhatIsAskedForAndDropsTheRest ) {
+    EXPECT_EQ( filteredOutcome( R"({ "tables": [ { "name": "t", "comment": { "name": "c" }, "size": 4 } ],
+                                     "symbols": [ 1, { "tables": 2 } ], "handle": null })" )
+                   .document,
+               R"({"tables":[{"name":"t","size":4}],"handle":null})" );
+}
+
+// clang-format off
+std::string const texts[] = {
+    ""s, " "s, "null"s, "[]"s, "{}"s, " [ ] "s, "0"s, "-0"s, "1e5"s, "1E400"s, "-1e-400"s, "00"s, "-"s,
+    "1."s, ".5"s, "4294967295"s, "4294967296"s, "-2147483649"s, "18446744073709551616"s,
+    R"("a\u0041\ud83d\ude00\n\"")"s, R"("\ud83d")"s, R"("\x")"s, R"("\u12g4")"s, "\"a\tb\""s, "\"open"s,
+    "\"\xff\xfe\""s, "tru"s, "nul"s, "falsE"s, "truefalse"s, "1 2"s, "{} x"s, "\0"s, "[1\0 2]"s,
+    R"({"x":1E400})"s, R"({"x":"\ud83d"})"s, R"({"x":"\q"})"s, R"({"x":[1,]})"s, R"({"x":{"y":}})"s,
+    R"({"x" 1})"s, R"({"x":1 "y":2})"s, R"({"x":tru})"s, R"({"x":nulL,"size":1})"s, R"({"x":01})"s,
+    R"({"x":"open)"s, R"({"x":[[[{"y":[]}]]],"name":"n"})"s, R"({"x")"s, R"({"x":)"s, R"({,})"s,
+    R"({"name":1,"name":2,"x":3,"name":[]})"s, R"({"na\u006de":1,"na\u006dex":2})"s,
+    R"({"name\u0000":1,"":2,"name":3})"s, "{\"x\":\"a\x01\"}"s, R"({"x":-})"s, R"({"x":1.5e+})"s,
+    R"({"x":[1 2]})"s, R"([{"x":1},{"size":{"x":2,"units":[{"y":0},3]}}])"s,
+};
+// clang-format on
+
+TEST( ContextReader, ReadsEveryKindOfTextAsThePlainReaderDoes ) {
+    for( std::string const& text : texts ) {
+        for( std::size_t const bufferSize : bufferSizes )
+            expectSameOutcome( text, bufferSize );
+    }
+}
+
+/// Texts that are nearly JSON.
+class Writer {
+  public:
+    explicit Writer( unsigned seed ) : random_( seed ) {}
+
+    std::string text() {
+        text_.clear();
+        value( 4 );
+        for( unsigned damages = below( 3 ); damages > 0 && !text_.empty(); --damages )
+            damage();
+        return text_;
+    }
+
+  private:
+    unsigned below( std::size_t n ) { return static_cast<unsigned>( random_() % n ); }
+    std::string oneOf( std::vector<std::string> const& choices ) {
+        return choices[ below( choices.size() ) ];
+    }
+
+    void space() { text_ += oneOf( { "", "", " ", "\n" + std::string( below( 60 ), ' ' ), "\t\r" } ); }
+
+    void value( unsigned depth ) {
+        space();
+        unsigned const kind = below( depth == 0 ? 4 : 8 );
+        if( kind == 0 )
+            text_ += oneOf( { "null", "true", "false" } );
+        else if( kind == 1 )
+            text_ += oneOf( { "0", "17", "-3", "4294967296", "1.25", "2e3", "18446744073709551615" } );
+        else if( kind < 4 )
+            string();
+        else
+            container( kind < 6, depth );
+        space();
+    }
+
+    void string() {
+        text_ += '"';
+        for( unsigned pieces = below( 4 ); pieces > 0; --pieces )
+            text_ += oneOf(
+                { std::string( below( 50 ), 'a' ), "\\n", "\\u00e9", "\\ud83d\\ude00", "\xc3\xa9", "/" } );
+        text_ += '"';
+    }
+
+    void container( bool object, unsigned depth ) {
+        text_ += object ? '{' : '[';
+        for( unsigned i = 0, elements = below( 5 ); i < elements; ++i ) {
+            if( i > 0 )
+                text_ += ',';
+            if( object ) {
+                space();
+                text_ += '"' + name() + '"';
+                space();
+                text_ += ':';
+            }
+            value( depth - 1 );
+        }
+        text_ += object ? '}' : ']';
+    }
+
+    std::string name() {
+        if( below( 2 ) )
+            return std::string( memberNames[ below( memberNames.size() ) ] );
+        return oneOf(
+            { "", "x", "nam", "names", "stage_table", "a long name of no member at all", "\\u006eame" } );
+    }
+
+    void damage() {
+        std::size_t const place = below( text_.size() );
+        switch( below( 4 ) ) {
+        case 0:
+            text_.resize( place );
+            break;
+        case 1:
+            text_.erase( place, 1 );
+            break;
+        case 2:
+            text_[ place ] = static_cast<char>( below( 256 ) );
+            break;
+        default:
+            text_.insert( place, 1, oneOf( { ",", "\"", "{", "}", "[", "]", ":", "\\", "1" } )[ 0 ] );
+        }
+    }
+
+    std::mt19937 random_;
+    std::string text_;
+};
+
+TEST( ContextReader, AgreesWithThePlainReaderOnTextsThatAreNearlyJson ) {
+    Writer writer( 11 );
+    for( int i = 0; i < 1400; ++i )
+        expectSameOutcome( writer.text(), bufferSizes[ i % std::size( bufferSizes ) ] );
+}
+
+TEST( ContextReader, CountsTheLevelsOfWhatItDrops ) {
+    for( std::string const name : { "x", "tables" } ) {
+        auto const nested = [ & ]( std::size_t levels ) {
+            return "{\"" + name + "\":" + std::string( levels, '[' ) + std::string( levels, ']' ) + "}";
+        };
+        EXPECT_EQ( filteredOutcome( nested( 999 ) ).error, rapidjson::kParseErrorNone );
+        Outcome const tooDeep = filteredOutcome( nested( 1000 ) );
+        EXPECT_EQ( tooDeep.error, rapidjson::kParseErrorTermination );
+        EXPECT_EQ( tooDeep.offset, name.size() + 4 + 1000 );
+    }
+}
+
+TEST( MemberNames, AreFoundAndNothingElseIs ) {
+    for( std::string_view const name : memberNames ) {
+        std::string other( name );
+        EXPECT_TRUE( isMemberName( name ) ) << name;
+        EXPECT_FALSE( isMemberName( other + "s_" ) );
+        EXPECT_FALSE( isMemberName( other + '\0' ) );
+        other[ other.size() / 3 ] = '~';
+        EXPECT_FALSE( isMemberName( other ) );
+    }
+    EXPECT_FALSE( isMemberName( "" ) );
+}
+
+} // namespace
