@@ -26,12 +26,27 @@ void describeFrom( std::ostream& os, InputScope const* scope ) {
     scope->describe( os );
 }
 
+/// Input may hold anything: a text that is written to a terminal or a log must stay one line and do nothing.
+String withoutControls( String const& text ) {
+    String safe;
+    for( char const c : text ) {
+        if( static_cast<unsigned char>( c ) >= ' ' && c != '\x7f' ) {
+            safe += c;
+            continue;
+        }
+        char escaped[ 5 ];
+        std::snprintf( escaped, sizeof escaped, "\\x%02x", static_cast<unsigned>( c ) );
+        safe += escaped;
+    }
+    return safe;
+}
+
 String currentPosition() {
     std::ostringstream position;
     position.imbue( std::locale::classic() );
     if( innermost )
         describeFrom( position, innermost );
-    return position.str();
+    return withoutControls( position.str() );
 }
 
 } // namespace

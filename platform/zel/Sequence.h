@@ -3,10 +3,9 @@
 #include "mirrow/Slab.h"
 #include "vessa/Types.h"
 #include "vessa/VectorException.h"
+#include "zel/KeyIndex.h"
 
-#include <functional>
 #include <tuple>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -14,83 +13,14 @@ namespace Zel {
 
 using Vessa::U32;
 
-/// Sequence of records with an index for each Key, by which the first record of a key value is found at once.
-/// A Key is a type with the key's type, `Type`, and `static Type of( T const& )`. The indexes are kept on
-/// change, so that reading takes no lock. Thread-compatible.
+/// Sequence of records with an index for each Key (see KeyIndex), by which the first record of a key value is
+/// found at once. The indexes are kept on change, so that reading takes no lock. Thread-compatible.
 template<class T, class... Keys>
 class Sequence {
     using Elements = std::vector<T, Mirrow::Allocator<T>>;
 
-    /// The lowest position of every value of one key.
     template<class Key>
-    class Index {
-        struct Position {
-            U32 value;
-        };
-        // Not noexcept on purpose: the standard set then keeps each hash instead of computing it again.
-        struct Hash {
-            using is_transparent = void;
-            std::size_t operator()( Position p ) const {
-                return ( *this )( Key::of( ( *elements )[ p.value ] ) );
-            }
-            std::size_t operator()( typename Key::Type const& key ) const {
-                return std::hash<typename Key::Type>()( key );
-            }
-            Elements const* elements;
-        };
-        struct Equal {
-            using is_transparent = void;
-            bool operator()( Position a, Position b ) const {
-                return ( *this )( Key::of( ( *elements )[ a.value ] ), b );
-            }
-            bool operator()( typename Key::Type const& a, Position b ) const {
-                return a == Key::of( ( *elements )[ b.value ] );
-            }
-            bool operator()( Position a, typename Key::Type const& b ) const { return ( *this )( b, a ); }
-            Elements const* elements;
-        };
-
-      public:
-        explicit Index( Elements const& elements )
-            : elements_( elements ), first_( 0, Hash{ &elements }, Equal{ &elements } ) {}
-
-        /// The lowest position with that key, or the number of elements.
-        U32 first( typename Key::Type const& key ) const {
-            auto const found = first_.find( key );
-            return found == first_.end() ? static_cast<U32>( elements_.size() ) : found->value;
-        }
-
-        /// Takes the element at a position in: it counts when no lower one has its key.
-        void add( U32 position ) {
-            auto const [ holder, added ] = first_.insert( Position{ position } );
-            if( added || holder->value < position )
-                return;
-            first_.erase( holder );
-            first_.insert( Position{ position } );
-        }
-
-        /// Forgets the element at a position, which still has its key; the next higher one of that key
-        /// counts.
-        void remove( U32 position ) {
-            auto const key = Key::of( elements_[ position ] );
-            auto const holder = first_.find( key );
-            if( holder->value != position )
-                return;
-            first_.erase( holder );
-            for( U32 next = position + 1; next < elements_.size(); ++next ) {
-                if( Key::of( elements_[ next ] ) == key ) {
-                    first_.insert( Position{ next } );
-                    return;
-                }
-            }
-        }
-
-        void clear() { first_.clear(); }
-
-      private:
-        Elements const& elements_;
-        std::unordered_set<Position, Hash, Equal, Mirrow::Allocator<Position, T>> first_;
-    };
+    using Index = KeyIndex<Elements, Key>;
 
   public:
     using value_type = T;

@@ -64,6 +64,8 @@ class Table : public JsonBuilder<Table> {
     Table& handle( std::uint32_t handle ) { return with( "/handle", JsonTree::number( handle ) ); }
     Table& size( std::uint32_t entries ) { return with( "/size", JsonTree::number( entries ) ); }
     Table& logicalPipe( std::string_view pipe ) { return with( "/logical_pipe", JsonTree::string( pipe ) ); }
+    /// "how_referenced" of a statistics, meter or stateful table.
+    Table& referenced( std::string_view how ) { return with( "/how_referenced", JsonTree::string( how ) ); }
     Table& controllable( bool is ) { return with( "/is_resource_controllable", JsonTree::boolean( is ) ); }
 
     /// Of match tables.

@@ -99,6 +99,11 @@ TEST_F( InputScopes, AreDescribedOnlyWhenSomethingFails ) {
     EXPECT_EQ( described, 1 );
 }
 
+TEST_F( InputScopes, ShowControlCharactersByTheirNumbers ) {
+    Place const file( "a\nb\x1b[31m\x7f\t\xc3\xa9\\" );
+    EXPECT_EQ( position(), "a\\x0ab\\x1b[31m\\x7f\\x09\xc3\xa9\\" );
+}
+
 TEST_F( InputScopes, AreEachThreadsOwn ) {
     Place const file( "file" );
     String before, inside, after;

@@ -1,4 +1,5 @@
 #include "tests/resourceinfo/Fixtures.h"
+#include "tests/resourceinfo/parser/context/Faults.h"
 #include "tests/support/Assertions.h"
 #include "tests/support/TraceCollector.h"
 
@@ -15,38 +16,6 @@ namespace {
 
 using Support::ContextBuilder;
 using Support::matchTable;
-using Support::StageTable;
-
-ContextBuilder fullContext() {
-    return ContextBuilder()
-        .table( Support::actionDataTable( "acl.adt" ) )
-        .table( Support::selectionTable( "acl.sel" ) )
-        .table( Support::statisticsTable( "acl.counter" ) )
-        .table( Support::meterTable( "acl.meter" ) )
-        .table( Support::wredTable( "acl.wred" ) )
-        .table( Support::statefulTable( "acl.register" ) )
-        .table( Support::conditionTable( "if" ) )
-        .table( matchTable( "acl" )
-                    .idleTime( 3 )
-                    .actionData( "acl.adt" )
-                    .selection( "acl.sel" )
-                    .statistics( "acl.counter" )
-                    .meter( "acl.meter" )
-                    .stateful( "acl.register" )
-                    .logicalPipe( "a" )
-                    .with( "/static_entries", "[]" )
-                    .with( "/action_profile", "\"p\"" )
-                    .action( "permit", { "acl.meter", "acl.register" } ) )
-        .table( matchTable( "lpm" )
-                    .matchType( "algorithmic_tcam" )
-                    .partitions( 4 )
-                    .units( { { StageTable( "algorithmic_tcam_match" ) },
-                              { StageTable( "algorithmic_tcam_match" ) } } ) )
-        .learnQuanta( "digest" )
-        .phvStage( "hdr.eth", 6 )
-        .flexibleHeader( "eth", 112 )
-        .dynamicHash( "lag", { "ip.src", "ip.dst" } );
-}
 
 /// How a load ends: with a model, or with a failure.
 struct Outcome {
@@ -87,7 +56,7 @@ class Damage : public testing::Test {
 };
 
 TEST_F( Damage, EveryMemberRemovedOrRetyped ) {
-    Support::JsonTree const good = fullContext().tree();
+    Support::JsonTree const good = contextOfEveryPass().tree();
     ASSERT_TRUE( load( good.text() ).loaded() );
     int loaded = 0;
     int failed = 0;
@@ -162,7 +131,7 @@ TEST_F( Damage, EveryBitOfACompressedFileFlipped ) {
 }
 
 TEST_F( Damage, RandomBytesOfAPlainFileReplaced ) {
-    String const good = fullContext().text();
+    String const good = contextOfEveryPass().text();
     std::mt19937 random( 7 );
     auto const below = [ & ]( std::size_t bound ) {
         return std::uniform_int_distribution<std::size_t>( 0, bound - 1 )( random );
@@ -177,7 +146,7 @@ TEST_F( Damage, RandomBytesOfAPlainFileReplaced ) {
 }
 
 TEST_F( Damage, RandomRunsOfACompressedFileReplaced ) {
-    String const good = Support::gzip( fullContext().text() );
+    String const good = Support::gzip( contextOfEveryPass().text() );
     std::mt19937 random( 11 );
     for( int round = 0; round < 500; ++round ) {
         SCOPED_TRACE( round );

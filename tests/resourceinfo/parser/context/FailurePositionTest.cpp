@@ -1,4 +1,5 @@
 #include "tests/resourceinfo/Fixtures.h"
+#include "tests/resourceinfo/parser/context/Faults.h"
 #include "tests/support/Assertions.h"
 #include "tests/support/TraceCollector.h"
 
@@ -62,6 +63,69 @@ TEST_F( FailurePosition, NamesFileValueMemberAndTable ) {
         EXPECT_GT( failure.line, 0 );
         EXPECT_NE( failure.function, "" );
     }
+}
+
+TEST_F( FailurePosition, NamesThePlaceInEveryPass ) {
+    struct Row {
+        Fault fault;
+        String position;
+    };
+    char const* const unexpected = "false && \"Unexpected BfResourceType\"";
+    for( auto const& [ fault, position ] : {
+             Row{ { "/tables/0/stage_tables/0/stage_table_type", "\"x\"", unexpected },
+                  " at /tables/0/stage_tables/0/stage_table_type, table 0 \"c\"" },
+             Row{ { "/tables/1/actions", removed, noMember },
+                  " at /tables/1, member \"actions\", table 1 \"acl\"" },
+             Row{ { "/tables/1/actions/1/handle", "null", noUnsigned },
+                  " at /tables/1/actions/1/handle, table 1 \"acl\"" },
+             Row{ { "/tables/0/statistics_type", removed, noMember },
+                  " at /tables/0, member \"statistics_type\", table 0 \"c\"" },
+             Row{ { "/tables/2/meter_granularity", "7", noString },
+                  " at /tables/2/meter_granularity, table 2 \"m\"" },
+             Row{ { "/tables/3/alu_width", "-1", noUnsigned }, " at /tables/3/alu_width, table 3 \"r\"" },
+             Row{ { "/learn_quanta/0", "null", "lq.IsObject()" }, " at /learn_quanta/0" },
+             Row{ { "/learn_quanta/0/handle", removed, noMember }, " at /learn_quanta/0, member \"handle\"" },
+             Row{ { "/phv_allocation/1/egress", removed, noMember },
+                  " at /phv_allocation/1, member \"egress\"" },
+             Row{ { "/phv_allocation/0/ingress/0/records/0/is_pov", "1", noBool },
+                  " at /phv_allocation/0/ingress/0/records/0/is_pov" },
+             Row{ { "/phv_allocation/0/egress/0/records/-",
+                    R"({ "is_pov": false, "field_name": "hdr.eth", "field_width": 7 })",
+                    "perStagePhvSize[ record_field_name ] == width" },
+                  " at /phv_allocation/0/egress/0/records/1/field_width" },
+             Row{ { "/flexible_headers/0/fields/0/slice", removed, noMember },
+                  " at /flexible_headers/0/fields/0, member \"slice\"" },
+             Row{ { "/flexible_headers/0/fields/0/slice/bit_width", "9", "header.size() % 8 == 0" },
+                  " at /flexible_headers/0/fields/0/slice/bit_width" },
+             Row{ { "/dynamic_hash_calculations/0/field_lists", "[]", "fieldList.Size() == 1" },
+                  " at /dynamic_hash_calculations/0/field_lists" },
+             Row{ { "/dynamic_hash_calculations/0/field_lists/0", "null", noObject },
+                  " at /dynamic_hash_calculations/0/field_lists/0, member \"handle\"" },
+             Row{ { "/dynamic_hash_calculations/0/field_lists/0/fields/1/name", "null", noString },
+                  " at /dynamic_hash_calculations/0/field_lists/0/fields/1/name" },
+         } ) {
+        Support::TraceCollector const quiet( "BfResourceParser", {} );
+        auto context = contextOfEveryPass();
+        if( fault.json )
+            context.with( fault.pointer, *fault.json );
+        else
+            context.without( fault.pointer );
+        auto const failure = failureOfLoading( context );
+        EXPECT_EQ( failure.condition, fault.condition ) << fault.pointer;
+        EXPECT_EQ( failure.position, file_ + position ) << fault.pointer;
+    }
+}
+
+TEST_F( FailurePosition, NamesTheTableThatNoneReferencesAndTheRegisterOfTheWrongWidth ) {
+    Support::TraceCollector const quiet( "BfResourceParser", {} );
+    auto const lost = failureOfLoading( contextOfEveryPass().without( "/tables/1/statistics_table_refs" ) );
+    EXPECT_EQ( lost.condition, "false && \"Table not found\"" );
+    EXPECT_THAT( lost.position,
+                 testing::AllOf( testing::StartsWith( file_ ), testing::EndsWith( ", table 0 \"c\"" ) ) );
+    auto const wide = failureOfLoading( contextOfEveryPass().with( "/tables/7/alu_width", "16" ) );
+    EXPECT_EQ( wide.condition, "width == 32" );
+    EXPECT_THAT( wide.position, testing::AllOf( testing::StartsWith( file_ ),
+                                                testing::EndsWith( ", table 7 \"direct r\"" ) ) );
 }
 
 TEST_F( FailurePosition, NamesTheTableOfAReferenceThatIsMissing ) {

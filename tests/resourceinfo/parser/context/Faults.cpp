@@ -14,13 +14,23 @@ namespace {
 struct Outcome {
     String condition;
     U32 line;
-    String member;
+    String position;
 
     friend bool operator==( Outcome const&, Outcome const& ) = default;
     friend std::ostream& operator<<( std::ostream& os, Outcome const& outcome ) {
-        return os << outcome.condition << " in line " << outcome.line << ", member \"" << outcome.member
-                  << '"';
+        return os << outcome.condition << " in line " << outcome.line << outcome.position;
     }
+};
+
+/// While it lives, failures name the place in the value.
+class ValueScope : private Zel::InputScope {
+  public:
+    explicit ValueScope( ParsedJson const& parsed ) : parsed_( parsed ) { lastJsonAccess() = {}; }
+
+  private:
+    void describe( std::ostream& os ) const override { describeLastAccess( os, parsed_.document() ); }
+
+    ParsedJson const& parsed_;
 };
 
 void apply( Support::JsonTree& tree, Fault const& fault ) {
@@ -32,10 +42,9 @@ void apply( Support::JsonTree& tree, Fault const& fault ) {
 
 Outcome outcomeOf( Support::JsonTree const& tree, std::function<void( Json )> const& step ) {
     ParsedJson const parsed( tree.text() );
-    lastJsonAccess() = {};
+    ValueScope const scope( parsed );
     auto const failure = Support::failureOf( [ & ] { step( parsed.json() ); } );
-    char const* const member = lastJsonAccess().member;
-    return { failure.condition, failure.line, member ? member : "" };
+    return { failure.condition, failure.line, failure.position };
 }
 
 std::string describe( Fault const& fault ) {
@@ -43,6 +52,42 @@ std::string describe( Fault const& fault ) {
 }
 
 } // namespace
+
+Support::ContextBuilder contextOfEveryPass() {
+    using Support::StageTable;
+    return Support::ContextBuilder()
+        .table( Support::statisticsTable( "c" ).referenced( "direct" ) )
+        .table( Support::matchTable( "acl" )
+                    .idleTime( 3 )
+                    .actionData( "adt" )
+                    .selection( "sel" )
+                    .statistics( "c" )
+                    .meter( "w" )
+                    .stateful( "direct r" )
+                    .logicalPipe( "a" )
+                    .with( "/static_entries", "[]" )
+                    .with( "/action_profile", "\"p\"" )
+                    .action( "permit", { "m", "r" } ) )
+        .table( Support::meterTable( "m" ).with( "/pre_color_field_name", "\"color\"" ) )
+        .table( Support::statefulTable( "r" ) )
+        .table( Support::actionDataTable( "adt" ) )
+        .table( Support::selectionTable( "sel" ) )
+        .table( Support::wredTable( "w" ).referenced( "direct" ).logicalPipe( "b" ) )
+        .table(
+            Support::statefulTable( "direct r" ).referenced( "direct" ).with( "/dual_width_mode", "true" ) )
+        .table( Support::statisticsTable( "indirect c" ) )
+        .table( Support::conditionTable( "if" ) )
+        .table( Support::matchTable( "lpm" )
+                    .matchType( "algorithmic_tcam" )
+                    .partitions( 4 )
+                    .units( { { StageTable( "algorithmic_tcam_match" ) },
+                              { StageTable( "algorithmic_tcam_match" ) } } ) )
+        .learnQuanta( "digest" )
+        .phvStage( "hdr.eth", 6 )
+        .phvStage( "hdr.eth", 2 )
+        .flexibleHeader( "eth", 112 )
+        .dynamicHash( "lag", { "ip.src", "ip.dst" } );
+}
 
 void expectFaults( Support::JsonTree const& good, std::vector<Fault> const& faults,
                    std::function<void( Json )> const& step ) {

@@ -3,7 +3,7 @@
 // Rows of bad inputs for a step that reads one value of a context file.
 
 #include "resourceinfo/parser/context/Json.h"
-#include "tests/support/JsonTree.h"
+#include "tests/support/ContextBuilder.h"
 
 #include <functional>
 #include <optional>
@@ -16,10 +16,15 @@ class ParsedJson {
   public:
     explicit ParsedJson( std::string const& text ) { document_.Parse( text.data(), text.size() ); }
     Json json() const { return Json( document_ ); }
+    rapidjson::Document const& document() const { return document_; }
 
   private:
     rapidjson::Document document_;
 };
+
+/// A context file with something of everything that some pass reads. Its first tables are a direct counter
+/// "c", the match table "acl", a meter "m" and a register "r".
+Support::ContextBuilder contextOfEveryPass();
 
 /// A member that is replaced, added or (without a value) removed, and the condition that breaks then.
 struct Fault {

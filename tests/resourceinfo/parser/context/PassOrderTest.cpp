@@ -1,5 +1,6 @@
 #include "resourceinfo/parser/context/ContextFile.h"
 #include "tests/resourceinfo/Fixtures.h"
+#include "tests/resourceinfo/parser/context/Faults.h"
 #include "tests/support/Assertions.h"
 #include "tests/support/TraceCollector.h"
 
@@ -135,6 +136,70 @@ TEST_F( PassOrder, EarlierPassFailsFirst ) {
         EXPECT_EQ( failure.condition, faults[ first ].second ) << faults[ first ].first;
         EXPECT_THAT( failure.position, testing::HasSubstr( faults[ first ].first ) );
     }
+}
+
+/// Faults of every step of every pass, in the order in which they are met.
+std::vector<Fault> const faultsInOrder{
+    { "/tables/0/direction", "null", noString },
+    { "/tables/3/direction", "null", noString },
+    { "/tables/0/stage_tables/0/stage_table_type", "\"x\"", "false && \"Unexpected BfResourceType\"" },
+    { "/tables/1/match_attributes/stage_tables/0/stage_table_type", "\"x\"",
+      "false && \"Unexpected BfResourceType\"" },
+    { "/tables/1/match_attributes/number_partitions", "null", noUnsigned },
+    { "/tables/1/actions/0/handle", "null", noUnsigned },
+    { "/tables/1/actions/1/name", "null", noString },
+    { "/tables/3/stage_tables/0/stage_table_type", "\"y\"", "false && \"Unexpected BfResourceType\"" },
+    { "/tables/10/match_attributes/number_partitions", "null", noUnsigned },
+    { "/tables/0/statistics_type", "null", noString },
+    { "/tables/2/meter_granularity", "null", noString },
+    { "/tables/3/alu_width", "null", noUnsigned },
+    { "/tables/6/how_referenced", "null", noString },
+    { "/tables/7/alu_width", "16", "width == 32" },
+    { "/tables/8/statistics_type", "null", noString },
+    { "/learn_quanta/0/name", "null", noString },
+    { "/phv_allocation/0/ingress", "null", "gress_info.IsArray()" },
+    { "/phv_allocation/0/egress", "null", "gress_info.IsArray()" },
+    { "/phv_allocation/1/ingress", "null", "gress_info.IsArray()" },
+    { "/flexible_headers/0/fields/0/slice/bit_width", "7", "header.size() % 8 == 0" },
+    { "/dynamic_hash_calculations/0/field_lists/0/fields", "[]", "fieldCount > 0" },
+};
+
+TEST_F( PassOrder, OfTwoFaultsTheOneThatIsReadFirstIsMet ) {
+    Support::TraceCollector const quiet( "BfResourceParser", {} );
+    ASSERT_NO_THROW( load( contextOfEveryPass() ) );
+    for( std::size_t first = 0; first < faultsInOrder.size(); ++first ) {
+        auto const& [ pointer, json, condition ] = faultsInOrder[ first ];
+        auto const alone = contextOfEveryPass().with( pointer, *json );
+        auto const expected = Support::failureOf( [ & ] { load( alone ); } );
+        EXPECT_EQ( expected.condition, condition ) << pointer;
+        for( std::size_t second = first + 1; second < faultsInOrder.size(); ++second ) {
+            auto const both = ContextBuilder( alone ).with( faultsInOrder[ second ].pointer,
+                                                            *faultsInOrder[ second ].json );
+            auto const failure = Support::failureOf( [ & ] { load( both ); } );
+            EXPECT_EQ( failure.position, expected.position ) << faultsInOrder[ second ].pointer;
+            EXPECT_EQ( failure.line, expected.line ) << faultsInOrder[ second ].pointer;
+        }
+    }
+}
+
+TEST_F( PassOrder, StepsOfATableFollowOneAnotherBeforeThoseOfTheNext ) {
+    Support::TraceCollector const trace( "BfResourceParser", { 6, 7 } );
+    load( ContextBuilder()
+              .table( Support::statisticsTable( "c" ) )
+              .table( matchTable( "acl" ).action( "permit" ) )
+              .table( Support::meterTable( "m" ) )
+              .table( matchTable( "nat" ) )
+              .learnQuanta( "digest" ) );
+    EXPECT_THAT( trace.texts(),
+                 ElementsAre( "Preprocessing tables", "Preprocessing table c", "Preprocessing table acl",
+                              "Preprocessing table m", "Preprocessing table nat", "Preprocessing done",
+                              "Parsing resources, tables and actions", "Parsed resource c",
+                              "Parsed resource acl", "Parsed table acl", "Parsed action NoAction",
+                              "Parsed action permit", "Parsed resource m", "Parsed resource nat",
+                              "Parsed table nat", "Parsed action NoAction",
+                              "Parsing counters, meters, and registers", "Parsed counterc", "Parsed meter m",
+                              "Parsing learn quantas", "Parsed lq digest", "Parsing PHV",
+                              "Parsing dynamic_hash_calculations" ) );
 }
 
 TEST_F( PassOrder, EveryTableIsPreprocessedBeforeTheFirstIsParsed ) {

@@ -1,0 +1,134 @@
+#pragma once
+
+#include "mirrow/Slab.h"
+#include "vessa/Types.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace Zel {
+
+using Vessa::U32;
+
+/// The lowest position of every value that a Key has among the elements of an array: what a search from the
+/// front would find, at once. A Key is a type with the key's type, `Type`, and `static Type of( Element
+/// const& )`. The elements must outlive the index, at the same array object. Thread-compatible.
+///
+/// An open hash table with the hashes in it: a look-up touches one place of the table, and then the element.
+template<class Elements, class Key>
+class KeyIndex {
+    using Element = typename Elements::value_type;
+    using KeyType = typename Key::Type;
+
+  public:
+    explicit KeyIndex( Elements const& elements ) : elements_( elements ) {}
+
+    /// The lowest position with that key, or the number of elements. Constant time on average.
+    U32 first( KeyType const& key ) const {
+        Slot const* const slot = find( key );
+        return slot ? slot->position : static_cast<U32>( elements_.size() );
+    }
+
+    /// Takes the element at a position in: it counts when no lower one has its key.
+    void add( U32 position ) {
+        KeyType const key = Key::of( elements_[ position ] );
+        if( Slot* const slot = find( key ) ) {
+            if( position < slot->position )
+                slot->position = position;
+            return;
+        }
+        if( ++used_ * 2 > slots_.size() )
+            grow();
+        insert( { hash( key ), position } );
+    }
+
+    /// Forgets the element at a position, which still has its key; the next higher one of that key counts.
+    /// Linear.
+    void remove( U32 position ) {
+        KeyType const key = Key::of( elements_[ position ] );
+        Slot* const slot = find( key );
+        if( slot->position != position )
+            return;
+        for( U32 next = position + 1; next < elements_.size(); ++next ) {
+            if( Key::of( elements_[ next ] ) == key ) {
+                slot->position = next;
+                return;
+            }
+        }
+        erase( static_cast<std::size_t>( slot - slots_.data() ) );
+    }
+
+    void clear() {
+        slots_.clear();
+        used_ = 0;
+    }
+
+  private:
+    static constexpr U32 none = ~U32();
+
+    struct Slot {
+        U32 hash = 0;
+        U32 position = none;
+    };
+
+    /// Spreads what the standard hash leaves together: that of a number is the number.
+    static U32 hash( KeyType const& key ) {
+        return static_cast<U32>( std::hash<KeyType>()( key ) * std::uint64_t{ 0x9E3779B97F4A7C15 } >> 32 );
+    }
+
+    // The number of slots is a power of two, so that a mask keeps a number of a slot in range. A run of used
+    // slots ends at an empty one; half of all are empty.
+    std::size_t mask() const { return slots_.size() - 1; }
+    std::size_t home( Slot slot ) const { return slot.hash & mask(); }
+    std::size_t next( std::size_t i ) const { return ( i + 1 ) & mask(); }
+
+    Slot const* find( KeyType const& key ) const {
+        if( slots_.empty() )
+            return nullptr;
+        Slot const wanted{ hash( key ) };
+        for( std::size_t i = home( wanted ); slots_[ i ].position != none; i = next( i ) ) {
+            if( slots_[ i ].hash == wanted.hash && Key::of( elements_[ slots_[ i ].position ] ) == key )
+                return &slots_[ i ];
+        }
+        return nullptr;
+    }
+    Slot* find( KeyType const& key ) { return const_cast<Slot*>( std::as_const( *this ).find( key ) ); }
+
+    void insert( Slot slot ) {
+        std::size_t i = home( slot );
+        while( slots_[ i ].position != none )
+            i = next( i );
+        slots_[ i ] = slot;
+    }
+
+    void grow() {
+        Slots former( slots_.empty() ? 8 : slots_.size() * 2 );
+        former.swap( slots_ );
+        for( Slot const slot : former ) {
+            if( slot.position != none )
+                insert( slot );
+        }
+    }
+
+    /// Empties a slot and moves up what stands behind it only because it was full.
+    void erase( std::size_t hole ) {
+        for( std::size_t i = next( hole ); slots_[ i ].position != none; i = next( i ) ) {
+            bool const reachesHole = ( ( i - home( slots_[ i ] ) ) & mask() ) >= ( ( i - hole ) & mask() );
+            if( reachesHole )
+                slots_[ std::exchange( hole, i ) ] = slots_[ i ];
+        }
+        slots_[ hole ] = {};
+        --used_;
+    }
+
+    using Slots = std::vector<Slot, Mirrow::Allocator<Slot, Element>>;
+
+    Elements const& elements_;
+    Slots slots_;
+    std::size_t used_ = 0;
+};
+
+} // namespace Zel
