@@ -19,7 +19,7 @@ struct AssertionFailure {
     String function;  ///< signature of the operation
     String condition; ///< the condition as written in the code
     String message;   ///< the streamed message; empty when there is none
-    String position;  ///< where in the input, control characters as "\\x0a"; empty outside of a read
+    String position;  ///< where in the input, control characters as "\x0a"; empty outside of a read
 };
 
 /// The failure in lines, each with its line end: "SOURCE:LINE: SIGNATURE: assertion failed: CONDITION", then
