@@ -34,8 +34,9 @@ U32 BfResourceInfoIntf::bfDynHashFieldId( String const& hashName, String const& 
     if( !hash )
         return BfResourceInfoIndexInvalid;
     auto const& names = hash->fieldNames;
-    auto const found = std::find( names.begin(), names.end(), fieldName );
-    return found == names.end() ? BfResourceInfoIndexInvalid : static_cast<U32>( found - names.begin() );
+    auto const end = names.begin() + std::min<std::ptrdiff_t>( hash->fieldCount, std::ssize( names ) );
+    auto const found = std::find( names.begin(), end, fieldName );
+    return found == end ? BfResourceInfoIndexInvalid : static_cast<U32>( found - names.begin() );
 }
 
 } // namespace BfResourceInfo

@@ -45,12 +45,42 @@ TEST_F( Contract, AgentAsksForATable ) {
     EXPECT_EQ( info->bfTableByHandle( Support::handleOf( "acl" ) | 0x20000000 ).name, "acl" );
 }
 
+TEST_F( Contract, AgentAsksForWhatIsAttachedToTables ) {
+    auto const info = bfResourceInfoIntfFactory(
+        confWith( ContextBuilder()
+                      .table( matchTable( "acl" ).action( "permit", { "hits", "police" } ) )
+                      .table( Support::statisticsTable( "hits" ) )
+                      .table( Support::meterTable( "police" ) )
+                      .table( Support::wredTable( "queue" ) )
+                      .table( Support::statefulTable( "flows" ) )
+                      .learnQuanta( "macs" ) ) );
+    U32 const pipeBits = 0x20000000;
+    EXPECT_EQ( info->bfResource( info->bfResourceIndex( "acl" ) ).stages, 1 );
+    EXPECT_EQ( info->bfTableCounterField( "hits", counterHandle ), Support::handleOf( "hits" ) | pipeBits );
+    EXPECT_EQ( info->bfTableMeterField( "police", meterPps ), 0 );
+    EXPECT_EQ( info->bfAssociatedTable( "police" ), "acl" );
+    EXPECT_EQ( info->bfTableWredField( "queue", wredHandle ), Support::handleOf( "queue" ) | pipeBits );
+    EXPECT_EQ( info->bfRegister( info->bfRegisterIndex( "flows" ) ).width, 32 );
+    EXPECT_EQ( info->bfLearnQuanta( 0 ).handle, Support::handleOf( "macs" ) | pipeBits );
+    EXPECT_EQ( info->bfAction( info->bfActionIndex( "permit" ) ).tableName, "acl" );
+}
+
+TEST_F( Contract, AgentAsksForHeadersAndHashes ) {
+    auto const info = bfResourceInfoIntfFactory( confWith(
+        ContextBuilder().flexibleHeader( "ipv6", 320 ).dynamicHash( "lag", { "ip.src", "ip.dst" } ) ) );
+    EXPECT_EQ( info->bfHeaderSize( "ipv6" ), 40 );
+    EXPECT_EQ( info->bfDynHashFieldCount( "lag" ), 2 );
+    EXPECT_EQ( info->bfDynHashFieldId( "lag", "ip.dst" ), 1 );
+    EXPECT_EQ( info->bfDynHashTableHdl( "ecmp" ), BfResourceInfoIndexInvalid );
+}
+
 TEST_F( Contract, AgentReadsTheParser ) {
     auto const parser = bfResourceParserFactory( confWith( ContextBuilder().table( matchTable( "acl" ) ) ) );
     EXPECT_EQ( parser->contextFile( BfPipeMask( 0xC ) ), folder_.path( "pipe/context_b.json" ) );
     EXPECT_EQ( parser->bfrtConfig(), folder_.path( "bfrt.json" ) );
     U32 const handle = Support::handleOf( "acl" ) | 0x20000000;
     EXPECT_EQ( parser->resourceHandles( handle ).name, "acl" );
+    EXPECT_EQ( parser->normalizeFieldName( "ip.src$1" ), "ip_src_1_" );
 }
 
 TEST_F( Contract, FailuresCrossTheLibraryAsExceptions ) {

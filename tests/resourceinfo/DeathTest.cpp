@@ -1,6 +1,7 @@
 #include "resourceinfo/parser/context/MatchTables.h"
 #include "resourceinfo/parser/context/Preprocess.h"
 #include "tests/resourceinfo/Fixtures.h"
+#include "tests/support/Assertions.h"
 
 #include <csignal>
 #include <functional>
@@ -114,6 +115,9 @@ TEST_P( QueryDeathTest, EndsTheProcess ) {
     auto const info = emptyInterface();
     info->parser()->bfResourcesPush( { "acl", 1, 1, 1, true, 1, 1 } );
     info->parser()->bfTablesPush( aclTable() );
+    info->parser()->bfCountersPush( { "acl", 1, 1, 1, true, true, true, "acl", "" } );
+    info->parser()->bfMetersPush( { "acl", 1, true, true, true, "acl", "" } );
+    info->parser()->bfWredsPush( { "acl", 1, true, "" } );
     auto const& [ operation, query, condition, message ] = GetParam();
     EXPECT_EXIT( query( *info ), KilledBySignal( SIGABRT ),
                  AllOf( StartsWith( "BfResourceInfoIntf:" ),
@@ -152,7 +156,63 @@ INSTANTIATE_TEST_SUITE_P(
             []( auto const& asked ) { asked.bfTableString( "acl", static_cast<BfTableStringId>( 3 ) ); }, "0",
             "no field 3\n" },
         FatalQuery{ "bfTableByHandle", []( auto const& asked ) { asked.bfTableByHandle( 2 ); }, "0",
-                    "no table with handle 2\n" } ),
+                    "no table with handle 2\n" },
+        FatalQuery{ "bfTableCounter",
+                    []( auto const& asked ) { asked.bfTableCounter( asked.bfTableCounterIndex( "x" ) ); },
+                    unknownName },
+        FatalQuery{ "bfTableCounter",
+                    []( auto const& asked ) { asked.bfTableCounter( asked.bfTableCountersNum() ); },
+                    "index < bfTableCountersNum()" },
+        FatalQuery{ "bfTableCounterField",
+                    []( auto const& asked ) { asked.bfTableCounterField( "x", counterSize ); }, unknownName,
+                    "no counter x\n" },
+        FatalQuery{ "bfTableCounterField",
+                    []( auto const& asked ) {
+                        asked.bfTableCounterField( "acl", static_cast<BfCounterFieldId>( 5 ) );
+                    },
+                    "0", "no field 5\n" },
+        FatalQuery{ "bfTableMeter",
+                    []( auto const& asked ) { asked.bfTableMeter( asked.bfTableMeterIndex( "x" ) ); },
+                    unknownName },
+        FatalQuery{ "bfTableMeter",
+                    []( auto const& asked ) { asked.bfTableMeter( asked.bfTableMetersNum() ); },
+                    "index < bfTableMetersNum()" },
+        FatalQuery{ "bfTableMeterField",
+                    []( auto const& asked ) { asked.bfTableMeterField( "x", meterPps ); }, unknownName,
+                    "no meter x\n" },
+        FatalQuery{
+            "bfTableMeterField",
+            []( auto const& asked ) { asked.bfTableMeterField( "acl", static_cast<BfMeterFieldId>( 4 ) ); },
+            "0", "no field 4\n" },
+        FatalQuery{ "bfTableWred",
+                    []( auto const& asked ) { asked.bfTableWred( asked.bfTableWredIndex( "x" ) ); },
+                    unknownName },
+        FatalQuery{ "bfTableWred", []( auto const& asked ) { asked.bfTableWred( asked.bfTableWredNum() ); },
+                    "index < bfTableWredNum()" },
+        FatalQuery{ "bfTableWredField",
+                    []( auto const& asked ) { asked.bfTableWredField( "x", wredHandle ); }, unknownName,
+                    "no WRED table x\n" },
+        FatalQuery{
+            "bfTableWredField",
+            []( auto const& asked ) { asked.bfTableWredField( "acl", static_cast<BfWredFieldId>( 2 ) ); },
+            "0", "no field 2\n" },
+        FatalQuery{ "bfRegister",
+                    []( auto const& asked ) { asked.bfRegister( asked.bfRegisterIndex( "missing" ) ); },
+                    unknownName },
+        FatalQuery{ "bfRegister", []( auto const& asked ) { asked.bfRegister( asked.bfRegistersNum() ); },
+                    "index < bfRegistersNum()" },
+        FatalQuery{ "bfLearnQuanta",
+                    []( auto const& asked ) { asked.bfLearnQuanta( asked.bfLearnQuantaIndex( "x" ) ); },
+                    unknownName },
+        FatalQuery{ "bfLearnQuanta",
+                    []( auto const& asked ) { asked.bfLearnQuanta( asked.bfLearnQuantasNum() ); },
+                    "index < bfLearnQuantasNum()" },
+        FatalQuery{ "bfAction", []( auto const& asked ) { asked.bfAction( asked.bfActionIndex( "x" ) ); },
+                    unknownName },
+        FatalQuery{ "bfAction", []( auto const& asked ) { asked.bfAction( asked.bfActionsNum() ); },
+                    "index < bfActionsNum()" },
+        FatalQuery{ "bfAssociatedTable", []( auto const& asked ) { asked.bfAssociatedTable( "nat" ); },
+                    "false && \"check table name\"", "no meter or counter nat\n" } ),
     []( auto const& row ) { return row.param.operation + std::to_string( row.index ); } );
 
 TEST( DeathTest, QueryWithoutAParserEndsTheProcess ) {
@@ -161,6 +221,22 @@ TEST( DeathTest, QueryWithoutAParserEndsTheProcess ) {
     EXPECT_EXIT( info->bfTablesNum(), KilledBySignal( SIGABRT ),
                  AllOf( StartsWith( "BfResourceInfoIntf:" ),
                         EndsWith( ": assertion failed: parser\nquery without a parser\n" ) ) );
+}
+
+TEST( DeathTest, HeaderAndHashQueriesLetNoExceptionOut ) {
+    auto const info = emptyInterface();
+    info->parserDel();
+    std::function<U32()> const queries[] = { [ & ] { return info->bfHeaderSize( "x" ); },
+                                             [ & ] { return info->bfDynHashTableHdl( "x" ); },
+                                             [ & ] { return info->bfDynHashFieldListHdl( "x" ); },
+                                             [ & ] { return info->bfDynHashFieldCount( "x" ); },
+                                             [ & ] { return info->bfDynHashFieldId( "x", "y" ); } };
+    Support::ThrowingAssertions const scope;
+    for( auto const& query : queries )
+        EXPECT_EXIT(
+            query(), KilledBySignal( SIGABRT ),
+            AllOf( HasSubstr( "terminate called after throwing an instance of 'Zel::AssertionError'" ),
+                   HasSubstr( ": assertion failed: parser" ) ) );
 }
 
 TEST( DeathTest, IndexOfATablePastTheEndIsNoDeath ) {

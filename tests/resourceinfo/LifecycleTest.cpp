@@ -210,12 +210,35 @@ TEST_F( Lifecycle, QueryWithoutAParserFailsLoudly ) {
         { "bfTableString", [ & ] { info->bfTableString( "x", tableAdtName ); } },
         { "bfTableByHandle", [ & ] { info->bfTableByHandle( 1 ); } },
         { "bfTableName", [ & ] { info->bfTableName( 0 ); } },
+        { "bfTableCountersNum", [ & ] { info->bfTableCountersNum(); } },
+        { "bfTableCounterIndex", [ & ] { info->bfTableCounterIndex( "x" ); } },
+        { "bfTableCounter", [ & ] { info->bfTableCounter( 0 ); } },
+        { "bfTableCounterField", [ & ] { info->bfTableCounterField( "x", counterSize ); } },
+        { "bfTableMetersNum", [ & ] { info->bfTableMetersNum(); } },
+        { "bfTableMeterIndex", [ & ] { info->bfTableMeterIndex( "x" ); } },
+        { "bfTableMeter", [ & ] { info->bfTableMeter( 0 ); } },
+        { "bfTableMeterField", [ & ] { info->bfTableMeterField( "x", meterHandle ); } },
+        { "bfTableWredNum", [ & ] { info->bfTableWredNum(); } },
+        { "bfTableWredIndex", [ & ] { info->bfTableWredIndex( "x" ); } },
+        { "bfTableWred", [ & ] { info->bfTableWred( 0 ); } },
+        { "bfTableWredField", [ & ] { info->bfTableWredField( "x", wredHandle ); } },
+        { "bfAssociatedTable", [ & ] { info->bfAssociatedTable( "x" ); } },
+        { "bfRegistersNum", [ & ] { info->bfRegistersNum(); } },
+        { "bfRegisterIndex", [ & ] { info->bfRegisterIndex( "x" ); } },
+        { "bfRegister", [ & ] { info->bfRegister( 0 ); } },
+        { "bfLearnQuantasNum", [ & ] { info->bfLearnQuantasNum(); } },
+        { "bfLearnQuantaIndex", [ & ] { info->bfLearnQuantaIndex( "x" ); } },
+        { "bfLearnQuanta", [ & ] { info->bfLearnQuanta( 0 ); } },
+        { "bfActionsNum", [ & ] { info->bfActionsNum(); } },
+        { "bfActionIndex", [ & ] { info->bfActionIndex( "x" ); } },
+        { "bfAction", [ & ] { info->bfAction( 0 ); } },
     };
     for( auto const& [ name, query ] : queries ) {
         auto const failure = failureOf( query );
         EXPECT_EQ( failure.condition, "parser" ) << name;
         EXPECT_EQ( failure.source, "BfResourceInfoIntf" ) << name;
         EXPECT_EQ( failure.message, "query without a parser" ) << name;
+        EXPECT_THAT( failure.function, testing::HasSubstr( "::" + name + "(" ) );
     }
 }
 

@@ -26,6 +26,23 @@ BfTableInfo table( U32 i ) {
     return result;
 }
 
+/// A model with one record of every kind for each number.
+void fill( BfResourceParser& parser ) {
+    for( U32 i = 0; i < tables; ++i ) {
+        String const name = "table." + std::to_string( i );
+        parser.bfTablesPush( table( i ) );
+        parser.bfResourcesPush( { name, 100 + i, 1, i, true, 1, i } );
+        parser.bfCountersPush( { name, i, i, i, true, true, true, "of counter", "a" } );
+        parser.bfMetersPush( { name, i, true, true, true, "of " + name, "a" } );
+        parser.bfWredsPush( { name, i, true, "a" } );
+        parser.bfRegisterInfosPush( { name, i, true, "uint8_t", 8, false } );
+        parser.bfLearnQuantaInfosPush( { name, i } );
+        parser.bfActionsPush( { i, name, "table" } );
+        parser.bfHeadersIs( name, BfHeaderInfo( static_cast<U16>( i ) ) );
+        parser.bfDynamicHashInfoIs( name, { i, i, 2, { "field", name } } );
+    }
+}
+
 /// True when every query answers what was stored for number i.
 bool answersRight( BfResourceInfoIntf const& info, U32 i ) {
     String const name = "table." + std::to_string( i );
@@ -35,17 +52,25 @@ bool answersRight( BfResourceInfoIntf const& info, U32 i ) {
            info.bfResourceIndex( name ) == i && info.bfResourceField( name, resourceSize ) == i &&
            info.bfResourceStageStart( name ) == static_cast<int>( i ) &&
            info.bfResourceByHandle( 100 + i ).name == name && info.bfResource( i ).name == name &&
-           info.bfTableIndex( "absent" ) == BfResourceInfoIndexInvalid;
+           info.bfTableIndex( "absent" ) == BfResourceInfoIndexInvalid &&
+           info.bfTableCounterIndex( name ) == i && info.bfTableCounter( i ).name == name &&
+           info.bfTableCounterField( name, counterSize ) == i && info.bfTableMeterIndex( name ) == i &&
+           info.bfTableMeter( i ).name == name && info.bfTableMeterField( name, meterHandle ) == i &&
+           info.bfAssociatedTable( name ) == "of " + name && info.bfTableWredIndex( name ) == i &&
+           info.bfTableWred( i ).name == name && info.bfTableWredField( name, wredHandle ) == i &&
+           info.bfRegisterIndex( name ) == i && info.bfRegister( i ).name == name &&
+           info.bfLearnQuantaIndex( name ) == i && info.bfLearnQuanta( i ).name == name &&
+           info.bfActionIndex( name ) == i && info.bfAction( i ).name == name &&
+           info.bfHeaderSize( name ) == i && info.bfDynHashTableHdl( name ) == i &&
+           info.bfDynHashFieldListHdl( name ) == i && info.bfDynHashFieldCount( name ) == 2 &&
+           info.bfDynHashFieldId( name, name ) == 1;
 }
 
 TEST( QueryThreads, ThreadsAskOneInterfaceAtOnce ) {
     AtomicPointers const scope;
     auto const info = emptyInterface();
     auto const parser = info->parser();
-    for( U32 i = 0; i < tables; ++i ) {
-        parser->bfTablesPush( table( i ) );
-        parser->bfResourcesPush( { "table." + std::to_string( i ), 100 + i, 1, i, true, 1, i } );
-    }
+    fill( *parser );
     U32 const before = parser->references();
     std::atomic<int> wrong = 0;
     std::vector<std::thread> askers;

@@ -8,7 +8,7 @@
 #include "resourceinfo/parser/context/GZFileReadStream.h"
 #include "resourceinfo/parser/context/PruningFilter.h"
 
-#include <cstring>
+#include <algorithm>
 
 #include <rapidjson/reader.h>
 
@@ -36,7 +36,8 @@ template<>
 template<>
 inline void Reader::ScanCopyUnescapedString( GZFileReadStream& stream, StackStream<char>& text ) {
     stream.takeTo( ByteScan::findNoPlain<>, [ & ]( std::string_view run ) {
-        std::memcpy( text.Push( static_cast<SizeType>( run.size() ) ), run.data(), run.size() );
+        auto* const place = static_cast<char*>( text.Push( static_cast<SizeType>( run.size() ) ) );
+        std::copy( run.begin(), run.end(), place );
     } );
 }
 
@@ -49,7 +50,8 @@ inline void Reader::ScanCopyUnescapedString( GZFileReadStream& stream, NoText& )
 /// A dropped string, or the name of a member in a dropped value, needs no place in memory.
 template<>
 template<>
-inline void Reader::ParseString<kParseDefaultFlags>( GZFileReadStream& stream, DroppedValue&, bool ) {
+inline void Reader::ParseString<kParseDefaultFlags>( GZFileReadStream& stream, DroppedValue& /*handler*/,
+                                                     bool /*isKey*/ ) {
     stream.Take(); // the quote
     NoText text;
     ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );

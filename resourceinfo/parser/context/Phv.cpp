@@ -9,6 +9,9 @@ using BfResourceInfo::BfResourceParser;
 
 namespace {
 
+/// They live on, for the description of a failure names the member that was asked for.
+String const directions[] = { "ingress", "egress" };
+
 /// Bits of each field in one stage and direction. The names are the document's.
 using PhvSizes = std::map<std::string_view, U8>;
 
@@ -51,8 +54,8 @@ void parsePhv( BfResourceParser* parser, Json d ) {
     BF_TRACE( 6 ) << "Parsing PHV";
     for( Json const phvStage : phvs ) {
         ZEL_ASSERT( phvStage.IsObject() );
-        parsePhvStage( parser, phvStage, "ingress" );
-        parsePhvStage( parser, phvStage, "egress" );
+        for( String const& direction : directions )
+            parsePhvStage( parser, phvStage, direction );
     }
 }
 
