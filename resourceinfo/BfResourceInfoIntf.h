@@ -15,8 +15,9 @@ inline constexpr U32 BfResourceInfoIndexInvalid = 0x0FFFFFFF;
 /// The entry to the library: made from the path of a switch configuration, answers every query about what the
 /// configuration's context files say. When it exists, everything has been read.
 ///
-/// Names are compared exactly, as NUL-terminated bytes: an argument counts up to its first NUL. Where several
-/// records share a name or a handle, the lowest index wins. What a query returns is the caller's own copy.
+/// Names are compared exactly, as NUL-terminated bytes: an argument counts up to its first NUL, except where
+/// said. Where several records share a name or a handle, the lowest index wins. What a query returns is the
+/// caller's own copy. Queries take constant time on average, copies aside, unless they say otherwise.
 ///
 /// Failures: a broken requirement is a fatal assertion of source "BfResourceInfoIntf" with the quoted text;
 /// it ends the process unless the handler of Zel::assertionHandlerIs throws. Bad context data fails likewise
@@ -56,8 +57,7 @@ class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
     /// Takes the parser out of the interface and hands it over; empty when there is none.
     Zel::Ptr<BfResourceParser> parserDel();
 
-    /// Hardware resources, as recorded from the context files. All take constant time on average, copies
-    /// aside.
+    /// Hardware resources: placed tables of any kind.
     /// @{
 
     /// Number of resources; their indexes run from 0 in parse order.
@@ -128,9 +128,12 @@ class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
     BfTableMeterInfo bfTableMeter( U32 index ) const;
     /// One field of the first meter of that name; flags as 0 or 1. Fatal: as bfTableCounterField.
     U32 bfTableMeterField( String const& meter, BfMeterFieldId f ) const;
-    /// Name of the match table behind the first meter of that name, or without such a meter behind the first
-    /// counter of that name; empty when none or several tables use it. WRED tables are not looked at. Fatal:
-    /// "false && \"check table name\"" for a name of neither.
+    /// Name of the table behind the first meter of that name, or without such a meter behind the first
+    /// counter of that name: of a direct one the table that lists it (of several the one with the lowest
+    /// handle), of any other the one table whose actions name it in "indirect_resources", empty when none or
+    /// several do. The table need not be one of the match tables here. WRED tables are not looked at. Fatal:
+    /// "false &&
+    /// \"check table name\"" for a name of neither.
     String bfAssociatedTable( String const& table ) const;
 
     /// @}
@@ -180,7 +183,7 @@ class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
     /// exception out: one inside, such as that of an assertion handler, ends the process.
     /// @{
 
-    /// Size of a header in bytes; 0 for an unknown one.
+    /// Size of a header in bytes, 0 to 8191; 0 for an unknown one.
     U32 bfHeaderSize( String const& hdrName ) const noexcept;
     /// Handle of a calculation ("handle"); BfResourceInfoIndexInvalid for an unknown one.
     U32 bfDynHashTableHdl( String const& hashName ) const noexcept;

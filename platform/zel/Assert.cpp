@@ -27,6 +27,7 @@ void describeFrom( std::ostream& os, InputScope const* scope ) {
 }
 
 /// Input may hold anything: a text that is written to a terminal or a log must stay one line and do nothing.
+/// Of ASCII; what bytes beyond it mean is the terminal's.
 String withoutControls( String const& text ) {
     String safe;
     for( char const c : text ) {

@@ -3,6 +3,7 @@
 #include "mirrow/Slab.h"
 #include "vessa/Types.h"
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -15,7 +16,8 @@ using Vessa::U32;
 
 /// The lowest position of every value that a Key has among the elements of an array: what a search from the
 /// front would find, at once. A Key is a type with the key's type, `Type`, and `static Type of( Element
-/// const& )`. The elements must outlive the index, at the same array object. Thread-compatible.
+/// const& )`. The elements must outlive the index, at the same array object; there are fewer than 2^32 - 1 of
+/// them. Thread-compatible.
 ///
 /// An open hash table with the hashes in it: a look-up touches one place of the table, and then the element.
 template<class Elements, class Key>
@@ -40,9 +42,15 @@ class KeyIndex {
                 slot->position = position;
             return;
         }
-        if( ++used_ * 2 > slots_.size() )
-            grow();
+        makeRoom();
         insert( { hash( key ), position } );
+        ++used_;
+    }
+
+    /// Makes place for one more key, so that the next add() fails in nothing.
+    void makeRoom() {
+        if( ( used_ + 1 ) * 2 > slots_.size() )
+            grow();
     }
 
     /// Forgets the element at a position, which still has its key; the next higher one of that key counts.
@@ -80,9 +88,12 @@ class KeyIndex {
     }
 
     // The number of slots is a power of two, so that a mask keeps a number of a slot in range. A run of used
-    // slots ends at an empty one; half of all are empty.
+    // slots ends at an empty one; half of all are empty. A slot's place is by the upper bits of its hash,
+    // which spread best: handles often go up in equal steps.
     std::size_t mask() const { return slots_.size() - 1; }
-    std::size_t home( Slot slot ) const { return slot.hash & mask(); }
+    std::size_t home( Slot slot ) const {
+        return slot.hash >> std::countl_zero( static_cast<U32>( mask() ) );
+    }
     std::size_t next( std::size_t i ) const { return ( i + 1 ) & mask(); }
 
     Slot const* find( KeyType const& key ) const {

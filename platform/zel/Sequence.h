@@ -49,6 +49,7 @@ class Sequence {
 
     /// Appends. Amortised constant time.
     void push( T element ) {
+        makeRoom();
         elements_.push_back( std::move( element ) );
         ( std::get<Index<Keys>>( indexes_ ).add( size() - 1 ), ... );
     }
@@ -56,6 +57,7 @@ class Sequence {
     /// nothing. Linear: the replaced element may have been the first of its key.
     void is( U32 index, T element ) {
         requireIndex( index );
+        makeRoom();
         ( std::get<Index<Keys>>( indexes_ ).remove( index ), ... );
         elements_[ index ] = std::move( element );
         ( std::get<Index<Keys>>( indexes_ ).add( index ), ... );
@@ -75,6 +77,8 @@ class Sequence {
     }
 
   private:
+    /// What can fail comes first, so that a failure leaves elements and indexes as they were.
+    void makeRoom() { ( std::get<Index<Keys>>( indexes_ ).makeRoom(), ... ); }
     void requireIndex( U32 index ) const {
         if( index >= size() )
             throw Vessa::VectorOutOfRange( index, size() );

@@ -5,7 +5,8 @@
 
 #include <ostream>
 
-/// A flexible header: its size, 16 bits wide.
+/// A flexible header: its size in bytes, 16 bits wide. In the model the sum of its fields' "bit_width" modulo
+/// 65536, divided by 8.
 class BFRESOURCEINFO_EXPORT BfHeaderInfo {
   public:
     BfHeaderInfo() = default;

@@ -79,7 +79,9 @@ struct BfTableInfo {
     String logicalPipe;            ///< "logical_pipe", else "a" or "b" by the context file's name, else empty
 };
 
-/// One statistics table.
+/// One statistics table: an element of "tables" with "table_type" "statistics". A direct one belongs to the
+/// table that lists it in "statistics_table_refs", of several the one with the lowest handle; an indirect one
+/// to the one table whose actions name it in "indirect_resources", if there is just one.
 struct BfTableCounterInfo {
     String name;            ///< "name"
     U32 handle = 0;         ///< of a direct counter the handle of its match table, else its own
@@ -88,18 +90,19 @@ struct BfTableCounterInfo {
     bool direct = false;    ///< "how_referenced" is not "indirect"
     bool bytes = false;     ///< "statistics_type" counts bytes
     bool packets = false;   ///< "statistics_type" counts packets
-    String associatedTable; ///< name of the match table that it belongs to
+    String associatedTable; ///< name of the table that it belongs to; empty without one
     String logicalPipe;     ///< as of a match table
 };
 
-/// One meter table.
+/// One meter table: an element of "tables" with "table_type" "meter". It belongs to a table as a counter
+/// does, by "meter_table_refs".
 struct BfTableMeterInfo {
     String name;              ///< "name"
     U32 handle = 0;           ///< of a direct meter the handle of its match table, else its own
     bool direct = false;      ///< "how_referenced" is "direct"
     bool pps = false;         ///< "meter_granularity" is "packets"
     bool hasPreColor = false; ///< there is a "pre_color_field_name"
-    String associatedTable;   ///< name of the match table that it belongs to
+    String associatedTable;   ///< name of the table that it belongs to; empty without one
     String logicalPipe;       ///< as of a match table
 };
 
@@ -111,7 +114,8 @@ struct BfTableWredInfo {
     String logicalPipe;  ///< as of a match table
 };
 
-/// One stateful register table.
+/// One stateful register table: an element of "tables" with "table_type" "stateful". It belongs to a table as
+/// a counter does, by "stateful_table_refs".
 struct BfRegisterInfo {
     String name;            ///< "name"
     U32 handle = 0;         ///< unless it is indirect, the handle of its match table, else its own
@@ -121,20 +125,20 @@ struct BfRegisterInfo {
     bool dualWidth = false; ///< "dual_width_mode" is there and true
 };
 
-/// One learn quanta that has an "lq_cfg_type".
+/// One learn quanta: an element of "learn_quanta" that has an "lq_cfg_type".
 struct BfLearnQuantaInfo {
     String name;    ///< "name"
     U32 handle = 0; ///< "handle"
 };
 
-/// One action of a match table of the model.
+/// One action of a match table of the model: an element of the table's "actions".
 struct BfActionInfo {
     U32 handle = 0;   ///< the action's "handle"
     String name;      ///< the action's "name"
     String tableName; ///< "name" of the table whose "actions" hold it
 };
 
-/// One dynamic hash calculation.
+/// One dynamic hash calculation: an element of "dynamic_hash_calculations".
 struct BfDynamicHashInfo {
     U32 tableHdl = 0;               ///< the calculation's "handle"
     U32 fieldListHdl = 0;           ///< "handle" of its field list

@@ -88,7 +88,8 @@ class BFRESOURCEINFO_EXPORT BfResourceParser : public Zel::PtrInterface,
     ZEL_HASH_MAP( bfHeaders, String, BfHeaderInfo )
     ZEL_HASH_MAP( bfDynamicHashInfo, String, BfDynamicHashInfo )
 
-    /// Bytes of PHV container that a field needs at most, by field name.
+    /// Bytes of PHV container that a field needs at most in any stage of any file, by field name: its
+    /// "field_width" in "phv_allocation" modulo 32.
     ZEL_ORDERED_MAP( ingressPhvContainers, ZelIngressPhvContainers )
     ZEL_ORDERED_MAP( egressPhvContainers, ZelEgressPhvContainers )
 

@@ -5,10 +5,12 @@
 #include "zel/HashMap.h"
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 namespace BfResourceInfo {
 

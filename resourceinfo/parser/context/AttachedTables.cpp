@@ -58,7 +58,7 @@ int parseBfTableCounterInfo( BfResourceParser* parser, Json table, String const&
     record.bytes = type == "bytes" || type == "packets_and_bytes";
     record.packets = type == "packets" || type == "packets_and_bytes";
     record.logicalPipe = getLogicalPipe( table, contextFile );
-    BF_TRACE( 7 ) << "Parsed counter" << record.name;
+    BF_TRACE( 7 ) << "Parsed counter" << record.name; // no space: operators match the text as it is
     parser->bfCountersPush( std::move( record ) );
     return 0;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <experimental/simd>
 
 // Searches through characters in steps of as many as the processor compares at once: with SSE2 or NEON 16.

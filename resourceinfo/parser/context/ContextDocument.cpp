@@ -2,7 +2,6 @@
 
 #include "resourceinfo/model/Source.h"
 #include "resourceinfo/parser/context/ContextReader.h"
-#include "resourceinfo/parser/context/PruningFilter.h"
 
 #include <array>
 #include <cerrno>

@@ -9,6 +9,7 @@
 #include "resourceinfo/parser/context/PruningFilter.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include <rapidjson/reader.h>
 

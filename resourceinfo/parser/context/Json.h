@@ -42,7 +42,8 @@ class Json {
         consteval Member( char const* memberName, Where place = Where::current() )
             : name( isMemberName( memberName ) ? memberName : throw "a name that memberNames lacks" ),
               where( place ) {}
-        /// A name that is known at run time only; must outlive the access and the message of its failure.
+        /// A name that is known at run time only; one that memberNames lacks is never there. Must outlive the
+        /// next access.
         static Member named( char const* memberName, Where place = Where::current() ) {
             Member member( "name" );
             member.name = memberName;

@@ -150,7 +150,7 @@ int parseBfTable( BfResourceParser* parser, Json table, String const& contextFil
     readSelection( parser, table, context, record );
     if( record.hitBitSupported )
         takeHitBits( parser, record ); // only now: a table that fails takes none
-    parser->bfTablesPush( record );
-    BF_TRACE( 7 ) << "Parsed table " << record.name;
+    parser->bfTablesPush( std::move( record ) );
+    BF_TRACE( 7 ) << "Parsed table " << table[ "name" ].GetString();
     return 0;
 }

@@ -9,7 +9,7 @@ using BfResourceInfo::BfResourceParser;
 
 namespace {
 
-/// They live on, for the description of a failure names the member that was asked for.
+// Not temporaries: the note of the last access points to the text, and stays until the next one.
 String const directions[] = { "ingress", "egress" };
 
 /// Bits of each field in one stage and direction. The names are the document's.

@@ -4,9 +4,11 @@
 #include "resourceinfo/parser/context/MemberNames.h"
 
 #include <array>
+#include <cstdint>
+#include <utility>
 
-/// How deep the reader is in a file, and how deep it may get: it ends the reading below 1,000 levels of
-/// nesting, before its stack overflows.
+/// How deep the reader is in a file, and how deep it may get before its stack overflows: the 1,001st level
+/// ends the reading.
 class Depth {
   public:
     static constexpr unsigned maximum = 1000;
@@ -50,7 +52,8 @@ class DroppedValue {
 };
 
 /// Stands between RapidJSON's reader and a document: hands on the members that some pass reads, so that the
-/// document takes the memory of what is used.
+/// document takes the memory of what is used. To be used through ContextReader.h, with the reader's default
+/// flags: there the reader asks dropsNext() before each value.
 class PruningFilter {
     using Size = rapidjson::SizeType;
 

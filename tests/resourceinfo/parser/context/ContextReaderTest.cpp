@@ -103,7 +103,7 @@ TEST( ContextReader, KeepsWhatIsAskedForAndDropsTheRest ) {
 
 // clang-format off
 std::string const texts[] = {
-    ""s, " "s, "null"s, "[]"s, "{}"s, " [ ] "s, "0"s, "-0"s, "1e5"s, "1E400"s, "-1e-400"s, "00"s, "-"s,
+    ""s, " "s, "\"\""s, R"({"":1})"s, "null"s, "[]"s, "{}"s, " [ ] "s, "0"s, "-0"s, "1e5"s, "1E400"s, "-1e-400"s, "00"s, "-"s,
     "1."s, ".5"s, "4294967295"s, "4294967296"s, "-2147483649"s, "18446744073709551616"s,
     R"("a\u0041\ud83d\ude00\n\"")"s, R"("\ud83d")"s, R"("\x")"s, R"("\u12g4")"s, "\"a\tb\""s, "\"open"s,
     "\"\xff\xfe\""s, "tru"s, "nul"s, "falsE"s, "truefalse"s, "1 2"s, "{} x"s, "\0"s, "[1\0 2]"s,
