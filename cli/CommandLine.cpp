@@ -23,7 +23,7 @@ constexpr Command first[] = {
 };
 
 constexpr char const* footer = "'bfri COMMAND --help' says what a command takes.\n\n"
-                               "Exit status: 0 done, 1 not found, 2 wrong usage, 3 input cannot be loaded, "
+                               "Exit status: 0 done, 1 not found or not unique, 2 wrong usage, 3 input cannot be loaded, "
                                "4 internal error or output not written.\n"
                                "Set ZEL_TRACE=BfResourceParser/5-7 to see on standard error how files are "
                                "read.";

@@ -4,7 +4,8 @@
 #include <iostream>
 
 int main( int argc, char** argv ) {
-    std::signal( SIGPIPE, SIG_IGN ); // a reader that went away is an error of the write, with a message
+    std::signal( SIGPIPE,
+                 SIG_DFL ); // a reader that went away ends it in silence, whatever the parent ignores
     std::ios::sync_with_stdio( false );
     return static_cast<int>( Bfri::run( argc, argv, { std::cout, std::cerr } ) );
 }

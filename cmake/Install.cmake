@@ -25,8 +25,8 @@ endfunction()
 # The package's own files; called last, when all targets are there.
 function( bfri_install )
     bfri_install_library( BfResourceInfo resourceinfo resourceinfo Queries.h )
-    install( FILES ${PROJECT_SOURCE_DIR}/resourceinfo/parser/BfResourceParser.h
-             DESTINATION ${BFRESOURCEINFO_INCLUDEDIR}/resourceinfo/parser )
+    file( GLOB parser CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resourceinfo/parser/*.h )
+    install( FILES ${parser} DESTINATION ${BFRESOURCEINFO_INCLUDEDIR}/resourceinfo/parser )
     file( GLOB model CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resourceinfo/model/*.h )
     list( REMOVE_ITEM model ${PROJECT_SOURCE_DIR}/resourceinfo/model/Source.h
                             ${PROJECT_SOURCE_DIR}/resourceinfo/model/TypeModules.h )

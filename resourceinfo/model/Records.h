@@ -42,7 +42,8 @@ inline constexpr std::pair<BfResourceType, std::string_view> bfResourceTypeTexts
     { BfResourceType::wred, "wred" },
 };
 
-/// One hardware resource: an element of "tables" that is no "condition".
+/// One hardware resource: an element of "tables" that is placed, which means that it is no "condition" and
+/// has a stage table.
 struct BfResource {
     String name;          ///< "name"
     U32 handle = 0;       ///< "handle"
@@ -80,8 +81,8 @@ struct BfTableInfo {
 };
 
 /// One statistics table: an element of "tables" with "table_type" "statistics". A direct one belongs to the
-/// table that lists it in "statistics_table_refs", of several the one with the lowest handle; an indirect one
-/// to the one table whose actions name it in "indirect_resources", if there is just one.
+/// placed table that lists it in "statistics_table_refs", of several the one with the lowest handle; an
+/// indirect one to the placed table whose actions name it in "indirect_resources", if there is just one.
 struct BfTableCounterInfo {
     String name;            ///< "name"
     U32 handle = 0;         ///< of a direct counter the handle of its match table, else its own

@@ -97,8 +97,8 @@ class BFRESOURCEINFO_EXPORT BfResourceParser : public Zel::PtrInterface,
     /// references a counter, meter or register.
     ZEL_HASH_MAP_OF_TYPE( resourceHandles, ResourceHandles, U32, BfZelResource )
 
-    /// From a resource's name to the one table whose actions name it in "indirect_resources"; the names that
-    /// several tables have so named.
+    /// From a resource's name to the one placed table whose actions name it in "indirect_resources"; the
+    /// names that several placed tables have so named.
     ZEL_HASH_MAP( parentTable, String, String )
     ZEL_HASH_SET( multipleParentTables, String )
 
