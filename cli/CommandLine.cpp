@@ -22,11 +22,12 @@ constexpr Command first[] = {
     { "dump", "The whole model as one JSON object", nullptr, false, nullptr, OnBadData::dieAsLibrary, dump },
 };
 
-constexpr char const* footer = "'bfri COMMAND --help' says what a command takes.\n\n"
-                               "Exit status: 0 done, 1 not found or not unique, 2 wrong usage, 3 input cannot be loaded, "
-                               "4 internal error or output not written.\n"
-                               "Set ZEL_TRACE=BfResourceParser/5-7 to see on standard error how files are "
-                               "read.";
+constexpr char const* footer =
+    "'bfri COMMAND --help' says what a command takes.\n\n"
+    "Exit status: 0 done, 1 not found or not unique, 2 wrong usage, 3 input cannot be loaded, "
+    "4 internal error or output not written.\n"
+    "Set ZEL_TRACE=BfResourceParser/5-7 to see on standard error how files are "
+    "read.";
 
 [[noreturn]] void refuse( String const& reason ) { throw Failure( ExitStatus::usage, shown( reason ) ); }
 

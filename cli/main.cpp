@@ -4,8 +4,8 @@
 #include <iostream>
 
 int main( int argc, char** argv ) {
-    std::signal( SIGPIPE,
-                 SIG_DFL ); // a reader that went away ends it in silence, whatever the parent ignores
+    // A reader that went away ends it in silence, whatever the parent ignores.
+    std::signal( SIGPIPE, SIG_DFL );
     std::ios::sync_with_stdio( false );
     return static_cast<int>( Bfri::run( argc, argv, { std::cout, std::cerr } ) );
 }
