@@ -51,8 +51,9 @@ inline void Reader::ScanCopyUnescapedString( GZFileReadStream& stream, NoText& )
 /// A dropped string, or the name of a member in a dropped value, needs no place in memory.
 template<>
 template<>
-inline void Reader::ParseString<kParseDefaultFlags>( GZFileReadStream& stream, DroppedValue& /*handler*/,
-                                                     bool /*isKey*/ ) {
+inline void Reader::ParseString<kParseDefaultFlags>( GZFileReadStream& stream,
+                                                     [[maybe_unused]] DroppedValue& handler,
+                                                     [[maybe_unused]] bool isKey ) {
     stream.Take(); // the quote
     NoText text;
     ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
