@@ -17,7 +17,7 @@ namespace {
 constexpr Command first[] = {
     { "summary", "What is loaded: files, pipelines and counts of every kind", nullptr, true, nullptr,
       OnBadData::explain, summary },
-    { "table", "Everything about one match table", "Its name, or the end of it from a dot on", true, nullptr,
+    { "table", "The record of one match table", "Its name, or the end of it from a dot on", true, nullptr,
       OnBadData::explain, table },
     { "dump", "The whole model as one JSON object", nullptr, false, nullptr, OnBadData::dieAsLibrary, dump },
 };
