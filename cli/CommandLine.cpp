@@ -2,11 +2,12 @@
 
 #include "cli/Failure.h"
 #include "cli/Listings.h"
-#include "cli/Names.h"
 #include "cli/Utf8.h"
+#include "cli/WrongWord.h"
 
 #include <algorithm>
 #include <charconv>
+#include <set>
 
 #include <CLI/CLI.hpp>
 
@@ -14,68 +15,45 @@ namespace Bfri {
 
 namespace {
 
-constexpr Command first[] = {
-    { "summary", "What is loaded: files, pipelines and counts of every kind", nullptr, true, nullptr,
-      OnBadData::explain, summary },
-    { "table", "The record of one match table", "Its name, or the end of it from a dot on", true, nullptr,
-      OnBadData::explain, table },
-    { "dump", "The whole model as one JSON object", nullptr, false, nullptr, OnBadData::dieAsLibrary, dump },
-};
-
-constexpr char const* footer =
-    "'bfri COMMAND --help' says what a command takes.\n\n"
-    "Exit status: 0 done, 1 not found or not unique, 2 wrong usage, 3 input cannot be loaded, "
-    "4 internal error or output not written.\n"
-    "Set ZEL_TRACE=BfResourceParser/5-7 to see on standard error how files are "
-    "read.";
-
 [[noreturn]] void refuse( String const& reason ) { throw Failure( ExitStatus::usage, shown( reason ) ); }
 
-/// The end of a sentence that quotes a wrong word.
-String whatWasMeant( std::vector<String> const& words, std::string_view word ) {
-    String meant;
-    for( String const& near : nearest( words, word ) )
-        meant += ( meant.empty() ? "; did you mean '" : "' or '" ) + near;
-    return meant + ( meant.empty() ? "" : "'?" );
-}
-
 /// Names the wrong word, where the argument parser would only miss a right one.
-void requireKnownCommand( int argc, char const* const* argv ) {
-    auto const word = std::find_if( argv + 1, argv + argc, []( String const& w ) { return w[ 0 ] != '-'; } );
-    if( word == argv + argc )
-        return;
-    std::vector<String> words;
-    for( Command const& command : commands() )
-        words.emplace_back( command.word );
-    if( std::find( words.begin(), words.end(), *word ) == words.end() )
-        refuse( "no command '" + String( *word ) + "'" + whatWasMeant( words, *word ) );
-}
-
-std::vector<String> fieldsOf( Listing const& listing ) {
-    std::vector<String> names;
-    for( Field const& field : listing.blank() )
-        names.emplace_back( field.name );
-    return names;
-}
-
-String joined( std::vector<String> const& names ) {
-    String text;
-    for( String const& name : names )
-        text += ( text.empty() ? "" : ", " ) + name;
-    return text;
-}
-
-/// For the help, in lines that a terminal has room for.
-String fieldLines( Listing const& listing ) {
-    constexpr std::size_t most = 100;
-    String text = "Fields:";
-    std::size_t column = text.size();
-    for( String const& name : fieldsOf( listing ) ) {
-        bool const fits = column + 1 + name.size() <= most;
-        text += ( fits ? " " : "\n        " ) + name;
-        column = ( fits ? column + 1 : 8 ) + name.size();
+Command const* requireKnownCommand( std::span<char const* const> words ) {
+    auto const word = std::find_if( words.begin(), words.end(), []( char const* w ) { return *w != '-'; } );
+    if( word == words.end() )
+        return nullptr;
+    if( Command const* const command = commandOf( *word ) )
+        return command;
+    std::vector<String> known;
+    for( Command const& command : commands() ) {
+        if( *command.group )
+            known.emplace_back( command.word );
     }
-    return text;
+    refuse( "no command '" + String( *word ) + "'" + whatWasMeant( known, *word ) );
+}
+
+/// Names an unknown option in front of the value that it may have, or of a word that is no one's.
+void requireKnownOptions( Command const& command, std::span<char const* const> words ) {
+    std::vector<String> known = { "-h", "--help" };
+    std::set<String> valued;
+    for( Option const& option : optionsOf( command ) ) {
+        known.emplace_back( option.name );
+        if( option.argument )
+            valued.insert( option.name );
+    }
+    auto const behindIt = std::find( words.begin(), words.end(), String( command.word ) ) + 1;
+    bool isValue = false;
+    for( String const word : std::span( behindIt, words.end() ) ) {
+        bool const isOption = !isValue && word.size() > 1 && word[ 0 ] == '-';
+        isValue = isOption && valued.count( word ) > 0;
+        if( word == "--" && isOption )
+            return;
+        String const name =
+            word.starts_with( "--" ) ? word.substr( 0, word.find( '=' ) ) : word.substr( 0, 2 );
+        if( isOption && std::find( known.begin(), known.end(), name ) == known.end() )
+            refuse( String( "'" ) + command.word + "' has no option '" + name + "'" +
+                    whatWasMeant( known, name ) );
+    }
 }
 
 Order orderBy( Listing const& listing, String const& word ) {
@@ -99,66 +77,78 @@ std::size_t numberOf( String const& word ) {
     return number;
 }
 
-void addFormats( CLI::App& sub, Command const& command, Request& request ) {
-    CLI::Option* json = nullptr;
-    if( command.offersJson )
-        json = sub.add_flag_callback(
-            "--json", [ & ] { request.format = Format::json; }, "Print one JSON object" );
-    if( command.listing )
-        sub.add_flag_callback(
-               "--csv", [ & ] { request.format = Format::csv; }, "Print comma-separated values" )
-            ->excludes( json );
+void addArgument( CLI::App& sub, Argument const& argument, Request& request ) {
+    auto const take = [ & ]( String const& word ) { request.words.push_back( word ); };
+    auto const takeAll = [ take ]( std::vector<String> const& words ) {
+        std::for_each( words.begin(), words.end(), take );
+    };
+    CLI::Option* const option =
+        argument.times == Times::once
+            ? sub.add_option_function<String>( argument.label, take, argument.description )
+            : sub.add_option_function<std::vector<String>>( argument.label, takeAll, argument.description );
+    option->type_name( "" );
+    option->required( argument.times != Times::anyTimes );
 }
 
-void addChoice( CLI::App& sub, Listing const& listing, Choice& choice ) {
-    auto const option = [ & ]( char const* name, char const* argument, char const* description,
-                               std::function<void( String const& )> const& take ) {
-        sub.add_option_function<String>( name, take, description )->type_name( argument );
-    };
-    option( "--filter", "REGEX", "Only rows whose name this (ECMAScript) matches, anywhere in it",
-            [ & ]( String const& word ) { choice.filter.emplace( word ); } );
-    option( "--sort", "FIELD", "Sort by one of the fields below; -FIELD: the other way round",
-            [ & ]( String const& word ) { choice.order = orderBy( listing, word ); } );
-    option( "-n", "N", "Only the first N of these rows",
-            [ & ]( String const& word ) { choice.most = numberOf( word ); } );
-    sub.footer( fieldLines( listing ) );
+void addOption( CLI::App& sub, Option const& option, Request& request ) {
+    String const name = option.name;
+    if( !option.argument )
+        sub.add_flag_callback(
+            name, [ &request, name ] { request.options[ name ]; }, option.description );
+    else
+        sub.add_option_function<String>(
+               name, [ &request, name ]( String const& word ) { request.options[ name ] = word; },
+               option.description )
+            ->type_name( option.argument );
 }
 
 void addCommand( CLI::App& app, Command const& command, Request& request ) {
     CLI::App* const sub = app.add_subcommand( command.word, command.description );
-    sub->group( command.listing ? "Lists, each with --filter, --sort, -n, --json and --csv" : "Commands" );
-    sub->add_option( "CONF", request.conf, "Path of the switch configuration" )->required()->type_name( "" );
-    if( command.nameDescription )
-        sub->add_option( "NAME", request.name, command.nameDescription )->required()->type_name( "" );
-    addFormats( *sub, command, request );
-    if( command.listing )
-        addChoice( *sub, *command.listing, request.choice );
+    sub->group( command.group );
+    for( Argument const& argument : command.arguments )
+        addArgument( *sub, argument, request );
+    for( Option const& option : optionsOf( command ) )
+        addOption( *sub, option, request );
+    if( command.json && command.csv )
+        sub->get_option( "--csv" )->excludes( "--json" );
+    sub->footer( detailsOf( command ) );
     sub->callback( [ & ] { request.command = &command; } );
+}
+
+void takeFormat( Request& request ) {
+    if( request.has( "--json" ) )
+        request.format = Format::json;
+    if( request.has( "--csv" ) )
+        request.format = Format::csv;
+    String const color = request.option( "--color" );
+    if( request.has( "--color" ) && color != "auto" && color != "always" && color != "never" )
+        refuse( "--color takes auto, always or never, not '" + color + "'" );
+}
+
+void takeChoice( Request& request, Listing const& listing ) {
+    if( request.has( "--filter" ) )
+        request.choice.filter.emplace( request.option( "--filter" ) );
+    if( request.has( "--sort" ) )
+        request.choice.order = orderBy( listing, request.option( "--sort" ) );
+    if( request.has( "-n" ) )
+        request.choice.most = numberOf( request.option( "-n" ) );
 }
 
 } // namespace
 
-std::span<Command const> commands() {
-    static std::vector<Command> const all = [] {
-        std::vector<Command> both( std::begin( first ), std::end( first ) );
-        for( Listing const& listing : listings() )
-            both.push_back(
-                { listing.word, listing.description, nullptr, true, &listing, OnBadData::explain, list } );
-        return both;
-    }();
-    return all;
-}
-
 std::optional<Request> parseCommandLine( int argc, char const* const* argv, std::ostream& out ) {
-    requireKnownCommand( argc, argv );
+    std::span const words( argv + 1, argv + argc );
+    if( Command const* const command = requireKnownCommand( words ) )
+        requireKnownOptions( *command, words );
     Request request;
-    CLI::App app( "Shows what the P4 compiler's context files say about a switch chip.", "bfri" );
+    CLI::App app( programDescription, "bfri" );
     app.set_version_flag( "--version", "bfri " BFRI_VERSION );
     app.require_subcommand( 0, 1 );
     app.get_formatter()->label( "SUBCOMMAND", "COMMAND CONF [ARG...]" );
     for( Command const& command : commands() )
         addCommand( app, command, request );
-    app.footer( footer ); // the commands' own help goes without it
+    app.footer( String( "'bfri COMMAND --help' says what a command takes, with examples.\n\nExit status: " ) +
+                exitStatusText + "\n" + environmentText );
     try {
         app.parse( argc, argv );
     } catch( CLI::Success const& asked ) {
@@ -169,6 +159,9 @@ std::optional<Request> parseCommandLine( int argc, char const* const* argv, std:
     }
     if( !request.command )
         refuse( "a command is required" );
+    takeFormat( request );
+    if( request.command->listing )
+        takeChoice( request, *request.command->listing );
     return request;
 }
 

@@ -1,4 +1,4 @@
-#include "cli/Commands.h"
+#include "cli/Answers.h"
 #include "cli/JsonFormat.h"
 #include "cli/Records.h"
 
@@ -72,13 +72,14 @@ void dumpRelations( BfResourceParser const& parser, JsonAnswer& answer ) {
 
 } // namespace
 
-void dump( Model const& model, Request const&, Streams const& io ) {
+ExitStatus dump( Model const& model, Request const&, Streams const& io ) {
     auto const& parser = *model.parser();
     JsonAnswer answer( io.out );
     dumpConfiguration( parser, answer );
     dumpRecords( parser, answer );
     dumpNamed( parser, answer );
     dumpRelations( parser, answer );
+    return ExitStatus::done;
 }
 
 } // namespace Bfri

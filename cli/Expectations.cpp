@@ -14,6 +14,7 @@ struct Wording {
     std::string_view function; ///< part of the signature, where a condition has several meanings
     char const* text;
     bool traceAddsToIt = false;
+    char const* culprit = ".";
 };
 
 // The first row that fits counts.
@@ -52,11 +53,11 @@ constexpr Wording wordings[] = {
     { "table[ \"static_entries\" ].IsArray()", "", "\"static_entries\" to be an array" },
     { "atcamMatchAttributes.IsArray()", "", noAlgorithmicLpm },
     { "matAttrMatchType != \"algorithmic_tcam\"", "",
-      "\"number_partitions\" in the \"match_attributes\" of an \"algorithmic_tcam\" table" },
+      "\"number_partitions\" in the \"match_attributes\" of an \"algorithmic_tcam\" table", false, "" },
     { "parser->resourceHandlesHas( adtTblHdl )", "",
-      "\"action_data_table_refs\" to hold the handle of a table that has stage tables", true },
+      "\"action_data_table_refs\" to hold the handle of a table that has stage tables", true, "handle" },
     { "parser->resourceHandlesHas( selTblHdl )", "",
-      "\"selection_table_refs\" to hold the handle of a table that has stage tables", true },
+      "\"selection_table_refs\" to hold the handle of a table that has stage tables", true, "handle" },
     { "actions.IsArray()", "", "\"actions\" of a match table to be an array" },
     { "action.IsObject()", "", "each element of \"actions\" to be an object" },
     // Other tables.
@@ -64,7 +65,7 @@ constexpr Wording wordings[] = {
       true },
     { "false && \"Table not found\"", "", "a match table that references this one, as it is not \"indirect\"",
       true },
-    { "width == 32", "", "\"alu_width\" 32 where \"dual_width_mode\" is true" },
+    { "width == 32", "", "\"alu_width\" 32 where \"dual_width_mode\" is true", false, "alu_width" },
     // The PHV.
     { "gress_info.IsArray()", "", "\"ingress\" and \"egress\" of a stage to be arrays" },
     { "records.IsArray()", "", "\"records\" to be an array" },
@@ -72,9 +73,9 @@ constexpr Wording wordings[] = {
     { "perStagePhvSize[ record_field_name ] == width", "",
       "a field to have one \"field_width\" in all containers of a stage and direction" },
     // Flexible headers and dynamic hashes.
-    { "header.size() % 8 == 0", "", "\"bit_width\"s that add up to whole bytes" },
+    { "header.size() % 8 == 0", "", "\"bit_width\"s that add up to whole bytes", false, "" },
     { "parser->bfHeaders( hdrName ) == header", "",
-      "a flexible header of the same size wherever its name comes again" },
+      "a flexible header of the same size wherever its name comes again", false, "" },
     { "fieldList.Size() == 1", "", "exactly one element in \"field_lists\"" },
     { "fieldCount > 0", "", "at least one element in \"fields\" of the field list" },
     // The switch configuration.
@@ -86,9 +87,9 @@ constexpr Wording wordings[] = {
 Expectation expectationOf( Zel::AssertionFailure const& failure ) {
     for( Wording const& row : wordings ) {
         if( failure.condition == row.condition && failure.function.find( row.function ) != String::npos )
-            return { row.text, row.traceAddsToIt };
+            return { row.text, row.traceAddsToIt, row.culprit };
     }
-    return { failure.condition, true };
+    return { failure.condition, true, "." };
 }
 
 } // namespace Bfri

@@ -1,3 +1,4 @@
+#include "cli/Answers.h"
 #include "cli/CsvFormat.h"
 #include "cli/JsonFormat.h"
 #include "cli/Listings.h"
@@ -23,19 +24,23 @@ RowList columnsOf( Listing const& listing, std::vector<Row> rows ) {
 
 } // namespace
 
-void list( Model const& model, Request const& request, Streams const& io ) {
+ExitStatus list( Model const& model, Request const& request, Streams const& io ) {
     Listing const& listing = *request.command->listing;
     std::vector<Row> rows = listing.rows( *model.parser() );
     choose( rows, request.choice );
     switch( request.format ) {
     case Format::text:
-        return printColumns( io.out, columnsOf( listing, std::move( rows ) ) );
+        printColumns( io.out, columnsOf( listing, std::move( rows ) ), io.look );
+        break;
     case Format::csv:
-        return printCsv( io.out, { listing.blank(), std::move( rows ) } );
+        printCsv( io.out, { listing.blank(), std::move( rows ) } );
+        break;
     case Format::json:
-        return JsonAnswer( io.out ).member(
+        JsonAnswer( io.out ).member(
             listing.member, List( std::move_iterator( rows.begin() ), std::move_iterator( rows.end() ) ) );
+        break;
     }
+    return ExitStatus::done;
 }
 
 } // namespace Bfri

@@ -16,9 +16,10 @@ struct Column {
 /// One kind of record: what the machines get of it, every field, and what people do.
 struct Listing {
     char const* word; ///< the command
+    char const* one;  ///< the kind of one record
     char const* description;
     char const* member; ///< of the JSON object
-    Row ( *blank )();   ///< a row whose values mean nothing; every kind has a field "name"
+    Row ( *blank )();   ///< a row of which only the types count; every kind has a field "name"
     std::vector<Row> ( *rows )( BfResourceInfo::BfResourceParser const& parser );
     std::span<Column const> columns;
     Row ( *shown )( Row row ) = nullptr; ///< the row for people, where it is another one

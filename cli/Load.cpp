@@ -1,13 +1,12 @@
 #include "cli/Load.h"
 
-#include "cli/Expectations.h"
-#include "cli/Failure.h"
+#include "cli/Fault.h"
 #include "cli/Utf8.h"
 #include "ostler/Ostler.h"
 #include "zel/Log.h"
 #include "zel/Trace.h"
 
-#include <algorithm>
+#include <set>
 
 namespace Bfri {
 
@@ -79,31 +78,10 @@ String filledIn( String format, std::initializer_list<String> texts ) {
     if( text.ends_with( '.' ) ) // the format brings its own
         text.pop_back();
     Zel::LogHandle const* const message = Zel::logHandle( "BFN_SWITCH_CONF_ERROR" );
-    if( !message )
-        throw Failure( ExitStatus::notLoadable, shown( text ) );
-    throw Failure( ExitStatus::notLoadable, filledIn( message->format, { shown( conf ), shown( text ) } ) +
-                                                "\n" + message->recommendedAction );
-}
-
-/// What a failure's position speaks of, a context file as a rule, and what it says of it:
-/// " at /tables/3, table 3", ", member "x"", or ": REASON" for a file that cannot be read.
-struct Place {
-    String what;
-    String where;
-
-    bool readable() const { return !where.starts_with( ": " ); }
-};
-
-Place placeOf( String const& position, String const& conf ) {
-    String best;
-    for( Ostler::Device const& device : Ostler::sdkContext()->profile.devices ) {
-        for( Ostler::Pipeline const& pipeline : device.pipelines ) {
-            String const start = "context file " + pipeline.contextFile;
-            if( position.starts_with( start ) && start.size() > best.size() )
-                best = start;
-        }
-    }
-    return best.empty() ? Place{ conf, position } : Place{ best, position.substr( best.size() ) };
+    throw LoadFailure( message ? filledIn( message->format, { shown( conf ), shown( text ) } ) + "\n" +
+                                     message->recommendedAction
+                               : shown( text ),
+                       faultOf( status ) );
 }
 
 /// The lines of a message: what cannot be used, then what is known about it.
@@ -121,21 +99,25 @@ class Explanation {
     String text_;
 };
 
-String explanation( String const& conf, Zel::AssertionFailure const& failure,
-                    std::vector<Zel::TraceLine> const& traced ) {
-    Place const place = placeOf( failure.position, conf );
-    Expectation const expected = place.readable()
-                                     ? expectationOf( failure )
-                                     : Expectation{ "a file, plain or gzip, that holds JSON", false };
-    Explanation result( place.what );
-    result.add(
-        place.readable() ? "where:" : "problem:",
-        place.where.substr( std::min( place.where.find_first_not_of( ":, " ), place.where.size() ) ) );
-    result.add( "expected:", expected.text );
-    result.add( "reported:", failure.message );
-    for( Zel::TraceLine const& line : traced )
-        result.add( "reported:", expected.traceAddsToIt ? line.text : "" );
-    result.add( "condition:", failure.condition + ", in " + failure.function );
+String placeOf( Fault const& fault ) {
+    String place = fault.pointer.value_or( "" ).empty() ? "" : "at " + *fault.pointer;
+    auto const add = [ & ]( String const& part ) { place += ( place.empty() ? "" : ", " ) + part; };
+    if( !fault.member.empty() )
+        add( "member \"" + fault.member + '"' );
+    if( fault.tableIndex )
+        add( "table " + std::to_string( *fault.tableIndex ) +
+             ( fault.table.empty() ? "" : " \"" + fault.table + '"' ) );
+    return place;
+}
+
+String explanation( Fault const& fault ) {
+    Explanation result( ( fault.inContextFile ? "context file " : "" ) + fault.file );
+    result.add( "where:", placeOf( fault ) );
+    result.add( "problem:", problemOf( fault ) );
+    result.add( "expected:", fault.expected );
+    for( String const& text : fault.reported )
+        result.add( "reported:", text );
+    result.add( "condition:", fault.condition + ", in " + fault.function );
     return result.text();
 }
 
@@ -147,33 +129,41 @@ Zel::Ptr<Model> loadWithExplanation( String const& conf, std::ostream& err ) {
         explanations.release();
         return model;
     } catch( Zel::AssertionError const& error ) {
-        throw Failure( ExitStatus::notLoadable, explanation( conf, error.failure(), explanations.lines() ) );
-    }
-}
-
-/// Of several pipelines with the same pipes only the last is read; whoever wrote them should hear of it.
-void warnOfUnreadPipelines( Model const& model, std::ostream& err ) {
-    std::vector<String> read;
-    for( auto const& entry : model.parser()->contextFile() )
-        read.push_back( entry.value() );
-    for( Ostler::Device const& device : Ostler::sdkContext()->profile.devices ) {
-        for( Ostler::Pipeline const& pipeline : device.pipelines ) {
-            if( std::find( read.begin(), read.end(), pipeline.contextFile ) == read.end() )
-                err << "bfri: " << shown( pipeline.contextFile )
-                    << " is not read: a later pipeline has the same pipes\n";
-        }
+        Fault const fault =
+            faultOf( error.failure(), explanations.lines(), conf, Ostler::sdkContext()->profile );
+        throw LoadFailure( explanation( fault ), fault );
     }
 }
 
 } // namespace
 
-Zel::Ptr<Model> load( String const& conf, OnBadData onBadData, std::ostream& err ) {
+Zel::Ptr<Model> loadSilently( String const& conf, OnBadData onBadData, std::ostream& err ) {
     auto model = onBadData == OnBadData::explain ? loadWithExplanation( conf, err )
                                                  : BfResourceInfo::bfResourceInfoIntfFactory( conf );
     Ostler::Status const& status = Ostler::sdkContext()->status;
     if( !status.ok() )
         configurationFailed( conf, status );
-    warnOfUnreadPipelines( *model, err );
+    return model;
+}
+
+std::vector<String> unreadContextFiles( Model const& model ) {
+    std::set<String> read;
+    for( auto const& entry : model.parser()->contextFile() )
+        read.insert( entry.value() );
+    std::vector<String> unread;
+    for( Ostler::Device const& device : Ostler::sdkContext()->profile.devices ) {
+        for( Ostler::Pipeline const& pipeline : device.pipelines ) {
+            if( read.count( pipeline.contextFile ) == 0 )
+                unread.push_back( pipeline.contextFile );
+        }
+    }
+    return unread;
+}
+
+Zel::Ptr<Model> load( String const& conf, OnBadData onBadData, std::ostream& err ) {
+    auto model = loadSilently( conf, onBadData, err );
+    for( String const& path : unreadContextFiles( *model ) )
+        err << "bfri: " << shown( path ) << " is not read: a later pipeline has the same pipes\n";
     return model;
 }
 

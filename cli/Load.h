@@ -5,9 +5,16 @@
 
 namespace Bfri {
 
-/// Makes the model of a switch configuration. A configuration that cannot be read is a Failure of status
-/// notLoadable, and so is context data that cannot be used, unless it shall end the process as it ends every
-/// process that does not handle assertions. What the library traces meanwhile goes to err.
+/// Makes the model of a switch configuration. A configuration that cannot be read is a LoadFailure, and so is
+/// context data that cannot be used, unless it shall end the process as it ends every process that does not
+/// handle assertions. What the library traces meanwhile goes to err, and so does what is odd.
 Zel::Ptr<Model> load( String const& conf, OnBadData onBadData, std::ostream& err );
+
+/// The same, but what is odd goes nowhere.
+Zel::Ptr<Model> loadSilently( String const& conf, OnBadData onBadData, std::ostream& err );
+
+/// The context files that the configuration loaded last names, but whose pipes a later pipeline has, too: of
+/// several pipelines with the same pipes only the last is read.
+std::vector<String> unreadContextFiles( Model const& model );
 
 } // namespace Bfri

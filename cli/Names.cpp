@@ -1,5 +1,8 @@
 #include "cli/Names.h"
 
+#include "cli/Failure.h"
+#include "cli/Utf8.h"
+
 #include <algorithm>
 #include <limits>
 #include <numeric>
@@ -36,10 +39,18 @@ std::size_t editDistance( std::string_view a, std::string_view b, std::size_t mo
     return row.back() <= most ? row.back() : tooFar;
 }
 
+/// The end of a qualified name with as many parts, or all of it.
+std::string_view lastParts( std::string_view name, std::ptrdiff_t count ) {
+    std::size_t from = name.size();
+    while( count-- > 0 && from != std::string_view::npos )
+        from = from == 0 ? std::string_view::npos : name.rfind( '.', from - 1 );
+    return from == std::string_view::npos ? name : name.substr( from + 1 );
+}
+
 std::size_t distance( std::string_view name, std::string_view word ) {
     std::size_t const most = std::max<std::size_t>( 2, word.size() / 3 );
-    std::string_view const last = name.substr( name.rfind( '.' ) + 1 );
-    std::size_t const edits = std::min( editDistance( name, word, most ), editDistance( last, word, most ) );
+    std::string_view const end = lastParts( name, std::count( word.begin(), word.end(), '.' ) + 1 );
+    std::size_t const edits = std::min( editDistance( name, word, most ), editDistance( end, word, most ) );
     bool const within = !word.empty() && name.find( word ) != std::string_view::npos;
     return edits == tooFar && within ? most + 1 : edits;
 }
@@ -69,6 +80,22 @@ std::vector<String> nearest( std::vector<String> const& names, std::string_view 
             result.push_back( name );
     }
     return result;
+}
+
+String meantName( std::vector<String> const& names, String const& word, Named const& named ) {
+    if( std::find( names.begin(), names.end(), word ) != names.end() )
+        return word;
+    auto const candidates = namesEndingIn( names, word );
+    if( candidates.size() == 1 )
+        return candidates.front();
+    String const quoted = "'" + shown( word ) + "'";
+    if( !candidates.empty() )
+        throw Failure( ExitStatus::no,
+                       quoted + " is the end of several " + named.many + "' names:", candidates );
+    auto const suggestions = nearest( names, word );
+    String const hint =
+        suggestions.empty() ? String( "; 'bfri " ) + named.lister + "' lists them all" : "; names like it:";
+    throw Failure( ExitStatus::no, String( "no " ) + named.one + " " + quoted + hint, suggestions );
 }
 
 } // namespace Bfri

@@ -13,8 +13,19 @@ using Vessa::String;
 /// ".lpm", not "pm". Each once, in byte order.
 std::vector<String> namesEndingIn( std::vector<String> const& names, std::string_view suffix );
 
-/// The names that someone who wrote a word may have meant: close to it as a whole or in the part behind the
-/// last dot, or with the word in them. Nearest first, at most five.
+/// The names that someone who wrote a word may have meant: close to it as a whole or in as many parts at
+/// their end as the word has, or with the word in them. Nearest first, at most five.
 std::vector<String> nearest( std::vector<String> const& names, std::string_view word );
+
+/// What names belong to, for messages.
+struct Named {
+    char const* one;    ///< "match table"
+    char const* many;   ///< "tables"
+    char const* lister; ///< the command that lists them
+};
+
+/// The one of the names that a word means: itself, or the only one that ends in it. Else a Failure of status
+/// no, with the names that it may have meant.
+String meantName( std::vector<String> const& names, String const& word, Named const& named );
 
 } // namespace Bfri

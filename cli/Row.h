@@ -75,7 +75,7 @@ Type const& valueAs( Row const& row, std::string_view name ) {
     return std::get<Type>( valueOf( row, name ).is );
 }
 
-/// Rows that all have the fields of the header; its values mean nothing.
+/// Rows that all have the fields of the header; of its values, only the types count.
 struct RowList {
     Row header;
     std::vector<Row> rows;

@@ -26,16 +26,31 @@ void explainAsJson( Failure const& failure, std::ostream& out ) {
     answer.member( "suggestions", listOf( failure.suggestions, []( String const& name ) { return name; } ) );
 }
 
-void answer( Request const& request, Streams const& io ) {
+ExitStatus answered( Request const& request, Streams const& io ) {
+    Command const& command = *request.command;
+    if( command.run )
+        return command.run( request, io );
+    auto const model = load( request.words.front(), command.onBadData, io.err );
+    return command.show( *model, request, io );
+}
+
+/// Behind the command line, also a failure is an answer where JSON was asked for.
+ExitStatus answer( Request const& request, Streams const& io ) {
     try {
-        auto const model = load( request.conf, request.command->onBadData, io.err );
-        request.command->run( *model, request, io );
+        return answered( request, io );
     } catch( Failure const& failure ) {
         if( request.format == Format::json )
             explainAsJson( failure, io.out );
         requireWritten( io.out );
         throw;
     }
+}
+
+/// The look that was asked for, in place of what standard output is.
+Streams asAskedFor( Streams io, Request const& request ) {
+    if( String const when = request.option( "--color" ); when == "always" || when == "never" )
+        io.look.color = when == "always";
+    return io;
 }
 
 ExitStatus report( Failure const& failure, std::ostream& err ) {
@@ -52,10 +67,10 @@ ExitStatus report( Failure const& failure, std::ostream& err ) {
 ExitStatus run( int argc, char const* const* argv, Streams const& io ) {
     try {
         errno = 0;
-        if( auto const request = parseCommandLine( argc, argv, io.out ) )
-            answer( *request, io );
+        auto const request = parseCommandLine( argc, argv, io.out );
+        ExitStatus const status = request ? answer( *request, asAskedFor( io, *request ) ) : ExitStatus::done;
         requireWritten( io.out );
-        return ExitStatus::done;
+        return status;
     } catch( Failure const& failure ) {
         return report( failure, io.err );
     } catch( std::exception const& error ) {

@@ -1,4 +1,4 @@
-#include "cli/Commands.h"
+#include "cli/Answers.h"
 #include "cli/JsonFormat.h"
 #include "cli/Records.h"
 #include "cli/TextFormat.h"
@@ -80,9 +80,10 @@ void printText( BfResourceParser const& parser, std::ostream& out ) {
 
 } // namespace
 
-void summary( Model const& model, Request const& request, Streams const& io ) {
+ExitStatus summary( Model const& model, Request const& request, Streams const& io ) {
     auto const& parser = *model.parser();
     request.format == Format::json ? printJson( parser, io.out ) : printText( parser, io.out );
+    return ExitStatus::done;
 }
 
 } // namespace Bfri

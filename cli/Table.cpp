@@ -1,10 +1,8 @@
-#include "cli/Commands.h"
-#include "cli/Failure.h"
+#include "cli/Answers.h"
 #include "cli/JsonFormat.h"
 #include "cli/Names.h"
 #include "cli/Records.h"
 #include "cli/TextFormat.h"
-#include "cli/Utf8.h"
 
 namespace Bfri {
 
@@ -15,24 +13,6 @@ std::vector<String> tableNames( Model const& model ) {
     for( BfTableInfo const& record : model.parser()->bfTables() )
         names.push_back( record.name );
     return names;
-}
-
-/// The name of the one table that is meant.
-String fullName( Model const& model, String const& name ) {
-    auto const names = tableNames( model );
-    if( std::find( names.begin(), names.end(), name ) != names.end() )
-        return name;
-    auto const candidates = namesEndingIn( names, name );
-    if( candidates.size() == 1 )
-        return candidates.front();
-    String const quoted = "'" + shown( name ) + "'";
-    if( !candidates.empty() )
-        throw Failure( ExitStatus::no, quoted + " is the end of several tables' names:", candidates );
-    auto const suggestions = nearest( names, name );
-    throw Failure( ExitStatus::no,
-                   "no match table " + quoted +
-                       ( suggestions.empty() ? "; 'bfri tables' lists them all" : "; names like it:" ),
-                   suggestions );
 }
 
 /// Referenced handles, with the names of the tables behind them.
@@ -60,9 +40,9 @@ Row placement( Model const& model, U32 handle ) {
 
 } // namespace
 
-void table( Model const& model, Request const& request, Streams const& io ) {
-    String const name = fullName( model, request.name );
+ExitStatus table( Model const& model, Request const& request, Streams const& io ) {
     auto const names = tableNames( model );
+    String const name = meantName( names, request.words[ 1 ], { "match table", "tables", "tables" } );
     if( auto const count = std::count( names.begin(), names.end(), name ); count > 1 )
         io.err << "bfri: " << count << " tables have this name; this is the first, as for every query\n";
     BfTableInfo const& record = model.parser()->bfTables().at( model.bfTableIndex( name ) );
@@ -71,11 +51,12 @@ void table( Model const& model, Request const& request, Streams const& io ) {
         JsonAnswer answer( io.out );
         answer.members( rowOf( record ) );
         answer.members( placed );
-        return;
+        return ExitStatus::done;
     }
     Row row = shownTable( rowOf( record ) );
     row.insert( row.end(), placed.begin(), placed.end() );
     printFields( io.out, row );
+    return ExitStatus::done;
 }
 
 } // namespace Bfri

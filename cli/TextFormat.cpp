@@ -39,7 +39,7 @@ struct Column {
 
 using Line = std::vector<String>;
 
-void printLine( std::ostream& out, Line const& cells, std::vector<Column> const& columns ) {
+String lineOf( Line const& cells, std::vector<Column> const& columns ) {
     String line;
     for( std::size_t i = 0; i < cells.size(); ++i ) {
         String const padding( columns[ i ].width - width( cells[ i ] ), ' ' );
@@ -47,16 +47,24 @@ void printLine( std::ostream& out, Line const& cells, std::vector<Column> const&
         line += columns[ i ].toTheRight ? padding + cells[ i ] : cells[ i ] + padding;
     }
     line.erase( line.find_last_not_of( ' ' ) + 1 );
-    out << line << '\n';
+    return line;
 }
 
-void printAligned( std::ostream& out, std::vector<Line> const& lines, std::vector<Column> columns ) {
+/// The text, or as much of it as fits, with a mark where it was cut.
+String cut( String const& text, Look const& look ) {
+    if( look.columns == 0 || width( text ) <= look.columns )
+        return text;
+    return firstColumns( text, look.columns - 1 ) + ( look.utf8 ? "\u2026" : ">" );
+}
+
+void printAligned( std::ostream& out, std::vector<Line> const& lines, std::vector<Column> columns,
+                   Look const& look ) {
     for( Line const& cells : lines ) {
         for( std::size_t i = 0; i < cells.size(); ++i )
             columns[ i ].width = std::max( columns[ i ].width, width( cells[ i ] ) );
     }
     for( Line const& cells : lines )
-        printLine( out, cells, columns );
+        out << cut( lineOf( cells, columns ), look ) << '\n';
 }
 
 void addField( std::vector<Line>& lines, Field const& field ) {
@@ -72,11 +80,13 @@ void addField( std::vector<Line>& lines, Field const& field ) {
 
 } // namespace
 
-void printColumns( std::ostream& out, RowList const& list ) {
+void printColumns( std::ostream& out, RowList const& list, Look const& look ) {
     std::vector<Line> lines( 1 );
-    for( Field const& field : list.header )
+    std::vector<Column> columns;
+    for( Field const& field : list.header ) {
         lines.front().emplace_back( field.name );
-    std::vector<Column> columns( list.header.size() );
+        columns.push_back( { 0, std::holds_alternative<U32>( field.value.is ) } );
+    }
     for( Row const& row : list.rows ) {
         Line& line = lines.emplace_back();
         for( Field const& field : row ) {
@@ -84,14 +94,14 @@ void printColumns( std::ostream& out, RowList const& list ) {
             line.push_back( textOf( field.value ) );
         }
     }
-    printAligned( out, lines, columns );
+    printAligned( out, lines, columns, look );
 }
 
 void printFields( std::ostream& out, Row const& row ) {
     std::vector<Line> lines;
     for( Field const& field : row )
         addField( lines, field );
-    printAligned( out, lines, std::vector<Column>( 2 ) );
+    printAligned( out, lines, std::vector<Column>( 2 ), {} );
 }
 
 } // namespace Bfri

@@ -53,11 +53,11 @@ String escape( char const* format, U32 code ) {
 }
 
 String jsonEscape( Character const& c ) {
-    if( c.kind == Character::Kind::strayByte )
-        return escape( "\\u%04x", 0xDC00 + c.code );
+    if( c.kind != Character::Kind::regular )
+        return "\\ufffd"; // whatever else would be lost on some readers, and refused by others
     if( c.code == '\n' )
         return "\\n";
-    if( c.kind == Character::Kind::surrogate || c.code < 0x20 )
+    if( c.code < 0x20 )
         return escape( "\\u%04x", c.code );
     if( c.code == '"' || c.code == '\\' )
         return String( "\\" ) + static_cast<char>( c.code );
@@ -100,6 +100,13 @@ String shown( std::string_view text ) { return escaped( text, terminalEscape ); 
 std::size_t width( std::string_view shownText ) {
     return static_cast<std::size_t>(
         std::count_if( shownText.begin(), shownText.end(), []( char c ) { return ( c & 0xC0 ) != 0x80; } ) );
+}
+
+String firstColumns( std::string_view shownText, std::size_t columns ) {
+    std::size_t end = 0;
+    while( end < shownText.size() && columns-- > 0 )
+        end += firstCharacter( shownText.substr( end ) ).length;
+    return String( shownText.substr( 0, end ) );
 }
 
 } // namespace Bfri

@@ -10,8 +10,8 @@ namespace Bfri {
 
 using Vessa::String;
 
-/// A text as a JSON string, quotes included. Always valid UTF-8, and nothing is lost: a byte XX that is no
-/// part of valid UTF-8 becomes the lone surrogate \udcXX, an encoded surrogate its own escape.
+/// A text as a JSON string, quotes included. Always valid UTF-8: a byte that is no part of it, and an encoded
+/// surrogate, become U+FFFD, the replacement character.
 String jsonQuoted( std::string_view text );
 
 /// A text for a terminal: what could move the cursor, change the order of what is read, or is no valid UTF-8
@@ -20,5 +20,8 @@ String shown( std::string_view text );
 
 /// The columns that a shown text takes: its number of characters.
 std::size_t width( std::string_view shownText );
+
+/// As much of the front of a shown text as takes that many columns.
+String firstColumns( std::string_view shownText, std::size_t columns );
 
 } // namespace Bfri

@@ -18,6 +18,12 @@ RowList const list{
         { "", List{ Hex( 1 ), Hex( 2 ) } } },
       { { "", "\xC3\xA9\x1B" }, { "", U32{ 1000 } }, { "", {} }, { "", false }, { "", List{} } } } };
 
+String columnsOf( RowList const& rows, Look const& look = {} ) {
+    std::ostringstream out;
+    printColumns( out, rows, look );
+    return out.str();
+}
+
 String printed( void ( *print )( std::ostream&, RowList const& ), RowList const& rows ) {
     std::ostringstream out;
     print( out, rows );
@@ -25,13 +31,26 @@ String printed( void ( *print )( std::ostream&, RowList const& ), RowList const&
 }
 
 TEST( TextColumns, AreAlignedWithNumbersToTheRight ) {
-    EXPECT_EQ( printed( printColumns, list ), "NAME   SIZE  HANDLE      ON   REFS\n"
-                                              "a.b       5  0x0000010a  yes  0x00000001 0x00000002\n"
-                                              "\xC3\xA9\\x1b  1000  -           no   -\n" );
+    EXPECT_EQ( columnsOf( list ), "NAME   SIZE  HANDLE      ON   REFS\n"
+                                  "a.b       5  0x0000010a  yes  0x00000001 0x00000002\n"
+                                  "\xC3\xA9\\x1b  1000  -           no   -\n" );
 }
 
 TEST( TextColumns, WithoutRowsAreTheirNames ) {
-    EXPECT_EQ( printed( printColumns, { list.header, {} } ), "NAME  SIZE  HANDLE  ON  REFS\n" );
+    EXPECT_EQ( columnsOf( { list.header, {} } ), "NAME  SIZE  HANDLE  ON  REFS\n" );
+}
+
+TEST( TextColumns, OfNumbersAreToTheRightAlsoWithoutAny ) {
+    EXPECT_EQ( columnsOf( { { { "SIZE", U32{} }, { "N", {} } }, { { { "", {} }, { "", "x" } } } } ),
+               "SIZE  N\n"
+               "   -  x\n" );
+}
+
+TEST( TextColumns, AreCutToTheTerminalWithAMark ) {
+    RowList const rows{ { { "NAME", {} } }, { { { "", "\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9" } } } };
+    EXPECT_EQ( columnsOf( rows, { 5 } ), "NAME\n\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\n" );
+    EXPECT_EQ( columnsOf( rows, { 4 } ), "NAME\n\xC3\xA9\xC3\xA9\xC3\xA9>\n" );
+    EXPECT_EQ( columnsOf( rows, { 3, false, true } ), "NA\u2026\n\xC3\xA9\xC3\xA9\u2026\n" );
 }
 
 TEST( TextFields, TakeALineEachAndOneForEveryRowOfAList ) {
@@ -80,7 +99,7 @@ TEST( Json, IsOneObjectThatStartsWithItsFormat ) {
   "flag": true,
   "number": 4294967295,
   "handle": 16,
-  "text": "a\udcff",
+  "text": "a\ufffd",
   "empty": [],
   "none": {},
   "list": [

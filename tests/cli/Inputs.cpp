@@ -92,7 +92,11 @@ String answerOf( char const* word, Bfri::Model const& model, Bfri::Format format
         throw std::runtime_error( "no command " + String( word ) );
     std::ostringstream out;
     std::ostringstream err;
-    command->run( model, { &*command, "switch.conf", name, format }, { out, err } );
+    Bfri::Request const request{ &*command, { "switch.conf", name }, format };
+    if( command->show )
+        command->show( model, request, { out, err } );
+    else
+        command->run( request, { out, err } );
     return out.str();
 }
 

@@ -80,20 +80,6 @@ TEST_F( Loading, TracesToTheGivenStream ) {
     EXPECT_THAT( outcome.err, HasSubstr( ": Preprocessing done\n" ) );
 }
 
-TEST_F( Loading, ThatWorksStillShowsTraceLinesOfLevel0 ) {
-    writeSwitchConf( "context.json" );
-    ASSERT_EQ( mkfifo( "context.json", 0600 ), 0 );
-    std::thread writer( [] { // the reading waits for it
-        std::ofstream file( "context.json" );
-        Zel::traceEmit( { "Elsewhere", 0, 12, "f", "a line" } );
-        file << contextOf( "" );
-    } );
-    auto const outcome = bfri( { "summary", "switch.conf" } );
-    writer.join();
-    EXPECT_EQ( outcome.status, 0 );
-    EXPECT_EQ( outcome.err, "Elsewhere/0 12 f: a line\n" );
-}
-
 unsigned linesOfTheTest = 0;
 
 TEST_F( Loading, LeavesTheProcessAsItWas ) {

@@ -1,5 +1,7 @@
 #include "tests/cli/Inputs.h"
 
+#include "cli/Answers.h"
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -143,7 +145,7 @@ TEST_F( Table, OfANameThatSeveralHaveIsTheFirstAndSaysSo ) {
     model->parser()->bfTablesPush( named<BfTableInfo>( "pipe.Ingress.lpm", 99 ) );
     std::ostringstream out;
     std::ostringstream err;
-    Bfri::table( *model, { nullptr, "", "lpm", Format::text }, { out, err } );
+    Bfri::table( *model, { nullptr, { "", "lpm" } }, { out, err } );
     EXPECT_THAT( out.str(), HasSubstr( "handle              0x00000002\n" ) );
     EXPECT_EQ( err.str(), "bfri: 2 tables have this name; this is the first, as for every query\n" );
 }

@@ -50,21 +50,21 @@ INSTANTIATE_TEST_SUITE_P( Control, Texts,
 
 INSTANTIATE_TEST_SUITE_P(
     Invalid, Texts,
-    testing::Values( Row{ "\x80", R"("\udc80")", R"(\x80)", 4 },
-                     Row{ "a\xFF", R"("a\udcff")", R"(a\xff)", 5 },
-                     Row{ "\xC3", R"("\udcc3")", R"(\xc3)", 4 },
-                     Row{ "\xC3z", R"("\udcc3z")", R"(\xc3z)", 5 },
-                     Row{ "\xE2\x82", R"("\udce2\udc82")", R"(\xe2\x82)", 8 },
-                     Row{ "\xC0\xAF", R"("\udcc0\udcaf")", R"(\xc0\xaf)", 8 },
-                     Row{ "\xE0\x9F\xBF", R"("\udce0\udc9f\udcbf")", R"(\xe0\x9f\xbf)", 12 },
-                     Row{ "\xF0\x8F\xBF\xBF", R"("\udcf0\udc8f\udcbf\udcbf")", R"(\xf0\x8f\xbf\xbf)", 16 },
-                     Row{ "\xF4\x90\x80\x80", R"("\udcf4\udc90\udc80\udc80")", R"(\xf4\x90\x80\x80)", 16 },
-                     Row{ "\xF8\x88\x80\x80\x80", R"("\udcf8\udc88\udc80\udc80\udc80")",
+    testing::Values( Row{ "\x80", R"("\ufffd")", R"(\x80)", 4 },
+                     Row{ "a\xFF", R"("a\ufffd")", R"(a\xff)", 5 },
+                     Row{ "\xC3", R"("\ufffd")", R"(\xc3)", 4 },
+                     Row{ "\xC3z", R"("\ufffdz")", R"(\xc3z)", 5 },
+                     Row{ "\xE2\x82", R"("\ufffd\ufffd")", R"(\xe2\x82)", 8 },
+                     Row{ "\xC0\xAF", R"("\ufffd\ufffd")", R"(\xc0\xaf)", 8 },
+                     Row{ "\xE0\x9F\xBF", R"("\ufffd\ufffd\ufffd")", R"(\xe0\x9f\xbf)", 12 },
+                     Row{ "\xF0\x8F\xBF\xBF", R"("\ufffd\ufffd\ufffd\ufffd")", R"(\xf0\x8f\xbf\xbf)", 16 },
+                     Row{ "\xF4\x90\x80\x80", R"("\ufffd\ufffd\ufffd\ufffd")", R"(\xf4\x90\x80\x80)", 16 },
+                     Row{ "\xF8\x88\x80\x80\x80", R"("\ufffd\ufffd\ufffd\ufffd\ufffd")",
                           R"(\xf8\x88\x80\x80\x80)", 20 } ) );
 
 INSTANTIATE_TEST_SUITE_P( Surrogates, Texts,
-                          testing::Values( Row{ "\xED\xA0\x80", R"("\ud800")", R"(\ud800)", 6 },
-                                           Row{ "\xED\xBF\xBF", R"("\udfff")", R"(\udfff)", 6 },
-                                           Row{ "\xED\xA0", R"("\udced\udca0")", R"(\xed\xa0)", 8 } ) );
+                          testing::Values( Row{ "\xED\xA0\x80", R"("\ufffd")", R"(\ud800)", 6 },
+                                           Row{ "\xED\xBF\xBF", R"("\ufffd")", R"(\udfff)", 6 },
+                                           Row{ "\xED\xA0", R"("\ufffd\ufffd")", R"(\xed\xa0)", 8 } ) );
 
 } // namespace

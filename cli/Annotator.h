@@ -1,0 +1,46 @@
+#pragma once
+
+#include "vessa/Types.h"
+
+#include <string_view>
+#include <unordered_map>
+
+namespace Bfri {
+
+using Vessa::String;
+using Vessa::U32;
+using Vessa::U8;
+
+/// What is written behind each handle.
+using Notes = std::unordered_map<U32, String>;
+
+/// Copies a text that comes in parts, cut anywhere, and writes a note behind each handle that has one. As
+/// the note comes behind, nothing of a part has to wait for the next one. A handle is a whole word, of
+/// letters, digits and "_": a number up to 0xffffffff that is hexadecimal behind 0x, or decimal from 65536 on
+/// (smaller ones count other things as a rule), without a leading zero, and no fraction behind a dot.
+class Annotator {
+  public:
+    explicit Annotator( Notes notes ) : notes_( std::move( notes ) ) {}
+
+    /// Appends the copy of the next part to out.
+    void take( std::string_view part, String& out );
+    /// There is no next part: appends the note that the last word still lacks.
+    void end( String& out );
+
+  private:
+    enum class State { between, inOtherWord, inNumber };
+
+    void begin( char first, char before );
+    void add( char c );
+    void endOfNumber( String& out ) const;
+
+    Notes const notes_;
+    State state_ = State::between;
+    char last_ = ' '; ///< character of the former part
+    // Of a number:
+    U8 base_ = 10; ///< 0 behind a leading zero
+    bool digits_ = false;
+    std::uint64_t value_ = 0;
+};
+
+} // namespace Bfri

@@ -1,0 +1,28 @@
+#pragma once
+
+// Which records bear which handles.
+
+#include "resourceinfo/parser/BfResourceParser.h"
+
+#include <functional>
+#include <string_view>
+
+namespace Bfri {
+
+/// A handle that a record bears. The texts are the model's and live as long.
+struct Bearer {
+    U32 handle = 0;
+    char const* kind = "";  ///< of the record, the word for one
+    std::string_view name;  ///< of the record
+    char const* field = ""; ///< of the record, that holds the handle
+    std::string_view table; ///< that the record belongs to; empty without just one
+    std::string_view owner; ///< name of what has the handle as its own; empty where it is another record's
+    bool severalTables = false; ///< actions of several tables name the record
+};
+
+/// Every handle of every record, kind after kind in the order of the listings. Of a counter whose handle is
+/// its own, that once.
+void eachBearer( BfResourceInfo::BfResourceParser const& parser,
+                 std::function<void( Bearer const& )> const& visit );
+
+} // namespace Bfri

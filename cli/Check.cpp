@@ -1,0 +1,105 @@
+#include "cli/Answers.h"
+#include "cli/CheckReport.h"
+#include "cli/Evidence.h"
+#include "cli/JsonFormat.h"
+#include "cli/Load.h"
+
+#include <algorithm>
+
+namespace Bfri {
+
+namespace {
+
+std::vector<Count> countsOf( Model const& model ) {
+    auto const& parser = *model.parser();
+    return { { "contextFile", "context file", parser.contextFile().size() },
+             { "bfTables", "match table", parser.bfTables().size() },
+             { "bfResources", "hardware resource", parser.bfResources().size() },
+             { "bfCounters", "counter", parser.bfCounters().size() },
+             { "bfMeters", "meter", parser.bfMeters().size() },
+             { "bfWreds", "WRED table", parser.bfWreds().size() },
+             { "bfRegisterInfos", "register", parser.bfRegisterInfos().size() },
+             { "bfActions", "action", parser.bfActions().size() },
+             { "bfLearnQuantaInfos", "learn quanta", parser.bfLearnQuantaInfos().size() },
+             { "bfHeaders", "flexible header", parser.bfHeaders().size() },
+             { "bfDynamicHashInfo", "hash", parser.bfDynamicHashInfo().size() } };
+}
+
+Checked checkedOf( String const& conf, std::ostream& err ) {
+    try {
+        auto const model = loadSilently( conf, OnBadData::explain, err );
+        return { conf, {}, countsOf( *model ), findingsOf( *model ) };
+    } catch( LoadFailure const& failure ) {
+        Checked checked{ conf, failure.fault };
+        addEvidence( *checked.fault );
+        return checked;
+    }
+}
+
+ExitStatus statusOf( Checked const& checked ) {
+    if( checked.fault )
+        return ExitStatus::notLoadable;
+    return checked.findings.empty() ? ExitStatus::done : ExitStatus::no;
+}
+
+ExitStatus checkAll( Request const& request, Streams const& io ) {
+    std::optional<JsonAnswer> json;
+    if( request.format == Format::json )
+        json.emplace( io.out );
+    List configurations;
+    ExitStatus worst = ExitStatus::done;
+    bool anyFinding = false;
+    for( String const& conf : request.words ) {
+        Checked const checked = checkedOf( conf, io.err );
+        worst = std::max( worst, statusOf( checked ) );
+        anyFinding |= !checked.findings.empty();
+        if( json )
+            configurations.emplace_back( rowOf( checked ) );
+        else
+            print( checked, io );
+    }
+    if( json )
+        json->member( "configurations", std::move( configurations ) );
+    else if( anyFinding )
+        io.out << "'bfri check --explain CODE' says what a finding means, and what to do.\n";
+    return worst;
+}
+
+Row explanationRow( FindingKind const& kind ) {
+    return {
+        { "code", kind.code },       { "title", kind.title },     { "severity", wordOf( kind.severity ) },
+        { "meaning", kind.meaning }, { "matters", kind.matters }, { "advice", kind.advice } };
+}
+
+void printExplanation( FindingKind const& kind, std::ostream& out ) {
+    out << kind.code << ' ' << kind.title << " (" << wordOf( kind.severity ) << ")\n\n"
+        << kind.meaning << "\n\nWhy it matters: " << kind.matters << "\n\nWhat to do: " << kind.advice
+        << '\n';
+}
+
+void explain( std::span<FindingKind const> kinds, Request const& request, std::ostream& out ) {
+    if( request.format == Format::json ) {
+        JsonAnswer( out ).member( "codes", listOf( kinds, explanationRow ) );
+        return;
+    }
+    if( kinds.size() == 1 )
+        return printExplanation( kinds.front(), out );
+    for( FindingKind const& kind : kinds )
+        out << kind.code << "  " << kind.title << '\n' << "       " << kind.meaning << '\n';
+}
+
+} // namespace
+
+ExitStatus check( Request const& request, Streams const& io ) {
+    bool const explains = request.has( "--explain" );
+    if( explains != request.words.empty() )
+        throw Failure( ExitStatus::usage, explains ? "--explain goes without CONF"
+                                                   : "check takes one CONF or more, or --explain CODE" );
+    if( !explains )
+        return checkAll( request, io );
+    String const word = request.option( "--explain" );
+    explain( word == "all" ? findingKinds() : std::span( &findingKindOf( word ), 1 ), request, io.out );
+    return ExitStatus::done;
+}
+
+} // namespace Bfri

@@ -1,0 +1,316 @@
+#include "cli/Commands.h"
+
+#include "cli/Answers.h"
+#include "cli/Listings.h"
+
+namespace Bfri {
+
+namespace {
+
+constexpr char const* look = "See what is there";
+constexpr char const* find = "Find and follow";
+constexpr char const* judge = "Check and compare";
+constexpr char const* lists = "Lists, each with --filter, --sort, -n, --json and --csv";
+
+constexpr Argument conf = { "CONF", "Path of the switch configuration", Offer::file };
+
+constexpr Argument onlyConf[] = { conf };
+constexpr Argument confAndTable[] = { conf,
+                                      { "NAME", "Its name, or the end of it from a dot on", Offer::table } };
+constexpr Argument confAndName[] = { conf,
+                                     { "NAME", "A name, or the end of one from a dot on", Offer::name } };
+constexpr Argument confAndHandles[] = {
+    conf, { "HANDLE", "Decimal, or hexadecimal behind 0x", Offer::handle, Times::onceOrMore } };
+constexpr Argument confKindNameField[] = {
+    conf,
+    { "KIND", "One of those below", Offer::kind },
+    { "NAME", "Its name, or the end of it from a dot on", Offer::name },
+    { "FIELD", "One of the kind's fields", Offer::field } };
+constexpr Argument someNames[] = {
+    { "NAME", "A name of a header's or hash's field", Offer::nothing, Times::onceOrMore } };
+constexpr Argument someConfs[] = {
+    { "CONF", "Path of a switch configuration", Offer::file, Times::anyTimes } };
+constexpr Argument oldAndNew[] = { { "OLD", "Path of the switch configuration as it was", Offer::file },
+                                   { "NEW", "Path of the one that takes its place", Offer::file } };
+
+constexpr Option stagesOptions[] = { { "--list", nullptr, "A line a resource, with a bar over its stages" },
+                                     { "--stage", "N", "The same of the resources in stage N alone" } };
+constexpr Option namesOptions[] = { { "--kind", "KIND", "Only those of one kind", Offer::kind } };
+constexpr Option checkOptions[] = {
+    { "--explain", "CODE", "Say what a finding means, and what to do; all: list them", Offer::code } };
+constexpr Option diffOptions[] = { { "--only", "KIND", "Only one kind", Offer::kind } };
+
+constexpr char const* showDetails =
+    "Each record that bears the name, of whatever kind: a match table with the resources that it takes and\n"
+    "their stages, its counters, meters, WRED tables, registers and actions; any of those with its tables;\n"
+    "a hash with its fields in order; a header; a field of the PHV. With --json a member for each kind.\n\n"
+    "Examples:\n"
+    "  bfri show switch.conf ipv4_acl\n"
+    "  bfri show switch.conf ipv4_acl --json | jq '.bfTables[].counters[].name'";
+
+constexpr char const* stagesDetails =
+    "A map for each context file; one for all without a runtime_config, where the handles do not tell them\n"
+    "apart. 2+1 in a stage: two resources start in it, and one goes on from the stage before. Known are a\n"
+    "resource's first stage and its number of stage tables; these count as stages in a row, so that a table\n"
+    "in several units may seem to go on for too long. With --json for each stage how many resources start\n"
+    "in it, how many span it, and the entries of those that start in it.\n\n"
+    "Examples:\n"
+    "  bfri stages switch.conf\n"
+    "  bfri stages switch.conf --stage 8";
+
+constexpr char const* lookupDetails =
+    "One row for each record that bears the handle, with the field of it that does, and the table that it\n"
+    "belongs to. Standard error names each handle that nothing bears, and handles that differ from it in\n"
+    "the upper four bits alone, where a runtime_config puts the pipe; the exit status then is 1.\n\n"
+    "Examples:\n"
+    "  bfri lookup switch.conf 0x1000001\n"
+    "  bfri lookup switch.conf 16777224 0x21400002 --json";
+
+constexpr char const* annotateDetails =
+    "Behind each handle stands the name of what has it: 0x1000001 <pipe.acl>; several names, three at most,\n"
+    "are <pipe_a.acl|pipe_b.acl>. A handle is a whole word: hexadecimal behind 0x, or decimal from\n"
+    "65536 on, as smaller numbers count other things as a rule. All else is copied byte for byte, and at\n"
+    "once, so that the log may still grow.\n\n"
+    "Examples:\n"
+    "  bfri annotate switch.conf < agent.log\n"
+    "  tail -f agent.log | bfri annotate switch.conf";
+
+constexpr char const* fieldDetails =
+    "KIND is table, resource, counter, meter, wred, register, learn-quanta, action, header, hash, phv or\n"
+    "handle; FIELD is one of those that 'bfri tables --help' and its like name. Numbers are decimal, flags\n"
+    "true or false, lists one element a line. A field that the record does not have is exit status 1.\n\n"
+    "Examples:\n"
+    "  bfri field switch.conf table ipv4_acl size\n"
+    "  bfri field switch.conf phv hdr.ethernet.dst_addr ingressBytes";
+
+constexpr char const* namesDetails =
+    "Each name once, in the order of their bytes; with --json and --csv the kinds that bear it, too. What a\n"
+    "terminal could not show stands as \\xXX, so that a name is one line.\n\n"
+    "Examples:\n"
+    "  bfri names switch.conf --kind table\n"
+    "  bfri show switch.conf \"$(bfri names switch.conf | fzf)\"";
+
+constexpr char const* normalizeDetails =
+    "One a line, in the order given: each $ with the digits behind it becomes _1_, then each . [ and ]\n"
+    "becomes _.\n\n"
+    "Examples:\n"
+    "  bfri normalize 'hdr.vlan[0].vid' 'hdr.stack$3.field'";
+
+constexpr char const* checkDetails =
+    "For each CONF: sound; or what is odd about it, each finding with a code that stays the same; or why it\n"
+    "cannot be loaded: the place in the file, what should stand there and what does. One that is bad does "
+    "not\n"
+    "keep the others from being checked. '--explain all' lists the codes; a title does for a code.\n"
+    "Exit status: 0 all sound, 1 findings, 3 one cannot be loaded.\n\n"
+    "Examples:\n"
+    "  bfri check build/*/switch.conf\n"
+    "  bfri check switch.conf --json | jq '.configurations[].findings[].code'\n"
+    "  bfri check --explain BF304";
+
+constexpr char const* diffDetails =
+    "Records of a kind are joined on their names, actions on their table's, too; of several of a name those\n"
+    "of the same pipeline, in their order. Lines with - are gone, with + new, with ~ changed; ! marks what\n"
+    "an agent that programs by name would notice: what is removed, has less room, or answers a query in\n"
+    "another way. The last line is the verdict. Handles that are other numbers but stand for the same names\n"
+    "are one line, and so are hit-bit ranges that only start elsewhere. Paths are not compared. Exit\n"
+    "status: 0 the same, 1 not.\n\n"
+    "KIND is table, resource, counter, meter, wred, register, learn-quanta, action, header, hash, phv or\n"
+    "handle. Without --only, what comes, goes, moves or has another size stands under resources, and\n"
+    "handles tells what placed tables reference.\n\n"
+    "Examples:\n"
+    "  bfri diff old/switch.conf new/switch.conf\n"
+    "  bfri diff old/switch.conf new/switch.conf --only tables --json";
+
+constexpr Command first[] = {
+    { .word = "summary",
+      .group = look,
+      .description = "What is loaded: files, pipelines and counts of every kind",
+      .arguments = onlyConf,
+      .json = true,
+      .show = summary },
+    { .word = "show",
+      .group = look,
+      .description = "One page on whatever bears a name",
+      .arguments = confAndName,
+      .json = true,
+      .details = showDetails,
+      .show = show },
+    { .word = "table",
+      .group = look,
+      .description = "The record of one match table",
+      .arguments = confAndTable,
+      .json = true,
+      .show = table },
+    { .word = "stages",
+      .group = look,
+      .description = "The map of the stages: what starts where, and how far it spans",
+      .arguments = onlyConf,
+      .options = stagesOptions,
+      .json = true,
+      .details = stagesDetails,
+      .show = stages },
+    { .word = "dump",
+      .group = look,
+      .description = "The whole model as one JSON object",
+      .arguments = onlyConf,
+      .show = dump,
+      .onBadData = OnBadData::dieAsLibrary },
+    { .word = "lookup",
+      .group = find,
+      .description = "Everything that bears one of these handles",
+      .arguments = confAndHandles,
+      .json = true,
+      .csv = true,
+      .details = lookupDetails,
+      .show = lookup },
+    { .word = "annotate",
+      .group = find,
+      .description = "Copies standard input, with the name behind each handle that is known",
+      .arguments = onlyConf,
+      .details = annotateDetails,
+      .show = annotate },
+    { .word = "field",
+      .group = find,
+      .description = "One field of one record, bare, for scripts",
+      .arguments = confKindNameField,
+      .details = fieldDetails,
+      .show = field },
+    { .word = "names",
+      .group = find,
+      .description = "Every name, one a line",
+      .arguments = onlyConf,
+      .options = namesOptions,
+      .json = true,
+      .csv = true,
+      .details = namesDetails,
+      .show = names },
+    { .word = "normalize",
+      .group = find,
+      .description = "Names of fields as the model compares them",
+      .arguments = someNames,
+      .details = normalizeDetails,
+      .run = normalize },
+    { .word = "check",
+      .group = judge,
+      .description = "Whether configurations are sound, and if not, where",
+      .arguments = someConfs,
+      .options = checkOptions,
+      .json = true,
+      .details = checkDetails,
+      .run = check },
+    { .word = "diff",
+      .group = judge,
+      .description = "What has changed from one configuration to another, joined on names",
+      .arguments = oldAndNew,
+      .options = diffOptions,
+      .json = true,
+      .details = diffDetails,
+      .run = diff },
+};
+
+constexpr Argument wordsOfALine[] = {
+    { "WORD", "Those of a command line behind bfri, the last as far as it is written", Offer::nothing,
+      Times::onceOrMore } };
+
+constexpr Command served[] = {
+    { .word = "complete",
+      .group = "",
+      .description = "What may stand in the place of a command line's last word, for the shells' completion",
+      .arguments = wordsOfALine,
+      .run = complete },
+    { .word = "man",
+      .group = "",
+      .description = "The manual page, as man reads it",
+      .arguments = {},
+      .run = manual },
+};
+
+constexpr Option filterOption = { "--filter", "REGEX",
+                                  "Only rows whose name this (ECMAScript) matches, anywhere in it" };
+constexpr Option sortOption = {
+    "--sort", "FIELD", "Sort by one of the fields below; -FIELD: the other way round", Offer::order };
+constexpr Option mostOption = { "-n", "N", "Only the first N of these rows" };
+constexpr Option jsonOption = { "--json", nullptr, "Print one JSON object" };
+constexpr Option csvOption = { "--csv", nullptr, "Print comma-separated values" };
+constexpr Option colorOption = { "--color", "WHEN", "auto (on a terminal, without NO_COLOR), always or never",
+                                 Offer::color };
+
+Command listCommand( Listing const& listing ) {
+    return { .word = listing.word,
+             .group = lists,
+             .description = listing.description,
+             .arguments = onlyConf,
+             .json = true,
+             .csv = true,
+             .listing = &listing,
+             .show = list };
+}
+
+/// In lines that a terminal has room for.
+String fieldLines( Listing const& listing ) {
+    constexpr std::size_t most = 100;
+    String text = "Fields:";
+    std::size_t column = text.size();
+    for( Field const& field : listing.blank() ) {
+        bool const fits = column + 1 + field.name.size() <= most;
+        text += ( fits ? " " : "\n        " ) + String( field.name );
+        column = ( fits ? column + 1 : 8 ) + field.name.size();
+    }
+    return text;
+}
+
+String exampleLines( Listing const& listing ) {
+    String const start = String( "  bfri " ) + listing.word + " switch.conf";
+    return "\n\nExamples:\n" + start + "\n" + start + " --filter ^pipe --sort=-name -n 10\n" + start +
+           " --json";
+}
+
+} // namespace
+
+char const* const programDescription = "Shows what the P4 compiler's context files say about a switch chip.";
+
+char const* const exitStatusText = "0 done, 1 the answer is no (not found, not unique, differs, findings), 2 "
+                                   "wrong usage, 3 input cannot be\n"
+                                   "loaded, 4 internal error or output not written.";
+
+char const* const environmentText =
+    "NO_COLOR, when set and not empty, keeps colours off.\n"
+    "ZEL_TRACE=BfResourceParser/5-7 shows on standard error how files are read.";
+
+std::span<Command const> commands() {
+    static std::vector<Command> const all = [] {
+        std::vector<Command> both( std::begin( first ), std::end( first ) );
+        for( Listing const& listing : listings() )
+            both.push_back( listCommand( listing ) );
+        both.insert( both.end(), std::begin( served ), std::end( served ) );
+        return both;
+    }();
+    return all;
+}
+
+Command const* commandOf( std::string_view word ) {
+    auto const all = commands();
+    auto const found = std::find_if( all.begin(), all.end(),
+                                     [ & ]( Command const& command ) { return word == command.word; } );
+    return found == all.end() ? nullptr : &*found;
+}
+
+std::vector<Option> optionsOf( Command const& command ) {
+    std::vector<Option> options( command.options.begin(), command.options.end() );
+    if( command.listing )
+        options.insert( options.end(), { filterOption, sortOption, mostOption } );
+    if( command.json )
+        options.push_back( jsonOption );
+    if( command.csv )
+        options.push_back( csvOption );
+    options.push_back( colorOption );
+    return options;
+}
+
+String detailsOf( Command const& command ) {
+    if( command.listing )
+        return fieldLines( *command.listing ) + exampleLines( *command.listing );
+    return command.details;
+}
+
+} // namespace Bfri

@@ -1,0 +1,163 @@
+#include "cli/Completion.h"
+
+#include "cli/Answers.h"
+#include "cli/Kinds.h"
+#include "cli/Load.h"
+#include "cli/WrongWord.h"
+
+#include <set>
+#include <sstream>
+
+namespace Bfri {
+
+namespace {
+
+/// A command line up to the word that is to be completed.
+struct Line {
+    Command const* command;
+    std::vector<String> positionals; ///< those in front of that word
+    Option const* awaiting;          ///< the option whose value it is; else null
+};
+
+Line understood( Command const& command, std::span<Option const> options, std::span<String const> words ) {
+    Line line{ &command, {}, nullptr };
+    for( String const& word : words ) {
+        auto const option = std::find_if( options.begin(), options.end(),
+                                          [ & ]( Option const& known ) { return word == known.name; } );
+        if( line.awaiting )
+            line.awaiting = nullptr;
+        else if( option != options.end() )
+            line.awaiting = option->argument ? &*option : nullptr;
+        else if( !word.starts_with( '-' ) )
+            line.positionals.push_back( word );
+    }
+    return line;
+}
+
+std::vector<String> namesOf( BfResourceInfo::BfResourceParser const& parser, Listing const* kind ) {
+    std::set<String> names;
+    for( NameOfKind const& name : namesOfKinds( parser ) ) {
+        if( !kind || name.kind == kind )
+            names.insert( name.name );
+    }
+    return { names.begin(), names.end() };
+}
+
+std::vector<String> handlesOf( BfResourceInfo::BfResourceParser const& parser ) {
+    std::vector<String> handles;
+    for( auto const& entry : parser.resourceHandles() ) {
+        std::ostringstream text;
+        text << "0x" << std::hex << entry.first;
+        handles.push_back( text.str() );
+    }
+    return handles;
+}
+
+/// The words in place of which a model is asked; it was written first.
+std::vector<String> fromModel( Line const& line, Offer offer ) {
+    if( line.positionals.empty() )
+        return {};
+    std::ostringstream unheard;
+    try {
+        auto const model = load( line.positionals.front(), OnBadData::explain, unheard );
+        auto const& parser = *model->parser();
+        if( offer == Offer::handle )
+            return handlesOf( parser );
+        if( offer == Offer::table )
+            return namesOf( parser, kindOf( "table" ) );
+        return namesOf( parser, line.positionals.size() > 1 ? kindOf( line.positionals[ 1 ] ) : nullptr );
+    } catch( Failure const& ) {
+        return {};
+    }
+}
+
+std::vector<String> kindWords() {
+    std::vector<String> words;
+    for( Listing const& kind : listings() )
+        words.emplace_back( kind.one );
+    return words;
+}
+
+std::vector<String> fieldWords( Line const& line ) {
+    Listing const* const kind = line.positionals.size() > 1 ? kindOf( line.positionals[ 1 ] ) : nullptr;
+    return kind ? fieldsOf( *kind ) : std::vector<String>();
+}
+
+std::vector<String> wordsFor( Line const& line, Offer offer ) {
+    switch( offer ) {
+    case Offer::nothing:
+    case Offer::file:
+        return {};
+    case Offer::table:
+    case Offer::name:
+    case Offer::handle:
+        return fromModel( line, offer );
+    case Offer::kind:
+        return kindWords();
+    case Offer::field:
+        return fieldWords( line );
+    case Offer::order:
+        return fieldsOf( *line.command->listing );
+    case Offer::code:
+        return {};
+    case Offer::color:
+        return { "auto", "always", "never" };
+    }
+    return {};
+}
+
+Offer offerOf( Line const& line ) {
+    if( line.awaiting )
+        return line.awaiting->offer;
+    auto const& arguments = line.command->arguments;
+    if( line.positionals.size() < arguments.size() )
+        return arguments[ line.positionals.size() ].offer;
+    bool const more = !arguments.empty() && arguments.back().times != Times::once;
+    return more ? arguments.back().offer : Offer::nothing;
+}
+
+std::vector<String> commandWords() {
+    std::vector<String> words = { "--help", "--version" };
+    for( Command const& command : commands() ) {
+        if( *command.group )
+            words.emplace_back( command.word );
+    }
+    return words;
+}
+
+std::vector<String> optionWords( std::span<Option const> options ) {
+    std::vector<String> words = { "--help" };
+    for( Option const& option : options )
+        words.emplace_back( option.name );
+    return words;
+}
+
+} // namespace
+
+Candidates candidatesFor( std::span<String const> words ) {
+    if( words.size() <= 1 )
+        return { false, commandWords() };
+    Command const* const command = commandOf( words.front() );
+    if( !command )
+        return {};
+    auto const options = optionsOf( *command );
+    Line const line = understood( *command, options, words.subspan( 1, words.size() - 2 ) );
+    if( !line.awaiting && words.back().starts_with( '-' ) )
+        return { false, optionWords( options ) };
+    Offer const offer = offerOf( line );
+    return { offer == Offer::file, wordsFor( line, offer ) };
+}
+
+/// The candidates that begin as the last word does, a line each; ":files" in front where paths will do.
+ExitStatus complete( Request const& request, Streams const& io ) {
+    Candidates const candidates = candidatesFor( request.words );
+    if( candidates.files )
+        io.out << ":files\n";
+    for( String const& word : candidates.words ) {
+        if( word.starts_with( request.words.back() ) && word.find( '\n' ) == String::npos )
+            io.out << word << '\n';
+    }
+    return ExitStatus::done;
+}
+
+} // namespace Bfri

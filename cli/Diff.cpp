@@ -1,0 +1,114 @@
+#include "cli/Answers.h"
+#include "cli/DiffText.h"
+#include "cli/Join.h"
+#include "cli/JsonFormat.h"
+#include "cli/Load.h"
+#include "cli/Verdict.h"
+#include "cli/WrongWord.h"
+
+namespace Bfri {
+
+namespace {
+
+Row rowOf( Change const& change ) {
+    return { { "field", String( change.field ) }, { "from", change.from }, { "to", change.to } };
+}
+
+Row identityOf( Row const& row ) {
+    Identity const identity( row );
+    Row result{ { "name", identity.name } };
+    if( identity.table )
+        result.push_back( { "tableName", *identity.table } );
+    return result;
+}
+
+List changesOf( KindComparison const& kind ) {
+    List changes;
+    for( ChangedRecord const& record : kind.changed ) {
+        if( record.fields.empty() && !record.displaced )
+            continue;
+        Row row = identityOf( record.row );
+        row.push_back( { "fields", listOf( record.fields, rowOf ) } );
+        row.push_back( { "firstOfName", !record.displaced } );
+        changes.emplace_back( std::move( row ) );
+    }
+    return changes;
+}
+
+List movesOf( KindComparison const& kind ) {
+    List moves;
+    for( ChangedRecord const& record : kind.changed ) {
+        if( !record.move )
+            continue;
+        Row row = identityOf( record.row );
+        row.push_back( { "from", record.move->from } );
+        row.push_back( { "to", record.move->to } );
+        moves.emplace_back( std::move( row ) );
+    }
+    return moves;
+}
+
+Row rowOf( KindComparison const& kind ) {
+    auto const itself = []( Row const& row ) { return row; };
+    return { { "added", listOf( kind.added, itself ) },
+             { "removed", listOf( kind.removed, itself ) },
+             { "changed", changesOf( kind ) },
+             { "moved", movesOf( kind ) },
+             { "same", static_cast<U32>( kind.same ) } };
+}
+
+Row tallyRow( char const* what, Tally const& tally ) {
+    return { { what, static_cast<U32>( tally.differing ) }, { "of", static_cast<U32>( tally.all ) } };
+}
+
+Row verdictOf( Comparison const& comparison ) {
+    auto const notices = noticesOf( comparison );
+    return { { "differs", comparison.differs() },
+             { "compatible", notices.empty() },
+             { "notices", listOf( notices, []( Notice const& notice ) {
+                   Row row = identityOf( *notice.row );
+                   row.insert( row.begin(), { "kind", notice.kind->one } );
+                   row.push_back( { "effect", textOf( notice.effect ) } );
+                   return row;
+               } ) } };
+}
+
+void printJson( std::ostream& out, Request const& request, Comparison const& comparison ) {
+    JsonAnswer answer( out );
+    answer.member( "old", request.words[ 0 ] );
+    answer.member( "new", request.words[ 1 ] );
+    answer.member( "configuration",
+                   listOf( comparison.configuration, []( auto const& c ) { return rowOf( c ); } ) );
+    Row kinds;
+    for( KindComparison const& kind : comparison.kinds )
+        kinds.push_back( { kind.kind->member, rowOf( kind ) } );
+    answer.member( "kinds", std::move( kinds ) );
+    answer.member( "handles", tallyRow( "renumbered", comparison.renumbered ) );
+    answer.member( "hitBitRanges", tallyRow( "shifted", comparison.shifted ) );
+    answer.member( "verdict", verdictOf( comparison ) );
+}
+
+void printText( Request const& request, Streams const& io, Comparison const& comparison ) {
+    if( comparison.differs() )
+        printDiff( io.out, io.look, comparison );
+    else if( request.has( "--only" ) )
+        io.out << "no difference in " << comparison.kinds.front().kind->word << '\n';
+    else
+        io.out << "no difference\n";
+}
+
+} // namespace
+
+ExitStatus diff( Request const& request, Streams const& io ) {
+    Listing const* const only = request.has( "--only" ) ? &kindMeant( request.option( "--only" ) ) : nullptr;
+    auto const old = load( request.words[ 0 ], request.command->onBadData, io.err );
+    auto const now = load( request.words[ 1 ], request.command->onBadData, io.err );
+    Comparison const comparison = compare( *old, *now, only );
+    if( request.format == Format::json )
+        printJson( io.out, request, comparison );
+    else
+        printText( request, io, comparison );
+    return comparison.differs() ? ExitStatus::no : ExitStatus::done;
+}
+
+} // namespace Bfri

@@ -1,0 +1,102 @@
+#pragma once
+
+// What the rules of the findings read, and the rules. Each takes time in proportion to the model, but for
+// sorting.
+
+#include "cli/Findings.h"
+#include "ostler/DeviceProfile.h"
+
+#include <map>
+#include <unordered_set>
+
+namespace Bfri {
+
+/// A record that belongs to match tables.
+struct Attached {
+    char const* kind;
+    String const* name;
+    U32 handle; ///< of a direct one that is no counter: of its match table
+    bool direct;
+    U32 ownHandle;             ///< its own handle, where the model keeps it; else 0
+    std::size_t referenceKind; ///< index in referenceKinds
+};
+
+/// The three lists of handles that a placed table has.
+struct ReferenceKind {
+    char const* list;
+    Vessa::Queue<U32> const& ( BfResourceInfo::BfZelResource::*queue )() const;
+    BfResourceType types[ 2 ]; ///< what it may point to
+};
+
+extern ReferenceKind const referenceKinds[ 3 ];
+
+/// What context files say that the model has no room for.
+struct Losses {
+    std::map<String, U32> ingressPhv; ///< of fields of 32 bytes and more the bytes
+    std::map<String, U32> egressPhv;
+    std::map<String, std::uint64_t> headers; ///< of headers of 65,536 bits and more the bits
+};
+
+/// Reads the context files once more.
+Losses lossesOf( BfResourceInfo::BfResourceParser const& parser );
+
+struct Facts {
+    explicit Facts( Model const& model );
+
+    BfResourceInfo::BfResourceParser const& parser;
+    Ostler::DeviceProfile const& profile;
+    std::vector<Attached> attached;                    ///< counters, meters, WRED tables, registers
+    std::unordered_map<U32, BfResource const*> placed; ///< by handle
+    std::unordered_set<std::string_view> placedNames;
+    std::unordered_map<U32, std::vector<U32>> referrers; ///< of a handle: the placed tables that list it
+    Losses losses;
+
+    bool hasPipeBits() const { return !parser.bfrtConfig().empty(); }
+    /// In how many context files a handle may stand: those whose handles carry the same pipe, or all.
+    std::size_t filesWith( U32 handle ) const;
+    /// The part of a handle that tells the context files apart; 0 when nothing does.
+    U32 pipeBits( U32 handle ) const { return hasPipeBits() ? handle >> 28 : 0; }
+
+  private:
+    std::unordered_map<U32, std::size_t> files_; // by pipe bits
+};
+
+String quoted( std::string_view name );
+String hexOf( U32 number );
+
+// Pipelines.
+void findUnreadContextFiles( Facts const& facts, Findings& findings );
+void findOverlappingPipes( Facts const& facts, Findings& findings );
+void findWrappingPipes( Facts const& facts, Findings& findings );
+void findPipelinesWithoutPipes( Facts const& facts, Findings& findings );
+void findLostPipeBits( Facts const& facts, Findings& findings );
+void findHandlesInPipeBits( Facts const& facts, Findings& findings );
+
+// Names and handles.
+void findDuplicateTableNames( Facts const& facts, Findings& findings );
+void findDuplicateResourceNames( Facts const& facts, Findings& findings );
+void findDuplicateActions( Facts const& facts, Findings& findings );
+void findDuplicateTableHandles( Facts const& facts, Findings& findings );
+void findDuplicateActionHandles( Facts const& facts, Findings& findings );
+void findNamesInSeveralPipelines( Facts const& facts, Findings& findings );
+void findHandlesInSeveralPipelines( Facts const& facts, Findings& findings );
+
+// Who references whom.
+void findUnknownReferences( Facts const& facts, Findings& findings );
+void findReferencesOfWrongKind( Facts const& facts, Findings& findings );
+void findReferencesOfWrongName( Facts const& facts, Findings& findings );
+void findSeveralParents( Facts const& facts, Findings& findings );
+void findUnreferenced( Facts const& facts, Findings& findings );
+void findDisagreeingLinks( Facts const& facts, Findings& findings );
+void findSharedDirect( Facts const& facts, Findings& findings );
+void findUnknownResourceNames( Facts const& facts, Findings& findings );
+
+// Stages and sizes.
+void findUnplacedTables( Facts const& facts, Findings& findings );
+void findEmptyTables( Facts const& facts, Findings& findings );
+void findLostStages( Facts const& facts, Findings& findings );
+void findLostPhvWidths( Facts const& facts, Findings& findings );
+void findWrappingHeaders( Facts const& facts, Findings& findings );
+void findRepeatedHashFields( Facts const& facts, Findings& findings );
+
+} // namespace Bfri

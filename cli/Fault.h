@@ -1,0 +1,54 @@
+#pragma once
+
+#include "cli/Failure.h"
+#include "ostler/Ostler.h"
+#include "zel/Assert.h"
+#include "zel/Trace.h"
+
+#include <optional>
+
+namespace Bfri {
+
+using Vessa::U32;
+
+/// Why a configuration cannot be used, in parts. What does not apply is empty.
+struct Fault {
+    String file;                   ///< that cannot be used: the switch configuration or a context file
+    bool inContextFile = false;    ///< which of both it is
+    String problem;                ///< why the file cannot be read, or what is wrong with its syntax
+    std::optional<U32> line;       ///< of the problem, or on which the value ends or begins; from 1
+    std::optional<U32> column;     ///< of the problem, in bytes, from 1
+    String excerpt;                ///< of that line
+    std::size_t caret = 0;         ///< how many characters of the excerpt, as shown, stand before the column
+    std::optional<String> pointer; ///< JSON pointer to the value that was read last
+    String member;                 ///< of that value, asked for
+    std::optional<U32> tableIndex; ///< of the element of "tables" that it is in
+    String table;                  ///< its name
+    String expected;               ///< what should stand there
+    String found;                  ///< what stands there
+    String culprit;                ///< whose value says so, see Expectation
+    std::vector<String> reported;  ///< what the library said besides
+    String condition;              ///< the broken one, as written in the library's code
+    String function;               ///< of the library, that requires it
+};
+
+/// The fault that the reading of a switch configuration ended with.
+Fault faultOf( Ostler::Status const& status );
+
+/// The fault that ended the reading of the context files that a profile names.
+Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine> const& traced,
+               String const& conf, Ostler::DeviceProfile const& profile );
+
+/// The problem with its place: "line 2, column 14: Invalid value."; empty when there is none.
+String problemOf( Fault const& fault );
+
+/// A configuration cannot be loaded.
+class LoadFailure : public Failure {
+  public:
+    LoadFailure( String const& message, Fault what )
+        : Failure( ExitStatus::notLoadable, message ), fault( std::move( what ) ) {}
+
+    Fault fault;
+};
+
+} // namespace Bfri

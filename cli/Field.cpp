@@ -1,0 +1,58 @@
+#include "cli/Answers.h"
+#include "cli/Names.h"
+#include "cli/Utf8.h"
+#include "cli/WrongWord.h"
+
+namespace Bfri {
+
+namespace {
+
+Row const& rowMeant( std::vector<Row> const& rows, Listing const& kind, String const& word,
+                     std::ostream& err ) {
+    std::vector<String> names;
+    for( Row const& row : rows )
+        names.push_back( valueAs<String>( row, "name" ) );
+    String const name = meantName( names, word, { kind.one, kind.word, kind.word } );
+    if( auto const count = std::count( names.begin(), names.end(), name ); count > 1 )
+        err << "bfri: " << count << " " << kind.word
+            << " have this name; this is the first, as for every query\n";
+    auto const first = std::find( names.begin(), names.end(), name ) - names.begin();
+    return rows[ static_cast<std::size_t>( first ) ];
+}
+
+/// The lines of a value.
+struct Lines {
+    std::ostream& out;
+
+    void operator()( std::monostate ) const {}
+    void operator()( bool flag ) const { out << ( flag ? "true\n" : "false\n" ); }
+    void operator()( U32 number ) const { out << number << '\n'; }
+    void operator()( Hex number ) const { out << number.value << '\n'; }
+    void operator()( String const& text ) const { out << shown( text ) << '\n'; }
+    void operator()( List const& list ) const {
+        for( Value const& value : list )
+            std::visit( *this, value.is );
+    }
+    void operator()( Row const& row ) const {
+        for( Field const& field : row )
+            std::visit( *this, field.value.is );
+    }
+};
+
+} // namespace
+
+ExitStatus field( Model const& model, Request const& request, Streams const& io ) {
+    Listing const& kind = kindMeant( request.words[ 1 ] );
+    String const& field = request.words[ 3 ];
+    requireField( kind, field );
+    auto const rows = kind.rows( *model.parser() );
+    Row const& row = rowMeant( rows, kind, request.words[ 2 ], io.err );
+    Value const& value = valueOf( row, field );
+    if( std::holds_alternative<std::monostate>( value.is ) )
+        throw Failure( ExitStatus::no, String( kind.one ) + " '" + shown( valueAs<String>( row, "name" ) ) +
+                                           "' has no " + field );
+    std::visit( Lines{ io.out }, value.is );
+    return ExitStatus::done;
+}
+
+} // namespace Bfri

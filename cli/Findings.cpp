@@ -1,0 +1,209 @@
+#include "cli/Facts.h"
+
+#include "cli/Failure.h"
+#include "cli/Names.h"
+#include "cli/Utf8.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace Bfri {
+
+namespace {
+
+constexpr auto note = Severity::note;
+constexpr auto warning = Severity::warning;
+constexpr auto error = Severity::error;
+
+constexpr FindingKind kinds[] = {
+    // The switch configuration.
+    { "BF101", "unread-context-file", error,
+      "Two pipelines have the same pipes; only the context file of the last one is read.",
+      "Nothing of the other program is in the model: an agent does not find its tables.",
+      "Give each pipeline pipes of its own, or take the one that is not meant out of the switch "
+      "configuration.",
+      findUnreadContextFiles },
+    { "BF102", "overlapping-pipes", error,
+      "Two pipelines have some pipe in common. Both context files are read.",
+      "A pipe runs one program. The model has the tables of both, and with a runtime_config their handles "
+      "may be "
+      "the same.",
+      "Name each pipe in one pipeline only.", findOverlappingPipes },
+    { "BF103", "wrapping-pipe", error, "A pipe number is 32 or more. Pipes count modulo 32.",
+      "The pipeline is taken for one on other pipes, and may displace the one that is there.",
+      "Correct the number in \"pipes\".", findWrappingPipes },
+    { "BF104", "no-pipes", warning,
+      "A pipeline has an empty list of pipes. Its context file is read all the same.",
+      "An agent finds tables that run nowhere, and a second pipeline without pipes displaces the first.",
+      "Name its pipes, or take the pipeline out.", findPipelinesWithoutPipes },
+    { "BF105", "lost-pipe-bits", error,
+      "The lowest pipe of a pipeline is 16 or more. With a runtime_config, handles carry that pipe in their "
+      "upper "
+      "four bits, which have no room for it.",
+      "Its handles look like those of the pipeline whose lowest pipe is 16 less.",
+      "Give the pipeline a pipe below 16, or leave runtime_config out.", findLostPipeBits },
+    { "BF106", "handle-in-pipe-bits", error,
+      "A handle of the context file uses the upper four bits, which with a runtime_config are the pipe's; "
+      "the model "
+      "has both mixed.",
+      "The handle is not the one that the context file has, and its pipe is wrong.",
+      "Ask the compiler for handles below 0x10000000, or leave runtime_config out.", findHandlesInPipeBits },
+    // Names and handles.
+    { "BF201", "duplicate-table-name", error, "Several match tables of a context file have one name.",
+      "A query by name answers for the first; the others are found by index and handle only.",
+      "Rename all but one in the P4 program.", findDuplicateTableNames },
+    { "BF202", "duplicate-resource-name", warning,
+      "Several placed tables of a context file that are no match tables of the model have one name.",
+      "A query by name answers for the first, and they share the tables whose actions name them.",
+      "Rename all but one in the P4 program.", findDuplicateResourceNames },
+    { "BF203", "duplicate-action", warning, "A match table has several actions of one name.",
+      "An agent that looks for table and action finds the first.",
+      "Rename all but one in the P4 program, or name the action once in the table.", findDuplicateActions },
+    { "BF204", "duplicate-table-handle", error,
+      "Tables with different names have one handle, which should be one table's.",
+      "A look-up by handle answers for one of them, and references by handle go astray.",
+      "Compile the program again; the compiler numbers its tables.", findDuplicateTableHandles },
+    { "BF205", "duplicate-action-handle", warning, "Actions with different names have one handle.",
+      "A look-up by handle answers for the first.",
+      "Compile the program again; the compiler numbers its actions.", findDuplicateActionHandles },
+    { "BF206", "name-in-several-pipelines", note,
+      "A name comes again, no more often than there are context files that can have it: most likely one "
+      "program, or "
+      "a part of it, runs in several pipelines.",
+      "A query by name answers for the first pipeline only.",
+      "In the agent, go by handle, or by index and handle. If all pipelines run the same program, one "
+      "pipeline with all "
+      "pipes will do.",
+      findNamesInSeveralPipelines },
+    { "BF207", "handle-in-several-pipelines", warning,
+      "A handle stands for different names, no more of them than there are context files that can have it: "
+      "handles "
+      "of several pipelines are the same.",
+      "A look-up by handle answers for one pipeline, and references by handle may lead into another's "
+      "tables.",
+      "Name a runtime_config in the switch configuration: handles then carry their pipeline's lowest pipe.",
+      findHandlesInSeveralPipelines },
+    // References.
+    { "BF301", "unknown-reference", error, "A placed table lists a handle that no table of the model has.",
+      "What the table counts, meters or remembers there cannot be reached.",
+      "Compile the program again; if it stays, report it to the compiler's makers.", findUnknownReferences },
+    { "BF302", "wrong-kind-reference", error,
+      "A table lists a handle where it should have one of another kind: as its counter something that is no "
+      "statistics table, say.",
+      "An agent that follows the reference works on the wrong table.",
+      "Look at both tables in the context file; handles of two pipelines that are the same (BF207) do this, "
+      "too.",
+      findReferencesOfWrongKind },
+    { "BF303", "wrong-name-reference", warning,
+      "A match table calls its action-data or selection table by another name than the table with that "
+      "handle has.",
+      "Name and handle of the record lead to different tables.",
+      "Look at both tables in the context file; handles of two pipelines that are the same (BF207) do this, "
+      "too.",
+      findReferencesOfWrongName },
+    { "BF304", "several-parents", note,
+      "Actions of several tables name an indirect counter, meter, WRED table or register.",
+      "It belongs to no one table: its associated table is empty. P4 allows this; an agent that needs the "
+      "table must "
+      "know it from elsewhere.",
+      "Nothing, if it is meant to be shared. Else give each table one of its own.", findSeveralParents },
+    { "BF305", "unreferenced", warning,
+      "No placed table lists the handle of an indirect counter, meter, WRED table or register, and no action "
+      "of "
+      "one names it.",
+      "It takes memory on the chip, but no packet reaches it through a table of the model.",
+      "Take it out of the P4 program, or use it; a table that uses it may have no stage (BF401).",
+      findUnreferenced },
+    { "BF306", "disagreeing-links", warning,
+      "The tables that list the handle of an indirect counter, meter, WRED table or register are not those "
+      "whose "
+      "actions name it.",
+      "The table that it belongs to in the model is derived from the actions alone; who goes by the lists of "
+      "handles "
+      "comes to another answer.",
+      "Compile the program again; if it stays, report it to the compiler's makers.", findDisagreeingLinks },
+    { "BF307", "shared-direct", warning,
+      "Several tables list a counter, meter, WRED table or register that is direct, so that its entries are "
+      "those of "
+      "one table.",
+      "In the model it belongs to the one with the lowest handle.",
+      "Make it indirect in the P4 program, or give each table one of its own.", findSharedDirect },
+    { "BF308", "unknown-resource", warning, "Actions of a table name a resource that is no table's name.",
+      "Nothing has this table as its parent, though something should.",
+      "Look for the name in the context file: it may be spelled in two ways.", findUnknownResourceNames },
+    // Stages, sizes, widths.
+    { "BF401", "unplaced-table", note, "A match table has no stage table: it is not on the chip.",
+      "An agent finds its record, but no resource and no entry by handle; entries of it match no packet.",
+      "See in the compiler's log whether it was optimised away or did not fit.", findUnplacedTables },
+    { "BF402", "empty-table", warning, "A table has a size of 0.", "It can hold no entry.",
+      "Give it a size in the P4 program, or take it out.", findEmptyTables },
+    { "BF403", "lost-stage", error,
+      "The number of a table's first stage is beyond 255. The entry by handle keeps its lowest 8 bits.",
+      "Resource and entry by handle have different stages.",
+      "Compile the program again; no chip has such a stage.", findLostStages },
+    { "BF404", "lost-phv-width", error,
+      "A field in the PHV is 32 bytes or wider. The model keeps its bytes modulo 32, of several stages the "
+      "most.",
+      "An agent that lays out fields by the model gives this one too little room.",
+      "Split the field in the P4 program, or keep the agent from relying on its width.", findLostPhvWidths },
+    { "BF405", "wrapping-header", error,
+      "The fields of a flexible header have 65,536 bits or more together. The model counts them modulo "
+      "65,536.",
+      "The header's size in the model is too small.", "Split the header in the P4 program.",
+      findWrappingHeaders },
+    { "BF406", "repeated-hash-field", warning,
+      "A dynamic hash calculation has a field more than once in its list.",
+      "Who finds its fields by name takes the first for all of them; the repetition adds nothing to the "
+      "hash's "
+      "input that is not there.",
+      "Name the field once in the P4 program, unless slices of it are meant.", findRepeatedHashFields },
+};
+
+String capitals( String text ) {
+    std::transform( text.begin(), text.end(), text.begin(),
+                    []( unsigned char c ) { return static_cast<char>( std::toupper( c ) ); } );
+    return text;
+}
+
+} // namespace
+
+char const* wordOf( Severity severity ) {
+    return severity == error ? "error" : severity == warning ? "warning" : "note";
+}
+
+String Finding::message() const {
+    return what + " " + quoted( name ) + ( handle ? " (" + hexOf( *handle ) + ")" : "" ) + ": " + says;
+}
+
+std::span<FindingKind const> findingKinds() { return kinds; }
+
+FindingKind const& findingKindOf( String const& word ) {
+    String const wanted = capitals( word );
+    std::vector<String> codes;
+    std::vector<String> titles;
+    for( FindingKind const& kind : kinds ) {
+        if( wanted == kind.code || wanted == capitals( kind.title ) )
+            return kind;
+        codes.emplace_back( kind.code );
+        titles.emplace_back( kind.title );
+    }
+    auto suggestions = nearest( codes, wanted );
+    if( suggestions.empty() )
+        suggestions = nearest( titles, word );
+    throw Failure( ExitStatus::no,
+                   "no finding has the code '" + shown( word ) +
+                       ( suggestions.empty() ? "'; '--explain all' lists them" : "'; codes like it:" ),
+                   suggestions );
+}
+
+std::vector<Finding> findingsOf( Model const& model ) {
+    Facts const facts( model );
+    std::vector<Finding> all;
+    for( FindingKind const& kind : kinds ) {
+        Findings findings( kind, all );
+        kind.find( facts, findings );
+    }
+    return all;
+}
+
+} // namespace Bfri

@@ -1,0 +1,301 @@
+#include "cli/Page.h"
+
+#include "cli/Kinds.h"
+#include "cli/Relations.h"
+
+namespace Bfri {
+
+namespace {
+
+using BfResourceInfo::BfResourceParser;
+using Resources = std::vector<BfResource const*>;
+
+constexpr Column tableColumns[] = { { "HANDLE", "handle" },
+                                    { "SIZE", "size" },
+                                    { "FIRST STAGE", "stageStart" },
+                                    { "STAGES", "stages" },
+                                    { "NAME", "name" } };
+
+Part partOf( Listing const& kind ) { return { kind.word, kind.columns, kind.shown, {} }; }
+
+Part resourcesPart( Resources const& resources ) {
+    Part part = partOf( *kindOf( "resources" ) );
+    for( BfResource const* const resource : resources )
+        part.rows.push_back( rowOf( *resource ) );
+    return part;
+}
+
+Part tablesPart( std::vector<Row> rows ) { return { "tables", tableColumns, nullptr, std::move( rows ) }; }
+
+void addOnce( Resources& resources, BfResource const* resource ) {
+    if( resource && std::find( resources.begin(), resources.end(), resource ) == resources.end() )
+        resources.push_back( resource );
+}
+
+class PageBuilder {
+  public:
+    PageBuilder( BfResourceParser const& parser, String const& name ) : parser_( parser ), name_( name ) {}
+
+    std::vector<Section> page() &&;
+
+  private:
+    Section tables();
+    Section attached( Attachment const& attachment );
+    Section actions();
+    Section others( Listing const& kind );
+    Section resources();
+
+    Entry tableEntry( BfTableInfo const& record );
+    Entry attachedEntry( Attachment const& attachment, Row const& record );
+    Entry resourceEntry( BfResource const& record );
+    Part actionsOf( BfTableInfo const& record );
+    /// What belongs to a placed table: a part for every kind. Their places are added to the resources.
+    std::vector<Part> attachmentsOf( BfZelResource const* placed, Resources& resources );
+
+    BfZelResource const* placed( U32 handle, String const& name ) const;
+    BfResource const* placeOf( U32 handle, String const& name ) const;
+    BfResource const* placeOf( Attachment const& attachment, Row const& record ) const;
+    /// A table that something belongs to: a row of tableColumns.
+    Row tableRow( U32 handle, String const& name, U32 size ) const;
+    /// A record that belongs to tables, and whether it has too many parents for the model to know one.
+    Row withParents( Row record ) const;
+    std::vector<Row> tablesUsing( BfResource const& resource ) const;
+    std::vector<Row> tablesNamed( String const& name, U32 handleInFile ) const;
+    /// The first record of a name in the file that a handle is of.
+    template<class Record>
+    Record const* firstNamed( BfResourceInfo::RecordSequence<Record> const& all, String const& name,
+                              U32 handleInFile ) const;
+    std::vector<Row> const& rows( Listing const& kind );
+    std::vector<Row> rowsOfName( Listing const& kind );
+
+    BfResourceParser const& parser_;
+    String const& name_;
+    Relations const relations_{ parser_ };
+    Resources joined_; // those that an entry says the place of
+    std::map<Listing const*, std::vector<Row>> rows_;
+};
+
+std::vector<Section> PageBuilder::page() && {
+    std::vector<Section> sections;
+    for( Listing const& kind : listings() ) {
+        std::string_view const word = kind.word;
+        auto const attachment = std::find_if( attachments().begin(), attachments().end(),
+                                              [ & ]( auto const& row ) { return word == row.kind; } );
+        if( word == "tables" )
+            sections.push_back( tables() );
+        else if( attachment != attachments().end() )
+            sections.push_back( attached( *attachment ) );
+        else if( word == "actions" )
+            sections.push_back( actions() );
+        else if( word != "resources" && word != "handles" )
+            sections.push_back( others( kind ) );
+    }
+    sections.push_back( resources() ); // only now is known which ones have no place in another entry
+    std::erase_if( sections, []( Section const& section ) { return section.entries.empty(); } );
+    std::sort( sections.begin(), sections.end(),
+               []( Section const& a, Section const& b ) { return a.kind < b.kind; } );
+    return sections;
+}
+
+Section PageBuilder::tables() {
+    Section section{ kindOf( "tables" ), {} };
+    for( BfTableInfo const& record : parser_.bfTables() ) {
+        if( record.name == name_ )
+            section.entries.push_back( tableEntry( record ) );
+    }
+    return section;
+}
+
+Section PageBuilder::attached( Attachment const& attachment ) {
+    Section section{ kindOf( attachment.kind ), {} };
+    for( Row const& record : rowsOfName( *section.kind ) )
+        section.entries.push_back( attachedEntry( attachment, record ) );
+    return section;
+}
+
+Section PageBuilder::actions() {
+    Section section{ kindOf( "actions" ), {} };
+    for( BfActionInfo const& record : parser_.bfActions() ) {
+        if( record.name == name_ )
+            section.entries.push_back(
+                { .record = rowOf( record ),
+                  .parts = { tablesPart( tablesNamed( record.tableName, record.handle ) ) } } );
+    }
+    return section;
+}
+
+Section PageBuilder::others( Listing const& kind ) {
+    Section section{ &kind, {} };
+    for( Row& record : rowsOfName( kind ) )
+        section.entries.push_back( { .record = std::move( record ) } );
+    return section;
+}
+
+Section PageBuilder::resources() {
+    Section section{ kindOf( "resources" ), {} };
+    for( BfResource const& record : parser_.bfResources() ) {
+        if( record.name == name_ && std::find( joined_.begin(), joined_.end(), &record ) == joined_.end() )
+            section.entries.push_back( resourceEntry( record ) );
+    }
+    return section;
+}
+
+Entry PageBuilder::tableEntry( BfTableInfo const& record ) {
+    BfResource const* const place = placeOf( record.handle, record.name );
+    Resources taken;
+    addOnce( taken, place );
+    addOnce( joined_, place );
+    addOnce( taken, placeOf( record.adtHandle, record.adtName ) );
+    addOnce( taken, placeOf( record.selHandle, record.selName ) );
+    auto attached = attachmentsOf( placed( record.handle, record.name ), taken );
+    Entry entry{ rowOf( record ), true, place, { resourcesPart( taken ) } };
+    std::move( attached.begin(), attached.end(), std::back_inserter( entry.parts ) );
+    entry.parts.push_back( actionsOf( record ) );
+    return entry;
+}
+
+Entry PageBuilder::attachedEntry( Attachment const& attachment, Row const& record ) {
+    Resources taken;
+    addOnce( taken, placeOf( attachment, record ) );
+    addOnce( joined_, taken.empty() ? nullptr : taken.front() );
+    std::vector<Row> owners;
+    for( auto const* const entry : sortedByKey( parser_.resourceHandles() ) ) {
+        BfZelResource const& table = entry->second;
+        if( relations_.belongs( attachment, record, table ) )
+            owners.push_back( tableRow( table.handle, table.name, table.size ) );
+    }
+    return { withParents( record ),
+             true,
+             taken.empty() ? nullptr : taken.front(),
+             { resourcesPart( taken ), tablesPart( std::move( owners ) ) } };
+}
+
+Entry PageBuilder::resourceEntry( BfResource const& record ) {
+    Resources taken;
+    auto attached = attachmentsOf( placed( record.handle, record.name ), taken );
+    Entry entry{ withParents( rowOf( record ) ),
+                 false,
+                 nullptr,
+                 { tablesPart( tablesUsing( record ) ), resourcesPart( taken ) } };
+    std::move( attached.begin(), attached.end(), std::back_inserter( entry.parts ) );
+    return entry;
+}
+
+Part PageBuilder::actionsOf( BfTableInfo const& record ) {
+    Part part = partOf( *kindOf( "actions" ) );
+    for( BfActionInfo const& action : parser_.bfActions() ) {
+        if( action.tableName == record.name && relations_.sameFile( action.handle, record.handle ) )
+            part.rows.push_back( rowOf( action ) );
+    }
+    return part;
+}
+
+std::vector<Part> PageBuilder::attachmentsOf( BfZelResource const* placed, Resources& resources ) {
+    std::vector<Part> parts;
+    for( Attachment const& attachment : attachments() ) {
+        Listing const& kind = *kindOf( attachment.kind );
+        Part& part = parts.emplace_back( partOf( kind ) );
+        if( !placed )
+            continue;
+        for( Row const& record : rows( kind ) ) {
+            if( !relations_.belongs( attachment, record, *placed ) )
+                continue;
+            part.rows.push_back( record );
+            addOnce( resources, placeOf( attachment, record ) );
+        }
+    }
+    return parts;
+}
+
+BfZelResource const* PageBuilder::placed( U32 handle, String const& name ) const {
+    BfZelResource const* const entry = parser_.resourceHandles().find( handle );
+    return entry && entry->name == name ? entry : nullptr;
+}
+
+BfResource const* PageBuilder::placeOf( U32 handle, String const& name ) const {
+    auto const& all = parser_.bfResources();
+    for( U32 i = all.first<BfByHandle<BfResource>>( handle ); i < all.size(); ++i ) {
+        if( all.at( i ).handle == handle && all.at( i ).name == name )
+            return &all.at( i );
+    }
+    return nullptr;
+}
+
+BfResource const* PageBuilder::placeOf( Attachment const& attachment, Row const& record ) const {
+    String const& name = valueAs<String>( record, "name" );
+    U32 const handle = valueAs<Hex>( record, "handle" ).value;
+    auto const& all = parser_.bfResources();
+    for( U32 i = all.first<BfByName<BfResource>>( name ); i < all.size(); ++i ) {
+        BfResource const& resource = all.at( i );
+        if( resource.name == name && resource.type == static_cast<U32>( attachment.type ) &&
+            relations_.sameFile( resource.handle, handle ) )
+            return &resource;
+    }
+    return nullptr;
+}
+
+Row PageBuilder::tableRow( U32 handle, String const& name, U32 size ) const {
+    BfResource const* const place = placeOf( handle, name );
+    return { { "handle", Hex( handle ) },
+             { "name", name },
+             { "size", size },
+             { "stageStart", place ? Value( place->stageStart ) : Value() },
+             { "stages", place ? Value( place->stages ) : Value() } };
+}
+
+Row PageBuilder::withParents( Row record ) const {
+    record.push_back( { "severalParents", parser_.multipleParentTablesHas( name_ ) } );
+    return record;
+}
+
+std::vector<Row> PageBuilder::tablesUsing( BfResource const& resource ) const {
+    std::vector<Row> tables;
+    for( BfTableInfo const& table : parser_.bfTables() ) {
+        if( Relations::uses( table, resource ) )
+            tables.push_back( tableRow( table.handle, table.name, table.size ) );
+    }
+    String const* const parent = parser_.parentTable().find( resource.name );
+    return parent && tables.empty() ? tablesNamed( *parent, resource.handle ) : tables;
+}
+
+std::vector<Row> PageBuilder::tablesNamed( String const& name, U32 handleInFile ) const {
+    if( auto const* const table = firstNamed( parser_.bfTables(), name, handleInFile ) )
+        return { tableRow( table->handle, name, table->size ) };
+    if( auto const* const resource = firstNamed( parser_.bfResources(), name, handleInFile ) )
+        return { tableRow( resource->handle, name, resource->size ) };
+    return {};
+}
+
+template<class Record>
+Record const* PageBuilder::firstNamed( BfResourceInfo::RecordSequence<Record> const& all, String const& name,
+                                       U32 handleInFile ) const {
+    for( U32 i = all.template first<BfByName<Record>>( name ); i < all.size(); ++i ) {
+        if( all.at( i ).name == name && relations_.sameFile( all.at( i ).handle, handleInFile ) )
+            return &all.at( i );
+    }
+    return nullptr;
+}
+
+std::vector<Row> const& PageBuilder::rows( Listing const& kind ) {
+    auto const [ found, fresh ] = rows_.try_emplace( &kind );
+    if( fresh )
+        found->second = kind.rows( parser_ );
+    return found->second;
+}
+
+std::vector<Row> PageBuilder::rowsOfName( Listing const& kind ) {
+    std::vector<Row> chosen;
+    for( Row const& row : rows( kind ) ) {
+        if( valueAs<String>( row, "name" ) == name_ )
+            chosen.push_back( row );
+    }
+    return chosen;
+}
+
+} // namespace
+
+std::vector<Section> pageOf( BfResourceParser const& parser, String const& name ) {
+    return PageBuilder( parser, name ).page();
+}
+
+} // namespace Bfri

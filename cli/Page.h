@@ -1,0 +1,34 @@
+#pragma once
+
+// Everything that bears one name, joined with what belongs to it.
+
+#include "cli/Listings.h"
+
+namespace Bfri {
+
+/// Records that belong to another one, or that it belongs to.
+struct Part {
+    char const* title; ///< for people and machines
+    std::span<Column const> columns;
+    Row ( *shown )( Row row ); ///< the rows for people, where they are others; else null
+    std::vector<Row> rows;
+};
+
+struct Entry {
+    Row record;
+    bool placeable = false;            ///< may have a place of its own on the chip
+    BfResource const* place = nullptr; ///< where it is; null when it is nowhere
+    std::vector<Part> parts = {};
+};
+
+/// The records of one kind, at least one.
+struct Section {
+    Listing const* kind;
+    std::vector<Entry> entries;
+};
+
+/// In the order of the listings. A hardware resource has an entry of its own only when no other one says
+/// where it is. The parser outlives the page.
+std::vector<Section> pageOf( BfResourceInfo::BfResourceParser const& parser, String const& name );
+
+} // namespace Bfri

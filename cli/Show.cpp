@@ -1,0 +1,181 @@
+#include "cli/Answers.h"
+#include "cli/JsonFormat.h"
+#include "cli/Kinds.h"
+#include "cli/Names.h"
+#include "cli/Page.h"
+#include "cli/StageMap.h"
+#include "cli/TextFormat.h"
+#include "cli/Utf8.h"
+
+#include <sstream>
+#include <unordered_set>
+
+namespace Bfri {
+
+namespace {
+
+String nameMeant( Model const& model, String const& word ) {
+    std::vector<String> names;
+    std::unordered_set<String> seen;
+    for( NameOfKind& bearer : namesOfKinds( *model.parser() ) ) {
+        if( seen.insert( bearer.name ).second )
+            names.push_back( std::move( bearer.name ) );
+    }
+    return meantName( names, word, { "record named", "records", "names" } );
+}
+
+// For machines: every field of each record, and its parts behind them.
+
+Row memberOf( Entry entry ) {
+    Row row = std::move( entry.record );
+    if( entry.placeable )
+        row.push_back( { "placed", entry.place != nullptr } );
+    for( Part& part : entry.parts )
+        row.push_back( { part.title, List( std::move_iterator( part.rows.begin() ),
+                                           std::move_iterator( part.rows.end() ) ) } );
+    return row;
+}
+
+void printJson( std::ostream& out, String const& name, std::vector<Section> sections ) {
+    JsonAnswer answer( out );
+    answer.member( "name", name );
+    for( Section& section : sections ) {
+        List entries;
+        for( Entry& entry : section.entries )
+            entries.push_back( memberOf( std::move( entry ) ) );
+        answer.member( section.kind->member, std::move( entries ) );
+    }
+}
+
+// For people: what a record has, under headings.
+
+constexpr Column actionColumns[] = {
+    { "HANDLE", "handle" }, { "TABLE HANDLE", "tableHandle" }, { "OF TABLE", "tableName" } };
+
+void printIndented( std::ostream& out, String const& indent, String const& lines ) {
+    std::istringstream in( lines );
+    for( String line; std::getline( in, line ); )
+        out << indent << line << '\n';
+}
+
+bool isSaid( Field const& field ) {
+    String const* const text = std::get_if<String>( &field.value.is );
+    return !std::holds_alternative<std::monostate>( field.value.is ) && !( text && text->empty() );
+}
+
+String placeText( BfResource const* place ) {
+    if( !place )
+        return "no";
+    Span const span( *place );
+    String const stages = span.first == span.last ? "stage " + std::to_string( span.first )
+                                                  : "stages " + std::to_string( span.first ) + " to " +
+                                                        std::to_string( span.last );
+    return stages + ( place->ingress ? ", ingress" : ", egress" );
+}
+
+/// Names in their order, with their places in it.
+List numbered( List const& names ) {
+    List rows;
+    for( Value const& name : names )
+        rows.push_back( Row{ { "number", static_cast<U32>( rows.size() + 1 ) }, { "name", name } } );
+    return rows;
+}
+
+/// Where people see "ingress" or "egress", not a flag, it has another name.
+std::string_view labelOf( Field const& field ) {
+    return field.name == "ingress" && std::holds_alternative<String>( field.value.is ) ? "direction"
+                                                                                       : field.name;
+}
+
+void printRecord( std::ostream& out, Listing const& kind, Entry const& entry ) {
+    Row row;
+    for( Field const& field : kind.shown ? kind.shown( entry.record ) : entry.record ) {
+        List const* const list = std::get_if<List>( &field.value.is );
+        if( field.name != "name" && isSaid( field ) )
+            row.push_back( { labelOf( field ), list ? Value( numbered( *list ) ) : field.value } );
+    }
+    if( entry.placeable )
+        row.push_back( { "placed", placeText( entry.place ) } );
+    std::ostringstream lines;
+    printFields( lines, row );
+    printIndented( out, "  ", lines.str() );
+}
+
+/// The columns of a list, but for the table that the page is about.
+RowList columnsOf( Part const& part ) {
+    auto const cellsOf = [ & ]( Row const& row ) {
+        Row cells;
+        for( Column const& column : part.columns ) {
+            if( std::string_view( column.title ) != "TABLE" )
+                cells.push_back( { column.title, valueOf( row, column.field ) } );
+        }
+        return cells;
+    };
+    RowList list{ cellsOf( {} ), {} };
+    for( Row const& row : part.rows )
+        list.rows.push_back( cellsOf( part.shown ? part.shown( row ) : row ) );
+    return list;
+}
+
+void printLines( std::ostream& out, Look look, String const& indent, Part const& part ) {
+    if( look.columns > 0 )
+        look.columns -= std::min( look.columns - 1, indent.size() );
+    std::ostringstream lines;
+    printColumns( lines, columnsOf( part ), look );
+    printIndented( out, indent, lines.str() );
+}
+
+void printPart( std::ostream& out, Look const& look, Part const& part ) {
+    if( part.rows.empty() )
+        return;
+    out << "\n  " << part.title << '\n';
+    printLines( out, look, "    ", part );
+}
+
+/// Actions say little, and many tables have one of a name: a line each.
+void printActions( std::ostream& out, Look const& look, Section const& section ) {
+    Part lines{ "", actionColumns, nullptr, {} };
+    for( Entry const& entry : section.entries ) {
+        auto const& tables = entry.parts.front().rows;
+        Row row = entry.record;
+        row.push_back( { "tableHandle", tables.empty() ? Value() : valueOf( tables.front(), "handle" ) } );
+        lines.rows.push_back( std::move( row ) );
+    }
+    printLines( out, look, "  ", lines );
+}
+
+void printSection( std::ostream& out, Look const& look, Section const& section, String const& name ) {
+    String const title = section.kind->one + ( " " + shown( name ) ) + '\n';
+    if( std::string_view( section.kind->word ) == "actions" ) {
+        out << title;
+        return printActions( out, look, section );
+    }
+    for( Entry const& entry : section.entries ) {
+        out << ( &entry == &section.entries.front() ? "" : "\n" ) << title;
+        printRecord( out, *section.kind, entry );
+        for( Part const& part : entry.parts )
+            printPart( out, look, part );
+    }
+}
+
+void printText( std::ostream& out, Look const& look, String const& name,
+                std::vector<Section> const& sections ) {
+    for( Section const& section : sections ) {
+        out << ( &section == &sections.front() ? "" : "\n" );
+        printSection( out, look, section, name );
+    }
+}
+
+} // namespace
+
+ExitStatus show( Model const& model, Request const& request, Streams const& io ) {
+    String const name = nameMeant( model, request.words[ 1 ] );
+    auto sections = pageOf( *model.parser(), name );
+    if( request.format == Format::json )
+        printJson( io.out, name, std::move( sections ) );
+    else
+        printText( io.out, io.look, name, sections );
+    return ExitStatus::done;
+}
+
+} // namespace Bfri

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "cli/Look.h"
+#include "cli/StageMap.h"
+
+#include <optional>
+#include <ostream>
+
+namespace Bfri {
+
+/// The stages across, types by direction down: how many resources start in each, and how many go on in it.
+/// Stages that the terminal has no room for follow in further blocks.
+void printGrid( std::ostream& out, Look const& look, StageMap const& map );
+
+/// A line a resource, with a bar over its stages; of one stage only those that are in it.
+void printBars( std::ostream& out, Look const& look, StageMap const& map, std::optional<Stage> stage );
+
+} // namespace Bfri

@@ -1,0 +1,82 @@
+#include "cli/Verdict.h"
+
+namespace Bfri {
+
+namespace {
+
+template<std::size_t Size>
+bool isOneOf( std::string_view const ( &words )[ Size ], std::string_view word ) {
+    return std::find( std::begin( words ), std::end( words ), word ) != std::end( words );
+}
+
+/// No query asks for these by name.
+bool isQueried( Listing const& kind ) {
+    static constexpr std::string_view unasked[] = { "phv", "handles" };
+    return !isOneOf( unasked, kind.word );
+}
+
+/// What only placement decides.
+bool isPlacement( std::string_view field ) {
+    static constexpr std::string_view fields[] = { "stages", "hitBitSmashOffset", "hitBitSmashLast" };
+    return isOneOf( fields, field );
+}
+
+/// What an agent needs so many of, or more.
+bool isCapacity( Listing const& kind, std::string_view field ) {
+    static constexpr std::string_view fields[] = { "size",          "totalEntries", "maxEntries",
+                                                   "maxPartitions", "maxPrios",     "maxAdtEntries",
+                                                   "maxSelGroups",  "maxSelEntries" };
+    return kind.word != std::string_view( "headers" ) && isOneOf( fields, field );
+}
+
+Effect effectOf( Listing const& kind, Change const& change ) {
+    if( isPlacement( change.field ) )
+        return Effect::none;
+    if( isCapacity( kind, change.field ) )
+        return change.to < change.from ? Effect::shrunk : Effect::none;
+    return Effect::changed;
+}
+
+} // namespace
+
+char const* textOf( Effect effect ) {
+    switch( effect ) {
+    case Effect::removed:
+        return "removed";
+    case Effect::shrunk:
+        return "shrunk";
+    case Effect::changed:
+        return "changed";
+    case Effect::none:
+        break;
+    }
+    return "";
+}
+
+Effect effectOfRemoval( Listing const& kind ) { return isQueried( kind ) ? Effect::removed : Effect::none; }
+
+Effect effectOf( Listing const& kind, ChangedRecord const& record ) {
+    if( !isQueried( kind ) )
+        return Effect::none;
+    Effect worst = record.displaced ? Effect::changed : Effect::none;
+    for( Change const& change : record.fields )
+        worst = std::max( worst, effectOf( kind, change ) );
+    return worst;
+}
+
+std::vector<Notice> noticesOf( Comparison const& comparison ) {
+    std::vector<Notice> notices;
+    auto const add = [ & ]( Listing const* kind, Row const& row, Effect effect ) {
+        if( effect != Effect::none )
+            notices.push_back( { kind, &row, effect } );
+    };
+    for( KindComparison const& kind : comparison.kinds ) {
+        for( Row const& row : kind.removed )
+            add( kind.kind, row, effectOfRemoval( *kind.kind ) );
+        for( ChangedRecord const& record : kind.changed )
+            add( kind.kind, record.row, effectOf( *kind.kind, record ) );
+    }
+    return notices;
+}
+
+} // namespace Bfri

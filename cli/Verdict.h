@@ -1,0 +1,30 @@
+#pragma once
+
+// What an agent that programs by name would notice of the differences between two models.
+
+#include "cli/Comparison.h"
+
+namespace Bfri {
+
+/// Of one record, to that agent.
+enum class Effect { none, removed, shrunk, changed };
+
+/// "removed", "shrunk", "changed".
+char const* textOf( Effect effect );
+
+Effect effectOfRemoval( Listing const& kind );
+/// Handles, stages and hit-bit slots are asked for when they are needed, and what grows still holds what it
+/// held. All else that queries answer is noticed.
+Effect effectOf( Listing const& kind, ChangedRecord const& record );
+
+/// A record of the old model that is noticed; part of the comparison.
+struct Notice {
+    Listing const* kind;
+    Row const* row;
+    Effect effect;
+};
+
+/// Empty: names and sizes are compatible.
+std::vector<Notice> noticesOf( Comparison const& comparison );
+
+} // namespace Bfri

@@ -1,0 +1,152 @@
+#include "tests/cli/Inputs.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+class Check : public InFolder {
+  protected:
+    /// Checks a configuration with that context file.
+    Outcome outcomeOf( String const& context ) {
+        writeSwitchConf( "context.json" );
+        writeFile( "context.json", context );
+        return bfri( { "check", "switch.conf" } );
+    }
+    /// The member "failure" of that configuration.
+    String failureOf( String const& context ) {
+        outcomeOf( context );
+        auto const answer = parsed( bfri( { "check", "switch.conf", "--json" } ).out );
+        return compact( answer[ "configurations" ][ 0 ][ "failure" ] );
+    }
+};
+
+TEST_F( Check, OfASoundConfigurationSaysWhatItHasLookedAt ) {
+    auto const outcome = outcomeOf( completeContext().text() );
+    EXPECT_EQ( outcome.status, 0 );
+    EXPECT_EQ( outcome.out, "switch.conf: sound in 1 context file, 1 match table, 6 hardware resources, "
+                            "2 counters, 1 meter, 1 WRED table, 1 register, 2 actions, 1 learn quanta, "
+                            "1 flexible header, 1 hash\n" );
+    EXPECT_THAT( outcome.err, IsEmpty() );
+}
+
+TEST_F( Check, SaysWhereWhatWasExpectedAndWhatWasFound ) {
+    auto const outcome =
+        outcomeOf( completeContext().with( "/tables/0/match_attributes/stage_tables", "\"abc\"" ).text() );
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_THAT( outcome.err, IsEmpty() );
+    EXPECT_THAT( outcome.out, StartsWith( "switch.conf: can't be loaded\n"
+                                          "  file:      context.json\n"
+                                          "  where:     /tables/0/match_attributes/stage_tables, line " ) );
+    EXPECT_THAT( outcome.out,
+                 HasSubstr( "\n  table:     0 \"pipe.acl\"\n"
+                            "  expected:  \"stage_tables\" to be an array\n"
+                            "  found:     a string, \"abc\"\n"
+                            "  condition: match_attributes[ \"stage_tables\" ].IsArray(), in " ) );
+}
+
+struct Wrong {
+    char const* pointer;
+    char const* value;
+    char const* found;
+};
+
+class CheckFound : public Check, public testing::WithParamInterface<Wrong> {};
+
+TEST_P( CheckFound, IsWhatStandsThere ) {
+    auto const outcome = outcomeOf( completeContext().with( GetParam().pointer, GetParam().value ).text() );
+    EXPECT_THAT( outcome.out, HasSubstr( String( "\n  found:     " ) + GetParam().found + "\n" ) );
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, CheckFound,
+    testing::Values( Wrong{ "/tables/0/name", "null", "null" }, Wrong{ "/tables/0/name", "true", "true" },
+                     Wrong{ "/tables/0/handle", "-12", "the number -12" },
+                     Wrong{ "/tables/1/size", "1.50", "the number 1.50" },
+                     Wrong{ "/tables/0/name", "[]", "an empty array" },
+                     Wrong{ "/tables/0/name", "[[1],2]", "an array of 2 elements" },
+                     Wrong{ "/tables/0/name", "{}", "an empty object" },
+                     Wrong{ "/tables/0", R"({"a":{"c":1},"b":2})", R"(an object with "a", "b")" },
+                     Wrong{ "/tables", R"({"a":1})", R"(an object with "a")" },
+                     Wrong{ "/tables/5/dual_width_mode", "true", "the number 16" } ) );
+
+TEST_F( Check, PointsAtASyntaxError ) {
+    auto const outcome = outcomeOf( "{\n\t\"tables\": [,] }" );
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_THAT( outcome.out, HasSubstr( "\n  problem:   line 2, column 13: Invalid value.\n"
+                                         "              \"tables\": [,] }\n"
+                                         "                         ^\n" ) );
+}
+
+TEST_F( Check, CutsALongLineAndKeepsControlsFromTheTerminal ) {
+    auto const outcome = outcomeOf( "[" + String( 5000, ' ' ) + "\"\x1B\"" + String( 5000, ' ' ) + "]" );
+    EXPECT_THAT( outcome.out, HasSubstr( "\n             ..." ) );
+    EXPECT_THAT( outcome.out, HasSubstr( "\\x1b" ) );
+    EXPECT_THAT( outcome.out, Not( HasSubstr( "\x1B" ) ) );
+    EXPECT_LT( outcome.out.size(), 800U );
+}
+
+TEST_F( Check, OfABadSwitchConfigurationShowsThePlace ) {
+    writeFile( "switch.conf", "{\n\"devices\": 7 }" );
+    auto const outcome = bfri( { "check", "switch.conf" } );
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_EQ( outcome.out, "switch.conf: can't be loaded\n"
+                            "  file:      switch.conf\n"
+                            "  where:     line 2, column 12\n"
+                            "             \"devices\": 7 }\n"
+                            "                        ^\n"
+                            "  expected:  \"devices\" to be an array\n"
+                            "  found:     a number\n" );
+}
+
+TEST_F( Check, SaysAllOfAFailureInJson ) {
+    String const failure = failureOf( R"({ "tables": {} })" );
+    EXPECT_THAT( failure,
+                 StartsWith( R"({"file":"context.json","isContextFile":true,"problem":null,"line":1,)"
+                             R"("column":null,"excerpt":null,"pointer":"/tables","member":null,)"
+                             R"("tableIndex":null,"table":null,"expected":"\"tables\" to be an array",)"
+                             R"("found":"an empty object","reported":[],)"
+                             R"("condition":"d[ \"tables\" ].IsArray()",
+                             "function"
+                             : ")" ) );
+}
+
+TEST_F( Check, GoesOnBehindABadConfiguration ) {
+    outcomeOf( completeContext().text() );
+    auto const outcome = bfri( { "check", "no.conf", "switch.conf" } );
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_THAT( outcome.out,
+                 StartsWith( "no.conf: can't be loaded\n  file:      no.conf\n"
+                             "  problem:   No such file or directory\nswitch.conf: sound in " ) );
+    auto const answer = parsed( bfri( { "check", "no.conf", "switch.conf", "--json" } ).out );
+    EXPECT_FALSE( answer[ "configurations" ][ 0 ][ "loads" ].GetBool() );
+    EXPECT_TRUE( answer[ "configurations" ][ 1 ][ "loads" ].GetBool() );
+}
+
+TEST_F( Check, WithoutAConfigurationIsWrongUsage ) {
+    EXPECT_EQ( bfri( { "check" } ).status, 2 );
+    EXPECT_EQ( bfri( { "check", "a.conf", "--explain", "BF101" } ).status, 2 );
+}
+
+TEST_F( Check, ExplainsACodeAndATitle ) {
+    auto const outcome = bfri( { "check", "--explain", "bf101" } );
+    EXPECT_EQ( outcome.status, 0 );
+    EXPECT_THAT( outcome.out, StartsWith( "BF101 unread-context-file (error)\n\nTwo pipelines " ) );
+    EXPECT_EQ( bfri( { "check", "--explain", "unread-context-file" } ).out, outcome.out );
+    auto const answer = parsed( bfri( { "check", "--explain", "all", "--json" } ).out );
+    EXPECT_STREQ( answer[ "codes" ][ 0 ][ "code" ].GetString(), "BF101" );
+    EXPECT_GT( answer[ "codes" ].Size(), 20U );
+}
+
+TEST_F( Check, SuggestsCodes ) {
+    auto const outcome = bfri( { "check", "--explain", "bf40" } );
+    EXPECT_EQ( outcome.status, 1 );
+    EXPECT_THAT( outcome.err, HasSubstr( "codes like it:\n  BF" ) );
+    EXPECT_THAT( bfri( { "check", "--explain", "several" } ).err, HasSubstr( "  several-parents\n" ) );
+}
+
+} // namespace

@@ -1,0 +1,101 @@
+#include "tests/cli/Inputs.h"
+
+#include "cli/Completion.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using Bfri::candidatesFor;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::Not;
+
+class Completion : public InFolder {
+  protected:
+    Completion() { modelOf( completeContext() ); }
+
+    std::vector<String> wordsFor( std::vector<String> const& line ) { return candidatesFor( line ).words; }
+};
+
+TEST_F( Completion, OfTheFirstWordOffersTheCommandsOfTheHelp ) {
+    EXPECT_THAT( wordsFor( { "" } ), IsSupersetOf( { "show", "tables", "--help", "--version" } ) );
+    EXPECT_THAT( wordsFor( { "" } ), Not( Contains( "complete" ) ) );
+}
+
+TEST_F( Completion, OfAConfigurationLeavesPathsToTheShell ) {
+    EXPECT_TRUE( candidatesFor( std::vector<String>{ "tables", "" } ).files );
+    EXPECT_TRUE( candidatesFor( std::vector<String>{ "diff", "switch.conf", "" } ).files );
+    EXPECT_TRUE( candidatesFor( std::vector<String>{ "check", "a", "b", "c" } ).files );
+    EXPECT_FALSE( candidatesFor( std::vector<String>{ "diff", "a", "b", "" } ).files );
+    EXPECT_FALSE( candidatesFor( std::vector<String>{ "table", "switch.conf", "" } ).files );
+}
+
+struct Row {
+    std::vector<String> line;
+    std::vector<String> some; ///< of the words that are offered
+};
+
+TEST_F( Completion, OfAnArgumentOffersWhatTheModelHas ) {
+    Row const rows[] = {
+        { { "table", "switch.conf", "" }, { "pipe.acl" } },
+        { { "table", "--json", "switch.conf", "pi" }, { "pipe.acl" } },
+        { { "show", "switch.conf", "" }, { "pipe.acl", "counter", "hdr.mac", "hash" } },
+        { { "field", "switch.conf", "" }, { "table", "counter", "phv" } },
+        { { "field", "switch.conf", "counter", "" }, { "counter", "hits" } },
+        { { "field", "switch.conf", "tables", "pipe.acl", "" }, { "name", "size", "adtHandle" } },
+        { { "names", "switch.conf", "--kind", "" }, { "table", "header" } },
+        { { "tables", "switch.conf", "--sort", "" }, { "name", "totalEntries" } },
+        { { "tables", "switch.conf", "--color", "" }, { "auto", "always", "never" } },
+        { { "tables", "switch.conf", "--j" }, { "--json", "--csv", "--filter", "-n", "--help" } },
+        { { "check", "--explain", "" }, {} },
+    };
+    for( Row const& row : rows )
+        EXPECT_THAT( wordsFor( row.line ), IsSupersetOf( row.some ) ) << testing::PrintToString( row.line );
+}
+
+TEST_F( Completion, OfAHandleOffersThoseOfPlacedTables ) {
+    writeFile( "context.json", contextOf( matchTable( "a", 1 ) + "," + matchTable( "b", 0x2000010 ) ) );
+    EXPECT_THAT( wordsFor( { "lookup", "switch.conf", "1", "" } ),
+                 testing::UnorderedElementsAre( "0x1", "0x2000010" ) );
+}
+
+TEST_F( Completion, OfATableOffersNoOtherNames ) {
+    EXPECT_THAT( wordsFor( { "table", "switch.conf", "" } ), ElementsAre( "pipe.acl" ) );
+}
+
+TEST_F( Completion, OfWhatNothingCanStandForOffersNothing ) {
+    for( std::vector<String> const& line : { std::vector<String>{ "frobnicate", "" },
+                                             { "table", "switch.conf", "pipe.acl", "" },
+                                             { "table", "missing.conf", "" },
+                                             { "field", "switch.conf", "nothing", "x", "" },
+                                             { "tables", "switch.conf", "--filter", "" },
+                                             { "man", "" } } )
+        EXPECT_THAT( wordsFor( line ), IsEmpty() ) << testing::PrintToString( line );
+}
+
+TEST_F( Completion, PrintsWhatBeginsAsTheLastWordDoes ) {
+    EXPECT_EQ( bfri( { "complete", "--", "tab" } ).out, "table\ntables\n" );
+    EXPECT_EQ( bfri( { "complete", "--", "tables", "sw" } ).out, ":files\n" );
+    EXPECT_EQ( bfri( { "complete", "--", "tables", "switch.conf", "--js" } ).out, "--json\n" );
+    EXPECT_EQ( bfri( { "complete", "--", "table", "missing.conf", "" } ).out, "" );
+    EXPECT_EQ( bfri( { "complete", "--", "table", "missing.conf", "" } ).err, "" );
+}
+
+TEST( Manual, ShowsEveryCommandOfTheHelpWithItsOptions ) {
+    auto const page = bfri( { "man" } ).out;
+    EXPECT_THAT( page, testing::StartsWith( ".TH BFRI 1 \"\" \"bfri " BFRI_VERSION "\"" ) );
+    for( Bfri::Command const& command : Bfri::commands() ) {
+        String word;
+        for( char const c : String( command.word ) )
+            word += c == '-' ? String( "\\-" ) : String( 1, c );
+        bool const there = page.find( ".SS \\fB" + word + "\\fR" ) != String::npos;
+        EXPECT_EQ( there, *command.group != 0 ) << command.word;
+    }
+    EXPECT_THAT( page, testing::HasSubstr( "\\fB\\-\\-filter\\fR \\fIREGEX\\fR" ) );
+    EXPECT_THAT( page, testing::HasSubstr( ".SH \"EXIT STATUS\"" ) );
+}
+
+} // namespace

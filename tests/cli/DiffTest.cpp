@@ -1,0 +1,450 @@
+#include "cli/Listings.h"
+#include "cli/Paint.h"
+#include "cli/Run.h"
+#include "tests/cli/Inputs.h"
+
+#include <regex>
+#include <sstream>
+
+namespace {
+
+using namespace Support;
+
+/// A switch of some context files, each on one pipe, in the order of the pipes.
+void writeSwitch( String const& conf, std::vector<String> const& contexts, bool withRuntimeConfig = false ) {
+    DeviceBuilder device;
+    if( withRuntimeConfig )
+        device.runtimeConfig( "bfrt.json" );
+    for( std::size_t pipe = 0; pipe < contexts.size(); ++pipe ) {
+        String const file = conf + std::to_string( pipe ) + ".json";
+        writeFile( file, contexts[ pipe ] );
+        device.pipeline( file, { static_cast<std::uint32_t>( pipe ) } );
+    }
+    writeFile( conf, SwitchConfBuilder().device( device ).text() );
+}
+
+/// The same context, but every handle in it is another one.
+String renumbered( String const& context ) {
+    static std::regex const handle( R"(("handle"\s*:\s*)(\d+))" );
+    String text;
+    auto from = context.begin();
+    for( std::sregex_iterator found( context.begin(), context.end(), handle ), end; found != end; ++found ) {
+        text.append( from, ( *found )[ 2 ].first );
+        text += std::to_string( std::stoul( ( *found )[ 2 ] ) + 16 );
+        from = ( *found )[ 2 ].second;
+    }
+    return text.append( from, context.end() );
+}
+
+ContextBuilder contextWith( std::initializer_list<Table> tables ) {
+    ContextBuilder context;
+    for( Table const& table : tables )
+        context.table( table );
+    return context;
+}
+
+bool contains( String const& text, String const& part ) { return text.find( part ) != String::npos; }
+
+/// What stands before the totals, and the verdict.
+String withoutTotals( String const& text ) {
+    auto const from = text.find( "KIND " );
+    auto const to = text.find( "\n\n", from );
+    return from == String::npos || to == String::npos ? text : text.substr( 0, from ) + text.substr( to + 2 );
+}
+
+class Diff : public InFolder {
+  protected:
+    static Outcome diff( ContextBuilder const& old, ContextBuilder const& now,
+                         std::vector<char const*> more = {} ) {
+        writeSwitch( "old", { old.text() } );
+        writeSwitch( "new", { now.text() } );
+        return diffAsWritten( std::move( more ) );
+    }
+    static Outcome diffAsWritten( std::vector<char const*> more = {} ) {
+        more.insert( more.begin(), { "diff", "old", "new" } );
+        return bfri( more );
+    }
+};
+
+TEST_F( Diff, OfTheSameSaysSoInOneLine ) {
+    auto const outcome = diff( completeContext(), completeContext() );
+    EXPECT_EQ( outcome.out, "no difference\n" );
+    EXPECT_EQ( outcome.err, "" );
+    EXPECT_EQ( outcome.status, 0 );
+}
+
+TEST_F( Diff, DoesNotComparePaths ) {
+    String const context = completeContext().text();
+    writeFile( "context.json", context );
+    writeSwitchConf( "context.json" );
+    writeFile( "other.json", context );
+    writeFile(
+        "other.conf",
+        R"({ "devices": [ { "pipelines": [ { "context_file": "other.json", "pipes": [ 0, 1 ] } ] } ] })" );
+    EXPECT_EQ( bfri( { "diff", "switch.conf", "other.conf" } ).out, "no difference\n" );
+}
+
+TEST_F( Diff, ShowsEachKindThatDiffersThenTotalsAndVerdict ) {
+    auto const old = contextWith(
+        { matchTable( "gone" ), matchTable( "shrinks" ), matchTable( "moves" ), matchTable( "stays" ) } );
+    auto const now =
+        contextWith( { matchTable( "shrinks" ).size( 512 ),
+                       matchTable( "moves" ).stages( { StageTable( "ternary_match" ).number( 5 ) } ),
+                       matchTable( "stays" ), matchTable( "comes" ).size( 7 ) } );
+    auto const outcome = diff( old, now );
+    EXPECT_EQ( outcome.out, R"(tables
+  -! gone  size 1024
+  +  comes  size 7
+  ~! shrinks  size, totalEntries, maxEntries 1024 -> 512
+
+resources
+  -! gone  size 1024, stage 0
+  +  comes  size 7, stage 0
+  ~! shrinks  size 1024 -> 512
+  ~  moves  stage 0 -> 5
+
+actions
+  -! NoAction of gone
+  +  NoAction of comes
+
+KIND           ADDED  REMOVED  CHANGED  MOVED  SAME
+tables             1        1        1      -     2
+resources          1        1        1      1     1
+counters           0        0        0      -     0
+meters             0        0        0      -     0
+wreds              0        0        0      -     0
+registers          0        0        0      -     0
+learn-quantas      0        0        0      -     0
+actions            1        1        0      -     3
+headers            0        0        0      -     0
+hashes             0        0        0      -     0
+phv                0        0        0      -     0
+handles            1        1        0      0     3
+
+an agent that programs by name would notice (!): 1 table removed, 1 table shrunk, 1 resource removed, 1 resource shrunk, 1 action removed
+)" );
+    EXPECT_EQ( outcome.status, 1 );
+}
+
+struct Verdict {
+    char const* name;
+    Table old;
+    Table now;
+    char const* lines; ///< that the text has
+    char const* verdict;
+};
+
+class DiffOfOneTable : public Diff, public testing::WithParamInterface<Verdict> {};
+
+TEST_P( DiffOfOneTable, HasItsLinesAndVerdict ) {
+    auto const outcome = diff( contextWith( { GetParam().old } ), contextWith( { GetParam().now } ) );
+    EXPECT_TRUE( contains( outcome.out, GetParam().lines ) ) << outcome.out;
+    EXPECT_TRUE( outcome.out.ends_with( String( "\n\n" ) + GetParam().verdict + '\n' ) ) << outcome.out;
+    EXPECT_EQ( outcome.status, 1 );
+}
+
+Table staged( std::int64_t stage ) {
+    return matchTable( "t" ).stages( { StageTable( "ternary_match" ).number( stage ) } );
+}
+
+constexpr char const* compatible = "names and sizes are compatible";
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, DiffOfOneTable,
+    testing::Values(
+        Verdict{ "Grown", matchTable( "t" ), matchTable( "t" ).size( 2048 ),
+                 "tables\n  ~  t  size, totalEntries, maxEntries 1024 -> 2048\n", compatible },
+        Verdict{ "Moved", staged( 3 ), staged( 5 ), "resources\n  ~  t  stage 3 -> 5\n", compatible },
+        Verdict{ "MovedAndGrown", staged( 3 ), staged( 5 ).size( 2048 ),
+                 "resources\n  ~  t  size 1024 -> 2048; stage 3 -> 5\n", compatible },
+        Verdict{ "Longer", matchTable( "t" ),
+                 matchTable( "t" ).stages( { StageTable(), StageTable().number( 1 ) } ),
+                 "resources\n  ~  t  stages 1 -> 2\n", compatible },
+        Verdict{ "OfAnotherDirection", matchTable( "t" ),
+                 matchTable( "t" ).with( "/direction", "\"egress\"" ),
+                 "resources\n  ~! t  ingress yes -> no\n",
+                 "an agent that programs by name would notice (!): 1 resource changed" },
+        Verdict{ "WithFewerPartitions", matchTable( "t" ).partitions( 4 ), matchTable( "t" ).partitions( 2 ),
+                 "tables\n  ~! t  maxPartitions 4 -> 2\n",
+                 "an agent that programs by name would notice (!): 1 table shrunk" },
+        Verdict{ "WithoutIdleTime", matchTable( "t" ).idleTime( 3 ), matchTable( "t" ),
+                 "tables\n  ~! t  hitBitSupported yes -> no; idleTimePrecision 3 -> 0; ",
+                 "an agent that programs by name would notice (!): 1 table changed" },
+        Verdict{ "OfAnotherPipe", matchTable( "t" ).logicalPipe( "" ), matchTable( "t" ).logicalPipe( "a" ),
+                 "tables\n  ~! t  logicalPipe - -> a\n",
+                 "an agent that programs by name would notice (!): 1 table changed" },
+        Verdict{ "WithoutActions", matchTable( "t" ).action( "hit" ).action( "miss" ), matchTable( "t" ),
+                 "actions\n  -! hit of t\n  -! miss of t\n",
+                 "an agent that programs by name would notice (!): 2 actions removed" },
+        Verdict{ "WithMoreActions", matchTable( "t" ), matchTable( "t" ).action( "hit" ),
+                 "actions\n  +  hit of t\n", compatible },
+        Verdict{ "WithNamesThatATerminalCantShow", matchTable( "\x1b[2J" ), matchTable( "t" ),
+                 "tables\n  -! \\x1b[2J  size 1024\n",
+                 "an agent that programs by name would notice (!): 1 table removed, 1 resource removed, "
+                 "1 action removed" } ),
+    []( auto const& row ) { return row.param.name; } );
+
+struct Others {
+    char const* name;
+    ContextBuilder old;
+    ContextBuilder now;
+    char const* text; ///< all but the totals
+};
+
+class DiffOfOthers : public Diff, public testing::WithParamInterface<Others> {};
+
+TEST_P( DiffOfOthers, SaysWhatDiffers ) {
+    EXPECT_EQ( withoutTotals( diff( GetParam().old, GetParam().now ).out ), GetParam().text );
+}
+
+ContextBuilder context() { return {}; }
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, DiffOfOthers,
+    testing::Values(
+        Others{ "HashOrder", context().dynamicHash( "h", { "a", "b" } ),
+                context().dynamicHash( "h", { "b", "a" } ), R"(hashes
+  ~! h  fieldNames [a b] -> [b a]
+
+an agent that programs by name would notice (!): 1 hash changed
+)" },
+        Others{ "HeaderGrown", context().flexibleHeader( "h", 16 ), context().flexibleHeader( "h", 32 ),
+                R"(headers
+  ~! h  size 2 -> 4
+
+an agent that programs by name would notice (!): 1 header changed
+)" },
+        Others{ "HeadersGone", context().flexibleHeader( "g", 8 ).flexibleHeader( "h", 16 ), context(),
+                R"(headers
+  -! g  size 1
+  -! h  size 2
+
+an agent that programs by name would notice (!): 2 headers removed
+)" },
+        Others{ "PhvBytes", context().phvStage( "f", 8 ), context().phvStage( "f", 16 ), R"(phv
+  ~  f  ingressBytes, egressBytes 8 -> 16
+
+names and sizes are compatible
+)" },
+        Others{ "LearnQuantas", context().learnQuanta( "l" ), context().learnQuanta( "m" ), R"(learn-quantas
+  -! l
+  +  m
+
+an agent that programs by name would notice (!): 1 learn-quanta removed
+)" },
+        Others{ "DirectCounterOfAnotherTable",
+                contextWith( { matchTable( "t" ).statistics( "c" ), matchTable( "u" ),
+                               statisticsTable( "c" ).referenced( "direct" ) } ),
+                contextWith( { matchTable( "t" ), matchTable( "u" ).statistics( "c" ),
+                               statisticsTable( "c" ).referenced( "direct" ) } ),
+                R"(counters
+  ~! c  handle, associatedTable t -> u
+
+handles
+  ~  u  statReferences [] -> [c]
+  ~  t  statReferences [c] -> []
+
+an agent that programs by name would notice (!): 1 counter changed
+)" },
+        Others{ "AnotherActionDataTable",
+                contextWith( { matchTable( "t" ).actionData( "a" ), actionDataTable( "a" ),
+                               actionDataTable( "b" ) } ),
+                contextWith( { matchTable( "t" ).actionData( "b" ), actionDataTable( "a" ),
+                               actionDataTable( "b" ) } ),
+                R"(tables
+  ~! t  adtHandle, adtName a -> b
+
+an agent that programs by name would notice (!): 1 table changed
+)" } ),
+    []( auto const& row ) { return row.param.name; } );
+
+// What is folded.
+
+TEST_F( Diff, FoldsARenumberingOfAllHandles ) {
+    writeSwitch( "old", { completeContext().text() } );
+    writeSwitch( "new", { renumbered( completeContext().text() ) } );
+    auto const outcome = diffAsWritten();
+    EXPECT_EQ( withoutTotals( outcome.out ),
+               "handles: 11 of 11 renumbered, and each still stands for the same\n\n"
+               "names and sizes are compatible\n" );
+    EXPECT_FALSE( contains( outcome.out, "~" ) );
+    EXPECT_EQ( outcome.status, 1 );
+}
+
+TEST_F( Diff, CountsTheHandlesThatStay ) {
+    auto const outcome = diff( contextWith( { matchTable( "t" ), matchTable( "u" ).handle( 77 ) } ),
+                               contextWith( { matchTable( "t" ), matchTable( "u" ).handle( 78 ) } ) );
+    EXPECT_TRUE( contains( outcome.out, "handles: 1 of 3 renumbered, " ) ) << outcome.out;
+}
+
+TEST_F( Diff, DoesNotFoldAReferenceToNothingKnown ) {
+    auto const old = contextWith( { matchTable( "t" ).statistics( "unknown" ) } );
+    writeSwitch( "old", { old.text() } );
+    writeSwitch( "new",
+                 { ContextBuilder( old ).with( "/tables/0/statistics_table_refs/0/handle", "5" ).text() } );
+    String const out = diffAsWritten().out;
+    EXPECT_TRUE(
+        std::regex_search(
+            out, std::regex( R"(\n  ~  t  statReferences \[0x[0-9a-f]{8}\] -> \[0x00000005\]\n)" ) ) ||
+        std::regex_search(
+            out, std::regex( R"(^handles\n  ~  t  statReferences \[0x[0-9a-f]{8}\] -> \[0x00000005\]\n)" ) ) )
+        << out;
+}
+
+TEST_F( Diff, FoldsHitBitRangesThatOnlyStartElsewhere ) {
+    auto const second = matchTable( "second" ).idleTime( 3 );
+    auto const outcome = diff( contextWith( { matchTable( "first" ).idleTime( 3 ), second } ),
+                               contextWith( { matchTable( "first" ).idleTime( 3 ).size( 2048 ), second } ) );
+    EXPECT_TRUE( contains( outcome.out, "configuration\n  ~  hitBitSmashEntries " ) ) << outcome.out;
+    EXPECT_TRUE( contains( outcome.out, "; hitBitSmashLast " ) ) << outcome.out;
+    EXPECT_TRUE(
+        contains( outcome.out, "\nhit-bit ranges: 1 of 2 shifted, and each is as long as before\n" ) )
+        << outcome.out;
+    EXPECT_FALSE( contains( outcome.out, "~  second" ) ) << outcome.out;
+    EXPECT_TRUE( outcome.out.ends_with( "\nnames and sizes are compatible\n" ) );
+}
+
+// Names that several records have.
+
+TEST_F( Diff, TellsTablesOfOneNameApartByTheirPipelines ) {
+    String const a = contextWith( { matchTable( "t" ).size( 100 ).logicalPipe( "a" ) } ).text();
+    String const b = contextWith( { matchTable( "t" ).size( 200 ).logicalPipe( "b" ) } ).text();
+    writeSwitch( "old", { a, b }, true );
+    writeSwitch( "new", { b }, true );
+    EXPECT_EQ( withoutTotals( diffAsWritten( { "--only", "table" } ).out ),
+               "tables\n  -! t  size 100\n\n"
+               "handles: 1 of 1 renumbered, and each still stands for the same\n\n"
+               "an agent that programs by name would notice (!): 1 table removed\n" );
+}
+
+TEST_F( Diff, TellsRecordsWithoutAPipelineApartByTheirHandles ) {
+    String const a = contextWith( { matchTable( "t" ).size( 100 ).handle( 5 ) } ).text();
+    String const b = contextWith( { matchTable( "t" ).size( 200 ).handle( 5 ) } ).text();
+    writeSwitch( "old", { a, b }, true );
+    writeSwitch( "new", { contextWith( {} ).text(), b }, true );
+    EXPECT_EQ( withoutTotals( diffAsWritten( { "--only", "resources" } ).out ),
+               "resources\n  -! t  size 100, stage 0\n\n"
+               "an agent that programs by name would notice (!): 1 resource removed\n" );
+}
+
+TEST_F( Diff, JoinsTheFirstOfANameWithTheFirst ) {
+    EXPECT_EQ(
+        withoutTotals( diff( contextWith( { matchTable( "t" ).size( 1 ).handle( 1 ),
+                                            matchTable( "t" ).size( 2 ).handle( 2 ) } ),
+                             contextWith( { matchTable( "t" ).size( 1 ).handle( 1 ),
+                                            matchTable( "t" ).size( 3 ).handle( 2 ),
+                                            matchTable( "t" ).size( 4 ).handle( 3 ) } ),
+                             { "--only", "resource" } )
+                           .out ),
+        "resources\n  +  t  size 4, stage 0\n  ~  t  size 2 -> 3\n\nnames and sizes are compatible\n" );
+}
+
+TEST_F( Diff, NoticesThatQueriesByNameAnswerForAnotherRecord ) {
+    String const a = contextWith( { matchTable( "t" ).logicalPipe( "a" ) } ).text();
+    String const b = contextWith( { matchTable( "t" ).logicalPipe( "b" ) } ).text();
+    writeSwitch( "old", { b } );
+    writeSwitch( "new", { a, b } );
+    EXPECT_EQ( withoutTotals( diffAsWritten( { "--only", "table" } ).out ),
+               "tables\n  +  t  size 1024\n  ~! t  queries by name answer for another one now\n\n"
+               "an agent that programs by name would notice (!): 1 table changed\n" );
+}
+
+TEST_F( Diff, ShowsWhatHasChangedOfTheConfiguration ) {
+    String const empty = context().text();
+    writeSwitch( "old", { empty }, false );
+    writeSwitch( "new", { empty, empty }, true );
+    EXPECT_EQ( withoutTotals( diffAsWritten().out ),
+               "configuration\n  ~  pipeMasks [0x00000001] -> [0x00000001 0x00000002]\n"
+               "  ~  handlesCarryPipe no -> yes\n\nnames and sizes are compatible\n" );
+}
+
+// Options.
+
+TEST_F( Diff, OfOnlyOneKindLeavesTheOthersOut ) {
+    auto const old = contextWith( { matchTable( "t" ) } ).flexibleHeader( "h", 8 );
+    auto const now = contextWith( { matchTable( "t" ).size( 1 ) } ).flexibleHeader( "h", 8 );
+    EXPECT_EQ( diff( old, now, { "--only", "headers" } ).out, "no difference in headers\n" );
+    EXPECT_EQ( diffAsWritten( { "--only", "headers" } ).status, 0 );
+    EXPECT_EQ( diffAsWritten( { "--only", "tables" } ).out, R"(tables
+  ~! t  size, totalEntries, maxEntries 1024 -> 1
+
+KIND    ADDED  REMOVED  CHANGED  MOVED  SAME
+tables      0        0        1      -     0
+
+an agent that programs by name would notice (!): 1 table shrunk
+)" );
+    EXPECT_TRUE(
+        contains( diffAsWritten( { "--only", "handle" } ).out, "handles\n  ~  t  size 1024 -> 1\n" ) );
+}
+
+TEST_F( Diff, RefusesAKindThatIsNone ) {
+    auto const outcome = diff( context(), context(), { "--only", "tabel" } );
+    EXPECT_EQ( outcome.status, 2 );
+    EXPECT_TRUE( contains( outcome.err, "'tabel'" ) ) << outcome.err;
+}
+
+TEST_F( Diff, SaysWhichConfigurationCantBeLoaded ) {
+    diff( context(), context() );
+    for( auto const& [ old, now ] : { std::pair( "old", "none.conf" ), std::pair( "none.conf", "new" ) } ) {
+        auto const outcome = bfri( { "diff", old, now } );
+        EXPECT_EQ( outcome.status, 3 );
+        EXPECT_EQ( outcome.out, "" );
+        EXPECT_TRUE( contains( outcome.err, "none.conf" ) ) << outcome.err;
+    }
+    writeFile( "new0.json", "{" );
+    auto const outcome = diffAsWritten();
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_TRUE( contains( outcome.err, "new0.json" ) ) << outcome.err;
+}
+
+TEST_F( Diff, AsJsonHoldsTheRecordsAndEachFieldThatDiffers ) {
+    auto const old = contextWith( { staged( 3 ).action( "hit" ) } ).flexibleHeader( "h", 8 );
+    auto const now = contextWith( { staged( 5 ).size( 512 ) } ).flexibleHeader( "g", 16 );
+    auto const answer = parsed( diff( old, now, { "--json" } ).out );
+    EXPECT_EQ( memberNames( answer ), ( std::vector<String>{ "format", "old", "new", "configuration", "kinds",
+                                                             "handles", "hitBitRanges", "verdict" } ) );
+    EXPECT_EQ( compact( answer[ "new" ] ), "\"new\"" );
+    auto const& kinds = answer[ "kinds" ];
+    EXPECT_EQ( memberNames( kinds ).size(), Bfri::listings().size() );
+    EXPECT_EQ( compact( kinds[ "bfResources" ] ),
+               R"({"added":[],"removed":[],"changed":[{"name":"t","fields":[)"
+               R"({"field":"size","from":1024,"to":512}],"firstOfName":true}],)"
+               R"("moved":[{"name":"t","from":3,"to":5}],"same":0})" );
+    EXPECT_EQ( compact( kinds[ "bfHeaders" ] ),
+               R"({"added":[{"name":"g","size":2}],"removed":[{"name":"h","size":1}],)"
+               R"("changed":[],"moved":[],"same":0})" );
+    EXPECT_EQ( compact( answer[ "handles" ] ), R"({"renumbered":0,"of":2})" );
+    EXPECT_EQ( compact( answer[ "verdict" ] ),
+               R"({"differs":true,"compatible":false,"notices":[)"
+               R"({"kind":"table","name":"t","effect":"shrunk"},)"
+               R"({"kind":"resource","name":"t","effect":"shrunk"},)"
+               R"({"kind":"action","name":"hit","tableName":"t","effect":"removed"},)"
+               R"({"kind":"header","name":"h","effect":"removed"}]})" );
+}
+
+TEST_F( Diff, AsJsonOfTheSameIsAnAnswer ) {
+    auto const outcome = diff( completeContext(), completeContext(), { "--json" } );
+    EXPECT_EQ( compact( parsed( outcome.out )[ "verdict" ] ),
+               R"({"differs":false,"compatible":true,"notices":[]})" );
+    EXPECT_EQ( outcome.status, 0 );
+}
+
+TEST_F( Diff, PaintsItsMarksOnATerminal ) {
+    diff( context().flexibleHeader( "gone", 8 ).flexibleHeader( "grows", 8 ),
+          context().flexibleHeader( "comes", 8 ).flexibleHeader( "grows", 16 ) );
+    std::ostringstream out;
+    std::ostringstream err;
+    char const* const arguments[] = { "bfri", "diff", "old", "new", "--only", "headers" };
+    Bfri::run( 6, arguments, { out, err, { .color = true } } );
+    EXPECT_TRUE( contains( out.str(), "\033[31m  -! gone  size 1\033[0m\n"
+                                      "\033[32m  +  comes  size 1\033[0m\n"
+                                      "\033[33m  ~! grows  size 1 -> 2\033[0m\n" ) )
+        << out.str();
+}
+
+TEST( Paint, IsForColors ) {
+    EXPECT_EQ( Bfri::painted( {}, Bfri::Paint::red, "text" ), "text" );
+    EXPECT_EQ( Bfri::painted( { .color = true }, Bfri::Paint::red, "text" ), "\033[31mtext\033[0m" );
+}
+
+} // namespace

@@ -1,0 +1,159 @@
+#include "tests/cli/Inputs.h"
+
+#include "cli/Answers.h"
+#include "cli/Listings.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using Bfri::ExitStatus;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class FieldOfARecord : public InFolder {
+  protected:
+    FieldOfARecord() {
+        auto& parser = *model->parser();
+        BfTableInfo acl = named<BfTableInfo>( "pipe.Ingress.acl", 0x1000001 );
+        acl.size = 512;
+        acl.hitBitSupported = true;
+        parser.bfTablesPush( acl );
+        parser.bfTablesPush( named<BfTableInfo>( "pipe.Egress.acl", 2 ) );
+        parser.bfTablesPush( named<BfTableInfo>( "acl", 3 ) );
+        parser.bfTablesPush( named<BfTableInfo>( "pipe.lpm", 4 ) );
+        parser.bfRegisterInfosPush( { .name = "cells\n", .dataType = "\x1B[2J", .width = 8 } );
+        parser.bfDynamicHashInfoIs( "hash", { 1, 2, 2, { "hdr.a", "hdr.b" } } );
+        parser.ingressPhvContainersIs( "hdr.a", 4 );
+    }
+
+    String answer( String const& kind, String const& name, String const& field ) {
+        std::ostringstream out;
+        std::ostringstream err;
+        EXPECT_EQ( Bfri::field( *model, { nullptr, { "switch.conf", kind, name, field } }, { out, err } ),
+                   ExitStatus::done );
+        notes = err.str();
+        return out.str();
+    }
+    /// What an answer fails with: its status, and its text in `notes`.
+    ExitStatus statusOf( String const& kind, String const& name, String const& field ) {
+        try {
+            answer( kind, name, field );
+        } catch( Bfri::Failure const& failure ) {
+            notes = failure.what();
+            suggestions = failure.suggestions;
+            return failure.status;
+        }
+        return ExitStatus::done;
+    }
+
+    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    String notes;
+    std::vector<String> suggestions;
+};
+
+TEST_F( FieldOfARecord, IsBare ) {
+    EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "size" ), "512\n" );
+    EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "handle" ), "16777217\n" );
+    EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "hitBitSupported" ), "true\n" );
+    EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "hasActionProfile" ), "false\n" );
+    EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "adtHandle" ), "0\n" ); // as the record has it
+    EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "logicalPipe" ), "\n" );
+    EXPECT_EQ( answer( "phv", "hdr.a", "ingressBytes" ), "4\n" );
+    EXPECT_EQ( notes, "" );
+}
+
+TEST_F( FieldOfARecord, ThatIsAListTakesALineAnElement ) {
+    EXPECT_EQ( answer( "hash", "hash", "fieldNames" ), "hdr.a\nhdr.b\n" );
+    model->parser()->resourceHandlesIs( 9, [] {
+        BfResourceInfo::BfZelResource resource;
+        resource.name = "acl";
+        resource.statReferencesEnq( 17 );
+        resource.statReferencesEnq( 18 );
+        return resource;
+    }() );
+    EXPECT_EQ( answer( "handle", "acl", "statReferences" ), "17\n18\n" );
+    EXPECT_EQ( answer( "handle", "acl", "meterReferences" ), "" );
+}
+
+TEST_F( FieldOfARecord, IsOneLineWhateverItsBytes ) {
+    EXPECT_EQ( answer( "register", "cells\n", "name" ), "cells\\x0a\n" );
+    EXPECT_EQ( answer( "register", "cells\n", "dataType" ), "\\x1b[2J\n" );
+}
+
+TEST_F( FieldOfARecord, TakesKindsInSingularAndPlural ) {
+    for( char const* const kind : { "table", "tables" } )
+        EXPECT_EQ( answer( kind, "pipe.lpm", "handle" ), "4\n" );
+    for( char const* const kind : { "hash", "hashes" } )
+        EXPECT_EQ( answer( kind, "hash", "fieldListHdl" ), "2\n" );
+}
+
+TEST_F( FieldOfARecord, IsOfTheExactNameElseOfTheOneThatEndsInTheWord ) {
+    EXPECT_EQ( answer( "table", "acl", "handle" ), "3\n" );
+    EXPECT_EQ( answer( "table", "Egress.acl", "handle" ), "2\n" );
+    EXPECT_EQ( answer( "table", "lpm", "name" ), "pipe.lpm\n" );
+    EXPECT_EQ( statusOf( "table", ".acl", "handle" ), ExitStatus::no );
+    EXPECT_EQ( notes, "'.acl' is the end of several tables' names:" );
+    EXPECT_THAT( suggestions, ElementsAre( "pipe.Egress.acl", "pipe.Ingress.acl" ) );
+}
+
+TEST_F( FieldOfARecord, OfSeveralOfANameIsTheFirstsAndSaysSo ) {
+    model->parser()->bfTablesPush( named<BfTableInfo>( "pipe.lpm", 99 ) );
+    EXPECT_EQ( answer( "table", "lpm", "handle" ), "4\n" );
+    EXPECT_EQ( notes, "bfri: 2 tables have this name; this is the first, as for every query\n" );
+}
+
+TEST_F( FieldOfARecord, OfAnUnknownNameIsNotFound ) {
+    EXPECT_EQ( statusOf( "table", "lpn", "size" ), ExitStatus::no );
+    EXPECT_EQ( notes, "no table 'lpn'; names like it:" );
+    EXPECT_THAT( suggestions, ElementsAre( "pipe.lpm" ) );
+    EXPECT_EQ( statusOf( "meter", "lpm", "pps" ), ExitStatus::no );
+    EXPECT_EQ( notes, "no meter 'lpm'; 'bfri meters' lists them all" );
+}
+
+TEST_F( FieldOfARecord, ThatTheRecordDoesNotHaveIsNotFound ) {
+    EXPECT_EQ( statusOf( "phv", "hdr.a", "egressBytes" ), ExitStatus::no );
+    EXPECT_EQ( notes, "phv 'hdr.a' has no egressBytes" );
+}
+
+TEST_F( FieldOfARecord, OfNoSuchNameIsWrongUsage ) {
+    struct {
+        char const* kind;
+        char const* field;
+        char const* message;
+    } const rows[] = {
+        { "table", "siez",
+          "table has no field 'siez'; did you mean 'size'? The fields are name, handle, size, " },
+        { "learn-quantas", "x\x1B", "learn-quanta has no field 'x\\x1b'. The fields are name, handle" },
+        { "header", "", "header has no field ''. The fields are name, size" },
+        { "header", "Size", "header has no field 'Size'; did you mean 'size'? The fields are name, size" },
+        { "tabel", "size",
+          "no kind 'tabel'; did you mean 'table'? The kinds are table, resource, counter, " },
+        { "", "size", "no kind ''. The kinds are table, " },
+        { "frobnicators", "size", "no kind 'frobnicators'. The kinds are table, " },
+    };
+    for( auto const& row : rows ) {
+        EXPECT_EQ( statusOf( row.kind, "pipe.lpm", row.field ), ExitStatus::usage );
+        EXPECT_THAT( notes, StartsWith( row.message ) );
+    }
+}
+
+TEST_F( FieldOfARecord, HelpNamesEveryKind ) {
+    auto const help = bfri( { "field", "--help" } ).out;
+    for( Bfri::Listing const& kind : Bfri::listings() )
+        EXPECT_THAT( help, HasSubstr( kind.one ) );
+}
+
+TEST_F( FieldOfARecord, IsAnsweredByTheProgram ) {
+    writeSwitchConf( "context.json" );
+    writeFile( "context.json", contextOf( matchTable( "pipe.lpm", 1 ) ) );
+    auto const outcome = bfri( { "field", "switch.conf", "table", "lpm", "size" } );
+    EXPECT_EQ( outcome.status, 0 );
+    EXPECT_EQ( outcome.out, "64\n" );
+    EXPECT_EQ( outcome.err, "" );
+    EXPECT_EQ( bfri( { "field", "switch.conf", "table", "lpm" } ).status, 2 );
+    EXPECT_EQ( bfri( { "field", "switch.conf", "table", "lpm", "size", "handle" } ).status, 2 );
+}
+
+} // namespace

@@ -1,0 +1,181 @@
+#include "cli/Findings.h"
+
+#include "tests/cli/Inputs.h"
+
+#include <algorithm>
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using namespace Support;
+
+std::vector<String> codesOf( Bfri::Model const& model ) {
+    std::vector<String> codes;
+    for( Bfri::Finding const& finding : Bfri::findingsOf( model ) )
+        codes.emplace_back( finding.kind->code );
+    return codes;
+}
+
+struct Odd {
+    char const* code;
+    ContextBuilder context;
+    char const* message;
+};
+
+std::ostream& operator<<( std::ostream& os, Odd const& row ) { return os << row.code; }
+
+class ContextFinding : public InFolder, public testing::WithParamInterface<Odd> {};
+
+TEST_P( ContextFinding, IsTheOnlyOne ) {
+    auto const findings = Bfri::findingsOf( *modelOf( GetParam().context ) );
+    ASSERT_EQ( findings.size(), 1U );
+    EXPECT_STREQ( findings[ 0 ].kind->code, GetParam().code );
+    EXPECT_THAT( findings[ 0 ].message(), HasSubstr( GetParam().message ) );
+}
+
+ContextBuilder twoTables( Support::Table const& a, Support::Table const& b ) {
+    return ContextBuilder().table( a ).table( b );
+}
+
+Support::Table acl() { return Support::matchTable( "acl" ); }
+Support::Table lpm() { return Support::matchTable( "lpm" ); }
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, ContextFinding,
+    testing::Values(
+        Odd{ "BF201", twoTables( acl(), acl().handle( 7 ) ), "match table \"acl\": 2 have this name" },
+        Odd{ "BF202", twoTables( actionDataTable( "d" ), actionDataTable( "d" ).handle( 7 ) ),
+             "placed table \"d\": 2" },
+        Odd{ "BF203", ContextBuilder().table( acl().action( "NoAction" ) ), "in table \"acl\"" },
+        Odd{ "BF204", twoTables( acl().handle( 7 ), lpm().handle( 7 ) ),
+             "(0x00000007): the handle is that of 2" },
+        Odd{ "BF205",
+             ContextBuilder().table(
+                 acl().action( "drop" ).with( "/actions/0/handle", "9" ).with( "/actions/1/handle", "9" ) ),
+             "\"NoAction\", \"drop\"" } ) );
+
+INSTANTIATE_TEST_SUITE_P(
+    Links, ContextFinding,
+    testing::Values( Odd{ "BF301", ContextBuilder().table( acl().statistics( "none" ) ),
+                          "the handle of nothing" },
+                     Odd{ "BF302", twoTables( acl().statistics( "d" ), actionDataTable( "d" ) ),
+                          "\"d\", of another kind" },
+                     Odd{ "BF303",
+                          twoTables( acl().actionData( "d" ), actionDataTable( "d" ) )
+                              .with( "/tables/0/action_data_table_refs/0/name", "\"e\"" ),
+                          "\"e\", which is \"d\"" },
+                     Odd{ "BF304",
+                          twoTables( acl().action( "a", { "c" } ), lpm().action( "a", { "c" } ) )
+                              .table( statisticsTable( "c" ) ),
+                          "counter \"c\"" },
+                     Odd{ "BF305", ContextBuilder().table( statefulTable( "r" ) ), "register \"r\"" },
+                     Odd{ "BF306", twoTables( acl().statistics( "c" ), statisticsTable( "c" ) ),
+                          "\"acl\" lists its handle, but no action" },
+                     Odd{ "BF307",
+                          twoTables( acl().meter( "m" ), lpm().meter( "m" ) )
+                              .table( meterTable( "m" ).referenced( "direct" ) ),
+                          "listed by several tables" },
+                     Odd{ "BF308", ContextBuilder().table( acl().action( "a", { "c" } ) ),
+                          "name \"c\" as a resource" } ) );
+
+INSTANTIATE_TEST_SUITE_P(
+    Sizes, ContextFinding,
+    testing::Values( Odd{ "BF401", ContextBuilder().table( acl().stages( {} ) ), "has no stage table" },
+                     Odd{ "BF402", ContextBuilder().table( acl().size( 0 ) ), "has a size of 0" },
+                     Odd{ "BF403", ContextBuilder().table( acl().stages( { StageTable().number( 258 ) } ) ),
+                          "is 258, its entry by handle says 2" },
+                     Odd{ "BF405", ContextBuilder().flexibleHeader( "h", 65544 ),
+                          "65544 bits, the model says 1 bytes" },
+                     Odd{ "BF406", ContextBuilder().dynamicHash( "h", { "a", "b", "a", "a" } ),
+                          "holds \"a\" more than once" } ) );
+
+class Finding : public InFolder {};
+
+TEST_F( Finding, OfALostWidthIsMadeForEachDirection ) {
+    auto const findings =
+        Bfri::findingsOf( *modelOf( ContextBuilder().phvStage( "f", 33 ).phvStage( "g", 31 ) ) );
+    ASSERT_EQ( findings.size(), 2U );
+    EXPECT_EQ( findings[ 0 ].message(), "PHV field \"f\": takes 33 bytes in ingress, the model says 1" );
+    EXPECT_EQ( findings[ 1 ].message(), "PHV field \"f\": takes 33 bytes in egress, the model says 1" );
+}
+
+TEST_F( Finding, OfALostWidthIsNotMadeOfTextsAndOtherMembers ) {
+    EXPECT_THAT( codesOf( *modelOf( ContextBuilder().phvStage( "f", 31 ).with(
+                     "/other", R"({"phv_allocation":[{"ingress":[{"records":[{"is_pov":false,"field_name":"x",
+                                "field_width":40}]}]}],"s":"a\"phv_allocation"})" ) ) ),
+                 IsEmpty() );
+}
+
+struct Pipes {
+    char const* name;
+    bool runtimeConfig;
+    std::vector<std::vector<std::uint32_t>> pipelines;
+    std::vector<String> codes;
+};
+
+class PipelineFinding : public InFolder, public testing::WithParamInterface<Pipes> {};
+
+/// The pipelines run the same program.
+TEST_P( PipelineFinding, AreThese ) {
+    String text;
+    for( std::size_t i = 0; i < GetParam().pipelines.size(); ++i ) {
+        String pipes;
+        for( auto const pipe : GetParam().pipelines[ i ] )
+            pipes += ( pipes.empty() ? "" : "," ) + std::to_string( pipe );
+        String const file = std::to_string( i ) + ".json";
+        writeFile( file, ContextBuilder().table( acl().handle( 7 ) ).text() );
+        text += ( i == 0 ? "" : "," ) + ( R"({"context_file":")" + file + R"(","pipes":[)" ) + pipes + "]}";
+    }
+    writeFile( "switch.conf", R"({"devices":[{)" +
+                                  String( GetParam().runtimeConfig ? R"("runtime_config":"r",)" : "" ) +
+                                  R"("pipelines":[)" + text + "]}]}" );
+    EXPECT_EQ( codesOf( *BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" ) ), GetParam().codes );
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, PipelineFinding,
+    testing::Values(
+        Pipes{ "one", true, { { 0, 1 } }, {} }, Pipes{ "hidden", true, { { 0, 1 }, { 1, 0 } }, { "BF101" } },
+        Pipes{ "overlap", true, { { 0, 1 }, { 1, 2 } }, { "BF102", "BF206" } },
+        Pipes{ "wraps", true, { { 33 } }, { "BF103" } }, Pipes{ "none", true, { {} }, { "BF104" } },
+        Pipes{ "bits", true, { { 17 } }, { "BF105" } }, Pipes{ "bits unused", false, { { 17 } }, {} },
+        Pipes{ "same program", true, { { 0 }, { 1 } }, { "BF206" } },
+        Pipes{ "same handles", false, { { 0 }, { 1 } }, { "BF206" } } ),
+    []( auto const& row ) {
+        String name = row.param.name;
+        std::replace( name.begin(), name.end(), ' ', '_' );
+        return name;
+    } );
+
+TEST_F( Finding, OfHandlesThatPipelinesShareAsksForARuntimeConfig ) {
+    writeFile( "a.json", ContextBuilder().table( acl().handle( 7 ) ).text() );
+    writeFile( "b.json", ContextBuilder().table( lpm().handle( 7 ) ).text() );
+    writeFile( "switch.conf", R"({"devices":[{"pipelines":[{"context_file":"a.json","pipes":[0]},
+                               {"context_file":"b.json","pipes":[1]}]}]})" );
+    EXPECT_THAT( codesOf( *BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" ) ),
+                 ElementsAre( "BF207" ) );
+}
+
+TEST_F( Finding, OfUpperBitsNeedsARuntimeConfig ) {
+    writeFile( "a.json", ContextBuilder().table( acl().handle( 0x30000007 ) ).text() );
+    writeFile(
+        "switch.conf",
+        R"({"devices":[{"runtime_config":"r","pipelines":[{"context_file":"a.json","pipes":[0]}]}]})" );
+    EXPECT_THAT( codesOf( *BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" ) ),
+                 ElementsAre( "BF106" ) );
+}
+
+TEST( FindingKinds, HaveAscendingCodesAndWords ) {
+    String before;
+    for( Bfri::FindingKind const& kind : Bfri::findingKinds() ) {
+        EXPECT_LT( before, kind.code );
+        before = kind.code;
+        for( char const* const text : { kind.title, kind.meaning, kind.matters, kind.advice } )
+            EXPECT_STRNE( text, "" ) << kind.code;
+    }
+}
+
+} // namespace

@@ -1,0 +1,279 @@
+#include "tests/cli/Inputs.h"
+
+#include "cli/Answers.h"
+#include "cli/Bearers.h"
+#include "cli/Kinds.h"
+
+#include <gmock/gmock.h>
+#include <set>
+
+namespace {
+
+using Bfri::ExitStatus;
+using Bfri::Format;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class Lookup : public InFolder {
+  protected:
+    Lookup() {
+        auto& parser = *model->parser();
+        BfTableInfo acl = named<BfTableInfo>( "pipe.acl", 0x1000001 );
+        acl.adtHandle = 0x2000001;
+        acl.adtName = "members";
+        acl.maxSelGroups = 2;
+        acl.selHandle = 0x3000001;
+        acl.selName = "groups";
+        parser.bfTablesPush( acl );
+        BfTableCounterInfo hits = named<BfTableCounterInfo>( "hits", 0x1000001 );
+        hits.ownHandle = 0x4000001;
+        hits.direct = true;
+        hits.associatedTable = "pipe.acl";
+        parser.bfCountersPush( hits );
+        parser.bfActionsPush( { 0x20000001, "drop", "pipe.acl" } );
+        parser.bfActionsPush( { 0x20000001, "drop", "pipe.lpm" } );
+        parser.bfLearnQuantaInfosPush( named<BfLearnQuantaInfo>( "learn", 0 ) );
+        parser.bfDynamicHashInfoIs( "hash", { 0x5000001, 0x6000001, 0, {} } );
+    }
+
+    int ask( std::vector<String> words, Format format = Format::text ) {
+        words.insert( words.begin(), "switch.conf" );
+        std::ostringstream outStream;
+        std::ostringstream errStream;
+        auto const status = Bfri::lookup( *model, { nullptr, words, format }, { outStream, errStream } );
+        out = outStream.str();
+        err = errStream.str();
+        return static_cast<int>( status );
+    }
+
+    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    String out;
+    String err;
+};
+
+TEST_F( Lookup, ShowsEveryRecordThatBearsAHandleAndTheFieldThatDoes ) {
+    EXPECT_EQ( ask( { "0x1000001" } ), 0 );
+    EXPECT_EQ( out, "HANDLE      KIND     FIELD   NAME      TABLE\n"
+                    "0x01000001  table    handle  pipe.acl  -\n"
+                    "0x01000001  counter  handle  hits      pipe.acl\n" );
+    EXPECT_THAT( err, IsEmpty() );
+}
+
+TEST_F( Lookup, TakesDecimalAndHexadecimalOfEitherCase ) {
+    for( char const* const word :
+         { "16777217", "0016777217", "0x1000001", "0X1000001", "0x00000000001000001" } ) {
+        EXPECT_EQ( ask( { word } ), 0 ) << word;
+        EXPECT_THAT( out, HasSubstr( "\n0x01000001  table    handle  pipe.acl  -\n" ) ) << word;
+    }
+    EXPECT_EQ( ask( { "0" } ), 0 );
+    EXPECT_THAT( out, HasSubstr( "learn-quanta  handle  learn" ) );
+}
+
+TEST_F( Lookup, KnowsEveryFieldThatHoldsAHandle ) {
+    struct {
+        char const* handle;
+        char const* row;
+    } const rows[] = { { "0x2000001", "table  adtHandle  pipe.acl  -" },
+                       { "0x3000001", "table  selHandle  pipe.acl  -" },
+                       { "0x4000001", "counter  ownHandle  hits  pipe.acl" },
+                       { "0x5000001", "hash  tableHdl  hash  -" },
+                       { "0x6000001", "hash  fieldListHdl  hash  -" },
+                       { "0x20000001", "action  handle  drop  pipe.acl" },
+                       { "0", "learn-quanta  handle  learn  -" } };
+    for( auto const& row : rows ) {
+        EXPECT_EQ( ask( { row.handle } ), 0 );
+        EXPECT_THAT( out, HasSubstr( row.row ) );
+    }
+}
+
+TEST_F( Lookup, AsCsvHasARowARecord ) {
+    EXPECT_EQ( ask( { "0x20000001", "0x4000001" }, Format::csv ), 0 );
+    EXPECT_EQ( out, "handle,kind,field,name,table,severalTables\n"
+                    "536870913,action,handle,drop,pipe.acl,false\n"
+                    "536870913,action,handle,drop,pipe.lpm,false\n"
+                    "67108865,counter,ownHandle,hits,pipe.acl,false\n" );
+}
+
+TEST_F( Lookup, AsJsonHasAnElementForEachHandleAskedFor ) {
+    EXPECT_EQ( ask( { "0x20000001", "7", "0" }, Format::json ), 1 );
+    EXPECT_EQ(
+        compact( parsed( out ) ),
+        R"({"format":1,"handles":[{"handle":536870913,"found":[)"
+        R"({"kind":"action","field":"handle","name":"drop","table":"pipe.acl","severalTables":false},)"
+        R"({"kind":"action","field":"handle","name":"drop","table":"pipe.lpm","severalTables":false}]},)"
+        R"({"handle":7,"found":[]},)"
+        R"({"handle":0,"found":[{"kind":"learn-quanta","field":"handle","name":"learn",)"
+        R"("table":null,"severalTables":false}]}]})" );
+    EXPECT_EQ( err, "bfri: nothing has the handle 7\n" );
+}
+
+TEST_F( Lookup, TellsSeveralTablesFromNone ) {
+    BfTableCounterInfo counter = named<BfTableCounterInfo>( "shared", 9 );
+    counter.ownHandle = 9;
+    model->parser()->bfCountersPush( counter );
+    BfRegisterInfo cells = named<BfRegisterInfo>( "shared", 9 );
+    cells.indirect = true;
+    model->parser()->bfRegisterInfosPush( cells );
+    model->parser()->multipleParentTablesIs( "shared" );
+    EXPECT_EQ( ask( { "9" } ), 0 );
+    EXPECT_EQ( out, "HANDLE      KIND      FIELD   NAME    TABLE\n"
+                    "0x00000009  counter   handle  shared  (several)\n"
+                    "0x00000009  register  handle  shared  (several)\n" );
+    EXPECT_EQ( ask( { "9" }, Format::json ), 0 );
+    EXPECT_THAT( compact( parsed( out ) ), HasSubstr( R"("table":null,"severalTables":true})" ) );
+}
+
+TEST_F( Lookup, OfUnknownHandlesNamesEachAndAnswersTheOthers ) {
+    EXPECT_EQ( ask( { "7", "0x4000001", "0xFFFFFFFF" } ), 1 );
+    EXPECT_EQ( out, "HANDLE      KIND     FIELD      NAME  TABLE\n"
+                    "0x04000001  counter  ownHandle  hits  pipe.acl\n" );
+    EXPECT_EQ( err, "bfri: nothing has the handle 7\nbfri: nothing has the handle 0xFFFFFFFF\n" );
+    EXPECT_EQ( ask( { "7" } ), 1 );
+    EXPECT_THAT( out, IsEmpty() );
+    EXPECT_EQ( ask( { "7" }, Format::csv ), 1 );
+    EXPECT_EQ( out, "handle,kind,field,name,table,severalTables\n" );
+}
+
+TEST_F( Lookup, HintsAtAHandleWithoutThePipeThatWasGiven ) {
+    EXPECT_EQ( ask( { "0x31000001" } ), 1 );
+    EXPECT_EQ( err,
+               "bfri: nothing has the handle 0x31000001; without a pipe in the upper four bits, as there "
+               "is no runtime_config: 0x01000001 (pipe.acl)\n" );
+    EXPECT_EQ( ask( { "0x1" } ), 1 ); // 0x20000001 has other lower bits
+    EXPECT_EQ( err, "bfri: nothing has the handle 0x1\n" );
+    model->parser()->bfTablesPush( named<BfTableInfo>( "t", 0x10000077 ) ); // its upper bits are no pipe here
+    EXPECT_EQ( ask( { "0x77" } ), 1 );
+    EXPECT_EQ( err, "bfri: nothing has the handle 0x77\n" );
+}
+
+TEST_F( Lookup, HintsAtHandlesWithAnotherPipe ) {
+    model->parser()->bfrtConfigIs( "bfrt.json" );
+    model->parser()->bfTablesPush( named<BfTableInfo>( "pipe.\x1B", 0x21000001 ) );
+    EXPECT_EQ( ask( { "822083585" } ), 1 ); // 0x31000001
+    EXPECT_EQ( err, "bfri: nothing has the handle 822083585; with another pipe in the upper four bits: "
+                    "0x01000001 (pipe.acl), 0x21000001 (pipe.\\x1b)\n" );
+}
+
+TEST_F( Lookup, OfAWordThatIsNoHandleIsWrongUsageThatNamesIt ) {
+    for( char const* const word : { "", "0x", "pipe.acl", "0xG", "12a", "1000001h", "+1", "-1", " 1", "1 ",
+                                    "0x0x1", "4294967296", "0x100000000", "99999999999999999999", "1.0" } ) {
+        try {
+            ask( { "0x1000001", word } );
+            ADD_FAILURE() << word;
+        } catch( Bfri::Failure const& failure ) {
+            EXPECT_EQ( failure.status, ExitStatus::usage );
+            EXPECT_EQ( failure.what(),
+                       "'" + String( word ) +
+                           "' is no handle: a number up to 0xffffffff, decimal or hexadecimal behind 0x" );
+        }
+    }
+}
+
+/// A context file with everything that can refer to a table.
+class HandlesOfAFile : public InFolder {
+  protected:
+    HandlesOfAFile() {
+        using namespace Support;
+        context
+            .table( Support::matchTable( "pipe.acl" )
+                        .action( "count", { "counter", "bucket", "cells" } )
+                        .actionData( "members" )
+                        .statistics( "hits" )
+                        .meter( "police" )
+                        .stateful( "seen" ) )
+            .table( actionDataTable( "members" ) )
+            .table( statisticsTable( "counter" ) )
+            .table( statisticsTable( "hits" ).referenced( "direct" ) )
+            .table( meterTable( "police" ).referenced( "direct" ) )
+            .table( wredTable( "bucket" ) )
+            .table( statefulTable( "seen" ).referenced( "direct" ) )
+            .table( statefulTable( "cells" ) )
+            .learnQuanta( "learn" )
+            .dynamicHash( "hash", { "hdr.a" } );
+        model = modelOf( context );
+    }
+
+    /// What bears a table's handle: "KIND.FIELD NAME/TABLE=OWNER", in order.
+    std::vector<String> bearersOf( char const* table ) {
+        std::vector<String> texts;
+        Bfri::eachBearer( *model->parser(), [ & ]( Bfri::Bearer const& bearer ) {
+            if( bearer.handle == Support::handleOf( table ) )
+                texts.push_back( String( bearer.kind ) + "." + bearer.field + " " + String( bearer.name ) +
+                                 "/" + String( bearer.table ) + "=" + String( bearer.owner ) );
+        } );
+        return texts;
+    }
+
+    Support::ContextBuilder context;
+    Zel::Ptr<Bfri::Model> model;
+};
+
+TEST_F( HandlesOfAFile, AreThoseOfEachRecordWithTheTableBehindIt ) {
+    using testing::ElementsAre;
+    EXPECT_THAT( bearersOf( "pipe.acl" ),
+                 ElementsAre( "table.handle pipe.acl/=pipe.acl", "resource.handle pipe.acl/=pipe.acl",
+                              "counter.handle hits/pipe.acl=", "meter.handle police/pipe.acl=",
+                              "register.handle seen/pipe.acl=" ) );
+    EXPECT_THAT( bearersOf( "members" ),
+                 ElementsAre( "table.adtHandle pipe.acl/=members", "resource.handle members/=members" ) );
+    EXPECT_THAT( bearersOf( "hits" ),
+                 ElementsAre( "resource.handle hits/pipe.acl=hits", "counter.ownHandle hits/pipe.acl=hits",
+                              "handle.statReferences pipe.acl/=" ) );
+    EXPECT_THAT( bearersOf( "counter" ), ElementsAre( "resource.handle counter/pipe.acl=counter",
+                                                      "counter.handle counter/pipe.acl=counter" ) );
+    EXPECT_THAT( bearersOf( "police" ), ElementsAre( "resource.handle police/pipe.acl=police",
+                                                     "handle.meterReferences pipe.acl/=" ) );
+    EXPECT_THAT( bearersOf( "bucket" ), ElementsAre( "resource.handle bucket/pipe.acl=bucket",
+                                                     "wred.handle bucket/pipe.acl=bucket" ) );
+    EXPECT_THAT( bearersOf( "seen" ), ElementsAre( "resource.handle seen/pipe.acl=seen",
+                                                   "handle.statefulReferences pipe.acl/=" ) );
+    EXPECT_THAT( bearersOf( "cells" ), ElementsAre( "resource.handle cells/pipe.acl=cells",
+                                                    "register.handle cells/pipe.acl=cells" ) );
+}
+
+/// Against the lists, which show whole records: a field of handles that a record gains is missed here.
+TEST_F( HandlesOfAFile, AreAllThatTheListsShow ) {
+    std::set<String> listed;
+    for( Bfri::Listing const& kind : Bfri::listings() ) {
+        for( Bfri::Row const& row : kind.rows( *model->parser() ) ) {
+            auto const add = [ & ]( Bfri::Field const& field, Bfri::Value const& value ) {
+                auto const* const handle = std::get_if<Bfri::Hex>( &value.is );
+                if( handle && handle->value != 0 )
+                    listed.insert( std::to_string( handle->value ) + String( kind.one ) + "." +
+                                   String( field.name ) );
+            };
+            for( Bfri::Field const& field : row ) {
+                add( field, field.value );
+                if( auto const* const list = std::get_if<Bfri::List>( &field.value.is ) )
+                    for( Bfri::Value const& value : *list )
+                        add( field, value );
+            }
+        }
+    }
+    std::set<String> visited;
+    Bfri::eachBearer( *model->parser(), [ & ]( Bfri::Bearer const& bearer ) {
+        EXPECT_NE( Bfri::kindOf( bearer.kind ), nullptr ) << bearer.kind;
+        visited.insert( std::to_string( bearer.handle ) + bearer.kind + "." + bearer.field );
+    } );
+    for( String const& one : listed ) {
+        bool const resources = one.ends_with( "handle.handle" ); // shown as their resource's
+        bool const same = one.ends_with( "counter.ownHandle" );  // shown as handle where it is the same
+        EXPECT_TRUE( visited.count( one ) || resources || same ) << one;
+    }
+    EXPECT_GT( listed.size(), 20U );
+}
+
+TEST_F( HandlesOfAFile, AreAnsweredByTheProgram ) {
+    String const handle = std::to_string( Support::handleOf( "counter" ) );
+    auto const outcome = bfri( { "lookup", "switch.conf", handle.c_str(), "7" } );
+    EXPECT_EQ( outcome.status, 1 );
+    EXPECT_THAT( outcome.out, HasSubstr( "  counter   handle  counter  pipe.acl\n" ) );
+    EXPECT_EQ( outcome.err, "bfri: nothing has the handle 7\n" );
+    EXPECT_EQ( bfri( { "lookup", "switch.conf" } ).status, 2 );
+    auto const bad = bfri( { "lookup", "switch.conf", "x", "--json" } );
+    EXPECT_EQ( bad.status, 2 );
+    EXPECT_THAT( parsed( bad.out )[ "error" ].GetString(), StartsWith( "'x' is no handle" ) );
+}
+
+} // namespace
