@@ -1,6 +1,8 @@
 #include "ostler/Json.h"
 
 #include <algorithm>
+#include <cstring>
+#include <new>
 #include <optional>
 
 #include <rapidjson/error/en.h>
@@ -12,6 +14,23 @@ namespace Ostler {
 namespace {
 
 constexpr std::size_t maximumDepth = 100;
+
+/// Memory for the reader, which does not look whether its own allocator found any: here a lack of it throws.
+struct Allocator {
+    static constexpr bool kNeedFree = true;
+
+    void* Malloc( std::size_t size ) { return ::operator new( size ); }
+    void* Realloc( void* former, std::size_t formerSize, std::size_t size ) {
+        void* const block = Malloc( size );
+        if( formerSize > 0 )
+            std::memcpy( block, former, std::min( formerSize, size ) );
+        Free( former );
+        return block;
+    }
+    static void Free( void* block ) { ::operator delete( block ); }
+};
+
+using Reader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, Allocator>;
 
 /// Where the string literal whose closing quote is at that offset begins: quotes inside it stand behind a
 /// backslash, and outside of literals there is none.
@@ -114,7 +133,7 @@ JsonValue const* JsonValue::member( std::string_view name ) const {
 JsonValue parseJson( std::string_view text ) {
     rapidjson::MemoryStream stream( text.data(), text.size() );
     Builder builder( text, stream );
-    rapidjson::Reader reader;
+    Reader reader;
     auto const result = reader.Parse( stream, builder );
     if( builder.tooDeep() )
         throw JsonError{ *builder.tooDeep(),

@@ -6,8 +6,11 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace Ostler {
 
@@ -18,11 +21,29 @@ struct ReadError {
     String reason;
 };
 
-String readFile( String const& path ) {
-    std::unique_ptr<std::FILE, int ( * )( std::FILE* )> const file( std::fopen( path.c_str(), "rb" ),
-                                                                    std::fclose );
-    if( !file )
+using File = std::unique_ptr<std::FILE, int ( * )( std::FILE* )>;
+
+/// Opens a regular file. Of a folder the first read says what it is; others, a pipe say, may have no end.
+File openFile( String const& path ) {
+    // Without O_NONBLOCK, opening a pipe waits for its writer.
+    int const descriptor = open( path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC );
+    if( descriptor < 0 )
         throw ReadError{ std::strerror( errno ) };
+    File file( fdopen( descriptor, "rb" ), std::fclose );
+    if( !file ) {
+        close( descriptor );
+        throw ReadError{ std::strerror( ENOMEM ) };
+    }
+    struct stat status;
+    if( fstat( descriptor, &status ) != 0 )
+        throw ReadError{ std::strerror( errno ) };
+    if( !S_ISREG( status.st_mode ) && !S_ISDIR( status.st_mode ) )
+        throw ReadError{ "Not a regular file" };
+    return file;
+}
+
+String readFile( String const& path ) {
+    File const file = openFile( path );
     String text;
     char buffer[ 65536 ];
     while( std::size_t const count = std::fread( buffer, 1, sizeof buffer, file.get() ) )

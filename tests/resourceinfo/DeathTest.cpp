@@ -63,7 +63,7 @@ TEST( DeathTest, MissingFileIsTracedBeforeTheFailure ) {
 
 TEST( DeathTest, PreprocessingShowsTheTableThatFailed ) {
     auto const parser = emptyParser();
-    rapidjson::Document document;
+    JsonDocument document;
     document.Parse(
         ContextBuilder().table( matchTable( "acl" ).without( "/match_attributes" ) ).text().c_str() );
     EXPECT_EXIT( preprocessContext( parser.get(), Json( document ), {} ), KilledBySignal( SIGABRT ),
@@ -74,7 +74,7 @@ TEST( DeathTest, PreprocessingShowsTheTableThatFailed ) {
 
 TEST( DeathTest, MatchTableShowsTheHandleThatIsMissing ) {
     auto const parser = emptyParser();
-    rapidjson::Document document;
+    JsonDocument document;
     document.Parse( matchTable( "acl" )
                         .actionData( "adt" )
                         .with( "/action_data_table_refs/0/handle", "77" )

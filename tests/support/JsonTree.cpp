@@ -182,6 +182,16 @@ JsonTree& JsonTree::with( std::string_view pointer, JsonTree value ) {
     return *this;
 }
 
+JsonTree& JsonTree::withFirst( std::string_view pointer, JsonTree value ) {
+    auto const [ parent, step ] = split( pointer );
+    JsonTree& holder = at( parent );
+    if( holder.kind_ != Kind::object )
+        throw std::out_of_range( "no place for a member: " + std::string( pointer ) );
+    holder.names_.insert( holder.names_.begin(), std::string( step ) );
+    holder.children_.insert( holder.children_.begin(), std::move( value ) );
+    return *this;
+}
+
 JsonTree& JsonTree::without( std::string_view pointer ) {
     at( pointer ); // must exist
     auto const [ parent, step ] = split( pointer );

@@ -33,6 +33,13 @@ TEST( JsonTree, RefusesPlacesThatDoNotExist ) {
     EXPECT_THROW( tree.with( "/a/0/x", "1" ), std::out_of_range );
 }
 
+TEST( JsonTree, PutsAMemberInFrontOfTheOthersAndItsNamesake ) {
+    JsonTree tree( R"({ "a": { "b": 1, "c": 2 } })" );
+    EXPECT_EQ( tree.withFirst( "/a/c", "3" ).text(), R"({"a":{"c":3,"b":1,"c":2}})" );
+    EXPECT_EQ( tree.withFirst( "/d", "[]" ).text(), R"({"d":[],"a":{"c":3,"b":1,"c":2}})" );
+    EXPECT_THROW( tree.withFirst( "/d/0", "1" ), std::out_of_range );
+}
+
 TEST( JsonTree, ListsEveryPlace ) {
     EXPECT_THAT( JsonTree( R"({ "a": [ 1, { "b": 2 } ] })" ).pointers(),
                  ElementsAre( "/a", "/a/0", "/a/1", "/a/1/b" ) );

@@ -3,79 +3,85 @@
 #include "resourceinfo/model/Source.h"
 #include "resourceinfo/parser/context/ContextReader.h"
 
+#include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstring>
-#include <memory>
+#include <optional>
 #include <ostream>
+#include <utility>
 
 #include <rapidjson/error/en.h>
 
 namespace {
 
-/// Of the gzip library; its own choice, 8 KiB, means a call of the system for every 16 KiB of a plain file.
-constexpr unsigned inputBufferSize = 65536;
-
-using GZFile = std::unique_ptr<gzFile_s, int ( * )( gzFile )>;
+/// How many lines end, and how many characters stand behind the last end, before a character of the file;
+/// nothing when the file cannot be read again as far as that.
+std::optional<std::pair<std::size_t, std::size_t>> lineAndColumn( InputFile& file, std::size_t offset ) {
+    if( !file.rewind() )
+        return std::nullopt;
+    std::pair<std::size_t, std::size_t> place;
+    std::array<char, 4096> buffer;
+    while( offset > 0 ) {
+        int const result = file.read( std::span( buffer ).first( std::min( offset, buffer.size() ) ) );
+        if( result <= 0 )
+            return std::nullopt;
+        std::string_view const text( buffer.data(), static_cast<std::size_t>( result ) );
+        auto const lineEnds = static_cast<std::size_t>( std::count( text.begin(), text.end(), '\n' ) );
+        place.first += lineEnds;
+        place.second = lineEnds ? text.size() - text.rfind( '\n' ) - 1 : place.second + text.size();
+        offset -= text.size();
+    }
+    return place;
+}
 
 /// "line 3, column 14: REASON" for a character of the file; "character 40: REASON" when the file cannot be
 /// read again.
-String syntaxError( gzFile file, std::size_t offset, String const& reason ) {
-    if( gzrewind( file ) != 0 )
+String syntaxError( InputFile& file, std::size_t offset, String const& reason ) {
+    auto const place = lineAndColumn( file, offset );
+    if( !place )
         return "character " + std::to_string( offset ) + ": " + reason;
-    std::size_t line = 1;
-    std::size_t column = 1;
-    for( std::size_t i = 0; i < offset; ++i ) {
-        bool const lineEnd = gzgetc( file ) == '\n';
-        line += lineEnd;
-        column = lineEnd ? 1 : column + 1;
-    }
-    return "line " + std::to_string( line ) + ", column " + std::to_string( column ) + ": " + reason;
+    return "line " + std::to_string( place->first + 1 ) + ", column " + std::to_string( place->second + 1 ) +
+           ": " + reason;
 }
 
-/// What the gzip library says of its last error, without the path that it puts in front.
-String readError( gzFile file, String const& path ) {
-    int error = Z_OK;
-    String const text = gzerror( file, &error );
-    String const prefix = path + ": ";
-    return text.starts_with( prefix ) ? text.substr( prefix.size() ) : text;
+String reasonOf( rapidjson::ParseErrorCode code, Depth const& depth ) {
+    if( code != rapidjson::kParseErrorTermination )
+        return rapidjson::GetParseError_En( code );
+    if( depth.exceeded() )
+        return "More than " + std::to_string( Depth::maximum ) + " levels of nesting.";
+    return "Expected a string of at most " + std::to_string( longestString >> 20 ) +
+           " MiB, found a longer one.";
 }
 
 } // namespace
 
-ContextDocument::ContextDocument( String const& path ) : path_( path ) {
+ContextDocument::ContextDocument( String const& path, InputFile& file ) : path_( path ) {
     lastJsonAccess() = {};
-    read();
+    read( file );
+    file.close();
 }
 
 ContextDocument::~ContextDocument() { lastJsonAccess() = {}; }
 
-void ContextDocument::read() {
-    errno = 0;
-    GZFile const file( gzopen( path_.c_str(), "r" ), gzclose );
-    if( !file )
-        return unreadable( "open", std::strerror( errno ) );
+void ContextDocument::read( InputFile& file ) {
+    if( String const reason = file.open( path_ ); !reason.empty() )
+        return unreadable( "open", reason );
     std::array<char, 4096> buffer;
-    gzbuffer( file.get(), inputBufferSize );
-    GZFileReadStream stream( file.get(), buffer );
-    rapidjson::Reader reader;
+    GZFileReadStream stream( file, buffer );
+    ContextReader reader;
     PruningFilter filter( document_ );
     rapidjson::ParseResult result;
-    auto parse = [ & ]( rapidjson::Document& ) {
+    auto parse = [ & ]( JsonDocument& ) {
         result = reader.Parse( stream, filter );
         // Damaged gzip shows as text that makes no sense, or behind a NUL, long before its checksum does.
-        if( !result.IsError() || !gzdirect( file.get() ) )
+        if( !result.IsError() || file.isCompressed() )
             stream.drain();
         return !result.IsError() && !stream.failed();
     };
     document_.Populate( parse );
     if( stream.failed() )
-        return unreadable( "read", readError( file.get(), path_ ) );
+        return unreadable( "read", file.error() );
     if( result.IsError() )
-        problem_ = syntaxError( file.get(), result.Offset(),
-                                filter.depth().exceeded()
-                                    ? "More than " + std::to_string( Depth::maximum ) + " levels of nesting."
-                                    : rapidjson::GetParseError_En( result.Code() ) );
+        problem_ = syntaxError( file, result.Offset(), reasonOf( result.Code(), filter.depth() ) );
 }
 
 void ContextDocument::unreadable( char const* what, String const& reason ) {

@@ -55,12 +55,12 @@ void parseAttachedTables( BfResourceParser* parser, Json d, String const& path,
 
 // The order holds the model together: tables refer to handles that preprocessing found, in any order of the
 // file, and what comes behind the tables refers to them. It is also the order in which faults are met.
-void parseContextJson( BfResourceParser* parser, String const& path,
-                       BfResourceParserContext const& context ) {
+void parseContextJson( BfResourceParser* parser, String const& path, BfResourceParserContext const& context,
+                       InputFile&& file ) {
     BF_TRACE( 5 ) << "void parseContextJson(BfResourceInfo::BfResourceParser*, const String&, "
                      "const BfResourceParserContext&)"
                   << path;
-    ContextDocument const document( path );
+    ContextDocument const document( path, file );
     Json const d = document.root();
     preprocessContext( parser, d, context );
     BF_TRACE( 6 ) << "Preprocessing done";

@@ -2,9 +2,10 @@
 
 #include "resourceinfo/model/BfResourceParserContext.h"
 #include "resourceinfo/parser/BfResourceParser.h"
+#include "resourceinfo/parser/context/InputFile.h"
 
 /// Reads one context file, plain or gzip, into the parser: the preprocessing pass, then the passes in their
 /// order. The document lives for this call only. Malformed data is fatal; a file that cannot be read, or is
-/// no valid JSON, fails the first look-up: "IsObject()".
+/// no valid JSON, fails the first look-up: "IsObject()". Tests bring another `file` to read through.
 void parseContextJson( BfResourceInfo::BfResourceParser* parser, String const& path,
-                       BfResourceParserContext const& context );
+                       BfResourceParserContext const& context, InputFile&& file = GzipFile() );

@@ -25,18 +25,35 @@ inline void SkipWhitespace( GZFileReadStream& stream ) {
     stream.takeTo( ByteScan::findNoSpace<>, []( std::string_view ) {} );
 }
 
+using ContextReader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator>;
+
+/// A string or name of more characters than this is a syntax error at its quote, kept or dropped: so a file
+/// takes memory for what is kept of it and for one such string, whatever is packed into it.
+inline constexpr std::size_t longestString = std::size_t{ 16 } << 20;
+
+/// Thrown and caught within the reading of a string.
+struct StringTooLong {};
+
+inline void requireLength( std::size_t length ) {
+    if( length > longestString )
+        throw StringTooLong();
+}
+
 /// Takes the text of a string that is dropped.
 struct NoText {
-    void Put( char ) {}
+    void Put( char ) { ++length; }
+
+    std::size_t length = 0;
 };
 
 namespace rapidjson {
 
-/// Takes the plain characters at the front of a string's rest.
+/// Takes the plain characters at the front of a string's rest. Comes behind each escape, too.
 template<>
 template<>
-inline void Reader::ScanCopyUnescapedString( GZFileReadStream& stream, StackStream<char>& text ) {
+inline void ContextReader::ScanCopyUnescapedString( GZFileReadStream& stream, StackStream<char>& text ) {
     stream.takeTo( ByteScan::findNoPlain<>, [ & ]( std::string_view run ) {
+        requireLength( text.Length() + run.size() );
         auto* const place = static_cast<char*>( text.Push( static_cast<SizeType>( run.size() ) ) );
         std::copy( run.begin(), run.end(), place );
     } );
@@ -44,25 +61,52 @@ inline void Reader::ScanCopyUnescapedString( GZFileReadStream& stream, StackStre
 
 template<>
 template<>
-inline void Reader::ScanCopyUnescapedString( GZFileReadStream& stream, NoText& ) {
-    stream.takeTo( ByteScan::findNoPlain<>, []( std::string_view ) {} );
+inline void ContextReader::ScanCopyUnescapedString( GZFileReadStream& stream, NoText& text ) {
+    stream.takeTo( ByteScan::findNoPlain<>, [ & ]( std::string_view run ) {
+        text.length += run.size();
+        requireLength( text.length );
+    } );
+}
+
+template<>
+template<>
+inline void ContextReader::ParseString<kParseDefaultFlags>( GZFileReadStream& stream, PruningFilter& filter,
+                                                            bool isKey ) {
+    std::size_t const start = stream.Tell();
+    stream.Take(); // the quote
+    StackStream<char> text( stack_ );
+    try {
+        ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
+    } catch( StringTooLong ) {
+        SetParseError( kParseErrorTermination, start );
+    }
+    if( HasParseError() )
+        return;
+    auto const length = static_cast<SizeType>( text.Length() - 1 ); // without the NUL behind it
+    char const* const string = text.Pop();
+    isKey ? filter.Key( string, length, true ) : filter.String( string, length, true );
 }
 
 /// A dropped string, or the name of a member in a dropped value, needs no place in memory.
 template<>
 template<>
-inline void Reader::ParseString<kParseDefaultFlags>( GZFileReadStream& stream,
-                                                     [[maybe_unused]] DroppedValue& handler,
-                                                     [[maybe_unused]] bool isKey ) {
+inline void ContextReader::ParseString<kParseDefaultFlags>( GZFileReadStream& stream,
+                                                            [[maybe_unused]] DroppedValue& handler,
+                                                            [[maybe_unused]] bool isKey ) {
+    std::size_t const start = stream.Tell();
     stream.Take(); // the quote
     NoText text;
-    ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
+    try {
+        ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
+    } catch( StringTooLong ) {
+        SetParseError( kParseErrorTermination, start );
+    }
 }
 
 /// The value of a member that is dropped goes to a handler that the compiler makes nothing of.
 template<>
 template<>
-inline void Reader::ParseValue<kParseDefaultFlags>( GZFileReadStream& stream, PruningFilter& filter ) {
+inline void ContextReader::ParseValue<kParseDefaultFlags>( GZFileReadStream& stream, PruningFilter& filter ) {
     if( filter.dropsNext() ) {
         DroppedValue dropped = filter.dropped();
         return ParseValue<kParseDefaultFlags>( stream, dropped );

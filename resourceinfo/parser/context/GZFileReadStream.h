@@ -1,10 +1,8 @@
 #pragma once
 
-#include "resourceinfo/model/Types.h"
+#include "resourceinfo/parser/context/InputFile.h"
 
-#include <span>
 #include <string_view>
-#include <zlib.h>
 
 /// The characters of a file, plain or gzip, as RapidJSON's reader takes them. The end of the file is one NUL.
 /// A read error ends the characters like the end of the file does, and stays visible in failed(): what was
@@ -14,7 +12,7 @@ class GZFileReadStream {
     using Ch = char;
 
     /// Reads from an open file into a buffer of the caller; both must outlive the stream.
-    GZFileReadStream( gzFile file, std::span<char> buffer );
+    GZFileReadStream( InputFile& file, std::span<char> buffer );
 
     Ch Peek() const { return *current_; }
     Ch Take() {
@@ -39,7 +37,7 @@ class GZFileReadStream {
     /// Number of characters taken.
     std::size_t Tell() const { return count_ + static_cast<std::size_t>( current_ - buffer_.data() ); }
 
-    /// True once the library could not deliver what the file should hold: an I/O error, damaged or cut-off
+    /// True once the file could not deliver what it should hold: an I/O error, damaged or cut-off
     /// gzip.
     bool failed() const { return failed_; }
     /// Reads the rest of the file, for its errors alone.
@@ -60,7 +58,7 @@ class GZFileReadStream {
     }
     void refill();
 
-    gzFile file_;
+    InputFile& file_;
     std::span<char> buffer_;
     char const* bufferLast_; // last valid character
     char const* current_;    // next character to hand out

@@ -17,10 +17,10 @@ String pointerStep( std::string_view name ) {
 
 /// Writes the way from a value to one inside it into `path`; false, and nothing written, when it is not
 /// inside.
-bool findPath( rapidjson::Value const& from, rapidjson::Value const* to, String& path ) {
+bool findPath( JsonValue const& from, JsonValue const* to, String& path ) {
     if( &from == to )
         return true;
-    auto const descend = [ & ]( rapidjson::Value const& child, String const& step ) {
+    auto const descend = [ & ]( JsonValue const& child, String const& step ) {
         auto const length = path.size();
         path += step;
         if( findPath( child, to, path ) )
@@ -64,7 +64,7 @@ std::optional<std::string_view> Json::textOf( char const* member ) const {
     return found->value.GetString();
 }
 
-void describeLastAccess( std::ostream& os, rapidjson::Value const& document ) {
+void describeLastAccess( std::ostream& os, JsonValue const& document ) {
     JsonAccess const access = lastJsonAccess();
     String path;
     if( access.value && findPath( document, access.value, path ) && !path.empty() )

@@ -7,7 +7,10 @@
 #include "resourceinfo/parser/context/MemberNames.h"
 #include "zel/SourceLocation.h"
 
+#include <algorithm>
+#include <cstring>
 #include <iosfwd>
+#include <new>
 #include <optional>
 #include <string_view>
 
@@ -20,9 +23,29 @@
     ( ( condition ) ? static_cast<void>( 0 ) : jsonAssertionFailed( #condition ) )
 #include <rapidjson/document.h>
 
+/// Memory for RapidJSON, which does not look whether its own allocator found any: here a lack of it throws.
+struct JsonAllocator {
+    static constexpr bool kNeedFree = true;
+
+    void* Malloc( std::size_t size ) { return size ? ::operator new( size ) : nullptr; }
+    void* Realloc( void* former, std::size_t formerSize, std::size_t size ) {
+        void* const block = Malloc( size );
+        if( formerSize && size )
+            std::memcpy( block, former, std::min( formerSize, size ) );
+        Free( former );
+        return block;
+    }
+    static void Free( void* block ) { ::operator delete( block ); }
+};
+
+// RapidJSON's types, with that memory.
+using JsonPool = rapidjson::MemoryPoolAllocator<JsonAllocator>;
+using JsonValue = rapidjson::GenericValue<rapidjson::UTF8<>, JsonPool>;
+using JsonDocument = rapidjson::GenericDocument<rapidjson::UTF8<>, JsonPool, JsonAllocator>;
+
 /// What this thread read last: a value, or the member of that name that it asked of it.
 struct JsonAccess {
-    rapidjson::Value const* value = nullptr;
+    JsonValue const* value = nullptr;
     char const* member = nullptr;
     Zel::SourceLocation where;
 };
@@ -57,7 +80,7 @@ class Json {
     /// Goes over an array's elements.
     class Iterator {
       public:
-        explicit Iterator( rapidjson::Value const* value ) : value_( value ) {}
+        explicit Iterator( JsonValue const* value ) : value_( value ) {}
         Json operator*() const { return Json( *value_ ); }
         Iterator& operator++() {
             ++value_;
@@ -66,10 +89,10 @@ class Json {
         friend bool operator==( Iterator const& a, Iterator const& b ) { return a.value_ == b.value_; }
 
       private:
-        rapidjson::Value const* value_;
+        JsonValue const* value_;
     };
 
-    explicit Json( rapidjson::Value const& value ) : value_( &value ) {}
+    explicit Json( JsonValue const& value ) : value_( &value ) {}
 
     bool IsObject( Where where = Where::current() ) const { return note( where ).IsObject(); }
     bool IsArray( Where where = Where::current() ) const { return note( where ).IsArray(); }
@@ -92,18 +115,18 @@ class Json {
     std::optional<std::string_view> textOf( char const* member ) const;
 
   private:
-    rapidjson::Value const& note( Where where ) const {
+    JsonValue const& note( Where where ) const {
         lastJsonAccess() = { value_, nullptr, where };
         return *value_;
     }
-    rapidjson::Value const& note( Member member ) const {
+    JsonValue const& note( Member member ) const {
         lastJsonAccess() = { value_, member.name, member.where };
         return *value_;
     }
 
-    rapidjson::Value const* value_;
+    JsonValue const* value_;
 };
 
 /// Writes the place of the last access in a document, a JSON pointer: "/tables/3/match_attributes", and the
 /// member that was asked for: ", member \"units\"". Walks the document; for failures.
-void describeLastAccess( std::ostream& os, rapidjson::Value const& document );
+void describeLastAccess( std::ostream& os, JsonValue const& document );

@@ -58,7 +58,7 @@ class PruningFilter {
     using Size = rapidjson::SizeType;
 
   public:
-    explicit PruningFilter( rapidjson::Document& document ) : document_( document ) {}
+    explicit PruningFilter( JsonDocument& document ) : document_( document ) {}
 
     Depth const& depth() const { return depth_; }
     DroppedValue dropped() { return DroppedValue( depth_ ); }
@@ -104,7 +104,7 @@ class PruningFilter {
     }
 
   private:
-    rapidjson::Document& document_;
+    JsonDocument& document_;
     Depth depth_;
     bool dropsNext_ = false;
     std::array<Size, Depth::maximum + 1> keptMembers_; // of the object at each depth

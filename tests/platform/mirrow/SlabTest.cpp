@@ -9,6 +9,7 @@
 #include <memory>
 #include <set>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -66,6 +67,35 @@ TEST( Slab, TakesBackWhatAnotherThreadWasGiven ) {
     inThreads(
         [ &blocks ]( std::size_t i ) { Mirrow::slab().deallocate( blocks[ threadCount - 1 - i ], 32, 8 ); } );
 }
+
+#if !defined( __SANITIZE_ADDRESS__ ) && !defined( __SANITIZE_THREAD__ ) && !defined( __clang__ )
+// Takes all memory that there is, gives it back, and takes it again.
+TEST( SlabDeathTest, WithoutMemoryThrowsAndGoesOnWhenThereIsSome ) {
+    auto const takeAll = [] {
+        std::size_t count = 0;
+        void* last = nullptr;
+        try {
+            for( ;; ++count ) {
+                void* const block = Mirrow::slab().allocate( 48, 8 );
+                last = new( block ) void*( last );
+            }
+        } catch( std::bad_alloc const& ) {
+        }
+        while( last ) {
+            void* const next = *static_cast<void**>( last );
+            Mirrow::slab().deallocate( std::exchange( last, next ), 48, 8 );
+        }
+        return count;
+    };
+    auto const takeAllTwice = [ & ] {
+        rlimit const limit = { 512U << 20U, 512U << 20U };
+        setrlimit( RLIMIT_AS, &limit );
+        std::size_t const count = takeAll();
+        std::_Exit( count > 100000 && takeAll() == count ? 0 : 1 );
+    };
+    EXPECT_EXIT( takeAllTwice(), testing::ExitedWithCode( 0 ), "" );
+}
+#endif
 
 struct Element {
     double number;

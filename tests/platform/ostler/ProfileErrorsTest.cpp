@@ -2,6 +2,8 @@
 
 #include "tests/platform/ostler/OstlerFixture.h"
 
+#include <sys/stat.h>
+
 namespace {
 
 class ProfileErrors : public OstlerFixture {
@@ -173,10 +175,14 @@ TEST_F( ProfileErrors, AFailedReadingLeavesNothingOfAFormerOne ) {
 TEST_F( ProfileErrors, AFileThatCannotBeReadIsNamedWithoutAPlace ) {
     std::string const missing = ( folder_ / "missing.conf" ).string();
     std::string const throughFile = file() + "/x";
+    std::string const pipe = ( folder_ / "pipe" ).string();
+    ASSERT_EQ( mkfifo( pipe.c_str(), 0600 ), 0 );
     Row const rows[] = {
         { missing, missing + ": No such file or directory" },
         { folder_.string(), folder_.string() + ": Is a directory" },
         { throughFile, throughFile + ": Not a directory" },
+        { pipe, pipe + ": Not a regular file" },
+        { "/dev/zero", "/dev/zero: Not a regular file" },
         { "", ": No such file or directory" },
     };
     for( Row const& row : rows ) {

@@ -30,7 +30,8 @@ struct Outcome {
     }
 };
 
-Outcome outcome( rapidjson::ParseResult const& result, rapidjson::Document const& document ) {
+template<class Document>
+Outcome outcome( rapidjson::ParseResult const& result, Document const& document ) {
     if( result.IsError() )
         return { result.Code(), result.Offset(), "" };
     rapidjson::StringBuffer text;
@@ -70,14 +71,15 @@ Outcome plainOutcome( std::string const& text ) {
 Outcome filteredOutcome( std::string const& text, std::size_t bufferSize = 4096 ) {
     static Support::TemporaryFolder const folder;
     std::string const path = folder.write( "text.json", text );
-    std::unique_ptr<gzFile_s, int ( * )( gzFile )> const file( gzopen( path.c_str(), "r" ), gzclose );
+    GzipFile file;
+    EXPECT_EQ( file.open( path ), "" );
     std::vector<char> buffer( bufferSize );
-    GZFileReadStream stream( file.get(), buffer );
-    rapidjson::Document document;
+    GZFileReadStream stream( file, buffer );
+    JsonDocument document;
     rapidjson::ParseResult result;
-    auto parse = [ & ]( rapidjson::Document& ) {
+    auto parse = [ & ]( JsonDocument& ) {
         PruningFilter filter( document );
-        result = rapidjson::Reader().Parse( stream, filter );
+        result = ContextReader().Parse( stream, filter );
         return !result.IsError();
     };
     document.Populate( parse );

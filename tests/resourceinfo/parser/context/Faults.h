@@ -16,10 +16,10 @@ class ParsedJson {
   public:
     explicit ParsedJson( std::string const& text ) { document_.Parse( text.data(), text.size() ); }
     Json json() const { return Json( document_ ); }
-    rapidjson::Document const& document() const { return document_; }
+    JsonDocument const& document() const { return document_; }
 
   private:
-    rapidjson::Document document_;
+    JsonDocument document_;
 };
 
 /// A context file with something of everything that some pass reads. Its first tables are a direct counter

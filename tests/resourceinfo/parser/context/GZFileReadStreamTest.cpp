@@ -10,6 +10,12 @@ namespace {
 
 using Support::TemporaryFolder;
 
+std::unique_ptr<InputFile> openFile( std::string const& path ) {
+    auto file = std::make_unique<GzipFile>();
+    EXPECT_EQ( file->open( path ), "" );
+    return file;
+}
+
 /// A file of its own folder, open, and a stream over it with a buffer of the given size.
 class OpenStream {
   public:
@@ -35,12 +41,12 @@ class OpenStream {
   private:
     OpenStream( std::size_t bufferSize, std::unique_ptr<TemporaryFolder> folder, std::string const& bytes )
         : folder_( std::move( folder ) ),
-          file_( gzopen( folder_->write( "file", bytes ).c_str(), "r" ), gzclose ),
+          file_( openFile( folder_->write( "file", bytes ) ) ),
           buffer_( bufferSize ),
-          stream_( file_.get(), buffer_ ) {}
+          stream_( *file_, buffer_ ) {}
 
     std::unique_ptr<TemporaryFolder> folder_;
-    std::unique_ptr<gzFile_s, int ( * )( gzFile )> file_;
+    std::unique_ptr<InputFile> file_;
     std::vector<char> buffer_;
     GZFileReadStream stream_;
 };
@@ -108,11 +114,9 @@ TEST( GZFileReadStream, DamagedCompressionEndsTheCharacters ) {
 
 TEST( GZFileReadStream, FolderCannotBeRead ) {
     TemporaryFolder const folder;
-    std::unique_ptr<gzFile_s, int ( * )( gzFile )> const file( gzopen( folder.path().c_str(), "r" ),
-                                                               gzclose );
-    ASSERT_TRUE( file );
+    auto const file = openFile( folder.path() );
     std::vector<char> buffer( 64 );
-    GZFileReadStream const stream( file.get(), buffer );
+    GZFileReadStream const stream( *file, buffer );
     EXPECT_EQ( stream.Peek(), '\0' );
     EXPECT_EQ( stream.Tell(), 0 );
     EXPECT_TRUE( stream.failed() );
