@@ -1,57 +1,39 @@
 #pragma once
 
-// What the fuzz targets share.
+// What all fuzz targets share.
 
-#include "resourceinfo/BfResourceInfoIntf.h"
-#include "zel/Assert.h"
+#include "resourceinfo/model/Types.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <unistd.h>
 
-extern "C" int LLVMFuzzerTestOneInput( std::uint8_t const* data, std::size_t size );
+extern "C" {
+int LLVMFuzzerTestOneInput( std::uint8_t const* data, std::size_t size );
 
-/// A folder of this process for the files that the library reads; gone with the process.
+/// Some targets change inputs in their own way, in a buffer of `maxSize` bytes; returns the new size.
+std::size_t LLVMFuzzerCustomMutator( std::uint8_t* data, std::size_t size, std::size_t maxSize,
+                                     unsigned seed );
+
+/// libFuzzer's way; in the ordinary build that of Replay.cpp.
+std::size_t LLVMFuzzerMutate( std::uint8_t* data, std::size_t size, std::size_t maxSize );
+}
+
+/// Ends the process, which makes the input a finding, unless the condition holds.
+void require( bool condition, char const* what );
+
+/// A folder of this process for the files that the library reads, in the folder for temporary files; gone
+/// with the process.
 class FuzzFolder {
   public:
-    FuzzFolder()
-        : path_( std::filesystem::temp_directory_path() / ( "bfri-fuzz-" + std::to_string( getpid() ) ) ) {
-        std::filesystem::create_directories( path_ );
-    }
+    FuzzFolder();
     FuzzFolder( FuzzFolder const& ) = delete;
     FuzzFolder& operator=( FuzzFolder const& ) = delete;
-    ~FuzzFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all( path_, ignored );
-    }
+    ~FuzzFolder();
 
-    String write( char const* name, void const* data, std::size_t size ) const {
-        auto const file = path_ / name;
-        std::ofstream( file, std::ios::binary )
-            .write( static_cast<char const*>( data ), static_cast<std::streamsize>( size ) );
-        return file.string();
-    }
+    /// Writes a file and returns its path.
+    String write( char const* name, void const* data, std::size_t size ) const;
 
   private:
     std::filesystem::path path_;
 };
-
-/// Loads a configuration; bad data ends in an assertion error and leaves no entity behind, all else is a
-/// finding.
-inline void loadWithoutRemains( String const& switchConf ) {
-    Zel::assertionHandlerIs( Zel::throwAssertionError );
-    try {
-        BfResourceInfo::bfResourceInfoIntfFactory( switchConf );
-    } catch( Zel::AssertionError const& ) {
-    }
-    if( Vessa::allocationTracker<BfResourceInfo::BfResourceInfoIntf>().live() != 0 ||
-        Vessa::allocationTracker<BfResourceInfo::BfResourceParser>().live() != 0 ||
-        Vessa::allocationTracker<BfTableInfo>().live() != 0 ) {
-        std::fputs( "something outlived the interface\n", stderr );
-        std::abort();
-    }
-}
