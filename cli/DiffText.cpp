@@ -14,29 +14,20 @@ namespace Bfri {
 namespace {
 
 /// Within a line, so lists stand in brackets. A handle with what it stands for shows as that.
-struct InLine {
-    String operator()( std::monostate ) const { return "-"; }
-    String operator()( bool flag ) const { return flag ? "yes" : "no"; }
-    String operator()( U32 number ) const { return std::to_string( number ); }
-    String operator()( Hex number ) const {
-        char text[ 16 ];
-        std::snprintf( text, sizeof text, "0x%08x", number.value );
-        return text;
-    }
-    String operator()( String const& text ) const { return text.empty() ? "-" : shown( text ); }
-    String operator()( List const& list ) const {
+/// Lists in brackets, references by the name of what they stand for.
+String inLine( Value const& value ) {
+    if( List const* const list = std::get_if<List>( &value.is ) ) {
         String text;
-        for( Value const& value : list )
-            text += ( text.empty() ? "" : " " ) + std::visit( *this, value.is );
+        for( Value const& element : *list )
+            text += ( text.empty() ? "" : " " ) + inLine( element );
         return '[' + text + ']';
     }
-    String operator()( Row const& referent ) const {
-        Value const& name = valueOf( referent, "name" );
-        return std::visit( *this, ( name.is.index() == 0 ? valueOf( referent, "handle" ) : name ).is );
+    if( Row const* const referent = std::get_if<Row>( &value.is ) ) {
+        Value const& name = valueOf( *referent, "name" );
+        return inLine( name.is.index() == 0 ? valueOf( *referent, "handle" ) : name );
     }
-};
-
-String inLine( Value const& value ) { return std::visit( InLine(), value.is ); }
+    return textOf( value );
+}
 
 String labelOf( Row const& row ) {
     Identity const identity( row );

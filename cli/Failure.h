@@ -12,7 +12,7 @@ using Vessa::String;
 /// What the process ends with; scripts branch on the numbers.
 enum class ExitStatus {
     done = 0,
-    no = 1,          ///< the answer is no: not found
+    no = 1,          ///< the answer is no: not found, not unique, differs, findings
     usage = 2,       ///< the command line is wrong
     notLoadable = 3, ///< switch configuration or context file
     internal = 4,    ///< anything else, standard output that cannot be written included

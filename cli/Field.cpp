@@ -13,9 +13,7 @@ Row const& rowMeant( std::vector<Row> const& rows, Listing const& kind, String c
     for( Row const& row : rows )
         names.push_back( valueAs<String>( row, "name" ) );
     String const name = meantName( names, word, { kind.one, kind.word, kind.word } );
-    if( auto const count = std::count( names.begin(), names.end(), name ); count > 1 )
-        err << "bfri: " << count << " " << kind.word
-            << " have this name; this is the first, as for every query\n";
+    noteSeveral( names, name, kind.word, err );
     auto const first = std::find( names.begin(), names.end(), name ) - names.begin();
     return rows[ static_cast<std::size_t>( first ) ];
 }

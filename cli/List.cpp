@@ -8,18 +8,12 @@ namespace Bfri {
 
 namespace {
 
-Row cellsOf( Listing const& listing, Row row ) {
-    Row const shown = listing.shown ? listing.shown( std::move( row ) ) : std::move( row );
-    Row cells;
-    for( Column const& column : listing.columns )
-        cells.push_back( { column.title, valueOf( shown, column.field ) } );
-    return cells;
-}
-
-RowList columnsOf( Listing const& listing, std::vector<Row> rows ) {
-    for( Row& row : rows )
-        row = cellsOf( listing, std::move( row ) );
-    return { cellsOf( listing, listing.blank() ), std::move( rows ) };
+RowList columnsOfList( Listing const& listing, std::vector<Row> rows ) {
+    if( listing.shown ) {
+        for( Row& row : rows )
+            row = listing.shown( std::move( row ) );
+    }
+    return columnsOf( listing.columns, listing.blank(), rows );
 }
 
 } // namespace
@@ -30,7 +24,7 @@ ExitStatus list( Model const& model, Request const& request, Streams const& io )
     choose( rows, request.choice );
     switch( request.format ) {
     case Format::text:
-        printColumns( io.out, columnsOf( listing, std::move( rows ) ), io.look );
+        printColumns( io.out, columnsOfList( listing, std::move( rows ) ), io.look );
         break;
     case Format::csv:
         printCsv( io.out, { listing.blank(), std::move( rows ) } );

@@ -198,6 +198,19 @@ constexpr Listing table_[] = {
 
 } // namespace
 
+RowList columnsOf( std::span<Column const> columns, Row const& blank, std::vector<Row> const& rows ) {
+    auto const cellsOf = [ & ]( Row const& row ) {
+        Row cells;
+        for( Column const& column : columns )
+            cells.push_back( { column.title, valueOf( row, column.field ) } );
+        return cells;
+    };
+    RowList list{ cellsOf( blank ), {} };
+    for( Row const& row : rows )
+        list.rows.push_back( cellsOf( row ) );
+    return list;
+}
+
 std::span<Listing const> listings() { return table_; }
 
 } // namespace Bfri

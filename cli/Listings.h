@@ -25,6 +25,9 @@ struct Listing {
     Row ( *shown )( Row row ) = nullptr; ///< the row for people, where it is another one
 };
 
+/// The rows in these columns; of the blank row only the types count.
+RowList columnsOf( std::span<Column const> columns, Row const& blank, std::vector<Row> const& rows );
+
 /// Every kind, in the order of the help.
 std::span<Listing const> listings();
 

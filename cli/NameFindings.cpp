@@ -166,9 +166,15 @@ void findDuplicateResourceNames( Facts const& facts, Findings& findings ) {
 }
 
 void findDuplicateActions( Facts const& facts, Findings& findings ) {
-    for( Group const& group : repeatedNames( facts, actionsOfTables( facts ) ).withinAFile )
-        findings.add( "action", *group.front().name, {},
-                      handlesOf( group ) + ", in table " + quoted( *group.front().scope ) );
+    // Of tables with one name the model does not say whose an action is.
+    std::unordered_set<std::string_view> mixed;
+    for( Group const& tables : repeatedNames( facts, matchTables( facts ) ).withinAFile )
+        mixed.insert( *tables.front().name );
+    for( Group const& group : repeatedNames( facts, actionsOfTables( facts ) ).withinAFile ) {
+        if( mixed.count( *group.front().scope ) == 0 )
+            findings.add( "action", *group.front().name, {},
+                          handlesOf( group ) + ", in table " + quoted( *group.front().scope ) );
+    }
 }
 
 void findDuplicateTableHandles( Facts const& facts, Findings& findings ) {
@@ -176,8 +182,7 @@ void findDuplicateTableHandles( Facts const& facts, Findings& findings ) {
 }
 
 void findDuplicateActionHandles( Facts const& facts, Findings& findings ) {
-    std::vector<Bearer> bearers = actionsOfTables( facts );
-    addHandles( repeatedHandles( facts, std::move( bearers ) ), "action", findings );
+    addHandles( repeatedHandles( facts, actionsOfTables( facts ) ), "action", findings );
 }
 
 void findNamesInSeveralPipelines( Facts const& facts, Findings& findings ) {

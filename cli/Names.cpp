@@ -98,4 +98,10 @@ String meantName( std::vector<String> const& names, String const& word, Named co
     throw Failure( ExitStatus::no, String( "no " ) + named.one + " " + quoted + hint, suggestions );
 }
 
+void noteSeveral( std::vector<String> const& names, String const& name, char const* many,
+                  std::ostream& err ) {
+    if( auto const count = std::count( names.begin(), names.end(), name ); count > 1 )
+        err << "bfri: " << count << " " << many << " have this name; this is the first, as for every query\n";
+}
+
 } // namespace Bfri

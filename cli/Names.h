@@ -2,6 +2,7 @@
 
 #include "vessa/Types.h"
 
+#include <ostream>
 #include <string_view>
 #include <vector>
 
@@ -27,5 +28,8 @@ struct Named {
 /// The one of the names that a word means: itself, or the only one that ends in it. Else a Failure of status
 /// no, with the names that it may have meant.
 String meantName( std::vector<String> const& names, String const& word, Named const& named );
+
+/// Says on err, where several of the names are this one, that the first record counts.
+void noteSeveral( std::vector<String> const& names, String const& name, char const* many, std::ostream& err );
 
 } // namespace Bfri

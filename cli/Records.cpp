@@ -152,4 +152,13 @@ Row shownHandle( Row row ) {
     return row;
 }
 
+List pipesOf( U32 mask ) {
+    List pipes;
+    for( U32 pipe = 0; pipe < 32; ++pipe ) {
+        if( mask >> pipe & 1 )
+            pipes.push_back( pipe );
+    }
+    return pipes;
+}
+
 } // namespace Bfri

@@ -29,6 +29,9 @@ Row shownResource( Row row );
 /// The same of a placed table's row that says which parent it has.
 Row shownHandle( Row row );
 
+/// The numbers of the pipes in a mask.
+List pipesOf( U32 mask );
+
 /// Pointers to the entries of a hash map, by ascending key.
 template<class Map>
 auto sortedByKey( Map const& map ) {

@@ -103,18 +103,13 @@ void printRecord( std::ostream& out, Listing const& kind, Entry const& entry ) {
 
 /// The columns of a list, but for the table that the page is about.
 RowList columnsOf( Part const& part ) {
-    auto const cellsOf = [ & ]( Row const& row ) {
-        Row cells;
-        for( Column const& column : part.columns ) {
-            if( std::string_view( column.title ) != "TABLE" )
-                cells.push_back( { column.title, valueOf( row, column.field ) } );
-        }
-        return cells;
-    };
-    RowList list{ cellsOf( {} ), {} };
-    for( Row const& row : part.rows )
-        list.rows.push_back( cellsOf( part.shown ? part.shown( row ) : row ) );
-    return list;
+    std::vector<Column> columns;
+    std::copy_if( part.columns.begin(), part.columns.end(), std::back_inserter( columns ),
+                  []( Column const& column ) { return std::string_view( column.title ) != "TABLE"; } );
+    std::vector<Row> rows = part.rows;
+    if( part.shown )
+        std::transform( rows.begin(), rows.end(), rows.begin(), part.shown );
+    return columnsOf( columns, {}, rows );
 }
 
 void printLines( std::ostream& out, Look look, String const& indent, Part const& part ) {

@@ -24,15 +24,6 @@ std::optional<Stage> stageAskedFor( Request const& request ) {
     return stage;
 }
 
-List pipesOf( U32 mask ) {
-    List pipes;
-    for( U32 pipe = 0; pipe < 32; ++pipe ) {
-        if( mask >> pipe & 1 )
-            pipes.push_back( pipe );
-    }
-    return pipes;
-}
-
 // For machines.
 
 /// Numbers of a load. Sizes whose sum no 32 bits hold are as good as the largest.

@@ -35,15 +35,6 @@ std::vector<Count> countsOf( BfResourceParser const& parser ) {
     };
 }
 
-List pipesOf( U32 mask ) {
-    List pipes;
-    for( U32 pipe = 0; pipe < 32; ++pipe ) {
-        if( mask >> pipe & 1 )
-            pipes.push_back( pipe );
-    }
-    return pipes;
-}
-
 Row pipelineRow( BfResourceInfo::ZelContextFile const& entry ) {
     return { { "pipeMask", Hex( entry.key().value() ) },
              { "pipes", pipesOf( entry.key().value() ) },

@@ -43,8 +43,7 @@ Row placement( Model const& model, U32 handle ) {
 ExitStatus table( Model const& model, Request const& request, Streams const& io ) {
     auto const names = tableNames( model );
     String const name = meantName( names, request.words[ 1 ], { "match table", "tables", "tables" } );
-    if( auto const count = std::count( names.begin(), names.end(), name ); count > 1 )
-        io.err << "bfri: " << count << " tables have this name; this is the first, as for every query\n";
+    noteSeveral( names, name, "tables", io.err );
     BfTableInfo const& record = model.parser()->bfTables().at( model.bfTableIndex( name ) );
     Row const placed = placement( model, record.handle );
     if( request.format == Format::json ) {

@@ -30,11 +30,18 @@ struct ShownText {
     }
 };
 
+} // namespace
+
 String textOf( Value const& value ) { return std::visit( ShownText(), value.is ); }
+
+namespace {
 
 struct Column {
     std::size_t width = 0;
-    bool toTheRight = false;
+    bool hasNumbers = false;
+    bool hasTexts = false;
+
+    bool toTheRight() const { return hasNumbers && !hasTexts; }
 };
 
 using Line = std::vector<String>;
@@ -44,7 +51,7 @@ String lineOf( Line const& cells, std::vector<Column> const& columns ) {
     for( std::size_t i = 0; i < cells.size(); ++i ) {
         String const padding( columns[ i ].width - width( cells[ i ] ), ' ' );
         line += i == 0 ? "" : "  ";
-        line += columns[ i ].toTheRight ? padding + cells[ i ] : cells[ i ] + padding;
+        line += columns[ i ].toTheRight() ? padding + cells[ i ] : cells[ i ] + padding;
     }
     line.erase( line.find_last_not_of( ' ' ) + 1 );
     return line;
@@ -85,12 +92,14 @@ void printColumns( std::ostream& out, RowList const& list, Look const& look ) {
     std::vector<Column> columns;
     for( Field const& field : list.header ) {
         lines.front().emplace_back( field.name );
-        columns.push_back( { 0, std::holds_alternative<U32>( field.value.is ) } );
+        columns.push_back( { 0, std::holds_alternative<U32>( field.value.is ), false } );
     }
     for( Row const& row : list.rows ) {
         Line& line = lines.emplace_back();
         for( Field const& field : row ) {
-            columns[ line.size() ].toTheRight |= std::holds_alternative<U32>( field.value.is );
+            Column& column = columns[ line.size() ];
+            column.hasNumbers |= std::holds_alternative<U32>( field.value.is );
+            column.hasTexts |= std::holds_alternative<String>( field.value.is );
             line.push_back( textOf( field.value ) );
         }
     }

@@ -7,6 +7,9 @@
 
 namespace Bfri {
 
+/// A value in one line: absent and empty ones as "-", handles in hexadecimal, lists with spaces between.
+String textOf( Value const& value );
+
 /// Aligned columns under their names, numbers to the right. Absent and empty values show as "-". Lines are
 /// cut to the terminal's columns.
 void printColumns( std::ostream& out, RowList const& list, Look const& look = {} );
