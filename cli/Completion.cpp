@@ -1,6 +1,7 @@
 #include "cli/Completion.h"
 
 #include "cli/Answers.h"
+#include "cli/Findings.h"
 #include "cli/Kinds.h"
 #include "cli/Load.h"
 #include "cli/WrongWord.h"
@@ -78,6 +79,13 @@ std::vector<String> kindWords() {
     return words;
 }
 
+std::vector<String> findingCodes() {
+    std::vector<String> codes;
+    for( FindingKind const& kind : findingKinds() )
+        codes.emplace_back( kind.code );
+    return codes;
+}
+
 std::vector<String> fieldWords( Line const& line ) {
     Listing const* const kind = line.positionals.size() > 1 ? kindOf( line.positionals[ 1 ] ) : nullptr;
     return kind ? fieldsOf( *kind ) : std::vector<String>();
@@ -99,7 +107,7 @@ std::vector<String> wordsFor( Line const& line, Offer offer ) {
     case Offer::order:
         return fieldsOf( *line.command->listing );
     case Offer::code:
-        return {};
+        return findingCodes();
     case Offer::color:
         return { "auto", "always", "never" };
     }

@@ -9,6 +9,14 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
+/// Without anything odd.
+String soundContext() {
+    return Support::ContextBuilder()
+        .table( Support::matchTable( "acl" ).statistics( "hits" ) )
+        .table( Support::statisticsTable( "hits" ).referenced( "direct" ) )
+        .text();
+}
+
 class Check : public InFolder {
   protected:
     /// Checks a configuration with that context file.
@@ -26,11 +34,11 @@ class Check : public InFolder {
 };
 
 TEST_F( Check, OfASoundConfigurationSaysWhatItHasLookedAt ) {
-    auto const outcome = outcomeOf( completeContext().text() );
+    auto const outcome = outcomeOf( soundContext() );
     EXPECT_EQ( outcome.status, 0 );
-    EXPECT_EQ( outcome.out, "switch.conf: sound in 1 context file, 1 match table, 6 hardware resources, "
-                            "2 counters, 1 meter, 1 WRED table, 1 register, 2 actions, 1 learn quanta, "
-                            "1 flexible header, 1 hash\n" );
+    EXPECT_EQ( outcome.out,
+               "switch.conf: sound in 1 context file, 1 match table, 2 hardware resources, 1 counter, "
+               "1 action\n" );
     EXPECT_THAT( outcome.err, IsEmpty() );
 }
 
@@ -71,8 +79,29 @@ INSTANTIATE_TEST_SUITE_P(
                      Wrong{ "/tables/0/name", "[[1],2]", "an array of 2 elements" },
                      Wrong{ "/tables/0/name", "{}", "an empty object" },
                      Wrong{ "/tables/0", R"({"a":{"c":1},"b":2})", R"(an object with "a", "b")" },
-                     Wrong{ "/tables", R"({"a":1})", R"(an object with "a")" },
-                     Wrong{ "/tables/5/dual_width_mode", "true", "the number 16" } ) );
+                     Wrong{ "/tables", R"({"a":1})", R"(an object with "a")" } ) );
+
+TEST_F( Check, OfTwoMembersThatDisagreeShowsTheOneToBlame ) {
+    auto const outcome = outcomeOf( completeContext()
+                                        .with( "/tables/5/dual_width_mode", "true" )
+                                        .with( "/tables/5/alu_width", "16" )
+                                        .text() );
+    EXPECT_THAT( outcome.out, HasSubstr( "\n  found:     the number 16\n" ) );
+}
+
+TEST_F( Check, ShowsFindingsUnderTheirCode ) {
+    auto const outcome = outcomeOf(
+        Support::ContextBuilder().table( Support::matchTable( "acl" ).handle( 7 ).size( 0 ) ).text() );
+    EXPECT_EQ( outcome.status, 1 );
+    EXPECT_THAT( outcome.out,
+                 HasSubstr( "\n  BF402 warning, empty-table: 1\n"
+                            "    match table \"acl\" (0x00000007): has a size of 0 entries\n" ) );
+    auto const answer = parsed( bfri( { "check", "switch.conf", "--json" } ).out );
+    EXPECT_EQ(
+        compact( answer[ "configurations" ][ 0 ][ "findings" ] ),
+        R"-([{"code":"BF402","title":"empty-table","severity":"warning","kind":"match table",)-"
+        R"-("name":"acl","handle":7,"message":"match table \"acl\" (0x00000007): has a size of 0 entries"}])-" );
+}
 
 TEST_F( Check, PointsAtASyntaxError ) {
     auto const outcome = outcomeOf( "{\n\t\"tables\": [,] }" );
@@ -110,13 +139,11 @@ TEST_F( Check, SaysAllOfAFailureInJson ) {
                              R"("column":null,"excerpt":null,"pointer":"/tables","member":null,)"
                              R"("tableIndex":null,"table":null,"expected":"\"tables\" to be an array",)"
                              R"("found":"an empty object","reported":[],)"
-                             R"("condition":"d[ \"tables\" ].IsArray()",
-                             "function"
-                             : ")" ) );
+                             R"-("condition":"d[ \"tables\" ].IsArray()","function":)-" ) );
 }
 
 TEST_F( Check, GoesOnBehindABadConfiguration ) {
-    outcomeOf( completeContext().text() );
+    outcomeOf( soundContext() );
     auto const outcome = bfri( { "check", "no.conf", "switch.conf" } );
     EXPECT_EQ( outcome.status, 3 );
     EXPECT_THAT( outcome.out,

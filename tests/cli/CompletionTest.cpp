@@ -50,7 +50,7 @@ TEST_F( Completion, OfAnArgumentOffersWhatTheModelHas ) {
         { { "tables", "switch.conf", "--sort", "" }, { "name", "totalEntries" } },
         { { "tables", "switch.conf", "--color", "" }, { "auto", "always", "never" } },
         { { "tables", "switch.conf", "--j" }, { "--json", "--csv", "--filter", "-n", "--help" } },
-        { { "check", "--explain", "" }, {} },
+        { { "check", "--explain", "" }, { "BF201", "BF304" } },
     };
     for( Row const& row : rows )
         EXPECT_THAT( wordsFor( row.line ), IsSupersetOf( row.some ) ) << testing::PrintToString( row.line );
