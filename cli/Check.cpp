@@ -5,6 +5,7 @@
 #include "cli/Load.h"
 
 #include <algorithm>
+#include <sstream>
 
 namespace Bfri {
 
@@ -25,10 +26,23 @@ std::vector<Count> countsOf( Model const& model ) {
              { "bfDynamicHashInfo", "hash", parser.bfDynamicHashInfo().size() } };
 }
 
-Checked checkedOf( String const& conf, std::ostream& err ) {
+/// The kinds of a list of codes or titles.
+std::vector<FindingKind const*> kindsOf( String const& codes ) {
+    std::vector<FindingKind const*> kinds;
+    std::istringstream words( codes );
+    for( String word; std::getline( words, word, ',' ); )
+        kinds.push_back( &findingKindOf( word ) );
+    return kinds;
+}
+
+Checked checkedOf( String const& conf, std::vector<FindingKind const*> const& ignored, std::ostream& err ) {
     try {
         auto const model = loadSilently( conf, OnBadData::explain, err );
-        return { conf, {}, countsOf( *model ), findingsOf( *model ) };
+        Checked checked{ conf, {}, countsOf( *model ), findingsOf( *model ) };
+        std::erase_if( checked.findings, [ & ]( Finding const& finding ) {
+            return std::find( ignored.begin(), ignored.end(), finding.kind ) != ignored.end();
+        } );
+        return checked;
     } catch( LoadFailure const& failure ) {
         Checked checked{ conf, failure.fault };
         addEvidence( *checked.fault );
@@ -43,6 +57,7 @@ ExitStatus statusOf( Checked const& checked ) {
 }
 
 ExitStatus checkAll( Request const& request, Streams const& io ) {
+    auto const ignored = kindsOf( request.option( "--ignore" ) );
     std::optional<JsonAnswer> json;
     if( request.format == Format::json )
         json.emplace( io.out );
@@ -50,7 +65,7 @@ ExitStatus checkAll( Request const& request, Streams const& io ) {
     ExitStatus worst = ExitStatus::done;
     bool anyFinding = false;
     for( String const& conf : request.words ) {
-        Checked const checked = checkedOf( conf, io.err );
+        Checked const checked = checkedOf( conf, ignored, io.err );
         worst = std::max( worst, statusOf( checked ) );
         anyFinding |= !checked.findings.empty();
         if( json )

@@ -37,7 +37,8 @@ constexpr Option stagesOptions[] = { { "--list", nullptr, "A line a resource, wi
                                      { "--stage", "N", "The same of the resources in stage N alone" } };
 constexpr Option namesOptions[] = { { "--kind", "KIND", "Only those of one kind", Offer::kind } };
 constexpr Option checkOptions[] = {
-    { "--explain", "CODE", "Say what a finding means, and what to do; all: list them", Offer::code } };
+    { "--explain", "CODE", "Say what a finding means, and what to do; all: list them", Offer::code },
+    { "--ignore", "CODES", "Leave these findings out: codes or titles with commas between", Offer::code } };
 constexpr Option diffOptions[] = { { "--only", "KIND", "Only one kind", Offer::kind } };
 
 constexpr char const* showDetails =
@@ -103,7 +104,7 @@ constexpr char const* checkDetails =
     "keep the others from being checked. '--explain all' lists the codes; a title does for a code.\n"
     "Exit status: 0 all sound, 1 findings, 3 one cannot be loaded.\n\n"
     "Examples:\n"
-    "  bfri check build/*/switch.conf\n"
+    "  bfri check build/*/switch.conf --ignore BF304,BF305\n"
     "  bfri check switch.conf --json | jq '.configurations[].findings[].code'\n"
     "  bfri check --explain BF304";
 

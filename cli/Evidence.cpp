@@ -207,6 +207,8 @@ void addExcerpt( Fault& fault ) {
     before = ( cut ? "..." : "" ) + withoutTabs( before );
     fault.excerpt = before + withoutTabs( cutTo( mostBehind, behind ) );
     fault.caret = width( shown( before ) );
+    if( text.atEnd() && behind.empty() )
+        fault.found = "the end of the file";
 }
 
 } // namespace

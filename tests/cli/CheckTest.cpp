@@ -103,6 +103,28 @@ TEST_F( Check, ShowsFindingsUnderTheirCode ) {
         R"-("name":"acl","handle":7,"message":"match table \"acl\" (0x00000007): has a size of 0 entries"}])-" );
 }
 
+TEST_F( Check, LeavesOutWhatIsToBeIgnored ) {
+    writeSwitchConf( "context.json" );
+    writeFile( "context.json", contextOf( matchTable( "a", 1 ) + "," + matchTable( "a", 2 ) ) );
+    EXPECT_EQ( bfri( { "check", "switch.conf" } ).status, 1 );
+    for( char const* const codes : { "BF201", "bf201,BF304", "duplicate-table-name" } ) {
+        auto const outcome = bfri( { "check", "switch.conf", "--ignore", codes } );
+        EXPECT_EQ( outcome.status, 0 ) << codes;
+        EXPECT_THAT( outcome.out, StartsWith( "switch.conf: sound in " ) );
+    }
+    EXPECT_EQ( bfri( { "check", "switch.conf", "--ignore", "BF304" } ).status, 1 );
+    auto const outcome = bfri( { "check", "switch.conf", "--json", "--ignore", "BF2" } );
+    EXPECT_EQ( outcome.status, 1 );
+    EXPECT_THAT( parsed( outcome.out )[ "error" ].GetString(),
+                 StartsWith( "no finding has the code 'BF2'" ) );
+}
+
+TEST_F( Check, SaysThatAFileEndsTooEarly ) {
+    String const context = soundContext();
+    EXPECT_THAT( outcomeOf( context.substr( 0, context.size() / 2 ) ).out,
+                 HasSubstr( "\n  found:     the end of the file\n" ) );
+}
+
 TEST_F( Check, PointsAtASyntaxError ) {
     auto const outcome = outcomeOf( "{\n\t\"tables\": [,] }" );
     EXPECT_EQ( outcome.status, 3 );
