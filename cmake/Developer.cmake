@@ -8,8 +8,6 @@ if( BFRESOURCEINFO_DEVELOPER )
 endif()
 if( BFRESOURCEINFO_SANITIZE )
     add_compile_options( -fsanitize=${BFRESOURCEINFO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer )
-    # Clang objects to RapidJSON adding zero to the null pointer of an empty stack.
-    add_compile_options( $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=pointer-overflow> )
     add_link_options( -fsanitize=${BFRESOURCEINFO_SANITIZE} )
 endif()
 

@@ -66,7 +66,7 @@ class OrderedMap {
             return *this;
         }
         iterator operator++( int ) {
-            iterator const former = *this;
+            iterator former = *this;
             ++*this;
             return former;
         }

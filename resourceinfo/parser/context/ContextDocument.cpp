@@ -43,13 +43,27 @@ String syntaxError( InputFile& file, std::size_t offset, String const& reason ) 
            ": " + reason;
 }
 
+/// Where reading has ended, for a reason that the reader has no code for.
+constexpr auto tokenTooLong = rapidjson::kParseErrorUnspecificSyntaxError;
+
+rapidjson::ParseResult parsed( GZFileReadStream& stream, PruningFilter& filter ) {
+    try {
+        return ContextReader().Parse( stream, filter );
+    } catch( TokenTooLong ) {
+        return { tokenTooLong, stream.tokenStart() };
+    }
+}
+
 String reasonOf( rapidjson::ParseErrorCode code, Depth const& depth ) {
+    if( code == tokenTooLong )
+        return "Expected a string or number of at most " + std::to_string( longestToken >> 20 ) +
+               " MiB, found a longer one.";
     if( code != rapidjson::kParseErrorTermination )
         return rapidjson::GetParseError_En( code );
     if( depth.exceeded() )
         return "More than " + std::to_string( Depth::maximum ) + " levels of nesting.";
-    return "Expected a string of at most " + std::to_string( longestString >> 20 ) +
-           " MiB, found a longer one.";
+    return "More than " + std::to_string( PruningFilter::mostKept >> 20 ) +
+           " MiB of values in members that are read.";
 }
 
 } // namespace
@@ -67,11 +81,10 @@ void ContextDocument::read( InputFile& file ) {
         return unreadable( "open", reason );
     std::array<char, 4096> buffer;
     GZFileReadStream stream( file, buffer );
-    ContextReader reader;
     PruningFilter filter( document_ );
     rapidjson::ParseResult result;
     auto parse = [ & ]( JsonDocument& ) {
-        result = reader.Parse( stream, filter );
+        result = parsed( stream, filter );
         // Damaged gzip shows as text that makes no sense, or behind a NUL, long before its checksum does.
         if( !result.IsError() || file.isCompressed() )
             stream.drain();

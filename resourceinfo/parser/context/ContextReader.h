@@ -27,16 +27,16 @@ inline void SkipWhitespace( GZFileReadStream& stream ) {
 
 using ContextReader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator>;
 
-/// A string or name of more characters than this is a syntax error at its quote, kept or dropped: so a file
-/// takes memory for what is kept of it and for one such string, whatever is packed into it.
-inline constexpr std::size_t longestString = std::size_t{ 16 } << 20;
+/// A string, name or number of more characters than this is a syntax error: so a file takes memory for what
+/// is kept of it and for one such token, whatever is packed into it.
+inline constexpr std::size_t longestToken = std::size_t{ 16 } << 20;
 
-/// Thrown and caught within the reading of a string.
-struct StringTooLong {};
+/// Thrown in the middle of a token, where the reader has no other way out.
+struct TokenTooLong {};
 
 inline void requireLength( std::size_t length ) {
-    if( length > longestString )
-        throw StringTooLong();
+    if( length > longestToken )
+        throw TokenTooLong();
 }
 
 /// Takes the text of a string that is dropped.
@@ -72,19 +72,16 @@ template<>
 template<>
 inline void ContextReader::ParseString<kParseDefaultFlags>( GZFileReadStream& stream, PruningFilter& filter,
                                                             bool isKey ) {
-    std::size_t const start = stream.Tell();
+    stream.tokenStarts();
     stream.Take(); // the quote
     StackStream<char> text( stack_ );
-    try {
-        ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
-    } catch( StringTooLong ) {
-        SetParseError( kParseErrorTermination, start );
-    }
+    ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
     if( HasParseError() )
         return;
     auto const length = static_cast<SizeType>( text.Length() - 1 ); // without the NUL behind it
     char const* const string = text.Pop();
-    isKey ? filter.Key( string, length, true ) : filter.String( string, length, true );
+    if( !( isKey ? filter.Key( string, length, true ) : filter.String( string, length, true ) ) )
+        SetParseError( kParseErrorTermination, stream.Tell() );
 }
 
 /// A dropped string, or the name of a member in a dropped value, needs no place in memory.
@@ -93,15 +90,49 @@ template<>
 inline void ContextReader::ParseString<kParseDefaultFlags>( GZFileReadStream& stream,
                                                             [[maybe_unused]] DroppedValue& handler,
                                                             [[maybe_unused]] bool isKey ) {
-    std::size_t const start = stream.Tell();
+    stream.tokenStarts();
     stream.Take(); // the quote
     NoText text;
-    try {
-        ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
-    } catch( StringTooLong ) {
-        SetParseError( kParseErrorTermination, start );
-    }
+    ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
 }
+
+/// The characters of a number. The reader adds exponent and decimal places up in an int, which an exponent of
+/// ten digits overflows; behind nine digits that count, more of them change no value, and are left out.
+template<>
+template<>
+class GenericReader<UTF8<>, UTF8<>, JsonAllocator>::NumberStream<GZFileReadStream, false, false> {
+  public:
+    using Ch = char;
+
+    NumberStream( GenericReader&, GZFileReadStream& stream ) : stream_( stream ) { stream.tokenStarts(); }
+    Ch Peek() const { return stream_.Peek(); }
+    /// Of the number in front of the exponent.
+    Ch TakePush() {
+        requireLength( ++length_ );
+        return stream_.Take();
+    }
+    /// Signs, the point, and of the exponent.
+    Ch Take() {
+        Ch const c = TakePush();
+        bool const counts = isDigit( c ) && ( c != '0' || exponentDigits_ > 0 );
+        if( counts && ++exponentDigits_ == 9 ) {
+            while( isDigit( Peek() ) )
+                TakePush();
+        }
+        return c;
+    }
+    void Push( char ) {}
+    std::size_t Tell() const { return stream_.Tell(); }
+    std::size_t Length() const { return 0; }
+    char const* Pop() const { return nullptr; }
+
+  private:
+    static bool isDigit( char c ) { return c >= '0' && c <= '9'; }
+
+    GZFileReadStream& stream_;
+    std::size_t length_ = 0;
+    unsigned exponentDigits_ = 0;
+};
 
 /// The value of a member that is dropped goes to a handler that the compiler makes nothing of.
 template<>

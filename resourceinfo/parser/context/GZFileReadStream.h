@@ -34,6 +34,9 @@ class GZFileReadStream {
             refill();
         }
     }
+    /// Notes that the next character is the first of a token.
+    void tokenStarts() { tokenStart_ = Tell(); }
+    std::size_t tokenStart() const { return tokenStart_; }
     /// Number of characters taken.
     std::size_t Tell() const { return count_ + static_cast<std::size_t>( current_ - buffer_.data() ); }
 
@@ -64,6 +67,7 @@ class GZFileReadStream {
     char const* current_;    // next character to hand out
     U32 readCount_ = 0;      // characters of the last read
     std::size_t count_ = 0;  // characters before the buffer
+    std::size_t tokenStart_ = 0;
     bool eof_ = false;
     bool failed_ = false;
 };

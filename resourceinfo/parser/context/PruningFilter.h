@@ -65,17 +65,19 @@ class PruningFilter {
     /// Whether the value that comes next is dropped. True once for each such value.
     bool dropsNext() { return std::exchange( dropsNext_, false ); }
 
-    bool Null() { return document_.Null(); }
-    bool Bool( bool value ) { return document_.Bool( value ); }
-    bool Int( int value ) { return document_.Int( value ); }
-    bool Uint( unsigned value ) { return document_.Uint( value ); }
-    bool Int64( std::int64_t value ) { return document_.Int64( value ); }
-    bool Uint64( std::uint64_t value ) { return document_.Uint64( value ); }
-    bool Double( double value ) { return document_.Double( value ); }
+    bool Null() { return keeps() && document_.Null(); }
+    bool Bool( bool value ) { return keeps() && document_.Bool( value ); }
+    bool Int( int value ) { return keeps() && document_.Int( value ); }
+    bool Uint( unsigned value ) { return keeps() && document_.Uint( value ); }
+    bool Int64( std::int64_t value ) { return keeps() && document_.Int64( value ); }
+    bool Uint64( std::uint64_t value ) { return keeps() && document_.Uint64( value ); }
+    bool Double( double value ) { return keeps() && document_.Double( value ); }
     bool RawNumber( char const* text, Size length, bool copy ) {
-        return document_.RawNumber( text, length, copy );
+        return keeps( length ) && document_.RawNumber( text, length, copy );
     }
-    bool String( char const* text, Size length, bool copy ) { return document_.String( text, length, copy ); }
+    bool String( char const* text, Size length, bool copy ) {
+        return keeps( length ) && document_.String( text, length, copy );
+    }
 
     bool Key( char const* name, Size length, bool copy ) {
         if( !isMemberName( { name, length } ) ) {
@@ -83,16 +85,16 @@ class PruningFilter {
             return true;
         }
         ++keptMembers_[ depth_.value() ];
-        return document_.Key( name, length, copy );
+        return keeps( length ) && document_.Key( name, length, copy );
     }
 
     bool StartObject() {
-        if( !depth_.descend() )
+        if( !depth_.descend() || !keeps() )
             return false;
         keptMembers_[ depth_.value() ] = 0;
         return document_.StartObject();
     }
-    bool StartArray() { return depth_.descend() && document_.StartArray(); }
+    bool StartArray() { return depth_.descend() && keeps() && document_.StartArray(); }
     bool EndObject( Size ) {
         Size const members = keptMembers_[ depth_.value() ];
         depth_.ascend();
@@ -103,9 +105,20 @@ class PruningFilter {
         return document_.EndArray( elements );
     }
 
+    /// What the document may take, roughly, before the file is refused. A file of a gigabyte, as compilers
+    /// write them, comes to a tenth of it; one that is made to fill the memory does not.
+    static constexpr std::size_t mostKept = std::size_t{ 128 } << 20;
+
   private:
+    /// Whether a value with a text of that length still has a place.
+    bool keeps( std::size_t length = 0 ) {
+        kept_ += sizeof( JsonValue ) + length;
+        return kept_ <= mostKept;
+    }
+
     JsonDocument& document_;
     Depth depth_;
+    std::size_t kept_ = 0;
     bool dropsNext_ = false;
     std::array<Size, Depth::maximum + 1> keptMembers_; // of the object at each depth
 };

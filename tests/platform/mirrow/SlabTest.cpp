@@ -68,7 +68,7 @@ TEST( Slab, TakesBackWhatAnotherThreadWasGiven ) {
         [ &blocks ]( std::size_t i ) { Mirrow::slab().deallocate( blocks[ threadCount - 1 - i ], 32, 8 ); } );
 }
 
-#if !defined( __SANITIZE_ADDRESS__ ) && !defined( __SANITIZE_THREAD__ ) && !defined( __clang__ )
+#ifndef BFRI_SANITIZED
 // Takes all memory that there is, gives it back, and takes it again.
 TEST( SlabDeathTest, WithoutMemoryThrowsAndGoesOnWhenThereIsSome ) {
     auto const takeAll = [] {

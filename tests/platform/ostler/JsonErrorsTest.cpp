@@ -44,6 +44,11 @@ TEST_F( JsonErrors, ASyntaxErrorIsNamedWithItsPlace ) {
         expectError( row );
 }
 
+TEST_F( JsonErrors, ANumberOfAnySizeIsNone ) {
+    EXPECT_TRUE(
+        read( R"({"devices":[],"x":[0.0000000001e-2147483639,-0,1e-99999999999,4294967296]})" ).ok() );
+}
+
 TEST_F( JsonErrors, ANulIsNoPartOfAConfiguration ) {
     using namespace std::string_literals;
     Row const rows[] = {

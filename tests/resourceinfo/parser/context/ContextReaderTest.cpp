@@ -52,7 +52,7 @@ void prune( rapidjson::Value& value ) {
     }
     if( !value.IsObject() )
         return;
-    for( auto member = value.MemberBegin(); member != value.MemberEnd(); ) {
+    for( auto member = value.MemberBegin(); member < value.MemberEnd(); ) {
         if( isAskedFor( member->name ) )
             prune( ( member++ )->value );
         else
@@ -212,9 +212,17 @@ class Writer {
     std::string text_;
 };
 
+TEST( ContextReader, AgreesWithThePlainReaderOnNumbers ) {
+    for( char const* const number :
+         { "1e1", "1E+0000000000000001", "1e-00000000000000000001", "5e-324", "1e-325", "1e308", "1e309",
+           "-0", "0.1e100", "123456789012345678901234567890e-20", "0.000000000000000000001e30",
+           "1e-999999999", "1e", "1e+", "1.e1", "01" } )
+        expectSameOutcome( std::string( R"({"name":)" ) + number + "}", 7 );
+}
+
 TEST( ContextReader, AgreesWithThePlainReaderOnTextsThatAreNearlyJson ) {
     Writer writer( 11 );
-    for( int i = 0; i < 1400; ++i )
+    for( unsigned i = 0; i < 1400; ++i )
         expectSameOutcome( writer.text(), bufferSizes[ i % std::size( bufferSizes ) ] );
 }
 

@@ -2,6 +2,7 @@
 #include "tests/resourceinfo/parser/context/Memory.h"
 #include "tests/support/Assertions.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 // Strings without end, and files that grow without end when they are unpacked: memory stays that of the model
@@ -35,7 +36,8 @@ class LongTokens : public testing::Test {
     }
     void expectTooLong( String const& text, char const* place, std::size_t memory ) const {
         expectFailure( conf( text ),
-                       String( place ) + ": Expected a string of at most 16 MiB, found a longer one.",
+                       String( place ) +
+                           ": Expected a string or number of at most 16 MiB, found a longer one.",
                        memory );
     }
     void expectLoad( String const& conf, std::size_t memory ) const {
@@ -68,6 +70,41 @@ TEST_F( LongTokens, LongerNamesEndTheReadingWhereTheyStart ) {
     expectTooLong( start + '"' + letters( longest + 1 ) + R"(":1})", "line 2, column 2", 48 * megabyte );
     expectTooLong( start + R"("comment":{ ")" + letters( longest + 1 ) + R"(":1}})", "line 2, column 14",
                    megabyte );
+}
+
+TEST_F( LongTokens, LongerNumbersEndTheReadingWhereTheyStart ) {
+    for( char const* const number : { "0.", "1e-", "1.5e-1" } )
+        expectTooLong( start + R"("comment":)" + number + String( longest, '0' ) + "}", "line 2, column 12",
+                       megabyte );
+}
+
+TEST_F( LongTokens, ExponentsOfAnyLengthAreRead ) {
+    for( char const* const member : { "name", "comment" } ) {
+        for( char const* const number : { "0.0000000001e-2147483639", "1e-99999999999999999999",
+                                          "-1.5e-2147483648", "0e0000000000000000001" } )
+            expectLoad( conf( start + '"' + member + "\":" + number + '}' ), megabyte );
+        expectFailure( conf( start + '"' + member + "\":1e99999999999999999999}" ),
+                       member == String( "name" )
+                           ? "line 2, column 9: Number too big to be stored in double."
+                           : "line 2, column 12: Number too big to be stored in double.",
+                       megabyte );
+    }
+}
+
+TEST_F( LongTokens, ValuesWithoutEndAreRefusedWhereTheyAreKept ) {
+    String zeros = "[";
+    for( std::size_t i = 0; i < 9 * megabyte; ++i )
+        zeros += "0,";
+    zeros += "0]}";
+    expectLoad( conf( start + R"("comment":)" + zeros ), megabyte );
+    Support::ThrowingAssertions const scope;
+    std::size_t const before = Memory::bytes();
+    Memory::peakIsNow();
+    auto const failure =
+        Support::failureOf( [ & ] { bfResourceInfoIntfFactory( conf( start + R"("name":)" + zeros ) ); } );
+    EXPECT_THAT( failure.position,
+                 testing::EndsWith( ": More than 128 MiB of values in members that are read." ) );
+    EXPECT_LT( Memory::peak() - before, 512 * megabyte );
 }
 
 TEST_F( LongTokens, StringsThatAreLongTogetherAreNotLong ) {
