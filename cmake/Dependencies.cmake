@@ -5,6 +5,10 @@ find_package( ZLIB REQUIRED )
 find_path( RAPIDJSON_INCLUDE_DIR rapidjson/document.h REQUIRED )
 add_library( RapidJSON::RapidJSON INTERFACE IMPORTED )
 set_target_properties( RapidJSON::RapidJSON PROPERTIES INTERFACE_INCLUDE_DIRECTORIES "${RAPIDJSON_INCLUDE_DIR}" )
+if( CMAKE_CXX_COMPILER_ID STREQUAL Clang ) # whose sanitizer objects to sums with the null pointer of an empty stack
+    set_target_properties( RapidJSON::RapidJSON PROPERTIES INTERFACE_COMPILE_DEFINITIONS
+        "RAPIDJSON_FORCEINLINE=__attribute__((no_sanitize(\"pointer-overflow\"),always_inline))" )
+endif()
 
 if( BFRESOURCEINFO_TOOLS OR BFRESOURCEINFO_DEVELOPER )
     find_package( CLI11 REQUIRED )

@@ -79,8 +79,9 @@ String describe( BfResourceInfoIntf const& info ) {
 /// Bad data is met while the parser reads, so the failure is of it and of a place in a file.
 String describe( Zel::AssertionFailure const& failure ) {
     require( failure.source == "BfResourceParser", "failure of another source" );
-    bool const ofConfiguration = failure.message == "numPipelines is 0";
-    require( ofConfiguration || failure.position.starts_with( "context file " ), "failure without a place" );
+    require( failure.position.starts_with( "context file " ) ||
+                 failure.position.starts_with( "switch configuration " ),
+             "failure without a place" );
     return Zel::toText( failure );
 }
 

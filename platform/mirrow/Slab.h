@@ -8,8 +8,8 @@
 
 namespace Mirrow {
 
-/// The process-wide slabs: pooled blocks of a few sizes. Ask for a multiple of the alignment, as every type's
-/// size is. Thread-safe; never destroyed, so that what was allocated here can be given back at any time.
+/// The process-wide slabs: pooled blocks of a few sizes. Thread-safe; never destroyed, so that what was
+/// allocated here can be given back at any time.
 VESSA_EXPORT std::pmr::memory_resource& slab();
 
 /// Allocator of a collection's nodes and arrays: draws from the slabs, counted under the type Tracked, which

@@ -6,10 +6,6 @@
 #include <new>
 #include <optional>
 
-#ifdef __clang__
-// Of an empty stack it adds to a null pointer, which Clang's sanitizer objects to.
-#define RAPIDJSON_FORCEINLINE __attribute__( ( no_sanitize( "pointer-overflow" ), always_inline ) )
-#endif
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>

@@ -3,6 +3,8 @@
 #include "resourceinfo/parser/BfResourceParser.h"
 #include "zel/Assert.h"
 
+#include <ostream>
+
 namespace BfResourceInfo {
 
 namespace {
@@ -13,6 +15,17 @@ BfPipeMask pipeMask( Ostler::Pipeline const& pipeline ) {
         mask |= 1U << pipeline.pipeScope[ static_cast<std::size_t>( k ) ] % 32;
     return BfPipeMask( mask );
 }
+
+/// As long as it lives, the failures of its thread say the file.
+class ConfigurationScope : private Zel::InputScope {
+  public:
+    explicit ConfigurationScope( String const& path ) : path_( path ) {}
+
+  private:
+    void describe( std::ostream& os ) const override { os << "switch configuration " << path_; }
+
+    String const& path_;
+};
 
 /// A program without pipelines cannot run; the place and the texts are what operators look for.
 void requirePipelines( Ostler::Device const& device ) {
@@ -25,6 +38,7 @@ void requirePipelines( Ostler::Device const& device ) {
 } // namespace
 
 void BfResourceParser::parseSwitchConf() {
+    ConfigurationScope const scope( switchConf_ );
     OstlerContext* const context = Ostler::sdkContext();
     // How it ends is for the agent to report; without devices the model stays empty.
     Ostler::initializeDeviceProfileFromConfig( context, nullptr, nullptr, nullptr, switchConf_.c_str() );

@@ -25,9 +25,12 @@ using testing::StartsWith;
 TEST( DeathTest, DeviceWithoutPipelinesSaysItInThreePlaces ) {
     SwitchFolder const folder;
     String const conf = folder.conf( DeviceBuilder() );
-    EXPECT_EXIT( bfResourceInfoIntfFactory( conf ), KilledBySignal( SIGABRT ),
-                 "BfResourceParser:283: void BfResourceInfo::BfResourceParser::parseSwitchConf\\(\\): "
-                 "assertion failed: \"numPipelines > 0\" == nullptr\nnumPipelines is 0\n" );
+    EXPECT_EXIT(
+        bfResourceInfoIntfFactory( conf ), KilledBySignal( SIGABRT ),
+        testing::Eq( "BfResourceParser:283: void BfResourceInfo::BfResourceParser::parseSwitchConf(): "
+                     "assertion failed: \"numPipelines > 0\" == nullptr\nnumPipelines is 0\n"
+                     "in switch configuration " +
+                     folder.path( "switch.conf" ) + "\n" ) );
 }
 
 TEST( DeathTest, BadContextFileNamesConditionFileAndPlace ) {

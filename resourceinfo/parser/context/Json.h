@@ -21,10 +21,6 @@
 // RapidJSON's.
 #define RAPIDJSON_ASSERT( condition )                                                                        \
     ( ( condition ) ? static_cast<void>( 0 ) : jsonAssertionFailed( #condition ) )
-#ifdef __clang__
-// Of an empty stack it adds to a null pointer, which Clang's sanitizer objects to.
-#define RAPIDJSON_FORCEINLINE __attribute__( ( no_sanitize( "pointer-overflow" ), always_inline ) )
-#endif
 #include <rapidjson/document.h>
 
 /// Memory for RapidJSON, which does not look whether its own allocator found any: here a lack of it throws.

@@ -122,7 +122,7 @@ TEST_F( SwitchConfiguration, DeviceWithoutPipelinesIsFatalAtItsGivenPlace ) {
     EXPECT_EQ( failure.function, "void BfResourceInfo::BfResourceParser::parseSwitchConf()" );
     EXPECT_EQ( failure.condition, "\"numPipelines > 0\" == nullptr" );
     EXPECT_EQ( failure.message, "numPipelines is 0" );
-    EXPECT_EQ( failure.position, "" );
+    EXPECT_EQ( failure.position, "switch configuration " + folder_.path( "switch.conf" ) );
 }
 
 TEST_F( SwitchConfiguration, LaterDeviceWithoutPipelinesIsFatalBeforeAnyFileIsRead ) {
@@ -133,6 +133,7 @@ TEST_F( SwitchConfiguration, LaterDeviceWithoutPipelinesIsFatalBeforeAnyFileIsRe
                    .device( DeviceBuilder() ) );
     } );
     EXPECT_EQ( failure.condition, "\"numPipelines > 0\" == nullptr" );
+    EXPECT_EQ( failure.position, "switch configuration " + folder_.path( "switch.conf" ) );
 }
 
 TEST_F( SwitchConfiguration, BadConfigurationGivesAnEmptyModelAndAStatus ) {

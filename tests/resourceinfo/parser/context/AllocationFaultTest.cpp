@@ -27,15 +27,22 @@ String contextOfLongNames() {
 
 class AllocationFaults : public testing::Test {
   protected:
-    /// Loads while an allocation fails, the one behind so many others; false when there are not so many.
+    /// Loads while an allocation fails, the one behind so many others, which must reach the caller; false
+    /// when there are not so many.
     static bool failsBehind( std::size_t others, bool lasting, std::function<void()> const& load ) {
-        Memory::Lack const lack( others, lasting );
-        try {
-            load();
-        } catch( std::bad_alloc const& ) {
-            return true;
+        bool caught = false;
+        bool struck = false;
+        {
+            Memory::Lack const lack( others, lasting );
+            try {
+                load();
+            } catch( std::bad_alloc const& ) {
+                caught = true;
+            }
+            struck = lack.struck();
         }
-        return false;
+        EXPECT_TRUE( caught == struck ) << "behind " << others;
+        return struck;
     }
     String load() const { return modelText( *bfResourceInfoIntfFactory( conf_ )->parser() ); }
 

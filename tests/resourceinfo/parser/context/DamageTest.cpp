@@ -1,3 +1,4 @@
+#include "resourceinfo/parser/context/MemberNames.h"
 #include "tests/resourceinfo/Fixtures.h"
 #include "tests/resourceinfo/parser/context/Faults.h"
 #include "tests/support/Assertions.h"
@@ -55,7 +56,7 @@ std::set<String> documentedConditions() {
 /// The most memory that the process has had so far, in MB. Nothing under the sanitizers, which keep what was
 /// given back.
 long peakMemory() {
-#if defined( __SANITIZE_ADDRESS__ ) || defined( __SANITIZE_THREAD__ )
+#ifdef BFRI_SANITIZED
     return 0;
 #else
     rusage usage;
@@ -137,11 +138,18 @@ bool isNumber( Support::JsonTree const& value ) {
     return !text.empty() && text.find_first_not_of( "-0123456789" ) == String::npos;
 }
 
+/// The name of a member, none of an element.
+std::string memberName( std::string const& pointer ) {
+    std::string const step = pointer.substr( pointer.rfind( '/' ) + 1 );
+    return step.find_first_not_of( "0123456789" ) == std::string::npos ? "" : step;
+}
+
 TEST_F( Damage, EveryMemberRemovedOrRetyped ) {
     Support::JsonTree const good = contextOfEveryPass().tree();
     ASSERT_TRUE( load( good.text() ).loaded() );
     int loaded = 0;
     std::set<String> met;
+    std::set<std::string> touched;
     auto const replace = [ & ]( std::string const& pointer, std::optional<char const*> json ) {
         SCOPED_TRACE( pointer + ( json ? std::string( " is " ) + *json : " is gone" ) );
         Support::JsonTree tree = good;
@@ -155,6 +163,7 @@ TEST_F( Damage, EveryMemberRemovedOrRetyped ) {
         met.insert( outcome.failure.condition );
     };
     for( std::string const& pointer : good.pointers() ) {
+        touched.insert( memberName( pointer ) );
         for( auto const& json : replacements )
             replace( pointer, json );
         if( isNumber( good.at( pointer ) ) ) {
@@ -163,13 +172,8 @@ TEST_F( Damage, EveryMemberRemovedOrRetyped ) {
         }
     }
     EXPECT_GT( loaded, 100 ) << "some members are not required";
+    EXPECT_THAT( touched, testing::IsSupersetOf( memberNames ) );
     EXPECT_GT( met.size(), conditions().size() / 2 ) << "the others take two faults, or a fault of the code";
-}
-
-/// The name of a member, none of an element.
-std::string memberName( std::string const& pointer ) {
-    std::string const step = pointer.substr( pointer.rfind( '/' ) + 1 );
-    return step.find_first_not_of( "0123456789" ) == std::string::npos ? "" : step;
 }
 
 TEST_F( Damage, EveryMemberDuplicatedOrMoved ) {

@@ -82,6 +82,10 @@ Support::ContextBuilder contextOfEveryPass() {
                     .partitions( 4 )
                     .units( { { StageTable( "algorithmic_tcam_match" ) },
                               { StageTable( "algorithmic_tcam_match" ) } } ) )
+        .table( Support::matchTable( "atcam" )
+                    .matchType( "algorithmic_lpm" )
+                    .controllable( false )
+                    .with( "/match_attributes/atcam_table", R"({ "match_attributes": [] })" ) )
         .learnQuanta( "digest" )
         .phvStage( "hdr.eth", 6 )
         .phvStage( "hdr.eth", 2 )

@@ -18,6 +18,7 @@ std::size_t liveBytes = 0;
 std::size_t peakBytes = 0;
 std::size_t untilLack = never;
 bool lackLasts = false;
+bool lackStruck = false;
 
 /// Whether this allocation is one that fails.
 bool fails() {
@@ -29,6 +30,7 @@ bool fails() {
     }
     if( !lackLasts )
         untilLack = never;
+    lackStruck = true;
     return true;
 }
 
@@ -77,8 +79,11 @@ void peakIsNow() { peakBytes = liveBytes; }
 Lack::Lack( std::size_t others, bool lasting ) {
     untilLack = others;
     lackLasts = lasting;
+    lackStruck = false;
 }
 
 Lack::~Lack() { untilLack = never; }
+
+bool Lack::struck() const { return lackStruck; }
 
 } // namespace Memory

@@ -19,6 +19,9 @@ class Lack {
     Lack( Lack const& ) = delete;
     Lack& operator=( Lack const& ) = delete;
     ~Lack();
+
+    /// Whether an allocation failed.
+    bool struck() const;
 };
 
 } // namespace Memory
