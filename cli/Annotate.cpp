@@ -13,10 +13,16 @@ namespace Bfri {
 
 namespace {
 
-using Names = std::vector<std::string_view>;
+using Names = std::vector<String>;
 
 constexpr std::size_t mostNames = 3; ///< in a note
 constexpr std::size_t readAtOnce = 1U << 18;
+
+/// Many tables have an action of the same name.
+String nameOf( Bearer const& bearer ) {
+    bool const isAction = bearer.kind == std::string_view( "action" ) && !bearer.table.empty();
+    return String( bearer.owner ) + ( isAction ? " of " + String( bearer.table ) : "" );
+}
 
 /// Of what has a handle as its own, each name once.
 std::unordered_map<U32, Names> ownersOf( Model const& model ) {
@@ -25,9 +31,11 @@ std::unordered_map<U32, Names> ownersOf( Model const& model ) {
         if( bearer.owner.empty() )
             return;
         Names& names = owners[ bearer.handle ];
-        if( names.size() <= mostNames &&
-            std::find( names.begin(), names.end(), bearer.owner ) == names.end() )
-            names.push_back( bearer.owner );
+        if( names.size() > mostNames )
+            return;
+        String name = nameOf( bearer );
+        if( std::find( names.begin(), names.end(), name ) == names.end() )
+            names.push_back( std::move( name ) );
     } );
     return owners;
 }

@@ -40,7 +40,15 @@ void Annotator::take( std::string_view part, String& out ) {
         } else if( state_ == State::inNumber ) {
             out.append( copied, at );
             copied = at;
-            endOfNumber( out );
+            if( *at == '.' && base_ == 10 && note() ) {
+                copied = ++at; // the dot waits for what follows it
+                state_ = State::behindDot;
+            } else {
+                settle( false, out );
+                state_ = State::between;
+            }
+        } else if( state_ == State::behindDot ) {
+            settle( meaning( *at ) < 10, out );
             state_ = State::between;
         } else if( state_ == State::inOtherWord ) {
             at = std::find_if_not( at, end, isOfAWord );
@@ -55,8 +63,7 @@ void Annotator::take( std::string_view part, String& out ) {
 }
 
 void Annotator::end( String& out ) {
-    if( state_ == State::inNumber )
-        endOfNumber( out );
+    settle( false, out );
     state_ = State::between;
 }
 
@@ -80,13 +87,20 @@ void Annotator::add( char c ) {
         state_ = State::inOtherWord;
 }
 
-void Annotator::endOfNumber( String& out ) const {
+String const* Annotator::note() const {
     constexpr std::uint64_t leastDecimal = 0x10000;
     if( !digits_ || ( base_ == 10 && value_ < leastDecimal ) )
-        return;
+        return nullptr;
     auto const note = notes_.find( static_cast<U32>( value_ ) );
-    if( note != notes_.end() )
-        out += note->second;
+    return note == notes_.end() ? nullptr : &note->second;
+}
+
+void Annotator::settle( bool isFraction, String& out ) const {
+    bool const ends = state_ == State::inNumber || state_ == State::behindDot;
+    if( String const* const text = ends && !isFraction ? note() : nullptr )
+        out += *text;
+    if( state_ == State::behindDot )
+        out += '.';
 }
 
 } // namespace Bfri

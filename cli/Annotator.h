@@ -15,9 +15,10 @@ using Vessa::U8;
 using Notes = std::unordered_map<U32, String>;
 
 /// Copies a text that comes in parts, cut anywhere, and writes a note behind each handle that has one. As
-/// the note comes behind, nothing of a part has to wait for the next one. A handle is a whole word, of
-/// letters, digits and "_": a number up to 0xffffffff that is hexadecimal behind 0x, or decimal from 65536 on
-/// (smaller ones count other things as a rule), without a leading zero, and no fraction behind a dot.
+/// the note comes behind, nothing of a part has to wait for the next one but a dot. A handle is a whole word,
+/// of letters, digits and "_": a number up to 0xffffffff that is hexadecimal behind 0x, or decimal from 65536
+/// on (smaller ones count other things as a rule), without a leading zero, and with no digit beyond a dot on
+/// either side.
 class Annotator {
   public:
     explicit Annotator( Notes notes ) : notes_( std::move( notes ) ) {}
@@ -28,11 +29,14 @@ class Annotator {
     void end( String& out );
 
   private:
-    enum class State { between, inOtherWord, inNumber };
+    enum class State { between, inOtherWord, inNumber, behindDot };
 
     void begin( char first, char before );
     void add( char c );
-    void endOfNumber( String& out ) const;
+    /// The note on the number; null for none.
+    String const* note() const;
+    /// What waits for the end of a word.
+    void settle( bool isFraction, String& out ) const;
 
     Notes const notes_;
     State state_ = State::between;

@@ -3,6 +3,7 @@
 #include "cli/Utf8.h"
 
 #include <algorithm>
+#include <span>
 
 namespace Bfri {
 
@@ -40,6 +41,7 @@ Row findingRow( Finding const& finding ) {
              { "kind", finding.what },
              { "name", finding.name },
              { "handle", finding.handle ? Value( Hex( *finding.handle ) ) : Value() },
+             { "contextFile", textOrNothing( finding.contextFile ) },
              { "message", finding.message() } };
 }
 
@@ -103,18 +105,40 @@ void printFault( Fault const& fault, std::ostream& out ) {
     printLine( out, "condition:", fault.condition.empty() ? "" : fault.condition + ", in " + fault.function );
 }
 
-/// The findings stand in the order of their kinds.
-void printFindings( std::vector<Finding> const& findings, Streams const& io ) {
+/// "3 findings (1 error, 2 notes)".
+String totalsText( std::vector<Finding> const& findings ) {
+    String text;
+    for( Severity const severity : { Severity::error, Severity::warning, Severity::note } ) {
+        auto const count = std::count_if( findings.begin(), findings.end(),
+                                          [ & ]( auto const& f ) { return f.kind->severity == severity; } );
+        if( count > 0 )
+            text += ( text.empty() ? "" : ", " ) +
+                    counted( static_cast<std::size_t>( count ), wordOf( severity ) );
+    }
+    return counted( findings.size(), "finding" ) + " (" + text + ")";
+}
+
+/// A pipeline is called by its context file.
+String subjectIn( Finding const& finding, bool severalFiles ) {
+    bool const tells = severalFiles && !finding.contextFile.empty() && finding.contextFile != finding.name;
+    return finding.subject() + ( tells ? " in " + shown( finding.contextFile ) : "" );
+}
+
+/// The findings of a kind stand together. What is the same of all of them stands once.
+void printFindings( std::vector<Finding> const& findings, bool severalFiles, Streams const& io ) {
     auto const most = io.look.columns == 0 ? findings.size() : 10;
     for( auto first = findings.begin(); first != findings.end(); ) {
         FindingKind const& kind = *first->kind;
         auto const end =
             std::find_if( first, findings.end(), [ & ]( auto const& f ) { return f.kind != &kind; } );
         auto const count = static_cast<std::size_t>( end - first );
+        bool const alike =
+            count > 1 && std::all_of( first, end, [ & ]( auto const& f ) { return f.says == first->says; } );
         io.out << "  " << kind.code << ' ' << wordOf( kind.severity ) << ", " << kind.title << ": " << count
-               << '\n';
-        for( std::size_t i = 0; i < std::min( most, count ); ++i )
-            io.out << "    " << first[ static_cast<std::ptrdiff_t>( i ) ].message() << '\n';
+               << ( alike ? " (" + first->says + ")" : "" ) << '\n';
+        for( auto const& finding : std::span( first, std::min( most, count ) ) )
+            io.out << "    " << subjectIn( finding, severalFiles ) << ( alike ? "" : ": " + finding.says )
+                   << '\n';
         if( count > most )
             io.out << "    and " << count - most << " more; --json has all\n";
         first = end;
@@ -138,9 +162,9 @@ void print( Checked const& checked, Streams const& io ) {
         printFault( *checked.fault, io.out );
         return;
     }
-    io.out << ( checked.findings.empty() ? "sound" : counted( checked.findings.size(), "finding" ) ) << " in "
+    io.out << ( checked.findings.empty() ? "sound" : totalsText( checked.findings ) ) << " in "
            << countsText( checked.counts ) << '\n';
-    printFindings( checked.findings, io );
+    printFindings( checked.findings, checked.counts.front().number > 1, io );
 }
 
 } // namespace Bfri

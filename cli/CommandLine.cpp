@@ -17,19 +17,25 @@ namespace {
 
 [[noreturn]] void refuse( String const& reason ) { throw Failure( ExitStatus::usage, shown( reason ) ); }
 
+/// The word that should be a command; null when there is none.
+char const* commandWord( std::span<char const* const> words ) {
+    auto const word = std::find_if( words.begin(), words.end(), []( char const* w ) { return *w != '-'; } );
+    return word == words.end() ? nullptr : *word;
+}
+
 /// Names the wrong word, where the argument parser would only miss a right one.
 Command const* requireKnownCommand( std::span<char const* const> words ) {
-    auto const word = std::find_if( words.begin(), words.end(), []( char const* w ) { return *w != '-'; } );
-    if( word == words.end() )
+    char const* const word = commandWord( words );
+    if( !word )
         return nullptr;
-    if( Command const* const command = commandOf( *word ) )
+    if( Command const* const command = commandOf( word ) )
         return command;
     std::vector<String> known;
     for( Command const& command : commands() ) {
         if( *command.group )
             known.emplace_back( command.word );
     }
-    refuse( "no command '" + String( *word ) + "'" + whatWasMeant( known, *word ) );
+    refuse( "no command '" + String( word ) + "'" + whatWasMeant( known, word ) );
 }
 
 /// Names an unknown option in front of the value that it may have, or of a word that is no one's.
@@ -135,6 +141,11 @@ void takeChoice( Request& request, Listing const& listing ) {
 }
 
 } // namespace
+
+Command const* commandIn( int argc, char const* const* argv ) {
+    char const* const word = commandWord( std::span( argv + 1, argv + argc ) );
+    return word ? commandOf( word ) : nullptr;
+}
 
 std::optional<Request> parseCommandLine( int argc, char const* const* argv, std::ostream& out ) {
     std::span const words( argv + 1, argv + argc );

@@ -13,7 +13,6 @@ namespace Bfri {
 
 namespace {
 
-/// Within a line, so lists stand in brackets. A handle with what it stands for shows as that.
 /// Lists in brackets, references by the name of what they stand for.
 String inLine( Value const& value ) {
     if( List const* const list = std::get_if<List>( &value.is ) ) {
@@ -108,12 +107,14 @@ void printKind( std::ostream& out, Look const& look, KindComparison const& compa
                       labelOf( record.row ) + "  " + textOf( record ) );
 }
 
+std::string_view nameOf( Row const& row ) { return valueAs<String>( row, "name" ); }
+
 /// Leaves out the rows whose names stand in other rows.
 void leaveOut( std::vector<Row>& rows, std::vector<Row> const& others ) {
     std::unordered_set<std::string_view> names;
     for( Row const& row : others )
-        names.insert( Identity( row ).name );
-    std::erase_if( rows, [ & ]( Row const& row ) { return names.count( Identity( row ).name ) > 0; } );
+        names.insert( nameOf( row ) );
+    std::erase_if( rows, [ & ]( Row const& row ) { return names.count( nameOf( row ) ) > 0; } );
 }
 
 /// The placed tables that the resources' section does not tell of.

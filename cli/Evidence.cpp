@@ -179,43 +179,98 @@ String withoutTabs( String text ) {
     return text;
 }
 
-/// The end of the text before the column, the front of that behind it.
+constexpr std::string_view blanks = " \t\r\n";
+
+/// The end of a line, as much of it as an excerpt shows.
+class Tail {
+  public:
+    void add( char c ) {
+        text_ += c;
+        if( text_.size() >= 2 * most )
+            cut();
+    }
+    bool isBlank() const { return !cut_ && text_.find_first_not_of( blanks ) == String::npos; }
+    void withoutBlanksBehind() { text_.erase( text_.find_last_not_of( blanks ) + 1 ); }
+    String text() {
+        if( text_.size() > most )
+            cut();
+        while( cut_ && !text_.empty() && isUtf8Continuation( text_.front() ) )
+            text_.erase( 0, 1 );
+        return ( cut_ ? "..." : "" ) + withoutTabs( text_ );
+    }
+
+  private:
+    static constexpr std::size_t most = 48;
+
+    void cut() {
+        text_.erase( 0, text_.size() - most );
+        cut_ = true;
+    }
+
+    String text_;
+    bool cut_ = false;
+};
+
+/// Takes what is before that line; of this, the last line that has text.
+Tail takeLinesBefore( U32 line, ContextText& text ) {
+    Tail last;
+    Tail current;
+    while( text.line() < line && !text.atEnd() ) {
+        char const c = text.Take();
+        if( c != '\n' ) {
+            current.add( c );
+            continue;
+        }
+        if( !current.isBlank() )
+            last = current;
+        current = Tail();
+    }
+    last.withoutBlanksBehind();
+    return last;
+}
+
+/// The end of the text before the column, the front of that behind it. Where the file ends in a line without
+/// text, the line before.
 void addExcerpt( Fault& fault ) {
-    constexpr std::size_t mostBefore = 48;
     constexpr std::size_t mostBehind = 24;
     ContextText text( fault.file );
-    while( text.line() < *fault.line && !text.atEnd() )
-        text.Take();
-    String before;
-    bool cut = false;
-    for( U32 column = 1; column < *fault.column && !text.atEnd(); ++column ) {
-        before += text.Take();
-        if( before.size() >= 2 * mostBefore ) {
-            before.erase( 0, mostBefore );
-            cut = true;
-        }
-    }
-    if( before.size() > mostBefore ) {
-        before.erase( 0, before.size() - mostBefore );
-        cut = true;
-    }
-    while( cut && !before.empty() && isUtf8Continuation( before.front() ) )
-        before.erase( 0, 1 );
+    Tail const lineBefore = takeLinesBefore( *fault.line, text );
+    Tail before;
+    for( U32 column = 1; column < *fault.column && !text.atEnd(); ++column )
+        before.add( text.Take() );
     String behind;
     while( behind.size() <= mostBehind + 4 && !text.atEnd() && text.Peek() != '\n' && text.Peek() != '\r' )
         behind += text.Take();
-    before = ( cut ? "..." : "" ) + withoutTabs( before );
-    fault.excerpt = before + withoutTabs( cutTo( mostBehind, behind ) );
-    fault.caret = width( shown( before ) );
-    if( text.atEnd() && behind.empty() )
+    if( text.atEnd() && behind.empty() ) {
         fault.found = "the end of the file";
+        if( before.isBlank() )
+            before = lineBefore;
+    }
+    String const front = before.text();
+    fault.excerpt = front + withoutTabs( cutTo( mostBehind, behind ) );
+    fault.caret = width( shown( front ) );
+}
+
+/// Of those marks that JSON readers stumble over.
+bool hasByteOrderMark( String const& path ) {
+    ContextText text( path );
+    String front;
+    while( front.size() < 3 && !text.atEnd() )
+        front += text.Take();
+    return front == "\xEF\xBB\xBF" || front.starts_with( "\xFE\xFF" ) || front.starts_with( "\xFF\xFE" );
+}
+
+void addSyntax( Fault& fault ) {
+    addExcerpt( fault );
+    if( *fault.line == 1 && hasByteOrderMark( fault.file ) )
+        fault.found = "a file that starts with a byte-order mark";
 }
 
 } // namespace
 
 void addEvidence( Fault& fault ) {
     if( fault.line && fault.column )
-        addExcerpt( fault );
+        addSyntax( fault );
     else
         addFound( fault );
 }

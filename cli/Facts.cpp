@@ -60,13 +60,21 @@ Facts::Facts( Model const& model )
     for( auto const& entry : parser.contextFile() ) {
         U32 const mask = entry.key().value();
         U32 const lowest = mask == 0 ? 0 : static_cast<U32>( std::countr_zero( mask ) );
-        ++files_[ hasPipeBits() ? lowest % 16 : 0 ];
+        files_[ hasPipeBits() ? lowest % 16 : 0 ].push_back( entry.value() );
     }
 }
 
 std::size_t Facts::filesWith( U32 handle ) const {
     auto const found = files_.find( pipeBits( handle ) );
-    return found == files_.end() ? 0 : found->second;
+    return found == files_.end() ? 0 : found->second.size();
+}
+
+String Facts::contextFileOf( std::optional<U32> handle ) const {
+    bool const tells = handle && hasPipeBits();
+    if( !tells && files_.size() != 1 )
+        return {};
+    auto const found = tells ? files_.find( pipeBits( *handle ) ) : files_.begin();
+    return found != files_.end() && found->second.size() == 1 ? found->second.front() : String();
 }
 
 String quoted( std::string_view name ) { return '"' + shown( name ) + '"'; }

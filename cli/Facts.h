@@ -30,11 +30,27 @@ struct ReferenceKind {
 
 extern ReferenceKind const referenceKinds[ 3 ];
 
-/// What context files say that the model has no room for.
+/// A size that the model has no room for, and the context file that says so.
+struct LostSize {
+    std::uint64_t size = 0;
+    String file = {};
+};
+
+/// A word of a table that the model does not know, and takes for another or for nothing.
+struct UnknownWord {
+    String table;
+    std::optional<U32> handle; ///< as the model has it
+    String word;
+    String file;
+};
+
+/// What context files say that the model does not keep.
 struct Losses {
-    std::map<String, U32> ingressPhv; ///< of fields of 32 bytes and more the bytes
-    std::map<String, U32> egressPhv;
-    std::map<String, std::uint64_t> headers; ///< of headers of 65,536 bits and more the bits
+    std::map<String, LostSize> ingressPhv; ///< of fields of 32 bytes and more the bytes
+    std::map<String, LostSize> egressPhv;
+    std::map<String, LostSize> headers; ///< of headers of 65,536 bits and more the bits
+    std::vector<UnknownWord> tableTypes;
+    std::vector<UnknownWord> directions;
 };
 
 /// Reads the context files once more.
@@ -56,9 +72,12 @@ struct Facts {
     std::size_t filesWith( U32 handle ) const;
     /// The part of a handle that tells the context files apart; 0 when nothing does.
     U32 pipeBits( U32 handle ) const { return hasPipeBits() ? handle >> 28 : 0; }
+    /// The only context file that a record with that handle, or without one, may stand in; empty when there
+    /// are several.
+    String contextFileOf( std::optional<U32> handle ) const;
 
   private:
-    std::unordered_map<U32, std::size_t> files_; // by pipe bits
+    std::unordered_map<U32, std::vector<String>> files_; // by pipe bits
 };
 
 String quoted( std::string_view name );
@@ -80,6 +99,7 @@ void findDuplicateTableHandles( Facts const& facts, Findings& findings );
 void findDuplicateActionHandles( Facts const& facts, Findings& findings );
 void findNamesInSeveralPipelines( Facts const& facts, Findings& findings );
 void findHandlesInSeveralPipelines( Facts const& facts, Findings& findings );
+void findOddNames( Facts const& facts, Findings& findings );
 
 // Who references whom.
 void findUnknownReferences( Facts const& facts, Findings& findings );
@@ -91,12 +111,14 @@ void findDisagreeingLinks( Facts const& facts, Findings& findings );
 void findSharedDirect( Facts const& facts, Findings& findings );
 void findUnknownResourceNames( Facts const& facts, Findings& findings );
 
-// Stages and sizes.
+// Stages, sizes, types.
 void findUnplacedTables( Facts const& facts, Findings& findings );
 void findEmptyTables( Facts const& facts, Findings& findings );
 void findLostStages( Facts const& facts, Findings& findings );
 void findLostPhvWidths( Facts const& facts, Findings& findings );
 void findWrappingHeaders( Facts const& facts, Findings& findings );
 void findRepeatedHashFields( Facts const& facts, Findings& findings );
+void findUnknownTableTypes( Facts const& facts, Findings& findings );
+void findUnknownDirections( Facts const& facts, Findings& findings );
 
 } // namespace Bfri

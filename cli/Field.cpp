@@ -10,12 +10,21 @@ namespace {
 Row const& rowMeant( std::vector<Row> const& rows, Listing const& kind, String const& word,
                      std::ostream& err ) {
     std::vector<String> names;
+    names.reserve( rows.size() );
     for( Row const& row : rows )
         names.push_back( valueAs<String>( row, "name" ) );
     String const name = meantName( names, word, { kind.one, kind.word, kind.word } );
     noteSeveral( names, name, kind.word, err );
     auto const first = std::find( names.begin(), names.end(), name ) - names.begin();
     return rows[ static_cast<std::size_t>( first ) ];
+}
+
+/// What people see as "-".
+bool isNothing( Value const& value ) {
+    auto const* const text = std::get_if<String>( &value.is );
+    auto const* const list = std::get_if<List>( &value.is );
+    return std::holds_alternative<std::monostate>( value.is ) || ( text && text->empty() ) ||
+           ( list && list->empty() );
 }
 
 /// The lines of a value.
@@ -46,7 +55,7 @@ ExitStatus field( Model const& model, Request const& request, Streams const& io 
     auto const rows = kind.rows( *model.parser() );
     Row const& row = rowMeant( rows, kind, request.words[ 2 ], io.err );
     Value const& value = valueOf( row, field );
-    if( std::holds_alternative<std::monostate>( value.is ) )
+    if( isNothing( value ) || isNothing( valueOf( kind.shown ? kind.shown( row ) : row, field ) ) )
         throw Failure( ExitStatus::no, String( kind.one ) + " '" + shown( valueAs<String>( row, "name" ) ) +
                                            "' has no " + field );
     std::visit( Lines{ io.out }, value.is );

@@ -77,6 +77,8 @@ FieldComparer::FieldComparer( Model const& old, Model const& now )
 ChangedRecord FieldComparer::compare( Row const& from, Row const& to ) {
     ChangedRecord record;
     for( std::size_t i = 0; i < from.size(); ++i ) {
+        if( from[ i ].name == "typeName" ) // says what "type" says
+            continue;
         switch( meaningOf( from[ i ].name ) ) {
         case Meaning::plain:
             addIfOther( record.fields, from[ i ], to[ i ] );

@@ -83,6 +83,12 @@ constexpr FindingKind kinds[] = {
       "tables.",
       "Name a runtime_config in the switch configuration: handles then carry their pipeline's lowest pipe.",
       findHandlesInSeveralPipelines },
+    { "BF208", "odd-name", warning,
+      "A name is empty, or has characters that a terminal can't show, or is no valid UTF-8.",
+      "It is hard to type and to find, and looks otherwise in every program that shows it; in JSON, bytes "
+      "that are no UTF-8 "
+      "are lost.",
+      "Look for the name in the context file, and rename it in the P4 program.", findOddNames },
     // References.
     { "BF301", "unknown-reference", error, "A placed table lists a handle that no table of the model has.",
       "What the table counts, meters or remembers there cannot be reached.",
@@ -131,7 +137,7 @@ constexpr FindingKind kinds[] = {
     { "BF308", "unknown-resource", warning, "Actions of a table name a resource that is no table's name.",
       "Nothing has this table as its parent, though something should.",
       "Look for the name in the context file: it may be spelled in two ways.", findUnknownResourceNames },
-    // Stages, sizes, widths.
+    // Stages, sizes, widths, types.
     { "BF401", "unplaced-table", note, "A match table has no stage table: it is not on the chip.",
       "An agent finds its record, but no resource and no entry by handle; entries of it match no packet.",
       "See in the compiler's log whether it was optimised away or did not fit.", findUnplacedTables },
@@ -157,6 +163,18 @@ constexpr FindingKind kinds[] = {
       "hash's "
       "input that is not there.",
       "Name the field once in the P4 program, unless slices of it are meant.", findRepeatedHashFields },
+    { "BF407", "unknown-table-type", warning,
+      "A table has a \"table_type\" that the model does not know: it is taken for none of the kinds of "
+      "tables.",
+      "Were it a match table, a counter, a meter or a register, an agent would not find it as such: no query "
+      "for that "
+      "kind answers for it.",
+      "Look for a word that is misspelled; else the compiler knows more types than the model.",
+      findUnknownTableTypes },
+    { "BF408", "unknown-direction", error,
+      "A table has a \"direction\" other than \"ingress\" and \"egress\". The model takes it for egress.",
+      "An agent looks for the table on the wrong side, if it is an ingress table.",
+      "Correct the word in the context file, or compile the program again.", findUnknownDirections },
 };
 
 String capitals( String text ) {
@@ -171,8 +189,8 @@ char const* wordOf( Severity severity ) {
     return severity == error ? "error" : severity == warning ? "warning" : "note";
 }
 
-String Finding::message() const {
-    return what + " " + quoted( name ) + ( handle ? " (" + hexOf( *handle ) + ")" : "" ) + ": " + says;
+String Finding::subject() const {
+    return what + " " + quoted( name ) + ( handle ? " (" + hexOf( *handle ) + ")" : "" );
 }
 
 std::span<FindingKind const> findingKinds() { return kinds; }
@@ -203,6 +221,14 @@ std::vector<Finding> findingsOf( Model const& model ) {
         Findings findings( kind, all );
         kind.find( facts, findings );
     }
+    for( Finding& finding : all ) {
+        if( finding.contextFile.empty() )
+            finding.contextFile =
+                finding.what == "pipeline" ? finding.name : facts.contextFileOf( finding.handle );
+    }
+    std::stable_sort( all.begin(), all.end(), []( Finding const& a, Finding const& b ) {
+        return a.kind->severity > b.kind->severity;
+    } );
     return all;
 }
 

@@ -23,17 +23,22 @@ struct Finding {
     String name;               ///< its name; of a pipeline its context file
     std::optional<U32> handle; ///< where one record bears it
     String says;               ///< goes behind what, name and handle
+    String contextFile;        ///< empty when it is not known, or when there is not one alone
 
+    /// `counter "c" (0x00000001)`.
+    String subject() const;
     /// The whole sentence: `counter "c" (0x00000001): ...`.
-    String message() const;
+    String message() const { return subject() + ": " + says; }
 };
 
 /// Takes the findings of one rule.
 class Findings {
   public:
     Findings( FindingKind const& kind, std::vector<Finding>& all ) : kind_( kind ), all_( all ) {}
-    void add( String what, String name, std::optional<U32> handle, String says ) {
-        all_.push_back( { &kind_, std::move( what ), std::move( name ), handle, std::move( says ) } );
+    /// Without a context file it is taken from the handle, where that tells.
+    void add( String what, String name, std::optional<U32> handle, String says, String contextFile = {} ) {
+        all_.push_back( { &kind_, std::move( what ), std::move( name ), handle, std::move( says ),
+                          std::move( contextFile ) } );
     }
 
   private:
@@ -58,8 +63,8 @@ std::span<FindingKind const> findingKinds();
 /// meant.
 FindingKind const& findingKindOf( String const& word );
 
-/// All findings of the model that was loaded last, in the order of the kinds. Reads the context files once
-/// more.
+/// All findings of the model that was loaded last: errors, warnings, notes, and of those in the order of the
+/// kinds. Reads the context files once more.
 std::vector<Finding> findingsOf( Model const& model );
 
 } // namespace Bfri

@@ -68,13 +68,13 @@ String disagreement( Facts const& facts, Attached const& record ) {
         return listing.empty() || hasSeveralParents( facts, record )
                    ? ""
                    : namesOf( facts, listing ) + " lists its handle, but no action names it";
+    if( listing.empty() )
+        return "actions of " + quoted( *parent ) + " name it, but no table lists its handle";
     std::vector<U32> others;
     for( U32 const handle : listing ) {
         if( nameOf( facts, handle ) != *parent )
             others.push_back( handle );
     }
-    if( others.size() == listing.size() && others.empty() )
-        return "actions of " + quoted( *parent ) + " name it, but no table lists its handle";
     return others.empty() ? ""
                           : namesOf( facts, others ) + " lists its handle, but only actions of " +
                                 quoted( *parent ) + " name it";

@@ -3,6 +3,7 @@
 #include "cli/Records.h"
 
 #include <map>
+#include <optional>
 
 namespace Bfri {
 
@@ -38,11 +39,82 @@ constexpr Column tableColumns[] = { { "HANDLE", "handle" },
                                     { "PIPE", "logicalPipe" },
                                     { "NAME", "name" } };
 
+Row resourceRow( BfResource const& resource ) { return withTypeName( rowOf( resource ) ); }
+
+Row resourceBlank() { return resourceRow( {} ); }
+
+std::vector<Row> resourceRows( BfResourceParser const& parser ) {
+    std::vector<Row> rows;
+    rows.reserve( parser.bfResources().size() );
+    for( BfResource const& resource : parser.bfResources() )
+        rows.push_back( resourceRow( resource ) );
+    return rows;
+}
+
 constexpr Column resourceColumns[] = {
     { "HANDLE", "handle" },          { "SIZE", "size" },     { "TYPE", "type" }, { "DIRECTION", "ingress" },
     { "FIRST STAGE", "stageStart" }, { "STAGES", "stages" }, { "NAME", "name" } };
 
-// What belongs to match tables.
+// What belongs to match tables. Of what several tables have, the model knows no parent.
+
+/// The table that a record without a name for it belongs to: a direct one bears its handle.
+Value parentOf( BfResourceParser const& parser, String const& name, std::optional<U32> directHandle ) {
+    if( directHandle ) {
+        auto const* const placed = parser.resourceHandles().find( *directHandle );
+        return placed ? Value( placed->name ) : Value();
+    }
+    String const* const parent = parser.parentTable().find( name );
+    return parent ? Value( *parent ) : Value();
+}
+
+Value parentOf( BfResourceParser const& parser, BfTableWredInfo const& wred ) {
+    return parentOf( parser, wred.name, wred.direct ? std::optional( wred.handle ) : std::nullopt );
+}
+
+Value parentOf( BfResourceParser const& parser, BfRegisterInfo const& cells ) {
+    return parentOf( parser, cells.name, cells.indirect ? std::nullopt : std::optional( cells.handle ) );
+}
+
+Value parentOf( BfResourceParser const& parser, BfZelResource const& placed ) {
+    return parentOf( parser, placed.name, std::nullopt );
+}
+
+/// Counters and meters name their table themselves.
+template<class Record>
+constexpr bool namesItsTable = requires( Record record ) {
+    record.associatedTable;
+};
+
+template<class Record>
+Row attachedRow( Record const& record, Value const& parent, bool severalParents ) {
+    Row row = rowOf( record );
+    if constexpr( !namesItsTable<Record> )
+        row.push_back( { "parent", parent } );
+    row.push_back( { "severalParents", severalParents } );
+    return row;
+}
+
+template<class Record>
+Row attachedRow( BfResourceParser const& parser, Record const& record ) {
+    Value parent;
+    if constexpr( !namesItsTable<Record> )
+        parent = parentOf( parser, record );
+    return attachedRow( record, parent, parser.multipleParentTablesHas( record.name ) );
+}
+
+template<class Record>
+Row attachedBlank() {
+    return attachedRow( Record(), {}, false );
+}
+
+template<auto records>
+std::vector<Row> attachedRows( BfResourceParser const& parser ) {
+    std::vector<Row> rows;
+    rows.reserve( ( parser.*records )().size() );
+    for( auto const& record : ( parser.*records )() )
+        rows.push_back( attachedRow( parser, record ) );
+    return rows;
+}
 
 constexpr Column counterColumns[] = { { "HANDLE", "handle" },
                                       { "OWN HANDLE", "ownHandle" },
@@ -59,12 +131,15 @@ constexpr Column meterColumns[] = {
     { "PRE-COLOR", "hasPreColor" }, { "PIPE", "logicalPipe" }, { "NAME", "name" },
     { "TABLE", "associatedTable" } };
 
-constexpr Column wredColumns[] = {
-    { "HANDLE", "handle" }, { "DIRECT", "direct" }, { "PIPE", "logicalPipe" }, { "NAME", "name" } };
+constexpr Column wredColumns[] = { { "HANDLE", "handle" },
+                                   { "DIRECT", "direct" },
+                                   { "PIPE", "logicalPipe" },
+                                   { "NAME", "name" },
+                                   { "TABLE", "parent" } };
 
-constexpr Column registerColumns[] = { { "HANDLE", "handle" },  { "INDIRECT", "indirect" },
-                                       { "TYPE", "dataType" },  { "WIDTH", "width" },
-                                       { "DUAL", "dualWidth" }, { "NAME", "name" } };
+constexpr Column registerColumns[] = {
+    { "HANDLE", "handle" },  { "INDIRECT", "indirect" }, { "TYPE", "dataType" }, { "WIDTH", "width" },
+    { "DUAL", "dualWidth" }, { "NAME", "name" },         { "TABLE", "parent" } };
 
 constexpr Column actionColumns[] = { { "HANDLE", "handle" }, { "NAME", "name" }, { "TABLE", "tableName" } };
 
@@ -139,15 +214,6 @@ std::vector<Row> phvRows( BfResourceParser const& parser ) {
 
 // Placed tables by handle.
 
-Row handleRow( BfZelResource const& resource, Value const& parent, bool severalParents ) {
-    Row row = rowOf( resource );
-    row.push_back( { "parent", parent } );
-    row.push_back( { "severalParents", severalParents } );
-    return row;
-}
-
-Row handleBlank() { return handleRow( {}, {}, false ); }
-
 constexpr Column handleColumns[] = { { "HANDLE", "handle" },
                                      { "SIZE", "size" },
                                      { "STAGE", "stageStart" },
@@ -159,12 +225,8 @@ constexpr Column handleColumns[] = { { "HANDLE", "handle" },
 
 std::vector<Row> handleRows( BfResourceParser const& parser ) {
     std::vector<Row> rows;
-    for( auto const* const entry : sortedByKey( parser.resourceHandles() ) ) {
-        String const& name = entry->second.name;
-        String const* const parent = parser.parentTable().find( name );
-        rows.push_back( handleRow( entry->second, parent ? Value( *parent ) : Value(),
-                                   parser.multipleParentTablesHas( name ) ) );
-    }
+    for( auto const* const entry : sortedByKey( parser.resourceHandles() ) )
+        rows.push_back( attachedRow( parser, entry->second ) );
     return rows;
 }
 
@@ -172,16 +234,17 @@ constexpr Listing table_[] = {
     { "tables", "table", "The match tables", "bfTables", blankOf<BfTableInfo>,
       rowsOf<&BfResourceParser::bfTables>, tableColumns, shownTable },
     { "resources", "resource", "The hardware resources: their kind, direction, size and stages",
-      "bfResources", blankOf<BfResource>, rowsOf<&BfResourceParser::bfResources>, resourceColumns,
-      shownResource },
+      "bfResources", resourceBlank, resourceRows, resourceColumns, shownResource },
     { "counters", "counter", "The counters, and the tables that they belong to", "bfCounters",
-      blankOf<BfTableCounterInfo>, rowsOf<&BfResourceParser::bfCounters>, counterColumns },
+      attachedBlank<BfTableCounterInfo>, attachedRows<&BfResourceParser::bfCounters>, counterColumns,
+      shownParent },
     { "meters", "meter", "The meters, and the tables that they belong to", "bfMeters",
-      blankOf<BfTableMeterInfo>, rowsOf<&BfResourceParser::bfMeters>, meterColumns },
-    { "wreds", "wred", "The WRED tables", "bfWreds", blankOf<BfTableWredInfo>,
-      rowsOf<&BfResourceParser::bfWreds>, wredColumns },
-    { "registers", "register", "The registers, and the cells that they have", "bfRegisterInfos",
-      blankOf<BfRegisterInfo>, rowsOf<&BfResourceParser::bfRegisterInfos>, registerColumns },
+      attachedBlank<BfTableMeterInfo>, attachedRows<&BfResourceParser::bfMeters>, meterColumns, shownParent },
+    { "wreds", "wred", "The WRED tables, and the tables that they belong to", "bfWreds",
+      attachedBlank<BfTableWredInfo>, attachedRows<&BfResourceParser::bfWreds>, wredColumns, shownParent },
+    { "registers", "register", "The registers, their cells, and the tables that they belong to",
+      "bfRegisterInfos", attachedBlank<BfRegisterInfo>, attachedRows<&BfResourceParser::bfRegisterInfos>,
+      registerColumns, shownParent },
     { "learn-quantas", "learn-quanta", "The learn quantas", "bfLearnQuantaInfos", blankOf<BfLearnQuantaInfo>,
       rowsOf<&BfResourceParser::bfLearnQuantaInfos>, learnQuantaColumns },
     { "actions", "action", "The actions of the match tables", "bfActions", blankOf<BfActionInfo>,
@@ -193,7 +256,7 @@ constexpr Listing table_[] = {
     { "phv", "phv", "The fields in the PHV, and the bytes that they take there", "phvContainers", phvBlank,
       phvRows, phvColumns },
     { "handles", "handle", "Every placed table by handle, with what it references", "resourceHandles",
-      handleBlank, handleRows, handleColumns, shownHandle },
+      attachedBlank<BfZelResource>, handleRows, handleColumns, shownParent },
 };
 
 } // namespace

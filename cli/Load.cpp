@@ -77,8 +77,10 @@ String filledIn( String format, std::initializer_list<String> texts ) {
     String text = status.text();
     if( text.ends_with( '.' ) ) // the format brings its own
         text.pop_back();
+    if( text.starts_with( conf + ": " ) ) // and the path
+        text.erase( 0, conf.size() + 2 );
     Zel::LogHandle const* const message = Zel::logHandle( "BFN_SWITCH_CONF_ERROR" );
-    throw LoadFailure( message ? filledIn( message->format, { shown( conf ), shown( text ) } ) + "\n" +
+    throw LoadFailure( message ? filledIn( message->format, { shown( conf ), shown( text ) } ) + ' ' +
                                      message->recommendedAction
                                : shown( text ),
                        faultOf( status ) );

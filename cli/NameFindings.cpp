@@ -1,6 +1,10 @@
 #include "cli/Facts.h"
 
+#include "cli/Records.h"
+#include "cli/Utf8.h"
+
 #include <algorithm>
+#include <set>
 #include <tuple>
 
 namespace Bfri {
@@ -135,9 +139,11 @@ String namesOf( Group const& group ) {
     return listOfAtMost( 4, group, []( Bearer const& b ) { return quoted( *b.name ); } );
 }
 
-void addNames( Repeats const& repeats, char const* what, Findings& findings ) {
+void addNames( Facts const& facts, std::vector<Bearer> bearers, char const* what, Findings& findings ) {
+    Repeats const repeats = repeatedNames( facts, std::move( bearers ) );
     for( Group const& group : repeats.withinAFile )
-        findings.add( what, *group.front().name, {}, handlesOf( group ) );
+        findings.add( what, *group.front().name, {}, handlesOf( group ),
+                      facts.contextFileOf( group.front().handle ) );
 }
 
 void addHandles( Repeats const& repeats, char const* what, Findings& findings ) {
@@ -155,14 +161,48 @@ void addOverFiles( std::vector<Group> const& groups, char const* what, char cons
                           " again in other pipelines" );
 }
 
+/// Hands out kind, name and handle of every record; a table of several kinds comes with each.
+template<class Step>
+void forEachName( Facts const& facts, Step step ) {
+    for( BfTableInfo const& record : facts.parser.bfTables() )
+        step( "match table", record.name, record.handle );
+    for( Attached const& record : facts.attached )
+        step( record.kind, *record.name, record.handle );
+    for( BfResource const& record : facts.parser.bfResources() )
+        step( "placed table", record.name, record.handle );
+    for( BfActionInfo const& record : facts.parser.bfActions() )
+        step( "action", record.name, record.handle );
+    for( auto const& record : facts.parser.bfLearnQuantaInfos() )
+        step( "learn quanta", record.name, record.handle );
+    for( auto const* const entry : sortedByKey( facts.parser.bfDynamicHashInfo() ) )
+        step( "hash", entry->first, entry->second.tableHdl );
+    for( auto const* const entry : sortedByKey( facts.parser.bfHeaders() ) )
+        step( "header", entry->first, std::nullopt );
+    for( auto const& entry : facts.parser.ingressPhvContainers() )
+        step( "PHV field", entry.key(), std::nullopt );
+    for( auto const& entry : facts.parser.egressPhvContainers() )
+        step( "PHV field", entry.key(), std::nullopt );
+}
+
 } // namespace
 
+void findOddNames( Facts const& facts, Findings& findings ) {
+    std::set<String> seen;
+    forEachName( facts, [ & ]( char const* what, String const& name, std::optional<U32> handle ) {
+        bool const odd = name.empty() || shown( name ) != name;
+        if( odd && seen.insert( name ).second )
+            findings.add( what, name, handle,
+                          name.empty() ? "its name is empty"
+                                       : "its name has characters that can't be shown" );
+    } );
+}
+
 void findDuplicateTableNames( Facts const& facts, Findings& findings ) {
-    addNames( repeatedNames( facts, matchTables( facts ) ), "match table", findings );
+    addNames( facts, matchTables( facts ), "match table", findings );
 }
 
 void findDuplicateResourceNames( Facts const& facts, Findings& findings ) {
-    addNames( repeatedNames( facts, otherTables( facts ) ), "placed table", findings );
+    addNames( facts, otherTables( facts ), "placed table", findings );
 }
 
 void findDuplicateActions( Facts const& facts, Findings& findings ) {
@@ -173,7 +213,8 @@ void findDuplicateActions( Facts const& facts, Findings& findings ) {
     for( Group const& group : repeatedNames( facts, actionsOfTables( facts ) ).withinAFile ) {
         if( mixed.count( *group.front().scope ) == 0 )
             findings.add( "action", *group.front().name, {},
-                          handlesOf( group ) + ", in table " + quoted( *group.front().scope ) );
+                          handlesOf( group ) + ", in table " + quoted( *group.front().scope ),
+                          facts.contextFileOf( group.front().handle ) );
     }
 }
 

@@ -21,7 +21,7 @@ Part partOf( Listing const& kind ) { return { kind.word, kind.columns, kind.show
 Part resourcesPart( Resources const& resources ) {
     Part part = partOf( *kindOf( "resources" ) );
     for( BfResource const* const resource : resources )
-        part.rows.push_back( rowOf( *resource ) );
+        part.rows.push_back( withTypeName( rowOf( *resource ) ) );
     return part;
 }
 
@@ -57,7 +57,7 @@ class PageBuilder {
     BfResource const* placeOf( Attachment const& attachment, Row const& record ) const;
     /// A table that something belongs to: a row of tableColumns.
     Row tableRow( U32 handle, String const& name, U32 size ) const;
-    /// A record that belongs to tables, and whether it has too many parents for the model to know one.
+    /// A resource that belongs to tables, and whether it has too many parents for the model to know one.
     Row withParents( Row record ) const;
     std::vector<Row> tablesUsing( BfResource const& resource ) const;
     std::vector<Row> tablesNamed( String const& name, U32 handleInFile ) const;
@@ -164,7 +164,7 @@ Entry PageBuilder::attachedEntry( Attachment const& attachment, Row const& recor
         if( relations_.belongs( attachment, record, table ) )
             owners.push_back( tableRow( table.handle, table.name, table.size ) );
     }
-    return { withParents( record ),
+    return { record,
              true,
              taken.empty() ? nullptr : taken.front(),
              { resourcesPart( taken ), tablesPart( std::move( owners ) ) } };
@@ -173,7 +173,7 @@ Entry PageBuilder::attachedEntry( Attachment const& attachment, Row const& recor
 Entry PageBuilder::resourceEntry( BfResource const& record ) {
     Resources taken;
     auto attached = attachmentsOf( placed( record.handle, record.name ), taken );
-    Entry entry{ withParents( rowOf( record ) ),
+    Entry entry{ withParents( withTypeName( rowOf( record ) ) ),
                  false,
                  nullptr,
                  { tablesPart( tablesUsing( record ) ), resourcesPart( taken ) } };

@@ -146,9 +146,24 @@ Row shownResource( Row row ) {
     return row;
 }
 
-Row shownHandle( Row row ) {
-    if( valueAs<bool>( row, "severalParents" ) )
-        replace( row, { "parent" }, "(several)" );
+Row shownParent( Row row ) {
+    static Value const several( "(several)" );
+    if( !valueAs<bool>( row, "severalParents" ) )
+        return row;
+    for( Field& field : row ) {
+        String const* const table = std::get_if<String>( &field.value.is );
+        bool const known = table && !table->empty();
+        if( ( field.name == "parent" || field.name == "associatedTable" ) && !known )
+            field.value = several;
+    }
+    return row;
+}
+
+Row withTypeName( Row row ) {
+    auto const type =
+        std::find_if( row.begin(), row.end(), []( Field const& field ) { return field.name == "type"; } );
+    Value name = typeName( std::get<U32>( type->value.is ) );
+    row.insert( type + 1, { "typeName", std::move( name ) } );
     return row;
 }
 

@@ -26,8 +26,11 @@ Row rowOf( BfZelResource const& record );
 /// resource has as a code has its name.
 Row shownTable( Row row );
 Row shownResource( Row row );
-/// The same of a placed table's row that says which parent it has.
-Row shownHandle( Row row );
+/// The same of a row that says which table the record belongs to, or that several have it.
+Row shownParent( Row row );
+
+/// A resource's row with the name of its type behind the type.
+Row withTypeName( Row row );
 
 /// The numbers of the pipes in a mask.
 List pipesOf( U32 mask );

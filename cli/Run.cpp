@@ -53,12 +53,13 @@ Streams asAskedFor( Streams io, Request const& request ) {
     return io;
 }
 
-ExitStatus report( Failure const& failure, std::ostream& err ) {
+ExitStatus report( Failure const& failure, Command const* command, std::ostream& err ) {
     err << "bfri: " << failure.what() << '\n';
     for( String const& name : failure.suggestions )
         err << "  " << shown( name ) << '\n';
     if( failure.status == ExitStatus::usage )
-        err << "Run 'bfri --help' to see how it is used.\n";
+        err << "Run 'bfri " << ( command ? command->word + String( " " ) : "" )
+            << "--help' to see how it is used.\n";
     return failure.status;
 }
 
@@ -72,9 +73,10 @@ ExitStatus run( int argc, char const* const* argv, Streams const& io ) {
         requireWritten( io.out );
         return status;
     } catch( Failure const& failure ) {
-        return report( failure, io.err );
+        return report( failure, commandIn( argc, argv ), io.err );
     } catch( std::exception const& error ) {
-        return report( Failure( ExitStatus::internal, "internal error: " + shown( error.what() ) ), io.err );
+        return report( Failure( ExitStatus::internal, "internal error: " + shown( error.what() ) ), nullptr,
+                       io.err );
     }
 }
 

@@ -1,13 +1,16 @@
-// Findings that the model does not show: what it keeps is what is left after the loss. Their sections of the
+// Findings that the model does not show: what it keeps is what is left after a loss. Their sections of the
 // context files are read once more, wherever in a file a member of that name stands; what the model does not
 // bear out is no finding.
 
 #include "cli/ContextText.h"
 #include "cli/Facts.h"
 
+#include <algorithm>
+#include <bit>
 #include <map>
 
 #include <rapidjson/document.h>
+#include <rapidjson/reader.h>
 
 namespace Bfri {
 
@@ -31,10 +34,17 @@ void forEachElement( Json const* list, Step step ) {
     }
 }
 
-using Widths = std::map<String, U32>;
+using Sizes = std::map<String, LostSize>;
 
-/// The widest of those records of a stage and direction that the model would keep too few bytes for.
-void addLostWidths( Json const* containers, Widths& widths ) {
+/// Keeps the largest.
+void add( Sizes& sizes, String const& name, std::uint64_t size, String const& file ) {
+    LostSize& largest = sizes[ name ];
+    if( size > largest.size )
+        largest = { size, file };
+}
+
+/// Those records of a stage and direction that the model would keep too few bytes for.
+void addLostWidths( Json const* containers, String const& file, Sizes& widths ) {
     forEachElement( containers, [ & ]( Json const& container ) {
         forEachElement( memberOf( container, "records" ), [ & ]( Json const& record ) {
             Json const* const name = memberOf( record, "field_name" );
@@ -42,18 +52,16 @@ void addLostWidths( Json const* containers, Widths& widths ) {
             Json const* const isPov = memberOf( record, "is_pov" );
             if( !name || !name->IsString() || !width || !width->IsUint() || !isPov || !isPov->IsFalse() )
                 return;
-            if( width->GetUint() >= 32 ) {
-                U32& widest = widths[ name->GetString() ];
-                widest = std::max( widest, width->GetUint() );
-            }
+            if( width->GetUint() >= 32 )
+                add( widths, name->GetString(), width->GetUint(), file );
         } );
     } );
 }
 
-void addStages( Json const& stages, Losses& losses ) {
+void addStages( Json const& stages, String const& file, Losses& losses ) {
     forEachElement( &stages, [ & ]( Json const& stage ) {
-        addLostWidths( memberOf( stage, "ingress" ), losses.ingressPhv );
-        addLostWidths( memberOf( stage, "egress" ), losses.egressPhv );
+        addLostWidths( memberOf( stage, "ingress" ), file, losses.ingressPhv );
+        addLostWidths( memberOf( stage, "egress" ), file, losses.egressPhv );
     } );
 }
 
@@ -67,40 +75,126 @@ std::uint64_t bitsOf( Json const& header ) {
     return bits;
 }
 
-void addHeaders( Json const& headers, Losses& losses ) {
+void addHeaders( Json const& headers, String const& file, Losses& losses ) {
     forEachElement( &headers, [ & ]( Json const& header ) {
         Json const* const name = memberOf( header, "name" );
         std::uint64_t const bits = bitsOf( header );
         if( name && name->IsString() && bits >= 0x10000 )
-            losses.headers[ name->GetString() ] = bits;
+            add( losses.headers, name->GetString(), bits, file );
     } );
 }
 
+/// Takes from the events of a section "tables" the few members that the words stand in: as a tree, that
+/// section may be large.
+class TableWords : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TableWords> {
+    using Text = Vessa::String;
+
+  public:
+    TableWords( Text const& file, U32 pipeBits, Losses& losses )
+        : file_( file ), pipeBits_( pipeBits ), losses_( losses ) {}
+
+    bool Default() { return true; }
+    bool StartObject() {
+        member_.clear();
+        if( ++depth_ == ofTable )
+            texts_.clear();
+        return true;
+    }
+    bool StartArray() {
+        member_.clear();
+        ++depth_;
+        return true;
+    }
+    bool Key( char const* name, rapidjson::SizeType length, bool ) {
+        if( depth_ == ofTable )
+            member_.assign( name, length );
+        return true;
+    }
+    bool String( char const* text, rapidjson::SizeType length, bool ) {
+        if( depth_ == ofTable && ( member_ == "name" || member_ == "table_type" || member_ == "direction" ) )
+            texts_.try_emplace( member_, text, length );
+        return true;
+    }
+    bool Uint( unsigned number ) {
+        if( depth_ == ofTable && member_ == "handle" )
+            handle_ = number | pipeBits_;
+        return true;
+    }
+    bool EndObject( rapidjson::SizeType ) {
+        if( depth_-- == ofTable )
+            judge();
+        return true;
+    }
+    bool EndArray( rapidjson::SizeType ) {
+        --depth_;
+        return true;
+    }
+
+  private:
+    static constexpr std::size_t ofTable = 2; // in the array
+
+    void judge() {
+        static constexpr std::string_view types[] = { "match",      "condition", "action_data", "selection",
+                                                      "statistics", "meter",     "stateful" };
+        static constexpr std::string_view directions[] = { "ingress", "egress" };
+        requireOneOf( types, "table_type", losses_.tableTypes );
+        requireOneOf( directions, "direction", losses_.directions );
+        handle_.reset();
+    }
+    void requireOneOf( std::span<std::string_view const> known, char const* member,
+                       std::vector<UnknownWord>& unknown ) {
+        auto const word = texts_.find( member );
+        if( word != texts_.end() && std::find( known.begin(), known.end(), word->second ) == known.end() )
+            unknown.push_back( { texts_[ "name" ], handle_, word->second, file_ } );
+    }
+
+    Text const& file_;
+    U32 const pipeBits_;
+    Losses& losses_;
+    std::size_t depth_ = 0; // of open containers
+    Text member_;           // of a table, whose value comes
+    std::map<Text, Text> texts_;
+    std::optional<U32> handle_;
+};
+
+void addSections( String const& file, U32 pipeBits, Losses& losses ) {
+    constexpr std::string_view sections[] = { "phv_allocation", "flexible_headers", "tables" };
+    constexpr unsigned options = rapidjson::kParseIterativeFlag | rapidjson::kParseStopWhenDoneFlag;
+    ContextText text( file );
+    for( std::size_t i = 0; ( i = text.skipToName( sections ) ) < std::size( sections ); ) {
+        if( i == 2 ) {
+            TableWords words( file, pipeBits, losses );
+            rapidjson::Reader reader;
+            reader.Parse<options>( text, words );
+            continue;
+        }
+        rapidjson::Document section;
+        section.ParseStream<options>( text );
+        if( !section.HasParseError() )
+            ( i == 0 ? addStages : addHeaders )( section, file, losses );
+    }
+}
+
 template<class Containers>
-void addPhvFindings( Widths const& widths, Containers const& containers, char const* direction,
+void addPhvFindings( Sizes const& widths, Containers const& containers, char const* direction,
                      Findings& findings ) {
-    for( auto const& [ name, bytes ] : widths ) {
+    for( auto const& [ name, lost ] : widths ) {
         auto const kept = containers.find( name );
-        if( kept != containers.end() && kept->value() < bytes )
+        if( kept != containers.end() && kept->value() < lost.size )
             findings.add( "PHV field", name, {},
-                          "takes " + std::to_string( bytes ) + " bytes in " + direction +
-                              ", the model says " + std::to_string( kept->value() ) );
+                          "takes " + std::to_string( lost.size ) + " bytes in " + direction +
+                              ", the model says " + std::to_string( kept->value() ),
+                          lost.file );
     }
 }
 
 } // namespace
 
 Losses lossesOf( BfResourceInfo::BfResourceParser const& parser ) {
-    constexpr std::string_view sections[] = { "phv_allocation", "flexible_headers" };
     Losses losses;
     for( auto const& entry : parser.contextFile() ) {
-        ContextText text( entry.value() );
-        for( std::size_t i = 0; ( i = text.skipToName( sections ) ) < std::size( sections ); ) {
-            rapidjson::Document section;
-            section.ParseStream<rapidjson::kParseIterativeFlag | rapidjson::kParseStopWhenDoneFlag>( text );
-            if( !section.HasParseError() )
-                ( i == 0 ? addStages : addHeaders )( section, losses );
-        }
+        U32 const lowest = static_cast<U32>( std::countr_zero( entry.key().value() ) ) % 16;
+        addSections( entry.value(), parser.bfrtConfig().empty() ? 0 : lowest << 28, losses );
     }
     return losses;
 }
@@ -111,12 +205,30 @@ void findLostPhvWidths( Facts const& facts, Findings& findings ) {
 }
 
 void findWrappingHeaders( Facts const& facts, Findings& findings ) {
-    for( auto const& [ name, bits ] : facts.losses.headers ) {
+    for( auto const& [ name, lost ] : facts.losses.headers ) {
         BfHeaderInfo const* const kept = facts.parser.bfHeaders().find( name );
-        if( kept && kept->size() == bits % 0x10000 / 8 )
+        if( kept && kept->size() == lost.size % 0x10000 / 8 )
             findings.add( "header", name, {},
-                          "its fields have " + std::to_string( static_cast<std::int64_t>( bits ) ) +
-                              " bits, the model says " + std::to_string( kept->size() ) + " bytes" );
+                          "its fields have " + std::to_string( static_cast<std::int64_t>( lost.size ) ) +
+                              " bits, the model says " + std::to_string( kept->size() ) + " bytes",
+                          lost.file );
+    }
+}
+
+void findUnknownTableTypes( Facts const& facts, Findings& findings ) {
+    for( UnknownWord const& unknown : facts.losses.tableTypes )
+        findings.add( "table", unknown.table, unknown.handle,
+                      "its \"table_type\" is " + quoted( unknown.word ) + ", which the model does not know",
+                      unknown.file );
+}
+
+void findUnknownDirections( Facts const& facts, Findings& findings ) {
+    for( UnknownWord const& unknown : facts.losses.directions ) {
+        auto const kept = facts.placed.find( unknown.handle.value_or( 0 ) );
+        if( kept != facts.placed.end() && kept->second->name == unknown.table && !kept->second->ingress )
+            findings.add( "placed table", unknown.table, unknown.handle,
+                          "its \"direction\" is " + quoted( unknown.word ) + ", the model says egress",
+                          unknown.file );
     }
 }
 

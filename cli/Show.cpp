@@ -3,7 +3,6 @@
 #include "cli/Kinds.h"
 #include "cli/Names.h"
 #include "cli/Page.h"
-#include "cli/StageMap.h"
 #include "cli/TextFormat.h"
 #include "cli/Utf8.h"
 
@@ -66,11 +65,9 @@ bool isSaid( Field const& field ) {
 String placeText( BfResource const* place ) {
     if( !place )
         return "no";
-    Span const span( *place );
-    String const stages = span.first == span.last ? "stage " + std::to_string( span.first )
-                                                  : "stages " + std::to_string( span.first ) + " to " +
-                                                        std::to_string( span.last );
-    return stages + ( place->ingress ? ", ingress" : ", egress" );
+    String const stage = "stage " + std::to_string( place->stageStart );
+    String const from = "from " + stage + ", " + std::to_string( place->stages ) + " stage tables";
+    return ( place->stages > 1 ? from : stage ) + ( place->ingress ? ", ingress" : ", egress" );
 }
 
 /// Names in their order, with their places in it.
@@ -91,7 +88,9 @@ void printRecord( std::ostream& out, Listing const& kind, Entry const& entry ) {
     Row row;
     for( Field const& field : kind.shown ? kind.shown( entry.record ) : entry.record ) {
         List const* const list = std::get_if<List>( &field.value.is );
-        if( field.name != "name" && isSaid( field ) )
+        bool const heading = field.name == "name";
+        bool const saidAlready = field.name == "typeName"; // people see it as the type
+        if( !heading && !saidAlready && isSaid( field ) )
             row.push_back( { labelOf( field ), list ? Value( numbered( *list ) ) : field.value } );
     }
     if( entry.placeable )

@@ -1,6 +1,7 @@
 #include "cli/StageText.h"
 
 #include "cli/Records.h"
+#include "cli/TextFormat.h"
 #include "cli/Utf8.h"
 
 #include <array>
@@ -12,13 +13,12 @@ namespace {
 struct Symbols {
     char const* nothing;
     char const* taken;
-    char const* cut;
     std::array<char const*, 9> levels; ///< from empty to full
 };
 
 Symbols const& symbolsOf( Look const& look ) {
-    static constexpr Symbols ascii = { ".", "#", "<", { " ", ".", ":", "-", "=", "+", "*", "#", "@" } };
-    static constexpr Symbols utf8 = { "·", "█", "…", { " ", "▁", "▂", "▃", "▄", "▅", "▆", "▇", "█" } };
+    static constexpr Symbols ascii = { ".", "#", { " ", ".", ":", "-", "=", "+", "*", "#", "@" } };
+    static constexpr Symbols utf8 = { "·", "█", { " ", "▁", "▂", "▃", "▄", "▅", "▆", "▇", "█" } };
     return look.utf8 ? utf8 : ascii;
 }
 
@@ -175,16 +175,9 @@ BarWidths barWidths( StageMap const& map, Look const& look, std::optional<Stage>
     return widths;
 }
 
-/// The end of a name says more than its front.
-String cutName( String const& name, std::size_t most, Symbols const& symbols ) {
-    String text = shown( name );
-    if( most == 0 || width( text ) <= most )
-        return text;
-    std::size_t surplus = width( text ) + width( symbols.cut ) - most;
-    std::size_t from = 0;
-    for( ; surplus > 0 || ( text[ from ] & 0xC0 ) == 0x80; ++from )
-        surplus -= ( text[ from ] & 0xC0 ) != 0x80 ? 1 : 0;
-    return symbols.cut + text.substr( from );
+String nameOf( BfResource const& resource, BarWidths const& widths, Look const& look ) {
+    String const name = shown( resource.name );
+    return widths.name == 0 ? name : cutAtFront( name, widths.name, look );
 }
 
 String barOf( BfResource const& resource, StageMap const& map, std::size_t stageWidth,
@@ -228,8 +221,8 @@ void printBars( std::ostream& out, Look const& look, StageMap const& map, std::o
             out << directionOf( group ) << ' ' << typeOf( group ) << ": " << resources.size() << '\n';
         for( BfResource const* const resource : resources )
             out << toTheRight( std::to_string( resource->size ), widths.size ) << "  "
-                << barOf( *resource, map, widths.stage, symbols ) << "  "
-                << cutName( resource->name, widths.name, symbols ) << '\n';
+                << barOf( *resource, map, widths.stage, symbols ) << "  " << nameOf( *resource, widths, look )
+                << '\n';
     }
 }
 

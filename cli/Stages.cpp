@@ -3,10 +3,12 @@
 #include "cli/Records.h"
 #include "cli/StageMap.h"
 #include "cli/StageText.h"
+#include "cli/TextFormat.h"
 #include "cli/Utf8.h"
 
 #include <charconv>
 #include <limits>
+#include <set>
 
 namespace Bfri {
 
@@ -22,6 +24,19 @@ std::optional<Stage> stageAskedFor( Request const& request ) {
         throw Failure( ExitStatus::usage,
                        "--stage takes the number of a stage, not '" + shown( word ) + "'" );
     return stage;
+}
+
+/// Those of all maps: from the first to the last.
+void requireStage( Stage asked, std::vector<StageMap> const& maps ) {
+    std::set<Stage> stages;
+    for( StageMap const& map : maps )
+        stages.insert( map.stages.begin(), map.stages.end() );
+    if( stages.count( asked ) > 0 )
+        return;
+    String const there = stages.empty() ? "no resource is placed"
+                                        : "the stages are " + std::to_string( *stages.begin() ) + " to " +
+                                              std::to_string( *stages.rbegin() );
+    throw Failure( ExitStatus::no, "no stage " + std::to_string( asked ) + "; " + there );
 }
 
 // For machines.
@@ -65,7 +80,7 @@ Row mapRow( StageMap const& map, std::optional<Stage> asked ) {
     for( StageGroup const& group : map.groups ) {
         for( BfResource const* const resource : group.resources ) {
             if( !asked || Span( *resource ).has( *asked ) )
-                resources.push_back( rowOf( *resource ) );
+                resources.push_back( withTypeName( rowOf( *resource ) ) );
         }
     }
     return { { "contextFile", std::move( files ) },
@@ -130,18 +145,35 @@ void printMap( std::ostream& out, Look const& look, StageMap const& map, Request
         printGrid( out, look, map );
 }
 
+bool hasSeveralStageTables( StageGroup const& group ) {
+    return std::any_of( group.resources.begin(), group.resources.end(),
+                        []( BfResource const* resource ) { return resource->stages > 1; } );
+}
+
+void printFooter( std::ostream& out, Look const& look, std::vector<StageMap> const& maps, bool hasGrids ) {
+    bool somePlaced = false;
+    bool someSpan = false;
+    for( StageMap const& map : maps ) {
+        somePlaced |= map.size() > 0;
+        someSpan |= std::any_of( map.groups.begin(), map.groups.end(), hasSeveralStageTables );
+    }
+    bool const explained = somePlaced && hasGrids;
+    out << ( explained || someSpan ? "\n" : "" );
+    if( explained )
+        out << inLines( "2+1: two start in the stage, and one goes on from the stage before", look );
+    if( someSpan )
+        out << inLines( "spans are counted in stage tables: a table of several units may end earlier", look );
+}
+
 void printText( std::ostream& out, Look const& look, std::vector<StageMap> const& maps,
                 Request const& request ) {
     for( StageMap const& map : maps ) {
         out << ( &map == &maps.front() ? "" : "\n" );
         printMap( out, look, map, request );
     }
-    bool const somePlaced =
-        std::any_of( maps.begin(), maps.end(), []( StageMap const& map ) { return map.size() > 0; } );
     if( maps.empty() )
         out << "no resource is placed\n";
-    if( somePlaced && !request.has( "--list" ) && !request.has( "--stage" ) )
-        out << "\n2+1: two start in the stage, and one goes on from the stage before\n";
+    printFooter( out, look, maps, !request.has( "--list" ) && !request.has( "--stage" ) );
 }
 
 } // namespace
@@ -149,6 +181,8 @@ void printText( std::ostream& out, Look const& look, std::vector<StageMap> const
 ExitStatus stages( Model const& model, Request const& request, Streams const& io ) {
     auto const asked = stageAskedFor( request );
     auto const maps = stageMapsOf( *model.parser() );
+    if( asked )
+        requireStage( *asked, maps );
     if( request.format == Format::json )
         JsonAnswer( io.out ).member(
             "pipelines", listOf( maps, [ & ]( StageMap const& map ) { return mapRow( map, asked ); } ) );

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <sstream>
 
 namespace Bfri {
 
@@ -37,11 +38,21 @@ String textOf( Value const& value ) { return std::visit( ShownText(), value.is )
 namespace {
 
 struct Column {
+    String title;
     std::size_t width = 0;
     bool hasNumbers = false;
     bool hasTexts = false;
 
     bool toTheRight() const { return hasNumbers && !hasTexts; }
+    bool hasNames() const {
+        static constexpr std::string_view titles[] = { "NAME", "TABLE", "OF TABLE", "PARENT", "FIELD" };
+        return std::find( std::begin( titles ), std::end( titles ), title ) != std::end( titles );
+    }
+    /// The width that it has where room is scarce.
+    std::size_t least() const {
+        constexpr std::size_t readable = 16;
+        return hasNames() ? std::min( width, readable ) : width;
+    }
 };
 
 using Line = std::vector<String>;
@@ -64,14 +75,118 @@ String cut( String const& text, Look const& look ) {
     return firstColumns( text, look.columns - 1 ) + ( look.utf8 ? "\u2026" : ">" );
 }
 
-void printAligned( std::ostream& out, std::vector<Line> const& lines, std::vector<Column> columns,
-                   Look const& look ) {
-    for( Line const& cells : lines ) {
-        for( std::size_t i = 0; i < cells.size(); ++i )
-            columns[ i ].width = std::max( columns[ i ].width, width( cells[ i ] ) );
+/// Lines of cells, the columns as wide as their widest.
+class Grid {
+  public:
+    Grid( std::vector<Line> lines, std::vector<Column> columns );
+
+    /// Takes away from columns and names what the terminal has no room for.
+    void fit( Look const& look );
+    void print( std::ostream& out, Look const& look ) const;
+
+  private:
+    /// Of the first columns of a line, with the gaps between them.
+    std::size_t widthOf( std::size_t columns, std::size_t ( *width )( Column const& ) ) const;
+    std::size_t wholeWidth( std::size_t columns ) const {
+        return widthOf( columns, []( Column const& column ) { return column.width; } );
     }
-    for( Line const& cells : lines )
-        out << cut( lineOf( cells, columns ), look ) << '\n';
+    std::size_t leastWidth( std::size_t columns ) const {
+        return widthOf( columns, []( Column const& column ) { return column.least(); } );
+    }
+    /// Those up to the last one of names.
+    std::size_t columnsWithNames() const;
+    void erase( std::size_t column );
+    void eraseAbsent();
+    void makeWayForNames( Look const& look );
+    void shortenNames( std::size_t columns, Look const& look );
+
+    std::vector<Line> lines_; ///< titles first
+    std::vector<Column> columns_;
+};
+
+Grid::Grid( std::vector<Line> lines, std::vector<Column> columns )
+    : lines_( std::move( lines ) ), columns_( std::move( columns ) ) {
+    for( Line const& cells : lines_ ) {
+        for( std::size_t i = 0; i < cells.size(); ++i )
+            columns_[ i ].width = std::max( columns_[ i ].width, width( cells[ i ] ) );
+    }
+}
+
+void Grid::fit( Look const& look ) {
+    if( look.columns == 0 || wholeWidth( columns_.size() ) <= look.columns )
+        return;
+    eraseAbsent();
+    bool const canHoldAll = leastWidth( columns_.size() ) <= look.columns;
+    if( !canHoldAll )
+        makeWayForNames( look );
+    shortenNames( canHoldAll ? columns_.size() : columnsWithNames(), look );
+}
+
+void Grid::print( std::ostream& out, Look const& look ) const {
+    for( Line const& cells : lines_ )
+        out << cut( lineOf( cells, columns_ ), look ) << '\n';
+}
+
+std::size_t Grid::widthOf( std::size_t columns, std::size_t ( *width )( Column const& ) ) const {
+    std::size_t sum = 0;
+    for( std::size_t i = 0; i < columns; ++i )
+        sum += ( i == 0 ? 0 : 2 ) + width( columns_[ i ] );
+    return sum;
+}
+
+std::size_t Grid::columnsWithNames() const {
+    std::size_t count = columns_.size();
+    while( count > 0 && !columns_[ count - 1 ].hasNames() )
+        --count;
+    return count;
+}
+
+void Grid::erase( std::size_t column ) {
+    auto const place = static_cast<std::ptrdiff_t>( column );
+    columns_.erase( columns_.begin() + place );
+    for( Line& cells : lines_ )
+        cells.erase( cells.begin() + place );
+}
+
+void Grid::eraseAbsent() {
+    for( std::size_t i = columns_.size(); i-- > 0; ) {
+        bool const absent = std::all_of( lines_.begin() + 1, lines_.end(),
+                                         [ & ]( Line const& cells ) { return cells[ i ] == "-"; } );
+        if( absent && lines_.size() > 1 && columns_[ i ].title != "NAME" )
+            erase( i );
+    }
+}
+
+/// From the right, as a cut would take them.
+void Grid::makeWayForNames( Look const& look ) {
+    bool marked = false;
+    for( std::size_t i = columnsWithNames(); i-- > 0 && leastWidth( columnsWithNames() ) > look.columns; ) {
+        if( columns_[ i ].hasNames() )
+            continue;
+        if( std::exchange( marked, true ) )
+            erase( i + 1 );
+        columns_[ i ] = { "", 1 };
+        for( Line& cells : lines_ )
+            cells[ i ] = look.utf8 ? "\u2026" : ">";
+    }
+}
+
+/// The longest first, so that they end up alike.
+void Grid::shortenNames( std::size_t columns, Look const& look ) {
+    while( wholeWidth( columns ) > look.columns ) {
+        auto const surplus = []( Column const& column ) { return column.width - column.least(); };
+        auto const widest =
+            std::max_element( columns_.begin(), columns_.end(), [ & ]( Column const& a, Column const& b ) {
+                return surplus( a ) < surplus( b );
+            } );
+        if( surplus( *widest ) == 0 )
+            break;
+        --widest->width;
+    }
+    for( Line& cells : lines_ ) {
+        for( std::size_t i = 0; i < cells.size(); ++i )
+            cells[ i ] = cutAtFront( cells[ i ], columns_[ i ].width, look );
+    }
 }
 
 void addField( std::vector<Line>& lines, Field const& field ) {
@@ -87,12 +202,32 @@ void addField( std::vector<Line>& lines, Field const& field ) {
 
 } // namespace
 
+String cutAtFront( String const& shownText, std::size_t most, Look const& look ) {
+    std::size_t const columns = width( shownText );
+    if( columns <= most )
+        return shownText;
+    std::size_t const surplus = columns + 1 - most;
+    return ( look.utf8 ? "\u2026" : "<" ) + shownText.substr( firstColumns( shownText, surplus ).size() );
+}
+
+String inLines( String const& text, Look const& look ) {
+    std::istringstream words( text );
+    String lines;
+    std::size_t column = 0;
+    for( String word; words >> word; ) {
+        bool const fits = look.columns == 0 || column + 1 + width( word ) <= look.columns;
+        lines += ( lines.empty() ? "" : fits ? " " : "\n" ) + word;
+        column = ( fits && column > 0 ? column + 1 : 0 ) + width( word );
+    }
+    return lines + '\n';
+}
+
 void printColumns( std::ostream& out, RowList const& list, Look const& look ) {
     std::vector<Line> lines( 1 );
     std::vector<Column> columns;
     for( Field const& field : list.header ) {
         lines.front().emplace_back( field.name );
-        columns.push_back( { 0, std::holds_alternative<U32>( field.value.is ), false } );
+        columns.push_back( { String( field.name ), 0, std::holds_alternative<U32>( field.value.is ) } );
     }
     for( Row const& row : list.rows ) {
         Line& line = lines.emplace_back();
@@ -103,14 +238,17 @@ void printColumns( std::ostream& out, RowList const& list, Look const& look ) {
             line.push_back( textOf( field.value ) );
         }
     }
-    printAligned( out, lines, columns, look );
+    Grid grid( std::move( lines ), std::move( columns ) );
+    grid.fit( look );
+    grid.print( out, look );
 }
 
 void printFields( std::ostream& out, Row const& row ) {
     std::vector<Line> lines;
     for( Field const& field : row )
         addField( lines, field );
-    printAligned( out, lines, std::vector<Column>( 2 ), {} );
+    Grid const grid( std::move( lines ), std::vector<Column>( 2 ) );
+    grid.print( out, {} );
 }
 
 } // namespace Bfri

@@ -9,11 +9,8 @@ bool isOneOf( std::string_view const ( &words )[ Size ], std::string_view word )
     return std::find( std::begin( words ), std::end( words ), word ) != std::end( words );
 }
 
-/// No query asks for these by name.
-bool isQueried( Listing const& kind ) {
-    static constexpr std::string_view unasked[] = { "phv", "handles" };
-    return !isOneOf( unasked, kind.word );
-}
+/// By name; the tables behind handles are records of other kinds, too.
+bool isQueried( Listing const& kind ) { return kind.word != std::string_view( "handles" ); }
 
 /// What only placement decides.
 bool isPlacement( std::string_view field ) {
@@ -23,9 +20,9 @@ bool isPlacement( std::string_view field ) {
 
 /// What an agent needs so many of, or more.
 bool isCapacity( Listing const& kind, std::string_view field ) {
-    static constexpr std::string_view fields[] = { "size",          "totalEntries", "maxEntries",
-                                                   "maxPartitions", "maxPrios",     "maxAdtEntries",
-                                                   "maxSelGroups",  "maxSelEntries" };
+    static constexpr std::string_view fields[] = {
+        "size",          "totalEntries", "maxEntries",    "maxPartitions", "maxPrios",
+        "maxAdtEntries", "maxSelGroups", "maxSelEntries", "ingressBytes",  "egressBytes" };
     return kind.word != std::string_view( "headers" ) && isOneOf( fields, field );
 }
 

@@ -1,14 +1,48 @@
 # bash completion of bfri: bfri itself knows what may stand where
+
+# The word as the program would get it, in _bfri_word: without quotes, and with the home folder for a tilde.
+# shellcheck disable=SC1003,SC2088 # backslashes and tildes as they are
+_bfri_unquote() {
+    local rest=$1 quote='' c
+    _bfri_word=''
+    if [[ $rest == '~' || $rest == '~/'* ]]; then
+        _bfri_word=$HOME rest=${rest:1}
+    fi
+    while [[ $rest ]]; do
+        c=${rest:0:1} rest=${rest:1}
+        if [[ $quote ]]; then
+            if [[ $c == "$quote" ]]; then
+                quote='' c=''
+            elif [[ $quote == '"' && $c == '\' && $rest == [\"\\\$\`]* ]]; then
+                c=${rest:0:1} rest=${rest:1}
+            fi
+        elif [[ $c == [\'\"] ]]; then
+            quote=$c c=''
+        elif [[ $c == '\' ]]; then
+            c=${rest:0:1} rest=${rest:1}
+        fi
+        _bfri_word+=$c
+    done
+}
+
 _bfri() {
-    local line
+    local line word _bfri_word
+    local -a words=()
     COMPREPLY=()
+    for word in "${COMP_WORDS[@]:0:COMP_CWORD+1}"; do
+        _bfri_unquote "$word"
+        words+=("$_bfri_word")
+    done
     while IFS= read -r line; do
         if [[ $line == :files ]]; then
             compopt -o filenames 2>/dev/null
-            mapfile -t COMPREPLY < <(compgen -f -- "${COMP_WORDS[COMP_CWORD]}")
+            mapfile -t COMPREPLY < <(compgen -f -- "${words[COMP_CWORD]}")
+            [[ $word != '~'* ]] || COMPREPLY=("${COMPREPLY[@]/#"$HOME"/'~'}")
+        elif [[ $word == [\'\"]* ]]; then
+            COMPREPLY+=("$line") # bash closes the quotes
         else
             COMPREPLY+=("$(printf %q "$line")")
         fi
-    done < <("${COMP_WORDS[0]}" complete -- "${COMP_WORDS[@]:1:COMP_CWORD}" 2>/dev/null)
+    done < <("${words[0]}" complete -- "${words[@]:1}" 2>/dev/null)
 }
 complete -F _bfri bfri

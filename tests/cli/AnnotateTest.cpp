@@ -65,6 +65,10 @@ constexpr Line lines[] = {
     { "016777282 00", "016777282 00" },
     { "1.16777282 .16777282", "1.16777282 .16777282" },
     { "read 16777282.\n", "read 16777282 <acl>.\n" },
+    { "16777282.123456 16777282.5.6 16777282.16777282", "16777282.123456 16777282.5.6 16777282.16777282" },
+    { "16777282.0 16777282.size 16777282.. 16777282.",
+      "16777282.0 16777282 <acl>.size 16777282 <acl>.. 16777282 <acl>." },
+    { "16777283.5 16777282.0x1", "16777283.5 16777282.0x1 <one>" },
     // Whole words only.
     { "a0x1000042 0x1000042b 0x1000042_ _0x1000042", "a0x1000042 0x1000042b 0x1000042_ _0x1000042" },
     { "a16777282 16777282a 16777282_ 16777282x", "a16777282 16777282a 16777282_ 16777282x" },
@@ -145,6 +149,15 @@ class Annotate : public InFolder {
 TEST_F( Annotate, NamesWhatHasTheHandleAsItsOwnOnce ) {
     EXPECT_EQ( annotationOf( "add 0x1000042\n" ), "add 0x1000042 <pipe.acl>\n" );
     EXPECT_EQ( annotationOf( "" ), "" );
+}
+
+TEST_F( Annotate, NamesAnActionWithItsTable ) {
+    model->parser()->bfActionsPush( { 0x2000001, "drop", "pipe.acl" } );
+    EXPECT_EQ( annotationOf( "0x2000001" ), "0x2000001 <drop of pipe.acl>" );
+    model->parser()->bfActionsPush( { 0x2000001, "drop", "pipe.lpm" } );
+    EXPECT_EQ( annotationOf( "0x2000001" ), "0x2000001 <drop of pipe.acl|drop of pipe.lpm>" );
+    model->parser()->bfActionsPush( { 0x2000002, "miss", "" } );
+    EXPECT_EQ( annotationOf( "0x2000002" ), "0x2000002 <miss>" );
 }
 
 TEST_F( Annotate, NamesThreeOfSeveral ) { EXPECT_EQ( annotationOf( "0x8" ), "0x8 <a|b|c|...>" ); }
@@ -235,7 +248,8 @@ void expectPrompt( auto const& write, auto const& read, auto const& finish ) {
 }
 
 TEST_F( Slowly, WhatIsThereComesAtOnce ) {
-    expectPrompt( [ this ]( auto text ) { write( text ); }, [ this ]( auto size ) { return read( size ); },
+    expectPrompt( [ this ]( auto text ) { write( text ); },
+                  [ this ]( auto size ) { return read( static_cast<std::size_t>( size ) ); },
                   [ this ] { finish(); } );
 }
 
@@ -246,7 +260,8 @@ class WithoutBlocking : public Slowly {
 };
 
 TEST_F( WithoutBlocking, WhatIsNotThereYetIsWaitedFor ) {
-    expectPrompt( [ this ]( auto text ) { write( text ); }, [ this ]( auto size ) { return read( size ); },
+    expectPrompt( [ this ]( auto text ) { write( text ); },
+                  [ this ]( auto size ) { return read( static_cast<std::size_t>( size ) ); },
                   [ this ] { finish(); } );
 }
 

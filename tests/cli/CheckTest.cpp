@@ -97,10 +97,39 @@ TEST_F( Check, ShowsFindingsUnderTheirCode ) {
                  HasSubstr( "\n  BF402 warning, empty-table: 1\n"
                             "    match table \"acl\" (0x00000007): has a size of 0 entries\n" ) );
     auto const answer = parsed( bfri( { "check", "switch.conf", "--json" } ).out );
-    EXPECT_EQ(
-        compact( answer[ "configurations" ][ 0 ][ "findings" ] ),
-        R"-([{"code":"BF402","title":"empty-table","severity":"warning","kind":"match table",)-"
-        R"-("name":"acl","handle":7,"message":"match table \"acl\" (0x00000007): has a size of 0 entries"}])-" );
+    EXPECT_EQ( compact( answer[ "configurations" ][ 0 ][ "findings" ] ),
+               R"-([{"code":"BF402","title":"empty-table","severity":"warning","kind":"match table",)-"
+               R"-("name":"acl","handle":7,"contextFile":"context.json",)-"
+               R"-("message":"match table \"acl\" (0x00000007): has a size of 0 entries"}])-" );
+}
+
+TEST_F( Check, CountsFindingsAndSaysOnceWhatAllOfACodeHave ) {
+    auto const outcome = outcomeOf( Support::ContextBuilder()
+                                        .table( Support::matchTable( "acl" ).handle( 7 ).size( 0 ) )
+                                        .table( Support::matchTable( "lpm" ).handle( 8 ).size( 0 ) )
+                                        .table( Support::matchTable( "off" ).handle( 9 ).stages( {} ) )
+                                        .text() );
+    EXPECT_THAT( outcome.out,
+                 StartsWith( "switch.conf: 3 findings (2 warnings, 1 note) in 1 context file, " ) );
+    EXPECT_THAT( outcome.out, HasSubstr( "\n  BF402 warning, empty-table: 2 (has a size of 0 entries)\n"
+                                         "    match table \"acl\" (0x00000007)\n"
+                                         "    match table \"lpm\" (0x00000008)\n"
+                                         "  BF401 note, unplaced-table: 1\n"
+                                         "    match table \"off\" (0x00000009): has no stage table\n" ) );
+}
+
+TEST_F( Check, OfSeveralFilesNamesThatOfAFinding ) {
+    writeFile( "a.json", soundContext() );
+    writeFile( "b.json",
+               Support::ContextBuilder().table( Support::matchTable( "lpm" ).handle( 7 ).size( 0 ) ).text() );
+    writeFile( "switch.conf", Support::SwitchConfBuilder()
+                                  .device( Support::DeviceBuilder()
+                                               .runtimeConfig( "r" )
+                                               .pipeline( "a.json", { 0 } )
+                                               .pipeline( "b.json", { 1 } ) )
+                                  .text() );
+    EXPECT_THAT( bfri( { "check", "switch.conf" } ).out,
+                 HasSubstr( "\n    match table \"lpm\" (0x10000007) in b.json: has a size of 0 entries\n" ) );
 }
 
 TEST_F( Check, LeavesOutWhatIsToBeIgnored ) {
@@ -123,6 +152,21 @@ TEST_F( Check, SaysThatAFileEndsTooEarly ) {
     String const context = soundContext();
     EXPECT_THAT( outcomeOf( context.substr( 0, context.size() / 2 ) ).out,
                  HasSubstr( "\n  found:     the end of the file\n" ) );
+}
+
+TEST_F( Check, OfAFileThatEndsInABlankLineShowsTheLastOneWithText ) {
+    EXPECT_THAT( outcomeOf( "{\n  \"tables\": [  \n\n   \n" ).out,
+                 HasSubstr( "\n               \"tables\": [\n"
+                            "                          ^\n"
+                            "  expected: " ) );
+}
+
+TEST_F( Check, NamesAByteOrderMark ) {
+    constexpr char const* said = "\n  found:     a file that starts with a byte-order mark\n";
+    EXPECT_THAT( outcomeOf( "\xEF\xBB\xBF" + soundContext() ).out, HasSubstr( said ) );
+    EXPECT_THAT( outcomeOf( "\xC3\xA9" + soundContext() ).out, Not( HasSubstr( said ) ) );
+    writeFile( "switch.conf", "\xEF\xBB\xBF{}" );
+    EXPECT_THAT( bfri( { "check", "switch.conf" } ).out, HasSubstr( said ) );
 }
 
 TEST_F( Check, PointsAtASyntaxError ) {

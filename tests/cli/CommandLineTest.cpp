@@ -27,8 +27,18 @@ TEST_P( WrongUsage, NamesTheWordAndPointsAtTheHelp ) {
     auto const outcome = bfri( GetParam().arguments );
     EXPECT_EQ( outcome.status, 2 );
     EXPECT_THAT( outcome.out, IsEmpty() );
-    EXPECT_EQ( outcome.err,
-               String( "bfri: " ) + GetParam().message + "\nRun 'bfri --help' to see how it is used.\n" );
+    auto const& words = GetParam().arguments;
+    bool const known = !words.empty() && Bfri::commandOf( words.front() );
+    EXPECT_EQ( outcome.err, String( "bfri: " ) + GetParam().message + "\nRun 'bfri " +
+                                ( known ? words.front() + String( " " ) : "" ) +
+                                "--help' to see how it is used.\n" );
+}
+
+TEST( UsageOfACommand, PointsAtTheHelpOfTheCommand ) {
+    EXPECT_THAT( bfri( { "field", "conf" } ).err,
+                 testing::EndsWith( "\nRun 'bfri field --help' to see how it is used.\n" ) );
+    EXPECT_THAT( bfri( { "feild" } ).err,
+                 testing::EndsWith( "\nRun 'bfri --help' to see how it is used.\n" ) );
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -226,6 +226,13 @@ an agent that programs by name would notice (!): 2 headers removed
 
 names and sizes are compatible
 )" },
+        Others{ "FewerPhvBytes", context().phvStage( "f", 16 ).phvStage( "g", 8 ),
+                context().phvStage( "f", 8 ), R"(phv
+  -! g
+  ~! f  ingressBytes, egressBytes 16 -> 8
+
+an agent that programs by name would notice (!): 1 phv removed, 1 phv shrunk
+)" },
         Others{ "LearnQuantas", context().learnQuanta( "l" ), context().learnQuanta( "m" ), R"(learn-quantas
   -! l
   +  m

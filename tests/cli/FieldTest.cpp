@@ -2,6 +2,7 @@
 
 #include "cli/Answers.h"
 #include "cli/Listings.h"
+#include "cli/Utf8.h"
 
 #include <gmock/gmock.h>
 
@@ -23,6 +24,11 @@ class FieldOfARecord : public InFolder {
         parser.bfTablesPush( named<BfTableInfo>( "pipe.Egress.acl", 2 ) );
         parser.bfTablesPush( named<BfTableInfo>( "acl", 3 ) );
         parser.bfTablesPush( named<BfTableInfo>( "pipe.lpm", 4 ) );
+        BfResource placed = named<BfResource>( "pipe.lpm", 4 );
+        placed.type = static_cast<U32>( BfResourceType::hashMatch );
+        parser.bfResourcesPush( placed );
+        parser.bfCountersPush( named<BfTableCounterInfo>( "shared", 5 ) );
+        parser.multipleParentTablesIs( "shared" );
         parser.bfRegisterInfosPush( { .name = "cells\n", .dataType = "\x1B[2J", .width = 8 } );
         parser.bfDynamicHashInfoIs( "hash", { 1, 2, 2, { "hdr.a", "hdr.b" } } );
         parser.ingressPhvContainersIs( "hdr.a", 4 );
@@ -58,8 +64,11 @@ TEST_F( FieldOfARecord, IsBare ) {
     EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "handle" ), "16777217\n" );
     EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "hitBitSupported" ), "true\n" );
     EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "hasActionProfile" ), "false\n" );
-    EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "adtHandle" ), "0\n" ); // as the record has it
-    EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "logicalPipe" ), "\n" );
+    EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "hitBitSmashOffset" ), "0\n" );
+    EXPECT_EQ( answer( "table", "pipe.Ingress.acl", "maxPrios" ), "0\n" );
+    EXPECT_EQ( answer( "resource", "pipe.lpm", "type" ), "2\n" );
+    EXPECT_EQ( answer( "resource", "pipe.lpm", "typeName" ), "hash_match\n" );
+    EXPECT_EQ( answer( "resource", "pipe.lpm", "ingress" ), "false\n" );
     EXPECT_EQ( answer( "phv", "hdr.a", "ingressBytes" ), "4\n" );
     EXPECT_EQ( notes, "" );
 }
@@ -74,7 +83,8 @@ TEST_F( FieldOfARecord, ThatIsAListTakesALineAnElement ) {
         return resource;
     }() );
     EXPECT_EQ( answer( "handle", "acl", "statReferences" ), "17\n18\n" );
-    EXPECT_EQ( answer( "handle", "acl", "meterReferences" ), "" );
+    EXPECT_EQ( statusOf( "handle", "acl", "meterReferences" ), ExitStatus::no );
+    EXPECT_EQ( notes, "handle 'acl' has no meterReferences" );
 }
 
 TEST_F( FieldOfARecord, IsOneLineWhateverItsBytes ) {
@@ -115,6 +125,22 @@ TEST_F( FieldOfARecord, OfAnUnknownNameIsNotFound ) {
 TEST_F( FieldOfARecord, ThatTheRecordDoesNotHaveIsNotFound ) {
     EXPECT_EQ( statusOf( "phv", "hdr.a", "egressBytes" ), ExitStatus::no );
     EXPECT_EQ( notes, "phv 'hdr.a' has no egressBytes" );
+}
+
+TEST_F( FieldOfARecord, ThatPeopleSeeAsAbsentIsNotFound ) {
+    struct {
+        char const* kind;
+        char const* name;
+        char const* field;
+    } const rows[] = {
+        { "table", "pipe.lpm", "hitBitSmashOffset" }, { "table", "pipe.lpm", "adtHandle" },
+        { "table", "pipe.lpm", "adtName" },           { "table", "pipe.lpm", "selHandle" },
+        { "table", "pipe.lpm", "logicalPipe" },       { "counter", "shared", "associatedTable" },
+        { "register", "cells\n", "parent" } };
+    for( auto const& row : rows ) {
+        EXPECT_EQ( statusOf( row.kind, row.name, row.field ), ExitStatus::no ) << row.field;
+        EXPECT_EQ( notes, String( row.kind ) + " '" + Bfri::shown( row.name ) + "' has no " + row.field );
+    }
 }
 
 TEST_F( FieldOfARecord, OfNoSuchNameIsWrongUsage ) {

@@ -55,7 +55,11 @@ INSTANTIATE_TEST_SUITE_P(
         Odd{ "BF205",
              ContextBuilder().table(
                  acl().action( "drop" ).with( "/actions/0/handle", "9" ).with( "/actions/1/handle", "9" ) ),
-             "\"NoAction\", \"drop\"" } ) );
+             "\"NoAction\", \"drop\"" },
+        Odd{ "BF208", ContextBuilder().table( Support::matchTable( "" ) ), "match table \"\" (" },
+        Odd{ "BF208", ContextBuilder().table( Support::matchTable( "a\x1b" ) ), "match table \"a\\x1b\" (" },
+        Odd{ "BF208", ContextBuilder().learnQuanta( "\u202e" ), "can't be shown" },
+        Odd{ "BF208", ContextBuilder().phvStage( "f\x7f", 8 ), "PHV field" } ) );
 
 INSTANTIATE_TEST_SUITE_P(
     Links, ContextFinding,
@@ -83,14 +87,19 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Sizes, ContextFinding,
-    testing::Values( Odd{ "BF401", ContextBuilder().table( acl().stages( {} ) ), "has no stage table" },
-                     Odd{ "BF402", ContextBuilder().table( acl().size( 0 ) ), "has a size of 0" },
-                     Odd{ "BF403", ContextBuilder().table( acl().stages( { StageTable().number( 258 ) } ) ),
-                          "is 258, its entry by handle says 2" },
-                     Odd{ "BF405", ContextBuilder().flexibleHeader( "h", 65544 ),
-                          "65544 bits, the model says 1 bytes" },
-                     Odd{ "BF406", ContextBuilder().dynamicHash( "h", { "a", "b", "a", "a" } ),
-                          "holds \"a\" more than once" } ) );
+    testing::Values(
+        Odd{ "BF401", ContextBuilder().table( acl().stages( {} ) ), "has no stage table" },
+        Odd{ "BF402", ContextBuilder().table( acl().size( 0 ) ), "has a size of 0" },
+        Odd{ "BF403", ContextBuilder().table( acl().stages( { StageTable().number( 258 ) } ) ),
+             "is 258, its entry by handle says 2" },
+        Odd{ "BF405", ContextBuilder().flexibleHeader( "h", 65544 ), "65544 bits, the model says 1 bytes" },
+        Odd{ "BF407", ContextBuilder().table( acl().with( "/table_type", "\"mach\"" ) ), "table \"acl\" (" },
+        Odd{ "BF407", ContextBuilder().table( acl().with( "/table_type", "\"mach\"" ) ),
+             "is \"mach\", which" },
+        Odd{ "BF408", ContextBuilder().table( acl().with( "/direction", "\"up\"" ) ),
+             "is \"up\", the model says egress" },
+        Odd{ "BF406", ContextBuilder().dynamicHash( "h", { "a", "b", "a", "a" } ),
+             "holds \"a\" more than once" } ) );
 
 class Finding : public InFolder {};
 
@@ -107,6 +116,26 @@ TEST_F( Finding, OfALostWidthIsNotMadeOfTextsAndOtherMembers ) {
                      "/other", R"({"phv_allocation":[{"ingress":[{"records":[{"is_pov":false,"field_name":"x",
                                 "field_width":40}]}]}],"s":"a\"phv_allocation"})" ) ) ),
                  IsEmpty() );
+}
+
+TEST_F( Finding, IsNotMadeOfKnownTypesDirectionsAndNames ) {
+    EXPECT_THAT( codesOf( *modelOf(
+                     ContextBuilder()
+                         .table( lpm().with( "/direction", "\"egress\"" ).actionData( "d" ).selection( "s" ) )
+                         .table( conditionTable( "if" ).with( "/direction", "\"up\"" ) )
+                         .table( actionDataTable( "d" ) )
+                         .table( selectionTable( "s" ) )
+                         .with( "/tables/0/inner", R"({"table_type":"x","direction":"x"})" )
+                         .with( "/tables/0/actions/0/name", "\"\u00e9\"" ) ) ),
+                 IsEmpty() );
+}
+
+TEST_F( Finding, OfErrorsComesFirstAndOfNotesLast ) {
+    EXPECT_THAT( codesOf( *modelOf( ContextBuilder()
+                                        .table( acl().stages( {} ) )
+                                        .table( lpm().size( 0 ) )
+                                        .flexibleHeader( "h", 65544 ) ) ),
+                 ElementsAre( "BF405", "BF402", "BF401" ) );
 }
 
 struct Pipes {
@@ -157,6 +186,40 @@ TEST_F( Finding, OfHandlesThatPipelinesShareAsksForARuntimeConfig ) {
                                {"context_file":"b.json","pipes":[1]}]}]})" );
     EXPECT_THAT( codesOf( *BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" ) ),
                  ElementsAre( "BF207" ) );
+}
+
+class FindingOfTwoFiles : public InFolder {
+  protected:
+    /// The context files of the findings of a sound one and this, on pipes 0 and 1.
+    static std::vector<String> filesOf( ContextBuilder const& context, bool runtimeConfig ) {
+        writeFile( "a.json", ContextBuilder().table( lpm() ).text() );
+        writeFile( "b.json", context.text() );
+        DeviceBuilder device;
+        if( runtimeConfig )
+            device.runtimeConfig( "r" );
+        device.pipeline( "a.json", { 0 } ).pipeline( "b.json", { 1 } );
+        writeFile( "switch.conf", SwitchConfBuilder().device( device ).text() );
+        std::vector<String> files;
+        for( auto const& finding :
+             Bfri::findingsOf( *BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" ) ) )
+            files.push_back( finding.contextFile );
+        return files;
+    }
+};
+
+TEST_F( FindingOfTwoFiles, KnowsItsFileFromTheHandleWithARuntimeConfig ) {
+    EXPECT_THAT( filesOf( ContextBuilder().table( acl().size( 0 ) ), true ), ElementsAre( "b.json" ) );
+    EXPECT_THAT( filesOf( ContextBuilder().table( acl().size( 0 ) ), false ), ElementsAre( "" ) );
+    EXPECT_THAT( filesOf( twoTables( acl(), acl().handle( 7 ) ), true ), ElementsAre( "b.json" ) );
+}
+
+TEST_F( FindingOfTwoFiles, KnowsItsFileWhereItReadIt ) {
+    for( bool const runtimeConfig : { true, false } ) {
+        EXPECT_THAT( filesOf( ContextBuilder().flexibleHeader( "h", 65544 ), runtimeConfig ),
+                     ElementsAre( "b.json" ) );
+        EXPECT_THAT( filesOf( ContextBuilder().table( acl().with( "/direction", "\"up\"" ) ), runtimeConfig ),
+                     ElementsAre( "b.json" ) );
+    }
 }
 
 TEST_F( Finding, OfUpperBitsNeedsARuntimeConfig ) {

@@ -53,6 +53,66 @@ TEST( TextColumns, AreCutToTheTerminalWithAMark ) {
     EXPECT_EQ( columnsOf( rows, { 3, false, true } ), "NA\u2026\n\xC3\xA9\xC3\xA9\u2026\n" );
 }
 
+RowList const tables{
+    { { "HANDLE", {} }, { "SIZE", U32{} }, { "PIPE", {} }, { "NAME", {} }, { "TABLE", {} } },
+    { { { "", Hex( 1 ) },
+        { "", U32{ 12345 } },
+        { "", {} },
+        { "", "pipe.Ingress.some.control.acl" },
+        { "", "pipe.Ingress.some.t" } },
+      { { "", Hex( 2 ) },
+        { "", U32{ 1 } },
+        { "", "" },
+        { "", "n" },
+        { "", "pipe.Ingress.other.control.lpm" } } } };
+
+TEST( TextColumns, LoseWhatIsAbsentInEveryRowWhereThereIsNoRoom ) {
+    String const wide = columnsOf( tables );
+    EXPECT_EQ( columnsOf( tables, { 86 } ), wide ); // just fits
+    EXPECT_EQ( columnsOf( tables, { 85 } ),
+               "HANDLE       SIZE  NAME                           TABLE\n"
+               "0x00000001  12345  pipe.Ingress.some.control.acl  pipe.Ingress.some.t\n"
+               "0x00000002      1  n                              pipe.Ingress.other.control.lpm\n" );
+    EXPECT_EQ( columnsOf( { tables.header, {} }, { 20 } ), ">  NAME  TABLE\n" );
+}
+
+TEST( TextColumns, OfNamesLoseTheirFrontThen ) {
+    EXPECT_EQ( columnsOf( tables, { 59 } ), "HANDLE       SIZE  NAME                 TABLE\n"
+                                            "0x00000001  12345  <s.some.control.acl  pipe.Ingress.some.t\n"
+                                            "0x00000002      1  n                    <.other.control.lpm\n" );
+    EXPECT_EQ( columnsOf( tables, { 53, false, true } ),
+               "HANDLE       SIZE  NAME              TABLE\n"
+               "0x00000001  12345  \u2026ome.control.acl  \u2026.Ingress.some.t\n"
+               "0x00000002      1  n                 \u2026her.control.lpm\n" );
+}
+
+TEST( TextColumns, BeforeNamesGiveWayToThem ) {
+    EXPECT_EQ( columnsOf( tables, { 50 } ), "HANDLE      >  NAME              TABLE\n"
+                                            "0x00000001  >  <ome.control.acl  <e.Ingress.some.t\n"
+                                            "0x00000002  >  n                 <ther.control.lpm\n" );
+    EXPECT_EQ( columnsOf( tables, { 40 } ), ">  NAME               TABLE\n"
+                                            ">  <some.control.acl  <pe.Ingress.some.t\n"
+                                            ">  n                  <other.control.lpm\n" );
+    EXPECT_EQ( columnsOf( tables, { 20 } ), ">  NAME            >\n"
+                                            ">  <ome.control.acl>\n"
+                                            ">  n               >\n" );
+}
+
+TEST( TextColumns, BehindNamesAreCut ) {
+    RowList const hashes{
+        { { "NAME", {} }, { "FIELDS", {} } },
+        { { { "", "a.hash.of.some.length" }, { "", "hdr.ipv4.source hdr.ipv4.destination" } } } };
+    EXPECT_EQ( columnsOf( hashes, { 40 } ), "NAME                   FIELDS\n"
+                                            "a.hash.of.some.length  hdr.ipv4.source >\n" );
+}
+
+TEST( Lines, AreBrokenBetweenWordsWhereTheTerminalEnds ) {
+    EXPECT_EQ( inLines( "some words stand here", {} ), "some words stand here\n" );
+    EXPECT_EQ( inLines( "some words stand here", { 21 } ), "some words stand here\n" );
+    EXPECT_EQ( inLines( "some words stand here", { 20 } ), "some words stand\nhere\n" );
+    EXPECT_EQ( inLines( "some words stand here", { 3 } ), "some\nwords\nstand\nhere\n" );
+}
+
 TEST( TextFields, TakeALineEachAndOneForEveryRowOfAList ) {
     std::ostringstream out;
     printFields( out, { { "name", "a" },

@@ -55,21 +55,35 @@ void addResources( BfResourceParser& parser ) {
 void addCounters( BfResourceParser& parser ) {
     parser.bfCountersPush( { "hits", 0x1000001, 0x5000002, 512, true, true, false, "pipe.acl", "a" } );
     parser.bfCountersPush( { "free", 0x5000003, 0x5000003, 64, false, false, true, "", "" } );
+    parser.multipleParentTablesIs( "free" );
 }
 
 void addMeters( BfResourceParser& parser ) {
     parser.bfMetersPush( { "police", 0x1000001, true, false, true, "pipe.acl", "a" } );
     parser.bfMetersPush( { "free", 0x6000003, false, true, false, "", "" } );
+    parser.bfMetersPush( { "shared", 0x6000004, false, true, false, "", "" } );
+    parser.multipleParentTablesIs( "shared" );
+}
+
+BfResourceInfo::BfZelResource placed( String const& name ) {
+    BfResourceInfo::BfZelResource entry;
+    entry.name = name;
+    return entry;
 }
 
 void addWreds( BfResourceParser& parser ) {
     parser.bfWredsPush( { "queue", 0x6000001, false, "b" } );
     parser.bfWredsPush( { "port", 0x1000002, true, "" } );
+    parser.bfWredsPush( { "shared", 0x6000003, false, "" } );
+    parser.parentTableIs( "queue", "pipe.acl" );
+    parser.resourceHandlesIs( 0x1000002, placed( "pipe.lpm" ) );
+    parser.multipleParentTablesIs( "shared" );
 }
 
 void addRegisters( BfResourceParser& parser ) {
     parser.bfRegisterInfosPush( { "seen", 0x1000001, false, "uint8_t", 1, false } );
     parser.bfRegisterInfosPush( { "stamp", 0x7000002, true, "uint64_t", 32, true } );
+    parser.resourceHandlesIs( 0x1000001, placed( "pipe.acl" ) );
 }
 
 void addHeaders( BfResourceParser& parser ) {
@@ -92,56 +106,77 @@ void addPhv( BfResourceParser& parser ) {
 INSTANTIATE_TEST_SUITE_P(
     Tables, ListOf,
     testing::Values(
-        Kind{ "resources", addResources,
-              "HANDLE      SIZE  TYPE           DIRECTION  FIRST STAGE  STAGES  NAME\n"
-              "0x01000001  1024  ternary_match  ingress              2       3  pipe.lpm\n"
-              "0x06000002     8  wred           egress              11       1  pipe.wred\n"
-              "0x00000003     0  11             egress               0       0  odd\n"
-              "0x00000004     0  13             egress               0       0  odder\n",
-              "name,handle,type,size,ingress,stages,stageStart\n"
-              "pipe.lpm,16777217,1,1024,true,3,2\npipe.wred,100663298,12,8,false,1,11\n"
-              "odd,3,11,0,false,0,0\nodder,4,13,0,false,0,0\n",
-              R"([{"name":"pipe.lpm","handle":16777217,"type":1,"size":1024,"ingress":true,"stages":3,)"
-              R"("stageStart":2},{"name":"pipe.wred","handle":100663298,"type":12,"size":8,)"
-              R"("ingress":false,"stages":1,"stageStart":11},{"name":"odd","handle":3,"type":11,"size":0,)"
-              R"("ingress":false,"stages":0,"stageStart":0},{"name":"odder","handle":4,"type":13,"size":0,)"
-              R"("ingress":false,"stages":0,"stageStart":0}])" },
-        Kind{ "counters", addCounters,
-              "HANDLE      OWN HANDLE  SIZE  DIRECT  BYTES  PACKETS  PIPE  NAME  TABLE\n"
-              "0x01000001  0x05000002   512  yes     yes    no       a     hits  pipe.acl\n"
-              "0x05000003  0x05000003    64  no      no     yes      -     free  -\n",
-              "name,handle,ownHandle,size,direct,bytes,packets,associatedTable,logicalPipe\n"
-              "hits,16777217,83886082,512,true,true,false,pipe.acl,a\n"
-              "free,83886083,83886083,64,false,false,true,,\n",
-              R"([{"name":"hits","handle":16777217,"ownHandle":83886082,"size":512,"direct":true,)"
-              R"("bytes":true,"packets":false,"associatedTable":"pipe.acl","logicalPipe":"a"},)"
-              R"({"name":"free","handle":83886083,"ownHandle":83886083,"size":64,"direct":false,)"
-              R"("bytes":false,"packets":true,"associatedTable":"","logicalPipe":""}])" },
+        Kind{
+            "resources", addResources,
+            "HANDLE      SIZE  TYPE           DIRECTION  FIRST STAGE  STAGES  NAME\n"
+            "0x01000001  1024  ternary_match  ingress              2       3  pipe.lpm\n"
+            "0x06000002     8  wred           egress              11       1  pipe.wred\n"
+            "0x00000003     0  11             egress               0       0  odd\n"
+            "0x00000004     0  13             egress               0       0  odder\n",
+            "name,handle,type,typeName,size,ingress,stages,stageStart\n"
+            "pipe.lpm,16777217,1,ternary_match,1024,true,3,2\n"
+            "pipe.wred,100663298,12,wred,8,false,1,11\n"
+            "odd,3,11,11,0,false,0,0\nodder,4,13,13,0,false,0,0\n",
+            R"([{"name":"pipe.lpm","handle":16777217,"type":1,"typeName":"ternary_match","size":1024,)"
+            R"("ingress":true,"stages":3,"stageStart":2},)"
+            R"({"name":"pipe.wred","handle":100663298,"type":12,"typeName":"wred","size":8,)"
+            R"("ingress":false,"stages":1,"stageStart":11},{"name":"odd","handle":3,"type":11,"typeName":"11","size":0,)"
+            R"("ingress":false,"stages":0,"stageStart":0},{"name":"odder","handle":4,"type":13,"typeName":"13","size":0,)"
+            R"("ingress":false,"stages":0,"stageStart":0}])" },
+        Kind{
+            "counters", addCounters,
+            "HANDLE      OWN HANDLE  SIZE  DIRECT  BYTES  PACKETS  PIPE  NAME  TABLE\n"
+            "0x01000001  0x05000002   512  yes     yes    no       a     hits  pipe.acl\n"
+            "0x05000003  0x05000003    64  no      no     yes      -     free  (several)\n",
+            "name,handle,ownHandle,size,direct,bytes,packets,associatedTable,logicalPipe,"
+            "severalParents\n"
+            "hits,16777217,83886082,512,true,true,false,pipe.acl,a,false\n"
+            "free,83886083,83886083,64,false,false,true,,,true\n",
+            R"([{"name":"hits","handle":16777217,"ownHandle":83886082,"size":512,"direct":true,)"
+            R"("bytes":true,"packets":false,"associatedTable":"pipe.acl","logicalPipe":"a",)"
+            R"("severalParents":false},)"
+            R"({"name":"free","handle":83886083,"ownHandle":83886083,"size":64,"direct":false,)"
+            R"("bytes":false,"packets":true,"associatedTable":"","logicalPipe":"","severalParents":true}])" },
         Kind{ "meters", addMeters,
               "HANDLE      DIRECT  PPS  PRE-COLOR  PIPE  NAME    TABLE\n"
               "0x01000001  yes     no   yes        a     police  pipe.acl\n"
-              "0x06000003  no      yes  no         -     free    -\n",
-              "name,handle,direct,pps,hasPreColor,associatedTable,logicalPipe\n"
-              "police,16777217,true,false,true,pipe.acl,a\nfree,100663299,false,true,false,,\n",
+              "0x06000003  no      yes  no         -     free    -\n"
+              "0x06000004  no      yes  no         -     shared  (several)\n",
+              "name,handle,direct,pps,hasPreColor,associatedTable,logicalPipe,severalParents\n"
+              "police,16777217,true,false,true,pipe.acl,a,false\n"
+              "free,100663299,false,true,false,,,false\n"
+              "shared,100663300,false,true,false,,,true\n",
               R"([{"name":"police","handle":16777217,"direct":true,"pps":false,"hasPreColor":true,)"
-              R"("associatedTable":"pipe.acl","logicalPipe":"a"},{"name":"free","handle":100663299,)"
-              R"("direct":false,"pps":true,"hasPreColor":false,"associatedTable":"","logicalPipe":""}])" },
+              R"("associatedTable":"pipe.acl","logicalPipe":"a","severalParents":false},)"
+              R"({"name":"free","handle":100663299,"direct":false,"pps":true,"hasPreColor":false,)"
+              R"("associatedTable":"","logicalPipe":"","severalParents":false},)"
+              R"({"name":"shared","handle":100663300,"direct":false,"pps":true,"hasPreColor":false,)"
+              R"("associatedTable":"","logicalPipe":"","severalParents":true}])" },
         Kind{ "wreds", addWreds,
-              "HANDLE      DIRECT  PIPE  NAME\n"
-              "0x06000001  no      b     queue\n"
-              "0x01000002  yes     -     port\n",
-              "name,handle,direct,logicalPipe\nqueue,100663297,false,b\nport,16777218,true,\n",
-              R"([{"name":"queue","handle":100663297,"direct":false,"logicalPipe":"b"},)"
-              R"({"name":"port","handle":16777218,"direct":true,"logicalPipe":""}])" },
+              "HANDLE      DIRECT  PIPE  NAME    TABLE\n"
+              "0x06000001  no      b     queue   pipe.acl\n"
+              "0x01000002  yes     -     port    pipe.lpm\n"
+              "0x06000003  no      -     shared  (several)\n",
+              "name,handle,direct,logicalPipe,parent,severalParents\n"
+              "queue,100663297,false,b,pipe.acl,false\nport,16777218,true,,pipe.lpm,false\n"
+              "shared,100663299,false,,,true\n",
+              R"([{"name":"queue","handle":100663297,"direct":false,"logicalPipe":"b",)"
+              R"("parent":"pipe.acl","severalParents":false},)"
+              R"({"name":"port","handle":16777218,"direct":true,"logicalPipe":"",)"
+              R"("parent":"pipe.lpm","severalParents":false},)"
+              R"({"name":"shared","handle":100663299,"direct":false,"logicalPipe":"",)"
+              R"("parent":null,"severalParents":true}])" },
         Kind{ "registers", addRegisters,
-              "HANDLE      INDIRECT  TYPE      WIDTH  DUAL  NAME\n"
-              "0x01000001  no        uint8_t       1  no    seen\n"
-              "0x07000002  yes       uint64_t     32  yes   stamp\n",
-              "name,handle,indirect,dataType,width,dualWidth\n"
-              "seen,16777217,false,uint8_t,1,false\nstamp,117440514,true,uint64_t,32,true\n",
+              "HANDLE      INDIRECT  TYPE      WIDTH  DUAL  NAME   TABLE\n"
+              "0x01000001  no        uint8_t       1  no    seen   pipe.acl\n"
+              "0x07000002  yes       uint64_t     32  yes   stamp  -\n",
+              "name,handle,indirect,dataType,width,dualWidth,parent,severalParents\n"
+              "seen,16777217,false,uint8_t,1,false,pipe.acl,false\n"
+              "stamp,117440514,true,uint64_t,32,true,,false\n",
               R"([{"name":"seen","handle":16777217,"indirect":false,"dataType":"uint8_t","width":1,)"
-              R"("dualWidth":false},{"name":"stamp","handle":117440514,"indirect":true,)"
-              R"("dataType":"uint64_t","width":32,"dualWidth":true}])" },
+              R"("dualWidth":false,"parent":"pipe.acl","severalParents":false},)"
+              R"({"name":"stamp","handle":117440514,"indirect":true,"dataType":"uint64_t","width":32,)"
+              R"("dualWidth":true,"parent":null,"severalParents":false}])" },
         Kind{ "actions",
               []( BfResourceParser& parser ) {
                   parser.bfActionsPush( { 0x8000002, "set", "pipe.lpm" } );

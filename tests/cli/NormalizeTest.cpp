@@ -13,7 +13,7 @@ TEST( Normalize, PrintsEachNameInItsTurn ) {
 TEST( Normalize, NeedsAName ) {
     auto const outcome = bfri( { "normalize" } );
     EXPECT_EQ( outcome.status, 2 );
-    EXPECT_EQ( outcome.err, "bfri: NAME is required\nRun 'bfri --help' to see how it is used.\n" );
+    EXPECT_EQ( outcome.err, "bfri: NAME is required\nRun 'bfri normalize --help' to see how it is used.\n" );
 }
 
 } // namespace

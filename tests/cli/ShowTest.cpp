@@ -96,7 +96,7 @@ TEST_F( Show, GivesATableAPageWithAllThatItTakes ) {
   maxSelEntries      0
   selHandle          0x00000004
   selName            pipe.selector
-  placed             stages 6 to 7, ingress
+  placed             from stage 6, 2 stage tables, ingress
 
   resources
     HANDLE      SIZE  TYPE           DIRECTION  FIRST STAGE  STAGES  NAME
@@ -135,8 +135,9 @@ TEST_F( Show, AsJsonHasTheRecordsFieldsThenAMemberForEachRelation ) {
                               "logicalPipe", "placed", "resources", "counters", "meters", "wreds",
                               "registers", "actions" ) );
     EXPECT_TRUE( answer[ "bfTables" ][ 0 ][ "placed" ].GetBool() );
-    EXPECT_EQ( compact( answer[ "bfTables" ][ 0 ][ "resources" ] ),
-               R"([{"name":"acl","handle":1,"type":2,"size":64,"ingress":true,"stages":1,"stageStart":3}])" );
+    EXPECT_EQ(
+        compact( answer[ "bfTables" ][ 0 ][ "resources" ] ),
+        R"([{"name":"acl","handle":1,"type":2,"typeName":"hash_match","size":64,"ingress":true,"stages":1,"stageStart":3}])" );
 }
 
 /// A kind of record that belongs to tables, and how a context file says to which.
@@ -202,7 +203,8 @@ TEST_F( Show, SaysWhichTablesReferenceOneThatSeveralActionsName ) {
     EXPECT_TRUE( answer[ "bfMeters" ][ 0 ][ "severalParents" ].GetBool() );
     EXPECT_THAT( namesIn( answer[ "bfMeters" ][ 0 ][ "tables" ] ),
                  testing::UnorderedElementsAre( "acl", "bcl" ) );
-    EXPECT_THAT( answerOf( "show", *shared, Format::text, "it" ), HasSubstr( "severalParents  yes\n" ) );
+    EXPECT_THAT( answerOf( "show", *shared, Format::text, "it" ),
+                 HasSubstr( "associatedTable  (several)\n  severalParents   yes\n" ) );
 }
 
 TEST_F( Show, KeepsFilesApartThatHaveTheSameNames ) {
@@ -347,7 +349,7 @@ TEST_F( Show, KeepsToTheTerminal ) {
     std::ostringstream err;
     Bfri::show( *model, { nullptr, { "", "acl\x1b" } }, { out, err, { .columns = 60 } } );
     EXPECT_THAT( out.str(), Not( HasSubstr( "\x1b" ) ) );
-    EXPECT_THAT( out.str(), HasSubstr( "    HANDLE      SIZE  TYPE        DIRECTION  FIRST STAGE  S>\n" ) );
+    EXPECT_THAT( out.str(), HasSubstr( "    HANDLE      SIZE  TYPE        DIRECTION  >  NAME\n" ) );
     std::istringstream lines( out.str() );
     for( String line; std::getline( lines, line ); )
         EXPECT_LE( line.size(), 60U ) << line;
