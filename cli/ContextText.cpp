@@ -1,8 +1,8 @@
 #include "cli/ContextText.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
-#include <functional>
 
 #include <zlib.h>
 
@@ -10,7 +10,7 @@ namespace Bfri {
 
 namespace {
 
-constexpr std::size_t chunk = std::size_t( 1 ) << 18;
+constexpr std::size_t chunk = std::size_t( 1 ) << 16;
 
 /// Null for what is no regular file: a pipe would wait for its writer.
 gzFile opened( String const& path ) {
@@ -24,7 +24,7 @@ int closed( gzFile file ) { return file ? gzclose( file ) : Z_OK; }
 
 ContextText::ContextText( String const& path ) : file_( opened( path ), closed ), buffer_( chunk ) {
     if( file_ )
-        gzbuffer( file_.get(), static_cast<unsigned>( chunk / 2 ) );
+        gzbuffer( file_.get(), static_cast<unsigned>( chunk / 4 ) );
 }
 
 /// Reads on, behind the last characters that are to be kept; false at the end.
@@ -43,15 +43,20 @@ bool ContextText::fill( std::size_t kept ) {
 }
 
 ContextText::Match ContextText::firstOf( std::span<String const> texts, std::size_t from ) const {
-    Match first{ texts.size(), end_ };
-    for( std::size_t i = 0; i < texts.size(); ++i ) {
-        std::boyer_moore_horspool_searcher const searcher( texts[ i ].begin(), texts[ i ].end() );
-        char const* const end = buffer_.data() + first.at;
-        char const* const found = std::search( buffer_.data() + from, end, searcher );
-        if( found != end )
-            first = { i, static_cast<std::size_t>( found - buffer_.data() ) };
+    std::array<bool, 256> isSecond = {}; // characters behind the quotes: few of them are left to compare
+    for( String const& text : texts )
+        isSecond[ static_cast<unsigned char>( text[ 1 ] ) ] = true;
+    std::string_view const buffer( buffer_.data(), end_ );
+    for( std::size_t at = from; ( at = buffer.find( '"', at ) ) != std::string_view::npos; ++at ) {
+        std::string_view const rest = buffer.substr( at );
+        if( rest.size() < 2 || !isSecond[ static_cast<unsigned char>( rest[ 1 ] ) ] )
+            continue;
+        for( std::size_t i = 0; i < texts.size(); ++i ) {
+            if( rest.starts_with( texts[ i ] ) )
+                return { i, at };
+        }
     }
-    return first;
+    return { texts.size(), end_ };
 }
 
 bool ContextText::takeColon() {

@@ -84,6 +84,12 @@ void addHeaders( Json const& headers, String const& file, Losses& losses ) {
     } );
 }
 
+constexpr unsigned options = rapidjson::kParseIterativeFlag | rapidjson::kParseStopWhenDoneFlag;
+
+constexpr std::string_view tableTypes[] = { "match",      "condition", "action_data", "selection",
+                                            "statistics", "meter",     "stateful" };
+constexpr std::string_view directions[] = { "ingress", "egress" };
+
 /// Takes from the events of a section "tables" the few members that the words stand in: as a tree, that
 /// section may be large.
 class TableWords : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TableWords> {
@@ -134,10 +140,7 @@ class TableWords : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TableW
     static constexpr std::size_t ofTable = 2; // in the array
 
     void judge() {
-        static constexpr std::string_view types[] = { "match",      "condition", "action_data", "selection",
-                                                      "statistics", "meter",     "stateful" };
-        static constexpr std::string_view directions[] = { "ingress", "egress" };
-        requireOneOf( types, "table_type", losses_.tableTypes );
+        requireOneOf( tableTypes, "table_type", losses_.tableTypes );
         requireOneOf( directions, "direction", losses_.directions );
         handle_.reset();
     }
@@ -157,22 +160,45 @@ class TableWords : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TableW
     std::optional<U32> handle_;
 };
 
-void addSections( String const& file, U32 pipeBits, Losses& losses ) {
-    constexpr std::string_view sections[] = { "phv_allocation", "flexible_headers", "tables" };
-    constexpr unsigned options = rapidjson::kParseIterativeFlag | rapidjson::kParseStopWhenDoneFlag;
+/// Whether the value that comes is one of the words; what is not even a string keeps a file from loading.
+bool isOneOf( std::span<std::string_view const> known, ContextText& text ) {
+    constexpr std::size_t longest = 32;
+    rapidjson::SkipWhitespace( text );
+    if( text.Peek() != '"' )
+        return true;
+    text.Take();
+    String word;
+    while( word.size() < longest && text.Peek() != '"' && !text.atEnd() )
+        word += text.Take();
+    return std::find( known.begin(), known.end(), word ) != known.end();
+}
+
+void addUnknownWords( String const& file, U32 pipeBits, Losses& losses ) {
+    constexpr std::string_view tables[] = { "tables" };
     ContextText text( file );
-    for( std::size_t i = 0; ( i = text.skipToName( sections ) ) < std::size( sections ); ) {
-        if( i == 2 ) {
-            TableWords words( file, pipeBits, losses );
-            rapidjson::Reader reader;
-            reader.Parse<options>( text, words );
+    while( text.skipToName( tables ) == 0 ) {
+        TableWords words( file, pipeBits, losses );
+        rapidjson::Reader().Parse<options>( text, words );
+    }
+}
+
+void addSections( String const& file, U32 pipeBits, Losses& losses ) {
+    constexpr std::string_view names[] = { "table_type", "direction", "phv_allocation", "flexible_headers" };
+    ContextText text( file );
+    bool anyUnknown = false;
+    for( std::size_t i = 0; ( i = text.skipToName( names ) ) < std::size( names ); ) {
+        if( i < 2 ) {
+            bool const known = i == 0 ? isOneOf( tableTypes, text ) : isOneOf( directions, text );
+            anyUnknown |= !known;
             continue;
         }
         rapidjson::Document section;
         section.ParseStream<options>( text );
         if( !section.HasParseError() )
-            ( i == 0 ? addStages : addHeaders )( section, file, losses );
+            ( i == 2 ? addStages : addHeaders )( section, file, losses );
     }
+    if( anyUnknown ) // in a table, or elsewhere: only reading the tables tells
+        addUnknownWords( file, pipeBits, losses );
 }
 
 template<class Containers>
