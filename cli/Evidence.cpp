@@ -1,9 +1,11 @@
 #include "cli/Evidence.h"
 
 #include "cli/ContextText.h"
+#include "cli/SectionJson.h"
 #include "cli/Utf8.h"
 
 #include <algorithm>
+#include <charconv>
 #include <utility>
 
 #include <rapidjson/reader.h>
@@ -251,6 +253,38 @@ void addExcerpt( Fault& fault ) {
     fault.caret = width( shown( front ) );
 }
 
+String sized( HeaderBits const& header ) { return std::to_string( header.bits ) + " bits"; }
+
+/// The same header as another context file of the configuration has it.
+String otherThan( HeaderBits const& header, String const& file ) {
+    for( Ostler::Device const& device : Ostler::sdkContext()->profile.devices ) {
+        for( Ostler::Pipeline const& pipeline : device.pipelines ) {
+            if( pipeline.contextFile == file )
+                continue;
+            for( HeaderBits const& other : headersOf( pipeline.contextFile ) ) {
+                if( other.name == header.name && other.bits != header.bits )
+                    return ", " + sized( other ) + " in " + pipeline.contextFile;
+            }
+        }
+    }
+    return "";
+}
+
+/// Of a header that has another size elsewhere: the value that was read last is only its last width.
+void addHeader( Fault& fault ) {
+    auto const steps = stepsOf( *fault.pointer );
+    auto const headers = headersOf( fault.file );
+    std::size_t index = headers.size();
+    if( steps.size() > 1 )
+        std::from_chars( steps[ 1 ].data(), steps[ 1 ].data() + steps[ 1 ].size(), index );
+    if( index >= headers.size() )
+        return;
+    fault.pointer = "/flexible_headers/" + steps[ 1 ];
+    fault.member.clear();
+    HeaderBits const& header = headers[ index ];
+    fault.found = '"' + header.name + "\" of " + sized( header ) + otherThan( header, fault.file );
+}
+
 /// Of those marks that JSON readers stumble over.
 bool hasByteOrderMark( String const& path ) {
     ContextText text( path );
@@ -271,6 +305,8 @@ void addSyntax( Fault& fault ) {
 void addEvidence( Fault& fault ) {
     if( fault.line && fault.column )
         addSyntax( fault );
+    else if( fault.pointer && fault.condition == "parser->bfHeaders( hdrName ) == header" )
+        addHeader( fault );
     else
         addFound( fault );
 }

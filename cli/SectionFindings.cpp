@@ -4,35 +4,17 @@
 
 #include "cli/ContextText.h"
 #include "cli/Facts.h"
+#include "cli/SectionJson.h"
 
 #include <algorithm>
 #include <bit>
 #include <map>
 
-#include <rapidjson/document.h>
 #include <rapidjson/reader.h>
 
 namespace Bfri {
 
 namespace {
-
-using Json = rapidjson::Value;
-
-Json const* memberOf( Json const& value, char const* name ) {
-    if( !value.IsObject() )
-        return nullptr;
-    auto const found = value.FindMember( name );
-    return found == value.MemberEnd() ? nullptr : &found->value;
-}
-
-/// Hands each element of an array member to `step`.
-template<class Step>
-void forEachElement( Json const* list, Step step ) {
-    if( list && list->IsArray() ) {
-        for( Json const& element : list->GetArray() )
-            step( element );
-    }
-}
 
 using Sizes = std::map<String, LostSize>;
 
@@ -65,22 +47,11 @@ void addStages( Json const& stages, String const& file, Losses& losses ) {
     } );
 }
 
-std::uint64_t bitsOf( Json const& header ) {
-    std::uint64_t bits = 0;
-    forEachElement( memberOf( header, "fields" ), [ & ]( Json const& field ) {
-        Json const* const slice = memberOf( field, "slice" );
-        Json const* const width = slice ? memberOf( *slice, "bit_width" ) : nullptr;
-        bits += width && width->IsInt64() ? static_cast<std::uint64_t>( width->GetInt64() ) : 0;
-    } );
-    return bits;
-}
-
 void addHeaders( Json const& headers, String const& file, Losses& losses ) {
     forEachElement( &headers, [ & ]( Json const& header ) {
-        Json const* const name = memberOf( header, "name" );
-        std::uint64_t const bits = bitsOf( header );
-        if( name && name->IsString() && bits >= 0x10000 )
-            add( losses.headers, name->GetString(), bits, file );
+        auto const [ name, bits ] = headerBitsOf( header );
+        if( bits >= 0x10000 )
+            add( losses.headers, name, bits, file );
     } );
 }
 

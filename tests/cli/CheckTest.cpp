@@ -148,6 +148,18 @@ TEST_F( Check, LeavesOutWhatIsToBeIgnored ) {
                  StartsWith( "no finding has the code 'BF2'" ) );
 }
 
+TEST_F( Check, OfAHeaderOfTwoSizesSaysBoth ) {
+    writeFile( "switch.conf", R"({"devices":[{"pipelines":[{"context_file":"a.json","pipes":[0]},)"
+                              R"({"context_file":"b.json","pipes":[1]}]}]})" );
+    writeFile( "a.json",
+               Support::ContextBuilder().flexibleHeader( "other", 8 ).flexibleHeader( "h", 16 ).text() );
+    writeFile( "b.json", Support::ContextBuilder().flexibleHeader( "h", 24 ).text() );
+    auto const outcome = bfri( { "check", "switch.conf" } );
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_THAT( outcome.out, HasSubstr( "\n  file:      b.json\n  where:     /flexible_headers/0\n" ) );
+    EXPECT_THAT( outcome.out, HasSubstr( "\n  found:     \"h\" of 24 bits, 16 bits in a.json\n" ) );
+}
+
 TEST_F( Check, SaysThatAFileEndsTooEarly ) {
     String const context = soundContext();
     EXPECT_THAT( outcomeOf( context.substr( 0, context.size() / 2 ) ).out,
