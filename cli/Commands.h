@@ -75,11 +75,11 @@ struct Command {
     std::span<Option const> options = {}; ///< its own, beside those that optionsOf adds
     bool json = false;
     bool csv = false;
+    OnBadData onBadData = OnBadData::explain;
     Listing const* listing = nullptr; ///< what a list command lists, with a choice of rows; else null
     char const* details = "";         ///< what the help says behind the options, examples included
     /// Answers from the model of the configuration that is the first argument.
     ExitStatus ( *show )( Model const&, Request const&, Streams const& ) = nullptr;
-    OnBadData onBadData = OnBadData::explain;
     /// Answers without a model made for it; a command has either this or the other.
     ExitStatus ( *run )( Request const&, Streams const& ) = nullptr;
 };

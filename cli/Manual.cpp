@@ -27,7 +27,8 @@ String synopsisOf( Command const& command ) {
     for( Argument const& argument : command.arguments ) {
         String const label = String( "\\fI" ) + argument.label + "\\fR";
         String const dots = argument.times == Times::once ? "" : "...";
-        line += argument.times == Times::anyTimes ? " [" + label + dots + "]" : " " + label + dots;
+        bool const optional = argument.times == Times::anyTimes;
+        line.append( optional ? " [" : " " ).append( label ).append( dots ).append( optional ? "]" : "" );
     }
     return line;
 }

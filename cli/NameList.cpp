@@ -17,6 +17,7 @@ std::vector<Row> rowsOf( Model const& model, Listing const* only ) {
             kinds[ name ].emplace_back( kind->one );
     }
     std::vector<Row> rows;
+    rows.reserve( kinds.size() );
     for( auto const& [ name, ofName ] : kinds )
         rows.push_back( { { "name", name }, { "kinds", ofName } } );
     return rows;

@@ -50,7 +50,7 @@ class Slabs final : public std::pmr::memory_resource {
     }
     void do_deallocate( void* block, std::size_t bytes, std::size_t alignment ) override {
         if( !fits( bytes, alignment ) )
-            return ::operator delete( block, bytes, std::align_val_t( alignment ) );
+            return ::operator delete( block, std::align_val_t( alignment ) );
         std::lock_guard const lock( mutex_ );
         Block*& free = free_[ unitsOf( bytes ) ];
         free = new( block ) Block{ free };
