@@ -69,8 +69,9 @@ class MemberNameTable {
             slots_[ find( name ) ] = name;
     }
 
-    constexpr bool contains( std::string_view name ) const {
-        return !name.empty() && slots_[ find( name ) ] == name;
+    /// The table's own text of a name; an empty one when it is not there.
+    constexpr std::string_view textOf( std::string_view name ) const {
+        return name.empty() ? name : slots_[ find( name ) ];
     }
 
   private:
@@ -94,5 +95,8 @@ static_assert( memberNames.size() <= 64 );
 
 inline constexpr MemberNameTable memberNameTable;
 
+/// A name that some pass asks for, as text that stays; empty for any other.
+constexpr std::string_view memberNameOf( std::string_view name ) { return memberNameTable.textOf( name ); }
+
 /// Whether some pass asks for members of that name.
-constexpr bool isMemberName( std::string_view name ) { return memberNameTable.contains( name ); }
+constexpr bool isMemberName( std::string_view name ) { return !memberNameOf( name ).empty(); }

@@ -79,13 +79,15 @@ class PruningFilter {
         return keeps( length ) && document_.String( text, length, copy );
     }
 
-    bool Key( char const* name, Size length, bool copy ) {
-        if( !isMemberName( { name, length } ) ) {
+    /// The document points to the names in the table.
+    bool Key( char const* name, Size length, bool ) {
+        std::string_view const kept = memberNameOf( { name, length } );
+        if( kept.empty() ) {
             dropsNext_ = true;
             return true;
         }
         ++keptMembers_[ depth_.value() ];
-        return keeps( length ) && document_.Key( name, length, copy );
+        return keeps() && document_.Key( kept.data(), length, false );
     }
 
     bool StartObject() {
