@@ -40,7 +40,12 @@ class ContextText {
 
     /// Takes everything up to a member of one of these names and its colon, at whatever depth; returns which,
     /// or the number of names when there is none any more.
-    std::size_t skipToName( std::span<std::string_view const> names );
+    template<std::size_t count>
+    std::size_t skipToName( std::string_view const ( &names )[ count ] ) {
+        static_assert( count <= mostNames );
+        return skipToAny( names );
+    }
+    static constexpr std::size_t mostNames = 4;
 
     // The writing half of a stream; never called, since nothing is parsed in place.
     void Put( Ch ) {}
@@ -55,8 +60,9 @@ class ContextText {
     };
 
     bool fill( std::size_t kept );
-    /// The first place of one of the texts in the buffer, from a place in it on.
-    Match firstOf( std::span<String const> texts, std::size_t from ) const;
+    std::size_t skipToAny( std::span<std::string_view const> names );
+    /// The first place of one of the names in quotes in the buffer, from a place in it on.
+    Match firstOf( std::span<std::string_view const> names, std::size_t from ) const;
     bool takeColon();
 
     std::unique_ptr<gzFile_s, int ( * )( gzFile_s* )> file_;
