@@ -117,7 +117,7 @@ void addCommand( CLI::App& app, Command const& command, Request& request ) {
         addOption( *sub, option, request );
     if( command.json && command.csv )
         sub->get_option( "--csv" )->excludes( "--json" );
-    sub->footer( detailsOf( command ) );
+    sub->footer( [ & ] { return detailsOf( command ); } );
     sub->callback( [ & ] { request.command = &command; } );
 }
 

@@ -2,6 +2,9 @@
 
 #include "cli/Answers.h"
 #include "cli/Listings.h"
+#include "cli/TextFormat.h"
+
+#include <sstream>
 
 namespace Bfri {
 
@@ -247,22 +250,21 @@ Command listCommand( Listing const& listing ) {
              .show = list };
 }
 
-/// In lines that a terminal has room for.
 String fieldLines( Listing const& listing ) {
-    constexpr std::size_t most = 100;
-    String text = "Fields:";
-    std::size_t column = text.size();
-    for( Field const& field : listing.blank() ) {
-        bool const fits = column + 1 + field.name.size() <= most;
-        text += ( fits ? " " : "\n        " ) + String( field.name );
-        column = ( fits ? column + 1 : 8 ) + field.name.size();
-    }
-    return text;
+    RowList fields{ { { "COLUMN", {} }, { "FIELD", {} }, { "WHAT IT SAYS", {} } }, {} };
+    for( Column const& column : listing.columns )
+        fields.rows.push_back( { { "", column.title ? Value( column.title ) : Value() },
+                                 { "", column.field },
+                                 { "", column.meaning } } );
+    std::ostringstream lines;
+    printColumns( lines, fields );
+    return "Fields, as --sort, --json and --csv name them; the text has those with a column:\n\n" +
+           lines.str();
 }
 
 String exampleLines( Listing const& listing ) {
     String const start = String( "  bfri " ) + listing.word + " switch.conf";
-    return "\n\nExamples:\n" + start + "\n" + start + " --filter ^pipe --sort=-name -n 10\n" + start +
+    return "\nExamples:\n" + start + "\n" + start + " --filter ^pipe --sort=-name -n 10\n" + start +
            " --json";
 }
 

@@ -25,19 +25,40 @@ std::vector<Row> rowsOf( BfResourceParser const& parser ) {
     return rows;
 }
 
+// What fields of several kinds say.
+
+constexpr char const* ofName = "name in the P4 program";
+constexpr char const* ofHandle = "handle; with a runtime_config, the pipe is in its upper 4 bits";
+constexpr char const* ofTableHandle = "handle: of a direct one its table's, else its own";
+constexpr char const* ofDirect = "whether each entry of its table has one of its own";
+constexpr char const* ofLogicalPipe = "logical pipe, such as a or b, where the context file tells";
+constexpr char const* ofParent = "table that it belongs to, where the model knows just one";
+constexpr char const* ofSeveralParents = "whether actions of several tables name it";
+
 // Match tables and what they take.
 
-constexpr Column tableColumns[] = { { "HANDLE", "handle" },
-                                    { "SIZE", "size" },
-                                    { "ENTRIES", "totalEntries" },
-                                    { "IDLE BITS", "idleTimePrecision" },
-                                    { "HIT FROM", "hitBitSmashOffset" },
-                                    { "HIT TO", "hitBitSmashLast" },
-                                    { "PARTS", "maxPartitions" },
-                                    { "ACTION DATA", "adtHandle" },
-                                    { "SELECTION", "selHandle" },
-                                    { "PIPE", "logicalPipe" },
-                                    { "NAME", "name" } };
+constexpr Column tableColumns[] = {
+    { "HANDLE", "handle", ofHandle },
+    { "SIZE", "size", "entries that it holds" },
+    { "ENTRIES", "totalEntries", "entries that its hit-bit range is sized for" },
+    { "IDLE BITS", "idleTimePrecision", "bits of idle time that an entry has; 0 without hit bits" },
+    { "HIT FROM", "hitBitSmashOffset", "first slot in the hit-bit space; 0 without hit bits" },
+    { "HIT TO", "hitBitSmashLast", "last slot in it; 0 without hit bits" },
+    { "PARTS", "maxPartitions", "partitions of an algorithmic TCAM, else 0" },
+    { "ACTION DATA", "adtHandle", "handle of its indirect action-data table; 0 without one" },
+    { "SELECTION", "selHandle", "handle of its selection table; 0 without one" },
+    { "PIPE", "logicalPipe", ofLogicalPipe },
+    { "NAME", "name", ofName },
+    { nullptr, "hitBitSupported", "whether its entries have hit bits, for idle time" },
+    { nullptr, "maxEntries", "the same as size" },
+    { nullptr, "maxPrios", "priorities of entries, always 255" },
+    { nullptr, "hasActionProfile", "whether it has an action profile" },
+    { nullptr, "maxAdtEntries", "entries of its indirect action-data table; 0 without one" },
+    { nullptr, "maxSelGroups", "2 with a selection table, else 0" },
+    { nullptr, "maxSelEntries", "entries of its selection table; 0 without one" },
+    { nullptr, "adtName", "name of its indirect action-data table" },
+    { nullptr, "selName", "name of its selection table" },
+};
 
 Row resourceRow( BfResource const& resource ) { return withTypeName( rowOf( resource ) ); }
 
@@ -52,8 +73,15 @@ std::vector<Row> resourceRows( BfResourceParser const& parser ) {
 }
 
 constexpr Column resourceColumns[] = {
-    { "HANDLE", "handle" },          { "SIZE", "size" },     { "TYPE", "type" }, { "DIRECTION", "ingress" },
-    { "FIRST STAGE", "stageStart" }, { "STAGES", "stages" }, { "NAME", "name" } };
+    { "HANDLE", "handle", ofHandle },
+    { "SIZE", "size", "entries that it holds" },
+    { "TYPE", "type", "what it is for; in JSON and CSV a number" },
+    { "DIRECTION", "ingress", "its side of the switch; in JSON and CSV whether ingress" },
+    { "FIRST STAGE", "stageStart", "stage of its first stage table, from 0" },
+    { "STAGES", "stages", "number of its stage tables, over all units" },
+    { "NAME", "name", ofName },
+    { nullptr, "typeName", "the type in words, as the context file has it" },
+};
 
 // What belongs to match tables. Of what several tables have, the model knows no parent.
 
@@ -116,36 +144,59 @@ std::vector<Row> attachedRows( BfResourceParser const& parser ) {
     return rows;
 }
 
-constexpr Column counterColumns[] = { { "HANDLE", "handle" },
-                                      { "OWN HANDLE", "ownHandle" },
-                                      { "SIZE", "size" },
-                                      { "DIRECT", "direct" },
-                                      { "BYTES", "bytes" },
-                                      { "PACKETS", "packets" },
-                                      { "PIPE", "logicalPipe" },
-                                      { "NAME", "name" },
-                                      { "TABLE", "associatedTable" } };
+constexpr Column counterColumns[] = {
+    { "HANDLE", "handle", ofTableHandle },
+    { "OWN HANDLE", "ownHandle", "its own handle, direct or not" },
+    { "SIZE", "size", "entries that it holds" },
+    { "DIRECT", "direct", ofDirect },
+    { "BYTES", "bytes", "whether it counts bytes" },
+    { "PACKETS", "packets", "whether it counts packets" },
+    { "PIPE", "logicalPipe", ofLogicalPipe },
+    { "NAME", "name", ofName },
+    { "TABLE", "associatedTable", ofParent },
+    { nullptr, "severalParents", ofSeveralParents },
+};
 
 constexpr Column meterColumns[] = {
-    { "HANDLE", "handle" },         { "DIRECT", "direct" },    { "PPS", "pps" },
-    { "PRE-COLOR", "hasPreColor" }, { "PIPE", "logicalPipe" }, { "NAME", "name" },
-    { "TABLE", "associatedTable" } };
+    { "HANDLE", "handle", ofTableHandle },
+    { "DIRECT", "direct", ofDirect },
+    { "PPS", "pps", "whether it meters packets a second, not bytes" },
+    { "PRE-COLOR", "hasPreColor", "whether packets come to it with a colour" },
+    { "PIPE", "logicalPipe", ofLogicalPipe },
+    { "NAME", "name", ofName },
+    { "TABLE", "associatedTable", ofParent },
+    { nullptr, "severalParents", ofSeveralParents },
+};
 
-constexpr Column wredColumns[] = { { "HANDLE", "handle" },
-                                   { "DIRECT", "direct" },
-                                   { "PIPE", "logicalPipe" },
-                                   { "NAME", "name" },
-                                   { "TABLE", "parent" } };
+constexpr Column wredColumns[] = {
+    { "HANDLE", "handle", ofTableHandle },    { "DIRECT", "direct", ofDirect },
+    { "PIPE", "logicalPipe", ofLogicalPipe }, { "NAME", "name", ofName },
+    { "TABLE", "parent", ofParent },          { nullptr, "severalParents", ofSeveralParents },
+};
 
 constexpr Column registerColumns[] = {
-    { "HANDLE", "handle" },  { "INDIRECT", "indirect" }, { "TYPE", "dataType" }, { "WIDTH", "width" },
-    { "DUAL", "dualWidth" }, { "NAME", "name" },         { "TABLE", "parent" } };
+    { "HANDLE", "handle", ofTableHandle },
+    { "INDIRECT", "indirect", "whether tables reach it by an index, not entry by entry" },
+    { "TYPE", "dataType", "type of a cell, such as uint32_t" },
+    { "WIDTH", "width", "bits that its ALU works on" },
+    { "DUAL", "dualWidth", "whether a cell is a pair of two such values" },
+    { "NAME", "name", ofName },
+    { "TABLE", "parent", ofParent },
+    { nullptr, "severalParents", ofSeveralParents },
+};
 
-constexpr Column actionColumns[] = { { "HANDLE", "handle" }, { "NAME", "name" }, { "TABLE", "tableName" } };
+constexpr Column actionColumns[] = {
+    { "HANDLE", "handle", ofHandle },
+    { "NAME", "name", ofName },
+    { "TABLE", "tableName", "name of the table whose action it is" },
+};
 
 // What stands beside the tables.
 
-constexpr Column learnQuantaColumns[] = { { "HANDLE", "handle" }, { "NAME", "name" } };
+constexpr Column learnQuantaColumns[] = {
+    { "HANDLE", "handle", ofHandle },
+    { "NAME", "name", ofName },
+};
 
 Row headerRow( String const& name, BfHeaderInfo const& header ) {
     return { { "name", name }, { "size", U32{ header.size() } } };
@@ -153,7 +204,10 @@ Row headerRow( String const& name, BfHeaderInfo const& header ) {
 
 Row headerBlank() { return headerRow( {}, {} ); }
 
-constexpr Column headerColumns[] = { { "NAME", "name" }, { "BYTES", "size" } };
+constexpr Column headerColumns[] = {
+    { "NAME", "name", ofName },
+    { "BYTES", "size", "bytes of all its fields" },
+};
 
 std::vector<Row> headerRows( BfResourceParser const& parser ) {
     std::vector<Row> rows;
@@ -170,11 +224,13 @@ Row hashRow( String const& name, BfDynamicHashInfo const& hash ) {
 
 Row hashBlank() { return hashRow( {}, {} ); }
 
-constexpr Column hashColumns[] = { { "NAME", "name" },
-                                   { "HANDLE", "tableHdl" },
-                                   { "FIELD LIST", "fieldListHdl" },
-                                   { "FIELDS", "fieldCount" },
-                                   { "FIELD NAMES", "fieldNames" } };
+constexpr Column hashColumns[] = {
+    { "NAME", "name", ofName },
+    { "HANDLE", "tableHdl", ofHandle },
+    { "FIELD LIST", "fieldListHdl", "handle of its list of fields" },
+    { "FIELDS", "fieldCount", "number of its fields" },
+    { "FIELD NAMES", "fieldNames", "their names in the order of the hash's input" },
+};
 
 std::vector<Row> hashRows( BfResourceParser const& parser ) {
     std::vector<Row> rows;
@@ -197,7 +253,10 @@ Row phvRow( String const& name, PhvBytes const& bytes ) {
 Row phvBlank() { return phvRow( {}, {} ); }
 
 constexpr Column phvColumns[] = {
-    { "FIELD", "name" }, { "INGRESS BYTES", "ingressBytes" }, { "EGRESS BYTES", "egressBytes" } };
+    { "FIELD", "name", "name of the field" },
+    { "INGRESS BYTES", "ingressBytes", "bytes that it takes in ingress; absent where it has no place" },
+    { "EGRESS BYTES", "egressBytes", "the same in egress" },
+};
 
 std::vector<Row> phvRows( BfResourceParser const& parser ) {
     std::map<String, PhvBytes> fields;
@@ -214,14 +273,17 @@ std::vector<Row> phvRows( BfResourceParser const& parser ) {
 
 // Placed tables by handle.
 
-constexpr Column handleColumns[] = { { "HANDLE", "handle" },
-                                     { "SIZE", "size" },
-                                     { "STAGE", "stageStart" },
-                                     { "STATISTICS", "statReferences" },
-                                     { "METERS", "meterReferences" },
-                                     { "STATEFUL", "statefulReferences" },
-                                     { "NAME", "name" },
-                                     { "PARENT", "parent" } };
+constexpr Column handleColumns[] = {
+    { "HANDLE", "handle", ofHandle },
+    { "SIZE", "size", "entries that it holds" },
+    { "STAGE", "stageStart", "stage of its first stage table, from 0" },
+    { "STATISTICS", "statReferences", "handles of the counters that it references" },
+    { "METERS", "meterReferences", "handles of its meters and WRED tables" },
+    { "STATEFUL", "statefulReferences", "handles of its registers" },
+    { "NAME", "name", ofName },
+    { "PARENT", "parent", ofParent },
+    { nullptr, "severalParents", ofSeveralParents },
+};
 
 std::vector<Row> handleRows( BfResourceParser const& parser ) {
     std::vector<Row> rows;
@@ -264,8 +326,10 @@ constexpr Listing table_[] = {
 RowList columnsOf( std::span<Column const> columns, Row const& blank, std::vector<Row> const& rows ) {
     auto const cellsOf = [ & ]( Row const& row ) {
         Row cells;
-        for( Column const& column : columns )
-            cells.push_back( { column.title, valueOf( row, column.field ) } );
+        for( Column const& column : columns ) {
+            if( column.title )
+                cells.push_back( { column.title, valueOf( row, column.field ) } );
+        }
         return cells;
     };
     RowList list{ cellsOf( blank ), {} };

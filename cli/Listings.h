@@ -7,10 +7,11 @@
 
 namespace Bfri {
 
-/// A column for people: a field of the rows, under a title of its own.
+/// A field of the rows: the title of its column for people, and what it says, with its unit.
 struct Column {
-    char const* title;
+    char const* title; ///< null where only machines get the field
     char const* field;
+    char const* meaning = ""; ///< for the help; every field of a listing has one
 };
 
 /// One kind of record: what the machines get of it, every field, and what people do.

@@ -25,7 +25,20 @@ Part resourcesPart( Resources const& resources ) {
     return part;
 }
 
-Part tablesPart( std::vector<Row> rows ) { return { "tables", tableColumns, nullptr, std::move( rows ) }; }
+constexpr char const* noTables = "none that the model knows";
+
+Part tablesPart( std::vector<Row> rows, char const* ifNone = noTables ) {
+    return { "tables", tableColumns, nullptr, std::move( rows ), ifNone };
+}
+
+/// The same of a resource: a match table belongs to none.
+char const* ifNoTables( BfResource const& resource ) {
+    if( resource.type < static_cast<U32>( BfResourceType::actionData ) )
+        return nullptr;
+    return resource.type == static_cast<U32>( BfResourceType::actionData )
+               ? "none that the model knows: it keeps the tables of indirect action data alone"
+               : noTables;
+}
 
 void addOnce( Resources& resources, BfResource const* resource ) {
     if( resource && std::find( resources.begin(), resources.end(), resource ) == resources.end() )
@@ -176,7 +189,7 @@ Entry PageBuilder::resourceEntry( BfResource const& record ) {
     Entry entry{ withParents( withTypeName( rowOf( record ) ) ),
                  false,
                  nullptr,
-                 { tablesPart( tablesUsing( record ) ), resourcesPart( taken ) } };
+                 { tablesPart( tablesUsing( record ), ifNoTables( record ) ), resourcesPart( taken ) } };
     std::move( attached.begin(), attached.end(), std::back_inserter( entry.parts ) );
     return entry;
 }

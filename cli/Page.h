@@ -12,6 +12,7 @@ struct Part {
     std::span<Column const> columns;
     Row ( *shown )( Row row ); ///< the rows for people, where they are others; else null
     std::vector<Row> rows;
+    char const* ifNone = nullptr; ///< what people read where there is no row; null: nothing
 };
 
 struct Entry {

@@ -103,8 +103,9 @@ void printRecord( std::ostream& out, Listing const& kind, Entry const& entry ) {
 /// The columns of a list, but for the table that the page is about.
 RowList columnsOf( Part const& part ) {
     std::vector<Column> columns;
-    std::copy_if( part.columns.begin(), part.columns.end(), std::back_inserter( columns ),
-                  []( Column const& column ) { return std::string_view( column.title ) != "TABLE"; } );
+    std::copy_if(
+        part.columns.begin(), part.columns.end(), std::back_inserter( columns ),
+        []( Column const& column ) { return column.title && std::string_view( column.title ) != "TABLE"; } );
     std::vector<Row> rows = part.rows;
     if( part.shown )
         std::transform( rows.begin(), rows.end(), rows.begin(), part.shown );
@@ -120,10 +121,13 @@ void printLines( std::ostream& out, Look look, String const& indent, Part const&
 }
 
 void printPart( std::ostream& out, Look const& look, Part const& part ) {
-    if( part.rows.empty() )
+    if( part.rows.empty() && !part.ifNone )
         return;
     out << "\n  " << part.title << '\n';
-    printLines( out, look, "    ", part );
+    if( part.rows.empty() )
+        out << "    " << part.ifNone << '\n';
+    else
+        printLines( out, look, "    ", part );
 }
 
 /// Actions say little, and many tables have one of a name: a line each.

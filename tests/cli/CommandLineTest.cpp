@@ -1,5 +1,6 @@
 #include "tests/cli/Inputs.h"
 
+#include "cli/Listings.h"
 #include "cli/Run.h"
 
 #include <gmock/gmock.h>
@@ -140,11 +141,35 @@ TEST( Help, OfEveryCommandNamesItsArguments ) {
     }
 }
 
-TEST( Help, OfAListNamesItsFields ) {
-    auto const outcome = bfri( { "tables", "--help" } );
-    EXPECT_THAT( outcome.out, HasSubstr( "\nFields: name handle size totalEntries " ) );
-    EXPECT_THAT( outcome.out, HasSubstr( " hitBitSmashOffset\n        hitBitSmashLast " ) );
-    EXPECT_THAT( bfri( { "phv", "--help" } ).out, HasSubstr( "\nFields: name ingressBytes egressBytes\n" ) );
+TEST( Help, OfAListSaysWhatItsFieldsAre ) {
+    EXPECT_THAT( bfri( { "headers", "--help" } ).out, HasSubstr( "\n\nCOLUMN  FIELD  WHAT IT SAYS\n"
+                                                                 "NAME    name   name in the P4 program\n"
+                                                                 "BYTES   size   bytes of all its fields\n"
+                                                                 "\nExamples:\n" ) );
+    EXPECT_THAT( bfri( { "tables", "--help" } ).out,
+                 HasSubstr( "\n-            hitBitSupported    whether " ) );
+}
+
+TEST( Help, OfAListSaysItOfEveryField ) {
+    for( Bfri::Listing const& listing : Bfri::listings() ) {
+        std::vector<std::string_view> explained;
+        std::vector<std::string_view> fields;
+        for( Bfri::Column const& column : listing.columns ) {
+            EXPECT_STRNE( column.meaning, "" ) << listing.word << ' ' << column.field;
+            explained.emplace_back( column.field );
+        }
+        for( Bfri::Field const& field : listing.blank() )
+            fields.push_back( field.name );
+        EXPECT_THAT( explained, testing::UnorderedElementsAreArray( fields ) ) << listing.word;
+    }
+}
+
+TEST( Help, OfAListFitsTheTerminal ) {
+    for( Bfri::Listing const& listing : Bfri::listings() ) {
+        std::istringstream lines( bfri( { listing.word, "--help" } ).out );
+        for( String line; std::getline( lines, line ); )
+            EXPECT_LE( line.size(), 100U ) << line;
+    }
 }
 
 TEST( Version, IsThatOfTheProject ) {

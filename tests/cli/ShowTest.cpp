@@ -148,6 +148,8 @@ struct Relation {
     Support::Table& ( Support::Table::*reference )( std::string_view name );
 };
 
+std::ostream& operator<<( std::ostream& os, Relation const& row ) { return os << row.member; }
+
 class ShowRelation : public InFolder, public testing::WithParamInterface<Relation> {
   protected:
     /// The table's page lists the record, and the record's page lists the table; no other does.
@@ -269,6 +271,21 @@ TEST_F( Show, GivesAResourceThatIsNoOtherRecordsPlaceTheTablesThatUseIt ) {
 )" );
     EXPECT_THAT( memberNames( jsonAnswerOf( "show", *model, "members" ) ),
                  ElementsAre( "format", "name", "bfResources" ) );
+}
+
+TEST_F( Show, SaysOfWhatBelongsToTablesThatTheModelKnowsNone ) {
+    place( "direct", 3, BfResourceType::actionData, 5 );
+    place( "selector", 4, BfResourceType::selection, 5 );
+    place( "acl", 1, BfResourceType::hashMatch, 3 );
+    parser.bfCountersPush( named<BfTableCounterInfo>( "hits", 5 ) );
+    for( auto const& [ name, said ] :
+         { std::pair( "direct", "none that the model knows: it keeps the tables of "
+                                "indirect action data alone" ),
+           std::pair( "selector", "none that the model knows" ),
+           std::pair( "hits", "none that the model knows" ) } )
+        EXPECT_THAT( answerOf( "show", *model, Format::text, name ),
+                     testing::EndsWith( String( "\n\n  tables\n    " ) + said + "\n" ) );
+    EXPECT_THAT( answerOf( "show", *model, Format::text, "acl" ), Not( HasSubstr( "tables\n" ) ) );
 }
 
 TEST_F( Show, GivesATableWithStaticEntriesItsCounters ) {
