@@ -28,6 +28,7 @@ Row failureRow( Fault const& fault ) {
              { "tableIndex", valueOr( fault.tableIndex ) },
              { "table", textOrNothing( fault.table ) },
              { "expected", textOrNothing( fault.expected ) },
+             { "handle", valueOr( fault.handle ) },
              { "found", textOrNothing( fault.found ) },
              { "reported", listOf( fault.reported, []( String const& text ) { return text; } ) },
              { "condition", textOrNothing( fault.condition ) },
@@ -99,6 +100,7 @@ void printFault( Fault const& fault, std::ostream& out ) {
                    std::to_string( *fault.tableIndex ) +
                        ( fault.table.empty() ? "" : " \"" + fault.table + '"' ) );
     printLine( out, "expected:", fault.expected );
+    printLine( out, "handle:", handleOf( fault ) );
     printLine( out, "found:", fault.found );
     for( String const& text : fault.reported )
         printLine( out, "reported:", text );

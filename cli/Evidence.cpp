@@ -2,6 +2,7 @@
 
 #include "cli/ContextText.h"
 #include "cli/SectionJson.h"
+#include "cli/TableHandles.h"
 #include "cli/Utf8.h"
 
 #include <algorithm>
@@ -175,6 +176,17 @@ void addFound( Fault& fault ) {
     fault.line = finder.line();
 }
 
+/// Of a handle that leads to no table: the value that was read last is not what is wrong.
+void addHandles( Fault& fault ) {
+    auto const& devices = Ostler::sdkContext()->profile.devices;
+    bool const withPipe = std::any_of( devices.begin(), devices.end(), []( Ostler::Device const& device ) {
+        return device.runtimeConfig.has_value();
+    } );
+    MissingHandle const missing{ *fault.handle, withPipe ? *fault.handle & 0xF0000000 : 0 };
+    bool const isListed = fault.culprit == "handle"; // in the references of the table at fault
+    fault.found = ( isListed ? whoHas : whoLists )( missing, fault.file );
+}
+
 /// A tab takes one column, so that the caret stands where it should.
 String withoutTabs( String text ) {
     std::replace( text.begin(), text.end(), '\t', ' ' );
@@ -309,6 +321,8 @@ void addEvidence( Fault& fault ) {
         addHeader( fault );
     else
         addFound( fault );
+    if( fault.handle )
+        addHandles( fault );
 }
 
 } // namespace Bfri

@@ -1,6 +1,7 @@
 #include "cli/Fault.h"
 
 #include "cli/Expectations.h"
+#include "cli/TextFormat.h"
 #include "cli/Utf8.h"
 
 #include <algorithm>
@@ -88,6 +89,16 @@ std::optional<ContextFile> contextFileOf( String const& position, Ostler::Device
     return longest;
 }
 
+/// The handle that a trace line says is missing.
+std::optional<U32> missingHandle( std::string_view line ) {
+    for( std::string_view const front :
+         { "handle ", "Can't find action tbl hdl ", "Can't find sel tbl hdl " } ) {
+        if( take( line, front ) )
+            return takeNumber( line );
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 Fault faultOf( Ostler::Status const& status ) {
@@ -129,10 +140,16 @@ Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine>
     if( !failure.message.empty() )
         fault.reported.push_back( failure.message );
     for( Zel::TraceLine const& line : traced ) {
-        if( expected.traceAddsToIt && !line.text.empty() )
-            fault.reported.push_back( line.text );
+        if( !expected.traceAddsToIt || line.text.empty() )
+            continue;
+        fault.reported.push_back( line.text );
+        fault.handle = missingHandle( line.text );
     }
     return fault;
+}
+
+String handleOf( Fault const& fault ) {
+    return fault.handle ? std::to_string( *fault.handle ) + " (" + textOf( Hex( *fault.handle ) ) + ")" : "";
 }
 
 String problemOf( Fault const& fault ) {

@@ -27,6 +27,7 @@ struct Fault {
     String expected;               ///< what should stand there
     String found;                  ///< what stands there
     String culprit;                ///< whose value says so, see Expectation
+    std::optional<U32> handle;     ///< that leads to no table
     std::vector<String> reported;  ///< what the library said besides
     String condition;              ///< the broken one, as written in the library's code
     String function;               ///< of the library, that requires it
@@ -38,6 +39,9 @@ Fault faultOf( Ostler::Status const& status );
 /// The fault that ended the reading of the context files that a profile names.
 Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine> const& traced,
                String const& conf, Ostler::DeviceProfile const& profile );
+
+/// The missing handle in both notations: "77 (0x0000004d)"; empty when there is none.
+String handleOf( Fault const& fault );
 
 /// The problem with its place: "line 2, column 14: Invalid value."; empty when there is none.
 String problemOf( Fault const& fault );

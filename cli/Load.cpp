@@ -24,8 +24,8 @@ class ThrowingAssertions {
     Zel::AssertionHandler former_;
 };
 
-/// While it lives, trace lines go to a stream, except that the explanations of a failure (level 0) wait: they
-/// often say what the failure's message says better.
+/// While it lives, trace lines go to a stream, except for level 0, which the library has for the explanation
+/// of a failure alone: that may go into the failure's message.
 class HeldExplanations {
   public:
     explicit HeldExplanations( std::ostream& err )
@@ -36,23 +36,14 @@ class HeldExplanations {
     HeldExplanations& operator=( HeldExplanations const& ) = delete;
 
     std::vector<Zel::TraceLine> const& lines() const { return held_; }
-    /// Nothing failed, so they are lines like others.
-    void release() {
-        for( Zel::TraceLine const& line : held_ )
-            print( line );
-        held_.clear();
-    }
 
   private:
     void take( Zel::TraceLine const& line ) {
         if( line.level == 0 )
             held_.push_back( line );
         else
-            print( line );
-    }
-    void print( Zel::TraceLine const& line ) {
-        err_ << line.source << '/' << line.level << ' ' << line.line << ' ' << line.function << ": "
-             << line.text << '\n';
+            err_ << line.source << '/' << line.level << ' ' << line.line << ' ' << line.function << ": "
+                 << line.text << '\n';
     }
 
     std::ostream& err_;
@@ -117,6 +108,7 @@ String explanation( Fault const& fault ) {
     result.add( "where:", placeOf( fault ) );
     result.add( "problem:", problemOf( fault ) );
     result.add( "expected:", fault.expected );
+    result.add( "handle:", handleOf( fault ) );
     for( String const& text : fault.reported )
         result.add( "reported:", text );
     result.add( "condition:", fault.condition + ", in " + fault.function );
@@ -127,9 +119,7 @@ Zel::Ptr<Model> loadWithExplanation( String const& conf, std::ostream& err ) {
     ThrowingAssertions const throwing;
     HeldExplanations explanations( err );
     try {
-        auto model = BfResourceInfo::bfResourceInfoIntfFactory( conf );
-        explanations.release();
-        return model;
+        return BfResourceInfo::bfResourceInfoIntfFactory( conf );
     } catch( Zel::AssertionError const& error ) {
         Fault const fault =
             faultOf( error.failure(), explanations.lines(), conf, Ostler::sdkContext()->profile );

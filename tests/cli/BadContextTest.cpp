@@ -228,6 +228,7 @@ TEST_F( Reference, ToATableThatIsNotThereSaysWhichAsTheTraceLineDoes ) {
     EXPECT_EQ( outcome.status, 3 );
     EXPECT_THAT( outcome.err, HasSubstr( "\n  expected:  \"action_data_table_refs\" to hold the handle of a "
                                          "table that has stage tables\n"
+                                         "  handle:    77 (0x0000004d)\n"
                                          "  reported:  Can't find action tbl hdl 77\n"
                                          "  condition: parser->resourceHandlesHas( adtTblHdl ), in " ) );
     EXPECT_THAT( outcome.err, Not( HasSubstr( "BfResourceParser/0" ) ) );
@@ -237,7 +238,8 @@ TEST_F( Reference, ToASelectionTableThatIsNotThereSaysWhich ) {
     auto const outcome = outcomeOf( R"("selection_table_refs": [ { "handle": 78, "name": "sel" } ])" );
     EXPECT_EQ( outcome.status, 3 );
     EXPECT_THAT( outcome.err, HasSubstr( "\n  expected:  \"selection_table_refs\" to hold " ) );
-    EXPECT_THAT( outcome.err, HasSubstr( "\n  reported:  Can't find sel tbl hdl 78\n" ) );
+    EXPECT_THAT( outcome.err, HasSubstr( "\n  handle:    78 (0x0000004e)\n"
+                                         "  reported:  Can't find sel tbl hdl 78\n" ) );
 }
 
 class OtherTable : public InFolder {
@@ -256,6 +258,7 @@ TEST_F( OtherTable, ThatNoneReferencesSaysItsHandle ) {
     EXPECT_THAT( outcome.err, HasSubstr( "table 6 \"c\"\n"
                                          "  expected:  a match table that references this one, as it is not "
                                          "\"indirect\"\n"
+                                         "  handle:    77 (0x0000004d)\n"
                                          "  reported:  handle 77 not found\n"
                                          "  condition: false && \"Table not found\", in " ) );
 }

@@ -63,6 +63,10 @@ struct Wrong {
     char const* found;
 };
 
+std::ostream& operator<<( std::ostream& os, Wrong const& row ) {
+    return os << row.pointer << " is " << row.value;
+}
+
 class CheckFound : public Check, public testing::WithParamInterface<Wrong> {};
 
 TEST_P( CheckFound, IsWhatStandsThere ) {
@@ -160,6 +164,88 @@ TEST_F( Check, OfAHeaderOfTwoSizesSaysBoth ) {
     EXPECT_THAT( outcome.out, HasSubstr( "\n  found:     \"h\" of 24 bits, 16 bits in a.json\n" ) );
 }
 
+// Handles that lead to no table.
+
+struct Missing {
+    char const* what;
+    Support::ContextBuilder context;
+    char const* found;
+};
+
+std::ostream& operator<<( std::ostream& out, Missing const& missing ) { return out << missing.what; }
+
+class CheckOfAMissingHandle : public Check, public testing::WithParamInterface<Missing> {};
+
+TEST_P( CheckOfAMissingHandle, SaysWhy ) {
+    auto const outcome = outcomeOf( GetParam().context.text() );
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_THAT( outcome.out, HasSubstr( String( "\n  handle:    77 (0x0000004d)\n  found:     " ) +
+                                         GetParam().found + "\n  reported:  " ) );
+    EXPECT_THAT( failureOf( GetParam().context.text() ), HasSubstr( R"("handle":77,"found":")" ) );
+}
+
+Support::Table directCounter( String const& name ) {
+    return Support::statisticsTable( name ).handle( 77 ).referenced( "direct" );
+}
+
+/// A table that lists handle 77.
+Support::Table listing( char const* list ) {
+    return Support::matchTable( "acl" ).handle( 5 ).with(
+        list, R"([{"how_referenced":"indirect","handle":77,"name":"it"}])" );
+}
+
+/// The table that lists the counter is hidden by one with the same handle.
+Support::ContextBuilder withHiddenTable() {
+    return Support::ContextBuilder()
+        .table( listing( "/statistics_table_refs" ) )
+        .table( Support::matchTable( "lpm" ).handle( 5 ) )
+        .table( directCounter( "hits" ) );
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Faults, CheckOfAMissingHandle,
+    testing::Values(
+        Missing{ "unlisted", Support::ContextBuilder().table( directCounter( "hits" ) ),
+                 "no table that lists it" },
+        Missing{
+            "hidden", withHiddenTable(),
+            R"("acl" lists it in "statistics_table_refs", but its own handle 0x00000005 is also that of )"
+            R"("lpm", and the model keeps one of them)" },
+        Missing{ "wrongList",
+                 Support::ContextBuilder()
+                     .table( listing( "/meter_table_refs" ) )
+                     .table( directCounter( "hits" ) ),
+                 R"("acl" lists it in "meter_table_refs")" },
+        Missing{ "several",
+                 Support::ContextBuilder()
+                     .table( directCounter( "a" ) )
+                     .table( directCounter( "b" ) )
+                     .table( directCounter( "c" ) )
+                     .table( directCounter( "d" ) )
+                     .table( directCounter( "e" ) )
+                     .table( directCounter( "f" ) ),
+                 R"(no table that lists it; it is the handle of "a", "b", "c", "d", ...)" },
+        Missing{ "nobodys", Support::ContextBuilder().table( listing( "/action_data_table_refs" ) ),
+                 "no table with this handle" },
+        Missing{ "unplaced",
+                 Support::ContextBuilder()
+                     .table( listing( "/action_data_table_refs" ) )
+                     .table( Support::matchTable( "data" ).handle( 77 ).stages( {} ) ),
+                 R"(this handle only with tables that are not placed: "data")" } ),
+    []( auto const& test ) { return test.param.what; } );
+
+TEST_F( Check, OfAMissingHandleWithThePipeInItComparesWithout ) {
+    writeFile( "a.json", withHiddenTable().text() );
+    writeFile( "switch.conf",
+               Support::SwitchConfBuilder()
+                   .device( Support::DeviceBuilder().runtimeConfig( "r" ).pipeline( "a.json", { 1 } ) )
+                   .text() );
+    auto const outcome = bfri( { "check", "switch.conf" } );
+    EXPECT_THAT( outcome.out,
+                 HasSubstr( "\n  handle:    268435533 (0x1000004d)\n  found:     \"acl\" lists it" ) );
+    EXPECT_THAT( outcome.out, HasSubstr( " handle 0x10000005 is also that of \"lpm\"" ) );
+}
+
 TEST_F( Check, SaysThatAFileEndsTooEarly ) {
     String const context = soundContext();
     EXPECT_THAT( outcomeOf( context.substr( 0, context.size() / 2 ) ).out,
@@ -216,7 +302,7 @@ TEST_F( Check, SaysAllOfAFailureInJson ) {
                  StartsWith( R"({"file":"context.json","isContextFile":true,"problem":null,"line":1,)"
                              R"("column":null,"excerpt":null,"pointer":"/tables","member":null,)"
                              R"("tableIndex":null,"table":null,"expected":"\"tables\" to be an array",)"
-                             R"("found":"an empty object","reported":[],)"
+                             R"("handle":null,"found":"an empty object","reported":[],)"
                              R"-("condition":"d[ \"tables\" ].IsArray()","function":)-" ) );
 }
 
