@@ -21,16 +21,20 @@ class SetModel {
     void step( Choices& choices ) {
         U32 const operation = choices.below( 16 );
         String const name = take<String>( choices );
-        if( operation < 9 ) {
-            model_.insert( name );
-            parser_.multipleParentTablesIs( name );
-        } else if( operation < 15 ) {
-            String const removed = model_.erase( name ) > 0 ? name : String();
-            require( parser_.multipleParentTablesDel( name ) == removed, "removed another name" );
-        } else {
-            model_.clear();
-            parser_.multipleParentTablesDelAll();
-        }
+        change(
+            operation,
+            [ & ] {
+                model_.insert( name );
+                parser_.multipleParentTablesIs( name );
+            },
+            [ & ] {
+                String const removed = model_.erase( name ) > 0 ? name : String();
+                require( parser_.multipleParentTablesDel( name ) == removed, "removed another name" );
+            },
+            [ & ] {
+                model_.clear();
+                parser_.multipleParentTablesDelAll();
+            } );
         auto const& tested = parser_.multipleParentTables();
         require( std::set<String>( tested.begin(), tested.end() ) == model_, "names" );
         require( tested.size() == model_.size(), "size" );
@@ -73,17 +77,18 @@ struct Placed {
         U32 const which = choices.below( 3 );
         QueueKind const& kind = queueKinds[ which ];
         std::deque<U32>& queue = queues[ which ];
-        U32 const operation = choices.below( 16 );
-        if( operation < 9 ) {
-            ( tested.*kind.enq )( queue.emplace_back( take<U32>( choices ) ) );
-        } else if( operation < 15 ) {
-            require( ( tested.*kind.deq )() == ( queue.empty() ? 0 : queue.front() ), "another front" );
-            if( !queue.empty() )
-                queue.pop_front();
-        } else {
-            queue.clear();
-            ( tested.*kind.delAll )();
-        }
+        change(
+            choices.below( 16 ),
+            [ & ] { ( tested.*kind.enq )( queue.emplace_back( take<U32>( choices ) ) ); },
+            [ & ] {
+                require( ( tested.*kind.deq )() == ( queue.empty() ? 0 : queue.front() ), "another front" );
+                if( !queue.empty() )
+                    queue.pop_front();
+            },
+            [ & ] {
+                queue.clear();
+                ( tested.*kind.delAll )();
+            } );
         check();
     }
 
@@ -131,8 +136,7 @@ class HandlesModel {
     }
     /// What was removed is worked on.
     void remove( U32 handle ) {
-        auto node = model_.extract( handle );
-        draft_ = node ? node.mapped() : Placed();
+        draft_ = removedFrom( model_, handle );
         BfZelResource removed = parser_.resourceHandlesDel( handle );
         require( removed == draft_.tested, "removed another table" );
         draft_.tested = std::move( removed );
@@ -147,10 +151,8 @@ class HandlesModel {
         require( tested.size() == model_.size(), "size" );
         for( auto const& [ key, resource ] : tested )
             require( model_.contains( key ) && model_.at( key ).tested == resource, "table" );
-        auto const found = model_.find( handle );
-        require( tested.has( handle ) == ( found != model_.end() ), "whether a handle is there" );
-        require( tested.value( handle ) == ( found != model_.end() ? found->second.tested : BfZelResource() ),
-                 "table of a handle" );
+        require( tested.has( handle ) == model_.contains( handle ), "whether a handle is there" );
+        require( tested.value( handle ) == valueOf( model_, handle ).tested, "table of a handle" );
         for( std::size_t kind = 0; kind < queueKinds.size(); ++kind )
             require( tested.referrer( queueKinds[ kind ].references, handle ) == referrer( kind, handle ),
                      "who references it" );

@@ -3,14 +3,10 @@
 
 #include "fuzz/JsonMutator.h"
 #include "fuzz/Target.h"
-#include "resourceinfo/parser/context/ContextReader.h"
+#include "tests/support/ContextReading.h"
 
 #include <algorithm>
 #include <string>
-#include <vector>
-
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 namespace {
 
@@ -34,63 +30,6 @@ class TextFile : public InputFile {
     std::string_view rest_;
 };
 
-struct Outcome {
-    rapidjson::ParseErrorCode code;
-    std::size_t offset;
-    std::string document; // empty unless the text is good
-
-    bool operator==( Outcome const& ) const = default;
-};
-
-template<class Document>
-Outcome outcome( rapidjson::ParseResult const& result, Document const& document ) {
-    if( result.IsError() )
-        return { result.Code(), result.Offset(), "" };
-    rapidjson::StringBuffer text;
-    rapidjson::Writer writer( text );
-    document.Accept( writer );
-    return { result.Code(), 0, text.GetString() };
-}
-
-Outcome filtered( std::string_view text, std::size_t bufferSize ) {
-    TextFile file( text );
-    std::vector<char> buffer( bufferSize );
-    GZFileReadStream stream( file, buffer );
-    JsonDocument document;
-    rapidjson::ParseResult result;
-    auto parse = [ & ]( JsonDocument& ) {
-        PruningFilter filter( document );
-        ContextReader reader;
-        result = reader.Parse( stream, filter );
-        return !result.IsError();
-    };
-    document.Populate( parse );
-    return outcome( result, document );
-}
-
-void prune( rapidjson::Value& value ) {
-    if( value.IsArray() )
-        std::for_each( value.Begin(), value.End(), prune );
-    if( !value.IsObject() )
-        return;
-    for( rapidjson::SizeType i = 0; i < value.MemberCount(); ) {
-        auto const member = value.MemberBegin() + i;
-        if( !isMemberName( { member->name.GetString(), member->name.GetStringLength() } ) ) {
-            value.EraseMember( member );
-            continue;
-        }
-        prune( member->value );
-        ++i;
-    }
-}
-
-Outcome plain( std::string const& text ) {
-    rapidjson::Document document;
-    rapidjson::ParseResult const result = document.Parse( text.c_str() );
-    prune( document );
-    return outcome( result, document );
-}
-
 bool nestsDeep( std::string const& text ) {
     auto const opens = []( char c ) { return c == '[' || c == '{'; };
     return std::count_if( text.begin(), text.end(), opens ) > static_cast<int>( Depth::maximum );
@@ -102,9 +41,11 @@ int LLVMFuzzerTestOneInput( std::uint8_t const* data, std::size_t size ) {
     std::string const text( reinterpret_cast<char const*>( data ), size );
     if( nestsDeep( text ) )
         return 0; // there they differ
-    Outcome const expected = plain( text );
-    for( std::size_t const bufferSize : { std::size_t{ 1 }, 2 + size % 61, std::size_t{ 4096 } } )
-        require( filtered( text, bufferSize ) == expected, "not as the plain reader" );
+    Support::Reading const expected = Support::plainReading( text );
+    for( std::size_t const bufferSize : { std::size_t{ 1 }, 2 + size % 61, std::size_t{ 4096 } } ) {
+        TextFile file( text );
+        require( Support::contextReading( file, bufferSize ) == expected, "not as the plain reader" );
+    }
     return 0;
 }
 

@@ -9,8 +9,22 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <utility>
 
 namespace BfResourceInfo {
+
+/// The value of a key of a plain map, as our maps answer it: one as made for a key that is not there.
+template<class Key, class Value>
+Value valueOf( std::map<Key, Value> const& model, Key const& key ) {
+    auto const found = model.find( key );
+    return found != model.end() ? found->second : Value();
+}
+/// The same, and removes the key.
+template<class Key, class Value>
+Value removedFrom( std::map<Key, Value>& model, Key const& key ) {
+    auto node = model.extract( key );
+    return node ? std::move( node.mapped() ) : Value();
+}
 
 /// An ordered map, with an iterator that walks while the map changes.
 template<class Map, class Entry = typename Map::iterator::value_type>
@@ -43,11 +57,10 @@ class OrderedMapModel {
         tested_.is( key, value );
     }
     Value removeFromModel( Key const& key ) {
-        auto node = model_.extract( key );
-        changes_ += !node.empty();
+        changes_ += model_.contains( key );
         if( standing_ && at_ == key )
             present_ = false; // for good: the same key again is another entry
-        return node ? node.mapped() : Value();
+        return removedFrom( model_, key );
     }
     void remove( Key const& key ) {
         require( tested_.del( key ) == removeFromModel( key ), "removed another value" );
@@ -111,25 +124,20 @@ class HashMapModel {
     void step( Choices& choices ) {
         U32 const operation = choices.below( 16 );
         String const key = take<String>( choices );
-        if( operation < 9 )
-            std::invoke( is, parser_, key, model_[ key ] = take<Value>( choices ) );
-        else if( operation < 15 )
-            remove( key );
-        else
-            removeAll();
+        change(
+            operation, [ & ] { std::invoke( is, parser_, key, model_[ key ] = take<Value>( choices ) ); },
+            [ & ] {
+                require( std::invoke( del, parser_, key ) == removedFrom( model_, key ),
+                         "removed another value" );
+            },
+            [ & ] {
+                model_.clear();
+                std::invoke( delAll, parser_ );
+            } );
         check( key );
     }
 
   private:
-    void remove( String const& key ) {
-        auto node = model_.extract( key );
-        require( std::invoke( del, parser_, key ) == ( node ? node.mapped() : Value() ),
-                 "removed another value" );
-    }
-    void removeAll() {
-        model_.clear();
-        std::invoke( delAll, parser_ );
-    }
     void check( String const& key ) const {
         auto const& tested = std::invoke( map, parser_ );
         std::map<String, Value> const held( tested.begin(), tested.end() );
@@ -138,10 +146,8 @@ class HashMapModel {
         };
         require( tested.size() == model_.size(), "size" );
         require( std::equal( held.begin(), held.end(), model_.begin(), model_.end(), same ), "entries" );
-        auto const found = model_.find( key );
-        require( tested.has( key ) == ( found != model_.end() ), "whether a key is there" );
-        require( tested.value( key ) == ( found != model_.end() ? found->second : Value() ),
-                 "value of a key" );
+        require( tested.has( key ) == model_.contains( key ), "whether a key is there" );
+        require( tested.value( key ) == valueOf( model_, key ), "value of a key" );
     }
 
     BfResourceParser& parser_;

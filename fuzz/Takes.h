@@ -29,4 +29,15 @@ Value take( Choices& choices ) {
     return value;
 }
 
+/// Changes a collection: of sixteen times nine by an insertion, six by a removal, once by the removal of all.
+template<class Insert, class Remove, class RemoveAll>
+void change( U32 sixteenth, Insert insert, Remove remove, RemoveAll removeAll ) {
+    if( sixteenth < 9 )
+        insert();
+    else if( sixteenth < 15 )
+        remove();
+    else
+        removeAll();
+}
+
 } // namespace BfResourceInfo

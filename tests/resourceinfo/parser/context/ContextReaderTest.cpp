@@ -1,93 +1,27 @@
 // The reader over our stream, with the filter, beside the reader over a text in memory, without: the same
 // document but for the members that nobody asks for, and the same errors at the same places.
 
-#include "resourceinfo/parser/context/ContextReader.h"
+#include "tests/support/ContextReading.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <algorithm>
-#include <memory>
 #include <random>
 
 #include <gtest/gtest.h>
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 namespace {
 
 using namespace std::string_literals;
+using Support::Reading;
 
-/// What became of a text: a document as compact JSON, or an error with its place.
-struct Outcome {
-    rapidjson::ParseErrorCode error = rapidjson::kParseErrorNone;
-    std::size_t offset = 0;
-    std::string document;
-
-    bool operator==( Outcome const& ) const = default;
-    friend std::ostream& operator<<( std::ostream& os, Outcome const& outcome ) {
-        return os << "error " << outcome.error << " at " << outcome.offset << ", document "
-                  << outcome.document;
-    }
-};
-
-template<class Document>
-Outcome outcome( rapidjson::ParseResult const& result, Document const& document ) {
-    if( result.IsError() )
-        return { result.Code(), result.Offset(), "" };
-    rapidjson::StringBuffer text;
-    rapidjson::Writer<rapidjson::StringBuffer> writer( text );
-    document.Accept( writer );
-    return { rapidjson::kParseErrorNone, 0, { text.GetString(), text.GetSize() } };
-}
-
-bool isAskedFor( rapidjson::Value const& name ) {
-    std::string_view const text( name.GetString(), name.GetStringLength() );
-    return std::find( memberNames.begin(), memberNames.end(), text ) != memberNames.end();
-}
-
-void prune( rapidjson::Value& value ) {
-    if( value.IsArray() ) {
-        for( auto& element : value.GetArray() )
-            prune( element );
-    }
-    if( !value.IsObject() )
-        return;
-    for( auto member = value.MemberBegin(); member < value.MemberEnd(); ) {
-        if( isAskedFor( member->name ) )
-            prune( ( member++ )->value );
-        else
-            member = value.EraseMember( member );
-    }
-}
-
-Outcome plainOutcome( std::string const& text ) {
-    rapidjson::Document document;
-    rapidjson::ParseResult const result = document.Parse( text.c_str() );
-    if( !result.IsError() )
-        prune( document );
-    return outcome( result, document );
-}
-
-Outcome filteredOutcome( std::string const& text, std::size_t bufferSize = 4096 ) {
+Reading readingOf( std::string const& text, std::size_t bufferSize = 4096 ) {
     static Support::TemporaryFolder const folder;
-    std::string const path = folder.write( "text.json", text );
     GzipFile file;
-    EXPECT_EQ( file.open( path ), "" );
-    std::vector<char> buffer( bufferSize );
-    GZFileReadStream stream( file, buffer );
-    JsonDocument document;
-    rapidjson::ParseResult result;
-    auto parse = [ & ]( JsonDocument& ) {
-        PruningFilter filter( document );
-        result = ContextReader().Parse( stream, filter );
-        return !result.IsError();
-    };
-    document.Populate( parse );
-    return outcome( result, document );
+    EXPECT_EQ( file.open( folder.write( "text.json", text ) ), "" );
+    return Support::contextReading( file, bufferSize );
 }
 
-void expectSameOutcome( std::string const& text, std::size_t bufferSize ) {
-    EXPECT_EQ( filteredOutcome( text, bufferSize ), plainOutcome( text ) )
+void expectSameReading( std::string const& text, std::size_t bufferSize ) {
+    EXPECT_EQ( readingOf( text, bufferSize ), Support::plainReading( text ) )
         << "buffer of " << bufferSize << "\n"
         << text;
 }
@@ -97,7 +31,7 @@ void expectSameOutcome( std::string const& text, std::size_t bufferSize ) {
 constexpr std::size_t bufferSizes[] = { 1, 2, 7, 16, 17, 40, 4096 };
 
 TEST( ContextReader, KeepsWhatIsAskedForAndDropsTheRest ) {
-    EXPECT_EQ( filteredOutcome( R"({ "tables": [ { "name": "t", "comment": { "name": "c" }, "size": 4 } ],
+    EXPECT_EQ( readingOf( R"({ "tables": [ { "name": "t", "comment": { "name": "c" }, "size": 4 } ],
                                      "symbols": [ 1, { "tables": 2 } ], "handle": null })" )
                    .document,
                R"({"tables":[{"name":"t","size":4}],"handle":null})" );
@@ -121,7 +55,7 @@ std::string const texts[] = {
 TEST( ContextReader, ReadsEveryKindOfTextAsThePlainReaderDoes ) {
     for( std::string const& text : texts ) {
         for( std::size_t const bufferSize : bufferSizes )
-            expectSameOutcome( text, bufferSize );
+            expectSameReading( text, bufferSize );
     }
 }
 
@@ -217,13 +151,13 @@ TEST( ContextReader, AgreesWithThePlainReaderOnNumbers ) {
          { "1e1", "1E+0000000000000001", "1e-00000000000000000001", "5e-324", "1e-325", "1e308", "1e309",
            "-0", "0.1e100", "123456789012345678901234567890e-20", "0.000000000000000000001e30",
            "1e-999999999", "1e", "1e+", "1.e1", "01" } )
-        expectSameOutcome( std::string( R"({"name":)" ) + number + "}", 7 );
+        expectSameReading( std::string( R"({"name":)" ) + number + "}", 7 );
 }
 
 TEST( ContextReader, AgreesWithThePlainReaderOnTextsThatAreNearlyJson ) {
     Writer writer( 11 );
     for( unsigned i = 0; i < 1400; ++i )
-        expectSameOutcome( writer.text(), bufferSizes[ i % std::size( bufferSizes ) ] );
+        expectSameReading( writer.text(), bufferSizes[ i % std::size( bufferSizes ) ] );
 }
 
 TEST( ContextReader, CountsTheLevelsOfWhatItDrops ) {
@@ -231,8 +165,8 @@ TEST( ContextReader, CountsTheLevelsOfWhatItDrops ) {
         auto const nested = [ & ]( std::size_t levels ) {
             return "{\"" + name + "\":" + std::string( levels, '[' ) + std::string( levels, ']' ) + "}";
         };
-        EXPECT_EQ( filteredOutcome( nested( 999 ) ).error, rapidjson::kParseErrorNone );
-        Outcome const tooDeep = filteredOutcome( nested( 1000 ) );
+        EXPECT_EQ( readingOf( nested( 999 ) ).error, rapidjson::kParseErrorNone );
+        Reading const tooDeep = readingOf( nested( 1000 ) );
         EXPECT_EQ( tooDeep.error, rapidjson::kParseErrorTermination );
         EXPECT_EQ( tooDeep.offset, name.size() + 4 + 1000 );
     }
