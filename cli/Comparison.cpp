@@ -27,7 +27,7 @@ KindComparison compareKind( FieldComparer& comparer, Listing const& kind, bool i
     KindComparison result{ &kind };
     Join const join = joinRows( old, now );
     for( Join::Pair const& pair : join.both ) {
-        ChangedRecord record = comparer.compare( old[ pair.old ], now[ pair.now ] );
+        ChangedRecord record = comparer.compare( kind, old[ pair.old ], now[ pair.now ] );
         record.displaced = pair.displaced && !isHandles( kind );
         if( isHandles( kind ) && !isOnly )
             leaveToResource( record );
@@ -36,6 +36,7 @@ KindComparison compareKind( FieldComparer& comparer, Listing const& kind, bool i
             continue;
         }
         record.row = std::move( old[ pair.old ] );
+        record.now = std::move( now[ pair.now ] );
         result.changed.push_back( std::move( record ) );
     }
     moveRows( result.removed, old, join.removed );
@@ -60,10 +61,32 @@ std::vector<Change> changesOf( Row const& from, Row const& to ) {
     return changes;
 }
 
+bool hasUniqueHandles( BfResourceParser const& parser ) {
+    return !parser.bfrtConfig().empty() || parser.contextFile().size() <= 1;
+}
+
+Handles handlesOf( FieldComparer const& comparer, BfResourceParser const& from, BfResourceParser const& to,
+                   Listing const* only ) {
+    HandleOwners const old( from, only );
+    HandleOwners const now( to, only );
+    Handles handles{ comparer.handles(), comparer.renumbered() };
+    std::set<U32> reused;
+    for( Renumbering const& one : handles.renumbered ) {
+        if( now.has( one.from ) )
+            reused.insert( one.from );
+    }
+    handles.reused = reused.size();
+    handles.areUnique = hasUniqueHandles( from ) && hasUniqueHandles( to );
+    if( handles.areUnique )
+        handles.shared = now.sharedSince( old );
+    return handles;
+}
+
 } // namespace
 
 bool Comparison::differs() const {
-    return !configuration.empty() || renumbered.differing > 0 || shifted.differing > 0 ||
+    return !configuration.empty() || handles.tally.differing > 0 || !handles.shared.empty() ||
+           shifted.differing > 0 ||
            std::any_of( kinds.begin(), kinds.end(), []( auto const& kind ) { return kind.differs(); } );
 }
 
@@ -78,7 +101,7 @@ Comparison compare( Model const& old, Model const& now, Listing const* only ) {
         if( !only || only == &kind )
             result.kinds.push_back( compareKind( comparer, kind, only, kind.rows( from ), kind.rows( to ) ) );
     }
-    result.renumbered = comparer.renumbered();
+    result.handles = handlesOf( comparer, from, to, only );
     result.shifted = comparer.shifted();
     return result;
 }

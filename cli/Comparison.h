@@ -3,6 +3,7 @@
 // What differs between two models, as data: records of a kind are joined on their names, their fields
 // compared.
 
+#include "cli/HandleOwners.h"
 #include "cli/Listings.h"
 
 #include <optional>
@@ -19,6 +20,7 @@ struct Change {
 /// A record that both models have, and that differs.
 struct ChangedRecord {
     Row row = {}; ///< as it was
+    Row now = {};
     std::vector<Change> fields = {};
     std::optional<Change> move = {}; ///< to another stage
     bool displaced = false;          ///< queries by name answer for another record of its name now
@@ -40,11 +42,30 @@ struct Tally {
     std::size_t all = 0;
 };
 
+/// A handle that is another number now, and a record that has it as its own; of a table that is referenced
+/// alone, kind is "handle".
+struct Renumbering {
+    String kind;
+    String name;
+    std::optional<String> table; ///< of an action
+    U32 from;
+    U32 to;
+};
+
+struct Handles {
+    Tally tally = {};                         ///< old numbers, each once, and those that are others now
+    std::vector<Renumbering> renumbered = {}; ///< ascending by the old number
+    std::size_t reused = 0;                   ///< of the old numbers that are others now: have new owners
+    std::vector<SharedHandle> shared = {};    ///< that stand for more than before
+    /// Whether numbers tell records apart; not so in several context files without a run-time configuration,
+    /// where nothing is known to be shared.
+    bool areUnique = true;
+};
+
 struct Comparison {
     std::vector<Change> configuration = {}; ///< of the model itself, not of a record
     std::vector<KindComparison> kinds = {};
-    /// Handles, each once, that are other numbers now but stand for the same.
-    Tally renumbered = {};
+    Handles handles = {};
     /// Hit-bit ranges of tables that start elsewhere now but are as long.
     Tally shifted = {};
 

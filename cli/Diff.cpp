@@ -10,6 +10,8 @@ namespace Bfri {
 
 namespace {
 
+U32 number( std::size_t count ) { return static_cast<U32>( count ); }
+
 Row rowOf( Change const& change ) {
     return { { "field", String( change.field ) }, { "from", change.from }, { "to", change.to } };
 }
@@ -54,17 +56,36 @@ Row rowOf( KindComparison const& kind ) {
              { "removed", listOf( kind.removed, itself ) },
              { "changed", changesOf( kind ) },
              { "moved", movesOf( kind ) },
-             { "same", static_cast<U32>( kind.same ) } };
+             { "same", number( kind.same ) } };
 }
 
-Row tallyRow( char const* what, Tally const& tally ) {
-    return { { what, static_cast<U32>( tally.differing ) }, { "of", static_cast<U32>( tally.all ) } };
+Row rowOf( Renumbering const& handle ) {
+    Row row{ { "kind", handle.kind }, { "name", handle.name } };
+    if( handle.table )
+        row.push_back( { "tableName", *handle.table } );
+    row.push_back( { "from", Hex( handle.from ) } );
+    row.push_back( { "to", Hex( handle.to ) } );
+    return row;
+}
+
+Row rowOf( SharedHandle const& shared ) {
+    return { { "handle", Hex( shared.handle ) },
+             { "names", listOf( shared.names, []( String const& name ) { return name; } ) } };
+}
+
+Row rowOf( Handles const& handles ) {
+    auto const itself = []( auto const& element ) { return rowOf( element ); };
+    return { { "renumbered", listOf( handles.renumbered, itself ) },
+             { "count", number( handles.tally.differing ) },
+             { "of", number( handles.tally.all ) },
+             { "reused", number( handles.reused ) },
+             { "shared", handles.areUnique ? Value( listOf( handles.shared, itself ) ) : Value() } };
 }
 
 Row verdictOf( Comparison const& comparison ) {
     auto const notices = noticesOf( comparison );
     return { { "differs", comparison.differs() },
-             { "compatible", notices.empty() },
+             { "compatible", isCompatible( comparison ) },
              { "notices", listOf( notices, []( Notice const& notice ) {
                    Row row = identityOf( *notice.row );
                    row.insert( row.begin(), { "kind", notice.kind->one } );
@@ -83,8 +104,9 @@ void printJson( std::ostream& out, Request const& request, Comparison const& com
     for( KindComparison const& kind : comparison.kinds )
         kinds.push_back( { kind.kind->member, rowOf( kind ) } );
     answer.member( "kinds", std::move( kinds ) );
-    answer.member( "handles", tallyRow( "renumbered", comparison.renumbered ) );
-    answer.member( "hitBitRanges", tallyRow( "shifted", comparison.shifted ) );
+    answer.member( "handles", rowOf( comparison.handles ) );
+    answer.member( "hitBitRanges", Row{ { "shifted", number( comparison.shifted.differing ) },
+                                        { "of", number( comparison.shifted.all ) } } );
     answer.member( "verdict", verdictOf( comparison ) );
 }
 

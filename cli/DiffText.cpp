@@ -13,7 +13,7 @@ namespace Bfri {
 
 namespace {
 
-/// Lists in brackets, references by the name of what they stand for.
+/// Lists in brackets, handles with the name of what they stand for.
 String inLine( Value const& value ) {
     if( List const* const list = std::get_if<List>( &value.is ) ) {
         String text;
@@ -23,7 +23,8 @@ String inLine( Value const& value ) {
     }
     if( Row const* const referent = std::get_if<Row>( &value.is ) ) {
         Value const& name = valueOf( *referent, "name" );
-        return inLine( name.is.index() == 0 ? valueOf( *referent, "handle" ) : name );
+        String const handle = textOf( valueOf( *referent, "handle" ) );
+        return name.is.index() == 0 ? handle : handle + " (" + textOf( name ) + ')';
     }
     return textOf( value );
 }
@@ -44,19 +45,40 @@ String briefOf( Row const& row ) {
     return text;
 }
 
-String fromTo( Change const& change ) { return ' ' + inLine( change.from ) + " -> " + inLine( change.to ); }
+/// A change in the words of the lists. Without the model behind them, those have no names for handles.
+struct ShownChange {
+    String field;
+    String values;
+};
+
+String fromTo( Value const& from, Value const& to ) { return ' ' + inLine( from ) + " -> " + inLine( to ); }
+
+bool hasNames( Value const& value ) {
+    List const* const list = std::get_if<List>( &value.is );
+    return std::holds_alternative<Row>( value.is ) || ( list && !list->empty() && hasNames( list->front() ) );
+}
+
+/// The rows are the records for people, in which a flag may be a word.
+ShownChange shownChange( Change const& change, Row const& old, Row const& now ) {
+    if( hasNames( change.from ) || hasNames( change.to ) )
+        return { String( change.field ), fromTo( change.from, change.to ) };
+    Value const& from = valueOf( old, change.field );
+    bool const isDirection = change.field == "ingress" && std::holds_alternative<String>( from.is );
+    return { isDirection ? "direction" : String( change.field ),
+             fromTo( from, valueOf( now, change.field ) ) };
+}
 
 /// Fields that change alike stand together: "size, totalEntries 512 -> 1024".
-String textOf( std::vector<Change> const& changes ) {
-    std::vector<std::pair<String, String>> groups; // fields and their change
-    for( Change const& change : changes ) {
-        String const values = fromTo( change );
-        auto const alike = std::find_if( groups.begin(), groups.end(),
-                                         [ & ]( auto const& group ) { return group.second == values; } );
+String textOf( std::vector<ShownChange> const& changes ) {
+    std::vector<ShownChange> groups;
+    for( ShownChange const& change : changes ) {
+        auto const alike = std::find_if( groups.begin(), groups.end(), [ & ]( ShownChange const& group ) {
+            return group.values == change.values;
+        } );
         if( alike == groups.end() )
-            groups.emplace_back( change.field, values );
+            groups.push_back( change );
         else
-            alike->first.append( ", " ).append( change.field );
+            alike->field.append( ", " ).append( change.field );
     }
     String text;
     for( auto const& [ fields, values ] : groups )
@@ -64,11 +86,18 @@ String textOf( std::vector<Change> const& changes ) {
     return text;
 }
 
-String textOf( ChangedRecord const& record ) {
-    String text = textOf( record.fields );
+String textOf( Listing const& kind, ChangedRecord const& record ) {
+    Row const old = kind.shown ? kind.shown( record.row ) : record.row;
+    Row const now = kind.shown ? kind.shown( record.now ) : record.now;
+    std::vector<ShownChange> changes;
+    for( Change const& change : record.fields ) {
+        if( change.field != "typeName" ) // people see it as the type
+            changes.push_back( shownChange( change, old, now ) );
+    }
+    String text = textOf( changes );
     auto const add = [ & ]( String const& more ) { text += ( text.empty() ? "" : "; " ) + more; };
     if( record.move )
-        add( "stage" + fromTo( *record.move ) );
+        add( "stage" + fromTo( record.move->from, record.move->to ) );
     if( record.displaced )
         add( "queries by name answer for another one now" );
     return text;
@@ -104,7 +133,7 @@ void printKind( std::ostream& out, Look const& look, KindComparison const& compa
         section.line( '+', false, labelOf( row ) + briefOf( row ) );
     for( ChangedRecord const& record : comparison.changed )
         section.line( '~', effectOf( kind, record ) != Effect::none,
-                      labelOf( record.row ) + "  " + textOf( record ) );
+                      labelOf( record.row ) + "  " + textOf( kind, record ) );
 }
 
 std::string_view nameOf( Row const& row ) { return valueAs<String>( row, "name" ); }
@@ -128,14 +157,61 @@ KindComparison restOf( KindComparison handles, std::vector<KindComparison> const
     return handles;
 }
 
-void printFolded( std::ostream& out, Comparison const& comparison ) {
-    auto const line = [ & ]( Tally const& tally, char const* what, char const* rest ) {
-        if( tally.differing > 0 )
-            out << what << tally.differing << " of " << tally.all << rest << '\n';
-    };
-    line( comparison.renumbered, "handles: ", " renumbered, and each still stands for the same" );
-    line( comparison.shifted, "hit-bit ranges: ", " shifted, and each is as long as before" );
-    if( comparison.renumbered.differing > 0 || comparison.shifted.differing > 0 )
+/// The front of a list of lines, and how many more there are.
+template<class Elements, class ToText>
+void printFew( std::ostream& out, Elements const& elements, ToText text ) {
+    constexpr std::size_t most = 3;
+    std::size_t count = 0;
+    for( auto const& element : elements ) {
+        if( count++ < most )
+            out << "  " << text( element ) << '\n';
+    }
+    if( count > most )
+        out << "  and " << count - most << " more; --json has all\n";
+}
+
+/// What is true of the new numbers, and of the old ones.
+String claimOf( Handles const& handles ) {
+    String text = handles.areUnique && handles.shared.empty()
+                      ? ", and each new number stands for what the old one stood for"
+                      : "";
+    if( handles.reused > 0 )
+        text += "; " + std::to_string( handles.reused ) + " of the old numbers now " +
+                ( handles.reused == 1 ? "stands" : "stand" ) + " for something else";
+    return text;
+}
+
+void printRenumbered( std::ostream& out, Handles const& handles ) {
+    if( handles.tally.differing == 0 )
+        return;
+    out << "handles of records that both have: " << handles.tally.differing << " of " << handles.tally.all
+        << " renumbered" << claimOf( handles ) << '\n';
+    printFew( out, handles.renumbered, []( Renumbering const& one ) {
+        String const label = shown( one.name ) + ( one.table ? " of " + shown( *one.table ) : "" );
+        return one.kind + ' ' + label + fromTo( Hex( one.from ), Hex( one.to ) );
+    } );
+}
+
+void printShared( std::ostream& out, Look const& look, Handles const& handles ) {
+    if( handles.shared.empty() )
+        return;
+    out << "handles that stand for several records now:\n";
+    printFew( out, handles.shared, [ & ]( SharedHandle const& shared ) {
+        String names;
+        for( String const& name : shared.names )
+            names += ( names.empty() ? "" : ", " ) + Bfri::shown( name );
+        return painted( look, Paint::red, "! " + textOf( Hex( shared.handle ) ) + "  " + names );
+    } );
+}
+
+void printFolded( std::ostream& out, Look const& look, Comparison const& comparison ) {
+    Tally const& shifted = comparison.shifted;
+    printRenumbered( out, comparison.handles );
+    printShared( out, look, comparison.handles );
+    if( shifted.differing > 0 )
+        out << "hit-bit ranges: " << shifted.differing << " of " << shifted.all
+            << " shifted, and each is as long as before\n";
+    if( comparison.handles.tally.differing + comparison.handles.shared.size() + shifted.differing > 0 )
         out << '\n';
 }
 
@@ -190,11 +266,13 @@ String countsOf( std::vector<Notice> const& notices ) {
 }
 
 void printVerdict( std::ostream& out, Look const& look, Comparison const& comparison ) {
-    auto const notices = noticesOf( comparison );
-    out << ( notices.empty()
-                 ? painted( look, Paint::green, "names and sizes are compatible" )
-                 : painted( look, Paint::red,
-                            "an agent that programs by name would notice (!): " + countsOf( notices ) ) )
+    String noticed = countsOf( noticesOf( comparison ) );
+    if( std::size_t const shared = comparison.handles.shared.size(); shared > 0 )
+        noticed += ( noticed.empty() ? "" : ", " ) + std::to_string( shared ) +
+                   ( shared == 1 ? " handle" : " handles" ) + " of several records";
+    out << ( noticed.empty() ? painted( look, Paint::green, "names and sizes are compatible" )
+                             : painted( look, Paint::red,
+                                        "an agent that programs by name would notice (!): " + noticed ) )
         << '\n';
 }
 
@@ -204,7 +282,7 @@ void printDiff( std::ostream& out, Look const& look, Comparison const& compariso
     if( !comparison.configuration.empty() ) {
         Section section( out, look, "configuration" );
         for( Change const& change : comparison.configuration )
-            section.line( '~', false, textOf( std::vector<Change>{ change } ) );
+            section.line( '~', false, String( change.field ) + fromTo( change.from, change.to ) );
     }
     for( KindComparison const& kind : comparison.kinds ) {
         if( kind.kind->word == std::string_view( "handles" ) )
@@ -212,7 +290,7 @@ void printDiff( std::ostream& out, Look const& look, Comparison const& compariso
         else
             printKind( out, look, kind );
     }
-    printFolded( out, comparison );
+    printFolded( out, look, comparison );
     printTotals( out, look, comparison );
     printVerdict( out, look, comparison );
 }

@@ -1,5 +1,7 @@
 #include "cli/FieldComparer.h"
 
+#include "cli/Join.h"
+
 namespace Bfri {
 
 namespace {
@@ -40,6 +42,12 @@ bool bearsItsTablesHandle( Row const& row ) {
     return has( row, "direct", true ) || has( row, "indirect", false );
 }
 
+Renumbering ownHandle( Listing const& kind, Row const& row, Value const& old, Value const& now ) {
+    Identity const identity( row );
+    return { kind.one, identity.name, identity.table ? std::optional( *identity.table ) : std::nullopt,
+             std::get<Hex>( old.is ).value, std::get<Hex>( now.is ).value };
+}
+
 void addIfOther( std::vector<Change>& changes, Field const& from, Field const& to ) {
     if( !same( from.value, to.value ) )
         changes.push_back( { from.name, from.value, to.value } );
@@ -74,11 +82,9 @@ List Referents::standFor( List const& handles ) const {
 FieldComparer::FieldComparer( Model const& old, Model const& now )
     : old_( *old.parser() ), now_( *now.parser() ) {}
 
-ChangedRecord FieldComparer::compare( Row const& from, Row const& to ) {
+ChangedRecord FieldComparer::compare( Listing const& kind, Row const& from, Row const& to ) {
     ChangedRecord record;
     for( std::size_t i = 0; i < from.size(); ++i ) {
-        if( from[ i ].name == "typeName" ) // says what "type" says
-            continue;
         switch( meaningOf( from[ i ].name ) ) {
         case Meaning::plain:
             addIfOther( record.fields, from[ i ], to[ i ] );
@@ -87,7 +93,7 @@ ChangedRecord FieldComparer::compare( Row const& from, Row const& to ) {
             if( bearsItsTablesHandle( from ) || bearsItsTablesHandle( to ) )
                 compareReference( record, from[ i ], to[ i ] );
             else
-                count( from[ i ].value, to[ i ].value );
+                count( ownHandle( kind, from, from[ i ].value, to[ i ].value ) );
             break;
         case Meaning::reference:
             compareReference( record, from[ i ], to[ i ] );
@@ -109,16 +115,28 @@ ChangedRecord FieldComparer::compare( Row const& from, Row const& to ) {
     return record;
 }
 
-Tally FieldComparer::renumbered() const {
-    Tally tally{ 0, handles_.size() };
-    for( auto const& [ handle, isOther ] : handles_ )
-        tally.differing += isOther;
+Tally FieldComparer::handles() const {
+    std::map<U32, bool> isOther;
+    for( auto const& [ key, handle ] : handles_ )
+        isOther[ handle.from ] |= handle.from != handle.to;
+    Tally tally{ 0, isOther.size() };
+    for( auto const& [ number, other ] : isOther )
+        tally.differing += other;
     return tally;
+}
+
+std::vector<Renumbering> FieldComparer::renumbered() const {
+    std::vector<Renumbering> others;
+    for( auto const& [ key, handle ] : handles_ ) {
+        if( handle.from != handle.to )
+            others.push_back( handle );
+    }
+    return others;
 }
 
 void FieldComparer::compareReference( ChangedRecord& record, Field const& from, Field const& to ) {
     if( standForTheSame( from.value, to.value ) )
-        count( from.value, to.value );
+        countReference( from.value, to.value );
     else
         record.fields.push_back( { from.name, old_.standsFor( std::get<Hex>( from.value.is ) ),
                                    now_.standsFor( std::get<Hex>( to.value.is ) ) } );
@@ -132,7 +150,7 @@ void FieldComparer::compareReferences( ChangedRecord& record, Field const& from,
     if( !alike )
         record.fields.push_back( { from.name, old_.standFor( old ), now_.standFor( now ) } );
     for( std::size_t i = 0; alike && i < old.size(); ++i )
-        count( old[ i ], now[ i ] );
+        countReference( old[ i ], now[ i ] );
 }
 
 void FieldComparer::compareHitBits( ChangedRecord& record, Row const& from, Row const& to ) {
@@ -159,11 +177,20 @@ bool FieldComparer::standForTheSame( Value const& old, Value const& now ) const 
     return a && b ? *a == *b : !a && !b && from.value == to.value;
 }
 
-void FieldComparer::count( Value const& old, Value const& now ) {
-    U32 const from = std::get<Hex>( old.is ).value;
-    U32 const to = std::get<Hex>( now.is ).value;
-    if( from != 0 || to != 0 )
-        handles_[ from ] |= from != to;
+void FieldComparer::countReference( Value const& old, Value const& now ) {
+    Hex const from = std::get<Hex>( old.is );
+    String const* const name = old_.nameOf( from );
+    count( { "handle", name ? *name : "", {}, from.value, std::get<Hex>( now.is ).value } );
+}
+
+/// What references a record may come before it does.
+void FieldComparer::count( Renumbering const& handle ) {
+    if( handle.from == 0 && handle.to == 0 )
+        return;
+    String const label = handle.table ? handle.name + " of " + *handle.table : handle.name;
+    auto const [ known, isNew ] = handles_.try_emplace( { handle.from, label }, handle );
+    if( !isNew && known->second.kind == "handle" )
+        known->second.kind = handle.kind;
 }
 
 } // namespace Bfri

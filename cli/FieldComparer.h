@@ -4,6 +4,7 @@
 
 #include "cli/Comparison.h"
 
+#include <map>
 #include <unordered_map>
 
 namespace Bfri {
@@ -33,9 +34,10 @@ class FieldComparer {
     FieldComparer( Model const& old, Model const& now );
 
     /// What differs between two records of one kind; only fields and move are set.
-    ChangedRecord compare( Row const& from, Row const& to );
+    ChangedRecord compare( Listing const& kind, Row const& from, Row const& to );
 
-    Tally renumbered() const;
+    Tally handles() const;
+    std::vector<Renumbering> renumbered() const;
     Tally shifted() const { return shifted_; }
 
   private:
@@ -43,11 +45,12 @@ class FieldComparer {
     void compareReferences( ChangedRecord& record, Field const& from, Field const& to );
     void compareHitBits( ChangedRecord& record, Row const& from, Row const& to );
     bool standForTheSame( Value const& old, Value const& now ) const;
-    void count( Value const& old, Value const& now );
+    void countReference( Value const& old, Value const& now );
+    void count( Renumbering const& handle );
 
     Referents const old_;
     Referents const now_;
-    std::unordered_map<U32, bool> handles_; ///< whether an old handle is another number now
+    std::map<std::pair<U32, String>, Renumbering> handles_; ///< by the old number and the name
     Tally shifted_;
 };
 

@@ -76,4 +76,8 @@ std::vector<Notice> noticesOf( Comparison const& comparison ) {
     return notices;
 }
 
+bool isCompatible( Comparison const& comparison ) {
+    return comparison.handles.shared.empty() && noticesOf( comparison ).empty();
+}
+
 } // namespace Bfri

@@ -24,7 +24,9 @@ struct Notice {
     Effect effect;
 };
 
-/// Empty: names and sizes are compatible.
 std::vector<Notice> noticesOf( Comparison const& comparison );
+
+/// Without notices, and no handle stands for more than before: names and sizes are compatible.
+bool isCompatible( Comparison const& comparison );
 
 } // namespace Bfri

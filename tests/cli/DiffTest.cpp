@@ -1,6 +1,7 @@
 #include "cli/Listings.h"
 #include "cli/Paint.h"
 #include "cli/Run.h"
+#include "cli/TextFormat.h"
 #include "tests/cli/Inputs.h"
 
 #include <regex>
@@ -42,6 +43,13 @@ ContextBuilder contextWith( std::initializer_list<Table> tables ) {
         context.table( table );
     return context;
 }
+
+/// A handle as texts have it, that of a name or a number.
+String hex( U32 handle ) { return Bfri::textOf( Bfri::Hex( handle ) ); }
+String hex( char const* name ) { return hex( handleOf( name ) ); }
+
+/// What a renumbering that does no harm says of itself.
+String const sameStanding = ", and each new number stands for what the old one stood for";
 
 bool contains( String const& text, String const& part ) { return text.find( part ) != String::npos; }
 
@@ -134,6 +142,8 @@ struct Verdict {
     char const* verdict;
 };
 
+std::ostream& operator<<( std::ostream& os, Verdict const& row ) { return os << row.name; }
+
 class DiffOfOneTable : public Diff, public testing::WithParamInterface<Verdict> {};
 
 TEST_P( DiffOfOneTable, HasItsLinesAndVerdict ) {
@@ -162,13 +172,17 @@ INSTANTIATE_TEST_SUITE_P(
                  "resources\n  ~  t  stages 1 -> 2\n", compatible },
         Verdict{ "OfAnotherDirection", matchTable( "t" ),
                  matchTable( "t" ).with( "/direction", "\"egress\"" ),
-                 "resources\n  ~! t  ingress yes -> no\n",
+                 "resources\n  ~! t  direction ingress -> egress\n",
+                 "an agent that programs by name would notice (!): 1 resource changed" },
+        Verdict{ "OfAnotherType", matchTable( "t" ),
+                 matchTable( "t" ).stages( { StageTable( "hash_match" ) } ),
+                 "resources\n  ~! t  type ternary_match -> hash_match\n",
                  "an agent that programs by name would notice (!): 1 resource changed" },
         Verdict{ "WithFewerPartitions", matchTable( "t" ).partitions( 4 ), matchTable( "t" ).partitions( 2 ),
                  "tables\n  ~! t  maxPartitions 4 -> 2\n",
                  "an agent that programs by name would notice (!): 1 table shrunk" },
         Verdict{ "WithoutIdleTime", matchTable( "t" ).idleTime( 3 ), matchTable( "t" ),
-                 "tables\n  ~! t  hitBitSupported yes -> no; idleTimePrecision 3 -> 0; ",
+                 "tables\n  ~! t  hitBitSupported yes -> no; idleTimePrecision 3 -> -; ",
                  "an agent that programs by name would notice (!): 1 table changed" },
         Verdict{ "OfAnotherPipe", matchTable( "t" ).logicalPipe( "" ), matchTable( "t" ).logicalPipe( "a" ),
                  "tables\n  ~! t  logicalPipe - -> a\n",
@@ -188,8 +202,10 @@ struct Others {
     char const* name;
     ContextBuilder old;
     ContextBuilder now;
-    char const* text; ///< all but the totals
+    String text; ///< all but the totals
 };
+
+std::ostream& operator<<( std::ostream& os, Others const& row ) { return os << row.name; }
 
 class DiffOfOthers : public Diff, public testing::WithParamInterface<Others> {};
 
@@ -245,11 +261,15 @@ an agent that programs by name would notice (!): 1 learn-quanta removed
                 contextWith( { matchTable( "t" ), matchTable( "u" ).statistics( "c" ),
                                statisticsTable( "c" ).referenced( "direct" ) } ),
                 R"(counters
-  ~! c  handle, associatedTable t -> u
+  ~! c  handle )" + hex( "t" ) +
+                    " (t) -> " + hex( "u" ) +
+                    R"( (u); associatedTable t -> u
 
 handles
-  ~  u  statReferences [] -> [c]
-  ~  t  statReferences [c] -> []
+  ~  u  statReferences [] -> [)" +
+                    hex( "c" ) + R"( (c)]
+  ~  t  statReferences [)" +
+                    hex( "c" ) + R"( (c)] -> []
 
 an agent that programs by name would notice (!): 1 counter changed
 )" },
@@ -259,7 +279,9 @@ an agent that programs by name would notice (!): 1 counter changed
                 contextWith( { matchTable( "t" ).actionData( "b" ), actionDataTable( "a" ),
                                actionDataTable( "b" ) } ),
                 R"(tables
-  ~! t  adtHandle, adtName a -> b
+  ~! t  adtHandle )" +
+                    hex( "a" ) + " (a) -> " + hex( "b" ) +
+                    R"( (b); adtName a -> b
 
 an agent that programs by name would notice (!): 1 table changed
 )" } ),
@@ -271,9 +293,12 @@ TEST_F( Diff, FoldsARenumberingOfAllHandles ) {
     writeSwitch( "old", { completeContext().text() } );
     writeSwitch( "new", { renumbered( completeContext().text() ) } );
     auto const outcome = diffAsWritten();
-    EXPECT_EQ( withoutTotals( outcome.out ),
-               "handles: 11 of 11 renumbered, and each still stands for the same\n\n"
-               "names and sizes are compatible\n" );
+    String const text = withoutTotals( outcome.out );
+    EXPECT_TRUE(
+        text.starts_with( "handles of records that both have: 11 of 11 renumbered" + sameStanding + "\n  " ) )
+        << text;
+    EXPECT_TRUE( text.ends_with( "\n  and 8 more; --json has all\n\nnames and sizes are compatible\n" ) )
+        << text;
     EXPECT_FALSE( contains( outcome.out, "~" ) );
     EXPECT_EQ( outcome.status, 1 );
 }
@@ -281,7 +306,98 @@ TEST_F( Diff, FoldsARenumberingOfAllHandles ) {
 TEST_F( Diff, CountsTheHandlesThatStay ) {
     auto const outcome = diff( contextWith( { matchTable( "t" ), matchTable( "u" ).handle( 77 ) } ),
                                contextWith( { matchTable( "t" ), matchTable( "u" ).handle( 78 ) } ) );
-    EXPECT_TRUE( contains( outcome.out, "handles: 1 of 3 renumbered, " ) ) << outcome.out;
+    EXPECT_TRUE( contains( outcome.out, "both have: 1 of 3 renumbered" + sameStanding +
+                                            "\n  table u 0x0000004d -> 0x0000004e\n\n" ) )
+        << outcome.out;
+}
+
+TEST_F( Diff, SaysWhoseHandleIsRenumberedNotWhoReferencesIt ) {
+    auto const old = contextWith( { matchTable( "t" ).actionData( "a" ), actionDataTable( "a" ) } );
+    writeSwitch( "old", { old.text() } );
+    writeSwitch( "new", { ContextBuilder( old )
+                              .with( "/tables/0/action_data_table_refs/0/handle", "5" )
+                              .with( "/tables/1/handle", "5" )
+                              .text() } );
+    auto const renumbered = [ & ]( std::vector<char const*> more ) {
+        more.push_back( "--json" );
+        auto const answer = parsed( diffAsWritten( more ).out );
+        return compact( answer[ "handles" ][ "renumbered" ] );
+    };
+    String const numbers = R"(,"name":"a","from":)" + std::to_string( handleOf( "a" ) ) + R"(,"to":5}])";
+    EXPECT_EQ( renumbered( {} ), R"([{"kind":"resource")" + numbers );
+    EXPECT_EQ( renumbered( { "--only", "tables" } ), R"([{"kind":"handle")" + numbers );
+}
+
+TEST_F( Diff, ShowsHandlesThatChangePlaces ) {
+    auto const outcome =
+        diff( contextWith( { matchTable( "t" ).handle( 1 ), matchTable( "u" ).handle( 2 ) } ),
+              contextWith( { matchTable( "t" ).handle( 2 ), matchTable( "u" ).handle( 1 ) } ) );
+    EXPECT_EQ( withoutTotals( outcome.out ),
+               "handles of records that both have: 2 of 3 renumbered" + sameStanding +
+                   "; 2 of the old numbers now stand for something else\n"
+                   "  table t 0x00000001 -> 0x00000002\n  table u 0x00000002 -> 0x00000001\n\n"
+                   "names and sizes are compatible\n" );
+    EXPECT_EQ( compact( parsed( diffAsWritten( { "--json" } ).out )[ "handles" ] ),
+               R"({"renumbered":[{"kind":"table","name":"t","from":1,"to":2},)"
+               R"({"kind":"table","name":"u","from":2,"to":1}],"count":2,"of":3,"reused":2,"shared":[]})" );
+}
+
+TEST_F( Diff, DoesNotClaimOfAHandleThatIsTakenThatItStandsForTheSame ) {
+    auto const old = contextWith( { matchTable( "t" ).handle( 1 ), matchTable( "u" ).handle( 2 ) } );
+    auto const now = contextWith( { matchTable( "t" ).handle( 2 ), matchTable( "u" ).handle( 2 ) } );
+    String const out = diff( old, now ).out;
+    EXPECT_TRUE( contains( out, "\nhandles of records that both have: 1 of 3 renumbered\n"
+                                "  table t 0x00000001 -> 0x00000002\n"
+                                "handles that stand for several records now:\n"
+                                "  ! 0x00000002  t, u\n\n" ) )
+        << out;
+    EXPECT_TRUE( out.ends_with( "\nan agent that programs by name would notice (!): "
+                                "1 handle of several records\n" ) )
+        << out;
+    auto const json = parsed( diffAsWritten( { "--json" } ).out );
+    EXPECT_EQ( compact( json[ "handles" ][ "shared" ] ), R"([{"handle":2,"names":["t","u"]}])" );
+    EXPECT_FALSE( json[ "verdict" ][ "compatible" ].GetBool() );
+    EXPECT_EQ( withoutTotals( diffAsWritten( { "--only", "actions" } ).out ), "no difference in actions\n" );
+}
+
+TEST_F( Diff, DoesNotClaimItOfAnActionEither ) {
+    auto const old = contextWith( { matchTable( "t" ).action( "hit" ).action( "miss" ) } );
+    writeSwitch( "old", { old.text() } );
+    JsonTree const miss = old.tree().at( "/tables/0/actions/1/handle" );
+    writeSwitch( "new", { ContextBuilder( old ).with( "/tables/0/actions/0/handle", miss ).text() } );
+    String const out = diffAsWritten().out;
+    EXPECT_TRUE( contains( out, "  NoAction of t, hit of t\n" ) ) << out;
+    EXPECT_FALSE( contains( out, sameStanding ) ) << out;
+    EXPECT_FALSE( contains( out, "names and sizes are compatible" ) ) << out;
+}
+
+TEST_F( Diff, SeesNoHarmInWhatHadOneHandleBefore ) {
+    auto const shared = contextWith( { matchTable( "t" ).handle( 1 ), matchTable( "u" ).handle( 1 ) } );
+    EXPECT_EQ( withoutTotals( diff( shared, contextWith( { matchTable( "t" ).handle( 2 ),
+                                                           matchTable( "u" ).handle( 2 ) } ) )
+                                  .out ),
+               "handles of records that both have: 1 of 2 renumbered" + sameStanding +
+                   "\n  table t 0x00000001 -> 0x00000002\n  table u 0x00000001 -> 0x00000002\n\n"
+                   "names and sizes are compatible\n" );
+    String const renamed =
+        diff( shared, contextWith( { matchTable( "t" ).handle( 1 ), matchTable( "v" ).handle( 1 ) } ) ).out;
+    EXPECT_FALSE( contains( renamed, "several" ) ) << renamed;
+    String const third =
+        diff( shared, contextWith( { matchTable( "t" ).handle( 1 ), matchTable( "u" ).handle( 1 ),
+                                     matchTable( "v" ).handle( 1 ) } ) )
+            .out;
+    EXPECT_TRUE( contains( third, "  ! 0x00000001  t, u, v\n" ) ) << third;
+}
+
+TEST_F( Diff, ClaimsNothingWhereNumbersTellNothing ) {
+    String const t = contextWith( { matchTable( "t" ).handle( 1 ) } ).text();
+    String const u = contextWith( { matchTable( "u" ).handle( 2 ) } ).text();
+    writeSwitch( "old", { t, u } );
+    writeSwitch( "new", { t, contextWith( { matchTable( "u" ).handle( 1 ) } ).text() } );
+    String const out = diffAsWritten( { "--only", "tables" } ).out;
+    EXPECT_TRUE( contains( out, "both have: 1 of 2 renumbered\n  table u " ) ) << out;
+    EXPECT_FALSE( contains( out, "several" ) ) << out;
+    EXPECT_TRUE( parsed( diffAsWritten( { "--json" } ).out )[ "handles" ][ "shared" ].IsNull() );
 }
 
 TEST_F( Diff, DoesNotFoldAReferenceToNothingKnown ) {
@@ -320,8 +436,9 @@ TEST_F( Diff, TellsTablesOfOneNameApartByTheirPipelines ) {
     writeSwitch( "new", { b }, true );
     EXPECT_EQ( withoutTotals( diffAsWritten( { "--only", "table" } ).out ),
                "tables\n  -! t  size 100\n\n"
-               "handles: 1 of 1 renumbered, and each still stands for the same\n\n"
-               "an agent that programs by name would notice (!): 1 table removed\n" );
+               "handles of records that both have: 1 of 1 renumbered" +
+                   sameStanding + "\n  table t 0x1" + hex( "t" ).substr( 3 ) + " -> " + hex( "t" ) + "\n\n" +
+                   "an agent that programs by name would notice (!): 1 table removed\n" );
 }
 
 TEST_F( Diff, TellsRecordsWithoutAPipelineApartByTheirHandles ) {
@@ -420,13 +537,27 @@ TEST_F( Diff, AsJsonHoldsTheRecordsAndEachFieldThatDiffers ) {
     EXPECT_EQ( compact( kinds[ "bfHeaders" ] ),
                R"({"added":[{"name":"g","size":2}],"removed":[{"name":"h","size":1}],)"
                R"("changed":[],"moved":[],"same":0})" );
-    EXPECT_EQ( compact( answer[ "handles" ] ), R"({"renumbered":0,"of":2})" );
+    EXPECT_EQ( compact( answer[ "handles" ] ),
+               R"({"renumbered":[],"count":0,"of":2,"reused":0,"shared":[]})" );
     EXPECT_EQ( compact( answer[ "verdict" ] ),
                R"({"differs":true,"compatible":false,"notices":[)"
                R"({"kind":"table","name":"t","effect":"shrunk"},)"
                R"({"kind":"resource","name":"t","effect":"shrunk"},)"
                R"({"kind":"action","name":"hit","tableName":"t","effect":"removed"},)"
                R"({"kind":"header","name":"h","effect":"removed"}]})" );
+}
+
+TEST_F( Diff, AsJsonHasNumberAndWordOfAType ) {
+    auto const answer = parsed( diff( contextWith( { matchTable( "t" ) } ),
+                                      contextWith( { matchTable( "t" )
+                                                         .stages( { StageTable( "hash_match" ) } )
+                                                         .with( "/direction", "\"egress\"" ) } ),
+                                      { "--json" } )
+                                    .out );
+    EXPECT_EQ( compact( answer[ "kinds" ][ "bfResources" ][ "changed" ][ 0 ][ "fields" ] ),
+               R"([{"field":"type","from":1,"to":2},)"
+               R"({"field":"typeName","from":"ternary_match","to":"hash_match"},)"
+               R"({"field":"ingress","from":true,"to":false}])" );
 }
 
 TEST_F( Diff, AsJsonOfTheSameIsAnAnswer ) {

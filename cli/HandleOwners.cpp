@@ -1,0 +1,48 @@
+#include "cli/HandleOwners.h"
+
+#include "cli/Bearers.h"
+
+#include <iterator>
+
+namespace Bfri {
+
+HandleOwners::HandleOwners( BfResourceInfo::BfResourceParser const& parser, Listing const* only ) {
+    eachBearer( parser, [ & ]( Bearer const& bearer ) {
+        bool const isAsked = !only || bearer.kind == std::string_view( only->one );
+        if( !isAsked || bearer.owner != bearer.name )
+            return;
+        bool const isAction = bearer.kind == std::string_view( "action" );
+        String const name = String( bearer.name ) + ( isAction ? " of " + String( bearer.table ) : String() );
+        names_[ bearer.handle ].insert( name );
+        handles_[ name ].insert( bearer.handle );
+    } );
+}
+
+std::vector<SharedHandle> HandleOwners::sharedSince( HandleOwners const& old ) const {
+    std::vector<SharedHandle> shared;
+    for( auto const& [ handle, names ] : names_ ) {
+        if( names.size() > 1 && !old.areTogether( names ) )
+            shared.push_back( { handle, names } );
+    }
+    return shared;
+}
+
+/// Whether those of the names that are known here share a handle, with as many as there are in all: one of
+/// them may have had another name.
+bool HandleOwners::areTogether( std::set<String> const& names ) const {
+    std::set<U32> common;
+    bool isFirst = true;
+    for( String const& name : names ) {
+        auto const known = handles_.find( name );
+        if( known == handles_.end() )
+            continue;
+        std::set<U32> both;
+        std::set_intersection( common.begin(), common.end(), known->second.begin(), known->second.end(),
+                               std::inserter( both, both.end() ) );
+        common = std::exchange( isFirst, false ) ? known->second : both;
+    }
+    return std::any_of( common.begin(), common.end(),
+                        [ & ]( U32 handle ) { return names_.at( handle ).size() >= names.size(); } );
+}
+
+} // namespace Bfri

@@ -1,0 +1,35 @@
+#pragma once
+
+// Which records a handle stands for.
+
+#include "cli/Listings.h"
+
+#include <map>
+#include <set>
+#include <unordered_map>
+
+namespace Bfri {
+
+/// A handle with the names of all that have it as their own, those of actions with their table's.
+struct SharedHandle {
+    U32 handle;
+    std::set<String> names;
+};
+
+/// What has which handle as its own in one model, of all kinds or only one.
+class HandleOwners {
+  public:
+    HandleOwners( BfResourceInfo::BfResourceParser const& parser, Listing const* only );
+
+    bool has( U32 handle ) const { return names_.count( handle ) > 0; }
+    /// The handles that stand for more than they did in an older model, or for what stood under several.
+    std::vector<SharedHandle> sharedSince( HandleOwners const& old ) const;
+
+  private:
+    bool areTogether( std::set<String> const& names ) const;
+
+    std::map<U32, std::set<String>> names_;
+    std::unordered_map<String, std::set<U32>> handles_;
+};
+
+} // namespace Bfri
