@@ -1,6 +1,9 @@
 #include "cli/Bearers.h"
 
-#include "cli/Records.h"
+#include "cli/Relations.h"
+
+#include <map>
+#include <set>
 
 namespace Bfri {
 
@@ -12,7 +15,19 @@ using BfResourceInfo::BfZelResource;
 class Walk {
   public:
     Walk( BfResourceParser const& parser, std::function<void( Bearer const& )> const& visit )
-        : parser_( parser ), visit_( visit ) {}
+        : parser_( parser ), visit_( visit ) {
+        for( BfTableInfo const& table : parser.bfTables() ) {
+            users_[ { table.adtHandle, table.adtName } ].insert( table.name );
+            users_[ { table.selHandle, table.selName } ].insert( table.name );
+        }
+        for( auto const& [ handle, placed ] : parser.resourceHandles() ) {
+            for( auto const* const references :
+                 { &placed.statReferences(), &placed.meterReferences(), &placed.statefulReferences() } ) {
+                for( U32 const reference : *references )
+                    users_[ { reference, placedAt( reference ) } ].insert( placed.name );
+            }
+        }
+    }
 
     void of( BfTableInfo const& record ) const {
         visit_( { record.handle, "table", record.name, "handle", {}, record.name } );
@@ -22,10 +37,11 @@ class Walk {
             visit_( { record.selHandle, "table", record.name, "selHandle", {}, record.selName } );
     }
     void of( BfResource const& record ) const {
-        auto const parent = parentOf( record.name );
+        auto const users = users_.find( { record.handle, record.name } );
+        std::size_t const count = users == users_.end() ? 0 : users->second.size();
         visit_( { record.handle, "resource", record.name, "handle",
-                  parent.empty() ? referrerOf( record.handle ) : parent, record.name,
-                  hasSeveral( record.name ) } );
+                  count == 1 ? *users->second.begin() : parentOf( record.name ), record.name,
+                  count > 1 || hasSeveral( record.name ) } );
     }
     void of( BfTableCounterInfo const& record ) const {
         bool const own = record.handle == record.ownHandle;
@@ -38,9 +54,15 @@ class Walk {
     void of( BfTableMeterInfo const& record ) const {
         visit_( { record.handle, "meter", record.name, "handle", record.associatedTable,
                   record.direct ? std::string_view() : record.name, hasSeveral( record.name ) } );
+        if( record.direct )
+            ofPlace( "meter", record.name, BfResourceType::meter, record.handle, record.associatedTable );
     }
-    void of( BfTableWredInfo const& record ) const { ofAttached( "wred", record, record.direct ); }
-    void of( BfRegisterInfo const& record ) const { ofAttached( "register", record, !record.indirect ); }
+    void of( BfTableWredInfo const& record ) const {
+        ofAttached( "wred", record, record.direct, BfResourceType::wred );
+    }
+    void of( BfRegisterInfo const& record ) const {
+        ofAttached( "register", record, !record.indirect, BfResourceType::stateful );
+    }
     void of( BfLearnQuantaInfo const& record ) const {
         visit_( { record.handle, "learn-quanta", record.name, "handle", {}, record.name } );
     }
@@ -61,10 +83,12 @@ class Walk {
   private:
     /// Records that do not name their table: a direct one bears the handle of its match table.
     template<class Record>
-    void ofAttached( char const* kind, Record const& record, bool direct ) const {
-        visit_( { record.handle, kind, record.name, "handle",
-                  direct ? placedAt( record.handle ) : parentOf( record.name ),
+    void ofAttached( char const* kind, Record const& record, bool direct, BfResourceType type ) const {
+        auto const table = direct ? placedAt( record.handle ) : parentOf( record.name );
+        visit_( { record.handle, kind, record.name, "handle", table,
                   direct ? std::string_view() : record.name, !direct && hasSeveral( record.name ) } );
+        if( direct )
+            ofPlace( kind, record.name, type, record.handle, table );
     }
     template<class Handles>
     void ofReferences( BfZelResource const& resource, char const* field, Handles const& references ) const {
@@ -81,15 +105,30 @@ class Walk {
         BfZelResource const* const resource = parser_.resourceHandles().find( handle );
         return resource ? resource->name : std::string_view();
     }
-    std::string_view referrerOf( U32 handle ) const {
-        for( char const* const kind : { "statistics_table_refs", "meter_table_refs", "stateful_table_refs" } )
-            if( auto const referrer = parser_.resourceHandles().referrer( kind, handle ) )
-                return placedAt( *referrer );
-        return {};
+    /// The resource of a direct record, which bears the handle that this has not: of its name and type, and
+    /// of its context file.
+    BfResource const* placeOf( String const& name, BfResourceType type, U32 handle ) const {
+        auto const& all = parser_.bfResources();
+        for( U32 i = all.first<BfByName<BfResource>>( name ); i < all.size(); ++i ) {
+            BfResource const& resource = all.at( i );
+            if( resource.name == name && resource.type == static_cast<U32>( type ) &&
+                relations_.sameFile( resource.handle, handle ) )
+                return &resource;
+        }
+        return nullptr;
+    }
+    /// Of a direct record: its own handle, which none of its fields holds.
+    void ofPlace( char const* kind, String const& name, BfResourceType type, U32 handle,
+                  std::string_view table ) const {
+        if( BfResource const* const place = placeOf( name, type, handle ) )
+            visit_( { place->handle, kind, name, "", table, name } );
     }
 
     BfResourceParser const& parser_;
     std::function<void( Bearer const& )> const& visit_;
+    Relations const relations_{ parser_ };
+    /// The tables that take a resource, by its handle and name.
+    std::map<std::pair<U32, std::string_view>, std::set<std::string_view>> users_;
 };
 
 } // namespace

@@ -14,14 +14,15 @@ struct Bearer {
     U32 handle = 0;
     char const* kind = "";  ///< of the record, the word for one
     std::string_view name;  ///< of the record
-    char const* field = ""; ///< of the record, that holds the handle
+    char const* field = ""; ///< of the record, that holds the handle; empty where none does
     std::string_view table; ///< that the record belongs to; empty without just one
     std::string_view owner; ///< name of what has the handle as its own; empty where it is another record's
-    bool severalTables = false; ///< actions of several tables name the record
+    bool severalTables = false; ///< the record belongs to several
 };
 
 /// Every handle of every record, kind after kind in the order of the listings. Of a counter whose handle is
-/// its own, that once.
+/// its own, that once. The handle of a direct meter, WRED table or register is its resource's alone, and
+/// both bear it.
 void eachBearer( BfResourceInfo::BfResourceParser const& parser,
                  std::function<void( Bearer const& )> const& visit );
 

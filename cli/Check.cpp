@@ -26,12 +26,17 @@ std::vector<Count> countsOf( Model const& model ) {
              { "bfDynamicHashInfo", "hash", parser.bfDynamicHashInfo().size() } };
 }
 
+String withoutBlanksAround( String const& word ) {
+    auto const first = word.find_first_not_of( ' ' );
+    return first == String::npos ? "" : word.substr( first, word.find_last_not_of( ' ' ) + 1 - first );
+}
+
 /// The kinds of a list of codes or titles.
 std::vector<FindingKind const*> kindsOf( String const& codes ) {
     std::vector<FindingKind const*> kinds;
     std::istringstream words( codes );
     for( String word; std::getline( words, word, ',' ); )
-        kinds.push_back( &findingKindOf( word ) );
+        kinds.push_back( &findingKindOf( withoutBlanksAround( word ) ) );
     return kinds;
 }
 
@@ -50,14 +55,18 @@ Checked checkedOf( String const& conf, std::vector<FindingKind const*> const& ig
     }
 }
 
-ExitStatus statusOf( Checked const& checked ) {
+ExitStatus statusOf( Checked const& checked, Severity failOn ) {
     if( checked.fault )
         return ExitStatus::notLoadable;
-    return checked.findings.empty() ? ExitStatus::done : ExitStatus::no;
+    bool const fails = std::any_of( checked.findings.begin(), checked.findings.end(),
+                                    [ & ]( Finding const& f ) { return f.kind->severity >= failOn; } );
+    return fails ? ExitStatus::no : ExitStatus::done;
 }
 
 ExitStatus checkAll( Request const& request, Streams const& io ) {
     auto const ignored = kindsOf( request.option( "--ignore" ) );
+    Severity const failOn =
+        request.has( "--fail-on" ) ? severityOf( request.option( "--fail-on" ) ) : Severity::note;
     std::optional<JsonAnswer> json;
     if( request.format == Format::json )
         json.emplace( io.out );
@@ -66,7 +75,7 @@ ExitStatus checkAll( Request const& request, Streams const& io ) {
     bool anyFinding = false;
     for( String const& conf : request.words ) {
         Checked const checked = checkedOf( conf, ignored, io.err );
-        worst = std::max( worst, statusOf( checked ) );
+        worst = std::max( worst, statusOf( checked, failOn ) );
         anyFinding |= !checked.findings.empty();
         if( json )
             configurations.emplace_back( rowOf( checked ) );

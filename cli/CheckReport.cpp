@@ -16,25 +16,6 @@ Value valueOr( std::optional<Type> const& value ) {
     return value ? Value( *value ) : Value();
 }
 
-Row failureRow( Fault const& fault ) {
-    return { { "file", fault.file },
-             { "isContextFile", fault.inContextFile },
-             { "problem", textOrNothing( fault.problem ) },
-             { "line", valueOr( fault.line ) },
-             { "column", valueOr( fault.column ) },
-             { "excerpt", textOrNothing( fault.excerpt ) },
-             { "pointer", valueOr( fault.pointer ) },
-             { "member", textOrNothing( fault.member ) },
-             { "tableIndex", valueOr( fault.tableIndex ) },
-             { "table", textOrNothing( fault.table ) },
-             { "expected", textOrNothing( fault.expected ) },
-             { "handle", valueOr( fault.handle ) },
-             { "found", textOrNothing( fault.found ) },
-             { "reported", listOf( fault.reported, []( String const& text ) { return text; } ) },
-             { "condition", textOrNothing( fault.condition ) },
-             { "function", textOrNothing( fault.function ) } };
-}
-
 Row findingRow( Finding const& finding ) {
     return { { "code", finding.kind->code },
              { "title", finding.kind->title },
@@ -102,9 +83,10 @@ void printFault( Fault const& fault, std::ostream& out ) {
     printLine( out, "expected:", fault.expected );
     printLine( out, "handle:", handleOf( fault ) );
     printLine( out, "found:", fault.found );
+    printLine( out, "hint:", fault.hint );
     for( String const& text : fault.reported )
         printLine( out, "reported:", text );
-    printLine( out, "condition:", fault.condition.empty() ? "" : fault.condition + ", in " + fault.function );
+    printLine( out, "condition:", conditionOf( fault ) );
 }
 
 /// "3 findings (1 error, 2 notes)".
@@ -149,10 +131,30 @@ void printFindings( std::vector<Finding> const& findings, bool severalFiles, Str
 
 } // namespace
 
+Row rowOf( Fault const& fault ) {
+    return { { "file", fault.file },
+             { "isContextFile", fault.inContextFile },
+             { "problem", textOrNothing( fault.problem ) },
+             { "line", valueOr( fault.line ) },
+             { "column", valueOr( fault.column ) },
+             { "excerpt", textOrNothing( fault.excerpt ) },
+             { "pointer", valueOr( fault.pointer ) },
+             { "member", textOrNothing( fault.member ) },
+             { "tableIndex", valueOr( fault.tableIndex ) },
+             { "table", textOrNothing( fault.table ) },
+             { "expected", textOrNothing( fault.expected ) },
+             { "handle", valueOr( fault.handle ) },
+             { "found", textOrNothing( fault.found ) },
+             { "reported", listOf( fault.reported, []( String const& text ) { return text; } ) },
+             { "condition", textOrNothing( fault.condition ) },
+             { "function", textOrNothing( fault.function ) },
+             { "hint", textOrNothing( fault.hint ) } };
+}
+
 Row rowOf( Checked const& checked ) {
     return { { "switchConf", checked.switchConf },
              { "loads", !checked.fault.has_value() },
-             { "failure", checked.fault ? Value( failureRow( *checked.fault ) ) : Value() },
+             { "failure", checked.fault ? Value( rowOf( *checked.fault ) ) : Value() },
              { "checked", checked.fault ? Value() : Value( countsRow( checked.counts ) ) },
              { "findings", listOf( checked.findings, findingRow ) } };
 }

@@ -23,6 +23,9 @@ struct Checked {
     std::vector<Finding> findings = {};
 };
 
+/// The JSON object of a fault.
+Row rowOf( Fault const& fault );
+
 /// The JSON object of one configuration.
 Row rowOf( Checked const& checked );
 

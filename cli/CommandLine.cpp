@@ -140,6 +140,16 @@ void takeChoice( Request& request, Listing const& listing ) {
         request.choice.most = numberOf( request.option( "-n" ) );
 }
 
+/// "help" and "help COMMAND" are "--help" and "COMMAND --help".
+std::vector<char const*> withHelpAsOption( std::vector<char const*> line ) {
+    if( line.size() < 2 || std::string_view( line[ 1 ] ) != "help" )
+        return line;
+    line[ 1 ] = "--help";
+    if( line.size() > 2 )
+        std::swap( line[ 1 ], line[ 2 ] );
+    return line;
+}
+
 } // namespace
 
 Command const* commandIn( int argc, char const* const* argv ) {
@@ -148,7 +158,8 @@ Command const* commandIn( int argc, char const* const* argv ) {
 }
 
 std::optional<Request> parseCommandLine( int argc, char const* const* argv, std::ostream& out ) {
-    std::span const words( argv + 1, argv + argc );
+    auto const line = withHelpAsOption( { argv, argv + argc } );
+    std::span const words = std::span( line ).subspan( 1 );
     if( Command const* const command = requireKnownCommand( words ) )
         requireKnownOptions( *command, words );
     Request request;
@@ -161,7 +172,7 @@ std::optional<Request> parseCommandLine( int argc, char const* const* argv, std:
     app.footer( String( "'bfri COMMAND --help' says what a command takes, with examples.\n\nExit status: " ) +
                 exitStatusText + "\n" + environmentText );
     try {
-        app.parse( argc, argv );
+        app.parse( static_cast<int>( line.size() ), line.data() );
     } catch( CLI::Success const& asked ) {
         app.exit( asked, out, out );
         return std::nullopt;

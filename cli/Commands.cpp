@@ -41,22 +41,27 @@ constexpr Option stagesOptions[] = { { "--list", nullptr, "A line a resource, wi
 constexpr Option namesOptions[] = { { "--kind", "KIND", "Only those of one kind", Offer::kind } };
 constexpr Option checkOptions[] = {
     { "--explain", "CODE", "Say what a finding means, and what to do; all: list them", Offer::code },
-    { "--ignore", "CODES", "Leave these findings out: codes or titles with commas between", Offer::code } };
+    { "--ignore", "CODES", "Leave these findings out: codes or titles with commas between", Offer::code },
+    { "--fail-on", "SEVERITY", "Exit status 1 from this severity on: error, warning or note (the default)",
+      Offer::severity } };
 constexpr Option diffOptions[] = { { "--only", "KIND", "Only one kind", Offer::kind } };
 
 constexpr char const* showDetails =
     "Each record that bears the name, of whatever kind: a match table with the resources that it takes and\n"
     "their stages, its counters, meters, WRED tables, registers and actions; any of those with its tables;\n"
-    "a hash with its fields in order; a header; a field of the PHV. With --json a member for each kind.\n\n"
+    "a hash with its fields in order; a header; a field of the PHV. With --json a member for each kind. An\n"
+    "action of one table is 'NAME of TABLE'.\n\n"
     "Examples:\n"
     "  bfri show switch.conf ipv4_acl\n"
+    "  bfri show switch.conf 'permit of ipv4_acl'\n"
     "  bfri show switch.conf ipv4_acl --json | jq '.bfTables[].counters[].name'";
 
 constexpr char const* stagesDetails =
     "A map for each context file; one for all without a runtime_config, where the handles do not tell them\n"
-    "apart. 2+1 in a stage: two resources start in it, and one goes on from the stage before. Known are a\n"
-    "resource's first stage and its number of stage tables; these count as stages in a row, so that a table\n"
-    "in several units may seem to go on for too long. With --json for each stage how many resources start\n"
+    "apart. 2+1 in a stage: two resources start in it, and one goes on from an earlier one. Which stages a\n"
+    "resource takes is read from its context file, unit by unit; stages that it leaves out stay empty. With\n"
+    "--json stageNumbers has the stages of each resource, and for each stage stands how many resources "
+    "start\n"
     "in it, how many span it, and the entries of those that start in it.\n\n"
     "Examples:\n"
     "  bfri stages switch.conf\n"
@@ -64,7 +69,8 @@ constexpr char const* stagesDetails =
 
 constexpr char const* lookupDetails =
     "One row for each record that bears the handle, with the field of it that does, and the table that it\n"
-    "belongs to. Standard error names each handle that nothing bears, and handles that differ from it in\n"
+    "belongs to. A direct meter, WRED table or register has no such field: its resource holds its handle.\n"
+    "Standard error names each handle that nothing bears, and handles that differ from it in\n"
     "the upper four bits alone, where a runtime_config puts the pipe; the exit status then is 1.\n\n"
     "Examples:\n"
     "  bfri lookup switch.conf 0x1000001\n"
@@ -82,9 +88,14 @@ constexpr char const* annotateDetails =
 constexpr char const* fieldDetails =
     "KIND is table, resource, counter, meter, wred, register, learn-quanta, action, header, hash, phv or\n"
     "handle; FIELD is one of those that 'bfri tables --help' and its like name. Numbers are decimal, flags\n"
-    "true or false, lists one element a line. A field that the record does not have is exit status 1.\n\n"
+    "true or false, lists one element a line. A field that the record does not have is exit status 1, and "
+    "so\n"
+    "is a name that several records have. One of several actions is 'NAME of TABLE', where the end of "
+    "either\n"
+    "will do; one of several others is its handle, as the lists show it.\n\n"
     "Examples:\n"
     "  bfri field switch.conf table ipv4_acl size\n"
+    "  bfri field switch.conf action 'permit of ipv4_acl' handle\n"
     "  bfri field switch.conf phv hdr.ethernet.dst_addr ingressBytes";
 
 constexpr char const* namesDetails =
@@ -105,9 +116,10 @@ constexpr char const* checkDetails =
     "cannot be loaded: the place in the file, what should stand there and what does. One that is bad does "
     "not\n"
     "keep the others from being checked. '--explain all' lists the codes; a title does for a code.\n"
-    "Exit status: 0 all sound, 1 findings, 3 one cannot be loaded.\n\n"
+    "Exit status: 0 all sound, 1 findings (with --fail-on those of that severity alone), 3 one cannot be\n"
+    "loaded.\n\n"
     "Examples:\n"
-    "  bfri check build/*/switch.conf --ignore BF304,BF305\n"
+    "  bfri check build/*/switch.conf --ignore BF304,BF305 --fail-on warning\n"
     "  bfri check switch.conf --json | jq '.configurations[].findings[].code'\n"
     "  bfri check --explain BF304";
 
@@ -115,9 +127,10 @@ constexpr char const* diffDetails =
     "Records of a kind are joined on their names, actions on their table's, too; of several of a name those\n"
     "of the same pipeline, in their order. Lines with - are gone, with + new, with ~ changed; ! marks what\n"
     "an agent that programs by name would notice: what is removed, has less room, or answers a query in\n"
-    "another way. The last line is the verdict. Handles that are other numbers but stand for the same names\n"
-    "are one line, and so are hit-bit ranges that only start elsewhere. Paths are not compared. Exit\n"
-    "status: 0 the same, 1 not.\n\n"
+    "another way. The last line is the verdict. Paths are not compared. Exit status: 0 the same, 1 not.\n\n"
+    "Handles that are other numbers, of records that both have, are one line and a few examples; --json has\n"
+    "them all. Behind it stand the handles that have become those of several records, which tables or\n"
+    "actions can then not be told by. Hit-bit ranges that only start elsewhere are one line, too.\n\n"
     "KIND is table, resource, counter, meter, wred, register, learn-quanta, action, header, hash, phv or\n"
     "handle. Without --only, what comes, goes, moves or has another size stands under resources, and\n"
     "handles tells what placed tables reference.\n\n"
@@ -258,7 +271,8 @@ String fieldLines( Listing const& listing ) {
                                  { "", column.meaning } } );
     std::ostringstream lines;
     printColumns( lines, fields );
-    return "Fields, as --sort, --json and --csv name them; the text has those with a column:\n\n" +
+    return String( listing.note ) +
+           "Fields, as --sort, --json and --csv name them; the text has those with a column:\n\n" +
            lines.str();
 }
 

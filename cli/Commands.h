@@ -43,7 +43,7 @@ struct Request {
 };
 
 /// What a shell may offer in the place of a word.
-enum class Offer { nothing, file, table, name, handle, kind, field, order, code, color };
+enum class Offer { nothing, file, table, name, handle, kind, field, order, code, severity, color };
 
 enum class Times { once, onceOrMore, anyTimes };
 

@@ -4,6 +4,8 @@
 #include "cli/Findings.h"
 #include "cli/Kinds.h"
 #include "cli/Load.h"
+#include "cli/Records.h"
+#include "cli/TextFormat.h"
 #include "cli/WrongWord.h"
 
 #include <set>
@@ -18,6 +20,7 @@ struct Line {
     Command const* command;
     std::vector<String> positionals; ///< those in front of that word
     Option const* awaiting;          ///< the option whose value it is; else null
+    String word = {};                ///< the word itself, as far as it is written
 };
 
 Line understood( Command const& command, std::span<Option const> options, std::span<String const> words ) {
@@ -44,12 +47,14 @@ std::vector<String> namesOf( BfResourceInfo::BfResourceParser const& parser, Lis
     return { names.begin(), names.end() };
 }
 
-std::vector<String> handlesOf( BfResourceInfo::BfResourceParser const& parser ) {
+/// As texts show them; without the zeros in front where the word has none.
+std::vector<String> handlesOf( BfResourceInfo::BfResourceParser const& parser, String const& word ) {
+    bool const withZeros = word.size() < 3 || word[ 2 ] == '0';
     std::vector<String> handles;
-    for( auto const& entry : parser.resourceHandles() ) {
-        std::ostringstream text;
-        text << "0x" << std::hex << entry.first;
-        handles.push_back( text.str() );
+    for( auto const* const entry : sortedByKey( parser.resourceHandles() ) ) {
+        std::ostringstream digits;
+        digits << std::hex << entry->first;
+        handles.push_back( withZeros ? textOf( Hex( entry->first ) ) : "0x" + digits.str() );
     }
     return handles;
 }
@@ -63,7 +68,7 @@ std::vector<String> fromModel( Line const& line, Offer offer ) {
         auto const model = load( line.positionals.front(), OnBadData::explain, unheard );
         auto const& parser = *model->parser();
         if( offer == Offer::handle )
-            return handlesOf( parser );
+            return handlesOf( parser, line.word );
         if( offer == Offer::table )
             return namesOf( parser, kindOf( "table" ) );
         return namesOf( parser, line.positionals.size() > 1 ? kindOf( line.positionals[ 1 ] ) : nullptr );
@@ -79,10 +84,16 @@ std::vector<String> kindWords() {
     return words;
 }
 
-std::vector<String> findingCodes() {
+/// Where several may come, each behind those that are written.
+std::vector<String> findingCodes( Line const& line ) {
+    bool const several = line.awaiting && line.awaiting->argument == std::string_view( "CODES" );
+    auto const comma = several ? line.word.rfind( ',' ) : String::npos;
+    String const written = comma == String::npos ? "" : line.word.substr( 0, comma + 1 );
     std::vector<String> codes;
-    for( FindingKind const& kind : findingKinds() )
-        codes.emplace_back( kind.code );
+    for( FindingKind const& kind : findingKinds() ) {
+        if( ( ',' + written ).find( ',' + String( kind.code ) + ',' ) == String::npos )
+            codes.push_back( written + kind.code );
+    }
     return codes;
 }
 
@@ -107,7 +118,9 @@ std::vector<String> wordsFor( Line const& line, Offer offer ) {
     case Offer::order:
         return fieldsOf( *line.command->listing );
     case Offer::code:
-        return findingCodes();
+        return findingCodes( line );
+    case Offer::severity:
+        return { "error", "warning", "note" };
     case Offer::color:
         return { "auto", "always", "never" };
     }
@@ -149,20 +162,32 @@ Candidates candidatesFor( std::span<String const> words ) {
     if( !command )
         return {};
     auto const options = optionsOf( *command );
-    Line const line = understood( *command, options, words.subspan( 1, words.size() - 2 ) );
+    Line line = understood( *command, options, words.subspan( 1, words.size() - 2 ) );
+    line.word = words.back();
     if( !line.awaiting && words.back().starts_with( '-' ) )
         return { false, optionWords( options ) };
     Offer const offer = offerOf( line );
     return { offer == Offer::file, wordsFor( line, offer ) };
 }
 
-/// The candidates that begin as the last word does, a line each; ":files" in front where paths will do.
+std::vector<String> beginningLike( String const& word, std::vector<String> const& candidates ) {
+    std::vector<String> words;
+    std::copy_if( candidates.begin(), candidates.end(), std::back_inserter( words ),
+                  [ & ]( String const& candidate ) { return candidate.starts_with( word ); } );
+    if( !words.empty() || word.empty() )
+        return words;
+    std::copy_if( candidates.begin(), candidates.end(), std::back_inserter( words ),
+                  [ & ]( String const& candidate ) { return candidate.find( '.' + word ) != String::npos; } );
+    return words;
+}
+
+/// A line each; ":files" in front where paths will do.
 ExitStatus complete( Request const& request, Streams const& io ) {
     Candidates const candidates = candidatesFor( request.words );
     if( candidates.files )
         io.out << ":files\n";
-    for( String const& word : candidates.words ) {
-        if( word.starts_with( request.words.back() ) && word.find( '\n' ) == String::npos )
+    for( String const& word : beginningLike( request.words.back(), candidates.words ) ) {
+        if( word.find( '\n' ) == String::npos )
             io.out << word << '\n';
     }
     return ExitStatus::done;

@@ -3,8 +3,6 @@
 #include "vessa/Types.h"
 
 #include <memory>
-#include <span>
-#include <string_view>
 #include <vector>
 
 struct gzFile_s; // zlib's open file
@@ -22,7 +20,7 @@ class ContextText {
 
     explicit ContextText( String const& path );
 
-    Ch Peek() { return begin_ != end_ || fill( 0 ) ? buffer_[ begin_ ] : '\0'; }
+    Ch Peek() { return begin_ != end_ || fill() ? buffer_[ begin_ ] : '\0'; }
     Ch Take() {
         Ch const c = Peek();
         if( begin_ == end_ )
@@ -33,19 +31,40 @@ class ContextText {
         return c;
     }
     std::size_t Tell() const { return before_ + begin_; }
-    bool atEnd() { return begin_ == end_ && !fill( 0 ); }
+    bool atEnd() { return begin_ == end_ && !fill(); }
 
-    /// The line of the next character, from 1; only as long as skipToName() was not called.
+    /// The line of the next character, from 1; only as long as no value was taken or skipped.
     U32 line() const { return line_; }
 
-    /// Takes everything up to a member of one of these names and its colon, at whatever depth; returns which,
-    /// or the number of names when there is none any more.
-    template<std::size_t count>
-    std::size_t skipToName( std::string_view const ( &names )[ count ] ) {
-        static_assert( count <= mostNames );
-        return skipToAny( names );
+    // By members and elements, and in large steps over what nobody asks for. Each of these takes the value
+    // that comes; one of another type is passed over. Syntax is not checked: this is for files that were
+    // read.
+
+    /// Hands each member's name to `step`, which takes the value.
+    template<class Step>
+    void eachMember( Step step ) {
+        if( next() != '{' )
+            return skip();
+        Take();
+        while( next() == '"' )
+            step( scalar() );
+        Take();
     }
-    static constexpr std::size_t mostNames = 4;
+    /// Calls `step` for each element; it takes the value.
+    template<class Step>
+    void eachElement( Step step ) {
+        if( next() != '[' )
+            return skip();
+        Take();
+        while( next() != ']' && next() != '\0' )
+            step();
+        Take();
+    }
+    /// The text of a string, or the characters of a number or word; empty for a container.
+    String scalar();
+    void skip();
+    /// Takes what stands before the value that comes, for a reader that then takes that.
+    void toValue() { next(); }
 
     // The writing half of a stream; never called, since nothing is parsed in place.
     void Put( Ch ) {}
@@ -54,16 +73,10 @@ class ContextText {
     std::size_t PutEnd( Ch* ) { return 0; }
 
   private:
-    struct Match {
-        std::size_t name;
-        std::size_t at;
-    };
-
-    bool fill( std::size_t kept );
-    std::size_t skipToAny( std::span<std::string_view const> names );
-    /// The first place of one of the names in quotes in the buffer, from a place in it on.
-    Match firstOf( std::span<std::string_view const> names, std::size_t from ) const;
-    bool takeColon();
+    bool fill();
+    /// The first character of the next token; a NUL at the end. Commas and colons say nothing new.
+    char next();
+    void takePlain( String& text );
 
     std::unique_ptr<gzFile_s, int ( * )( gzFile_s* )> file_;
     std::vector<char> buffer_;

@@ -58,9 +58,7 @@ Facts::Facts( Model const& model )
         tables.erase( std::unique( tables.begin(), tables.end() ), tables.end() );
     }
     for( auto const& entry : parser.contextFile() ) {
-        U32 const mask = entry.key().value();
-        U32 const lowest = mask == 0 ? 0 : static_cast<U32>( std::countr_zero( mask ) );
-        files_[ hasPipeBits() ? lowest % 16 : 0 ].push_back( entry.value() );
+        files_[ pipeBitsOf( parser, entry.key().value() ) >> 28 ].push_back( entry.value() );
     }
 }
 
@@ -75,6 +73,10 @@ String Facts::contextFileOf( std::optional<U32> handle ) const {
         return {};
     auto const found = tells ? files_.find( pipeBits( *handle ) ) : files_.begin();
     return found != files_.end() && found->second.size() == 1 ? found->second.front() : String();
+}
+
+U32 pipeBitsOf( BfResourceInfo::BfResourceParser const& parser, U32 pipeMask ) {
+    return parser.bfrtConfig().empty() ? 0 : static_cast<U32>( std::countr_zero( pipeMask ) ) % 16 << 28;
 }
 
 String quoted( std::string_view name ) { return '"' + shown( name ) + '"'; }

@@ -36,11 +36,12 @@ struct LostSize {
     String file = {};
 };
 
-/// A word of a table that the model does not know, and takes for another or for nothing.
-struct UnknownWord {
-    String table;
+/// What the model lacks of one record of a context file, or has otherwise.
+struct Loss {
+    String what; ///< the kind of record: "table"
+    String name;
     std::optional<U32> handle; ///< as the model has it
-    String word;
+    String says;
     String file;
 };
 
@@ -49,8 +50,13 @@ struct Losses {
     std::map<String, LostSize> ingressPhv; ///< of fields of 32 bytes and more the bytes
     std::map<String, LostSize> egressPhv;
     std::map<String, LostSize> headers; ///< of headers of 65,536 bits and more the bits
-    std::vector<UnknownWord> tableTypes;
-    std::vector<UnknownWord> directions;
+    std::vector<Loss> leftOut;          ///< match tables: why
+    std::vector<Loss> tableTypes;       ///< unknown ones
+    std::vector<Loss> directions;
+    std::vector<Loss> words;    ///< other unknown ones
+    std::vector<Loss> repeated; ///< members, in quotes
+    /// Of a handle the names of tables without a stage table that list it.
+    std::unordered_map<U32, std::vector<String>> unplacedReferrers;
 };
 
 /// Reads the context files once more.
@@ -80,6 +86,10 @@ struct Facts {
     std::unordered_map<U32, std::vector<String>> files_; // by pipe bits
 };
 
+/// The pipe that the handles of a context file carry in their upper bits: the lowest of its mask; 0 without a
+/// runtime_config.
+U32 pipeBitsOf( BfResourceInfo::BfResourceParser const& parser, U32 pipeMask );
+
 String quoted( std::string_view name );
 String hexOf( U32 number );
 
@@ -90,6 +100,7 @@ void findWrappingPipes( Facts const& facts, Findings& findings );
 void findPipelinesWithoutPipes( Facts const& facts, Findings& findings );
 void findLostPipeBits( Facts const& facts, Findings& findings );
 void findHandlesInPipeBits( Facts const& facts, Findings& findings );
+void findNoContextFile( Facts const& facts, Findings& findings );
 
 // Names and handles.
 void findDuplicateTableNames( Facts const& facts, Findings& findings );
@@ -120,5 +131,8 @@ void findWrappingHeaders( Facts const& facts, Findings& findings );
 void findRepeatedHashFields( Facts const& facts, Findings& findings );
 void findUnknownTableTypes( Facts const& facts, Findings& findings );
 void findUnknownDirections( Facts const& facts, Findings& findings );
+void findLeftOutTables( Facts const& facts, Findings& findings );
+void findUnknownWords( Facts const& facts, Findings& findings );
+void findRepeatedMembers( Facts const& facts, Findings& findings );
 
 } // namespace Bfri

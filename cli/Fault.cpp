@@ -1,5 +1,6 @@
 #include "cli/Fault.h"
 
+#include "cli/ConfHint.h"
 #include "cli/Expectations.h"
 #include "cli/TextFormat.h"
 #include "cli/Utf8.h"
@@ -129,6 +130,8 @@ Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine>
     place.remove_prefix( contextFile ? contextFile->length : place.size() );
     if( take( place, ": " ) ) {
         readProblem( place, fault );
+        if( String const front = "can't read it"; fault.problem.starts_with( front ) && isGzip( fault.file ) )
+            fault.problem.insert( front.size(), " as gzip" );
         fault.expected = "a file, plain or gzip, that holds JSON";
         return fault;
     }
@@ -157,6 +160,20 @@ String problemOf( Fault const& fault ) {
         return fault.problem;
     return "line " + std::to_string( *fault.line ) + ", column " + std::to_string( *fault.column ) + ": " +
            fault.problem;
+}
+
+String conditionOf( Fault const& fault ) {
+    bool const says = !fault.condition.empty() && fault.condition != "false";
+    return says ? fault.condition + ", in " + fault.function : "";
+}
+
+String subjectOf( Fault const& fault ) {
+    return ( fault.inContextFile ? "context file " : "switch configuration " ) + fault.file;
+}
+
+String sentenceOf( Fault const& fault ) {
+    return "can't use " + subjectOf( fault ) + ": " +
+           ( fault.problem.empty() ? "expected " + fault.expected : problemOf( fault ) );
 }
 
 } // namespace Bfri

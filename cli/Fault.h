@@ -28,6 +28,7 @@ struct Fault {
     String found;                  ///< what stands there
     String culprit;                ///< whose value says so, see Expectation
     std::optional<U32> handle;     ///< that leads to no table
+    String hint;                   ///< what to do
     std::vector<String> reported;  ///< what the library said besides
     String condition;              ///< the broken one, as written in the library's code
     String function;               ///< of the library, that requires it
@@ -43,8 +44,18 @@ Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine>
 /// The missing handle in both notations: "77 (0x0000004d)"; empty when there is none.
 String handleOf( Fault const& fault );
 
+/// What is reported of that condition, with the function that requires it; empty where the condition says
+/// nothing.
+String conditionOf( Fault const& fault );
+
 /// The problem with its place: "line 2, column 14: Invalid value."; empty when there is none.
 String problemOf( Fault const& fault );
+
+/// "context file c.json", "switch configuration s.conf".
+String subjectOf( Fault const& fault );
+
+/// All of a fault in a sentence: what cannot be used, and why.
+String sentenceOf( Fault const& fault );
 
 /// A configuration cannot be loaded.
 class LoadFailure : public Failure {

@@ -1,22 +1,89 @@
+#include "cli/ActionWord.h"
 #include "cli/Answers.h"
+#include "cli/Join.h"
 #include "cli/Names.h"
+#include "cli/TextFormat.h"
 #include "cli/Utf8.h"
 #include "cli/WrongWord.h"
+
+#include <set>
 
 namespace Bfri {
 
 namespace {
 
-Row const& rowMeant( std::vector<Row> const& rows, Listing const& kind, String const& word,
-                     std::ostream& err ) {
+using Rows = std::vector<Row const*>;
+
+template<class Rule>
+Rows chosen( std::vector<Row> const& rows, Rule rule ) {
+    Rows some;
+    for( Row const& row : rows ) {
+        if( rule( row ) )
+            some.push_back( &row );
+    }
+    return some;
+}
+
+Rows named( std::vector<Row> const& rows, Listing const& kind, String const& word ) {
     std::vector<String> names;
     names.reserve( rows.size() );
     for( Row const& row : rows )
         names.push_back( valueAs<String>( row, "name" ) );
     String const name = meantName( names, word, { kind.one, kind.word, kind.word } );
-    noteSeveral( names, name, kind.word, err );
-    auto const first = std::find( names.begin(), names.end(), name ) - names.begin();
-    return rows[ static_cast<std::size_t>( first ) ];
+    return chosen( rows, [ & ]( Row const& row ) { return valueAs<String>( row, "name" ) == name; } );
+}
+
+/// The actions of a name that one table has.
+Rows ofTable( Rows actions, ActionWord const& word ) {
+    std::vector<String> tables;
+    for( Row const* const action : actions )
+        tables.push_back( valueAs<String>( *action, "tableName" ) );
+    String const table = word.tableMeant( tables );
+    std::erase_if( actions,
+                   [ & ]( Row const* action ) { return valueAs<String>( *action, "tableName" ) != table; } );
+    return actions;
+}
+
+/// By name; where no record has it, by the words that tell records of one name apart.
+Rows rowsMeant( std::vector<Row> const& rows, Listing const& kind, String const& word ) {
+    auto exact = chosen( rows, [ & ]( Row const& row ) { return valueAs<String>( row, "name" ) == word; } );
+    if( !exact.empty() )
+        return exact;
+    auto withHandle = chosen( rows, [ & ]( Row const& row ) {
+        auto const* const handle = std::get_if<Hex>( &valueOf( row, "handle" ).is );
+        return handle && textOf( *handle ) == word;
+    } );
+    if( !withHandle.empty() )
+        return withHandle;
+    auto const action = kind.word == std::string_view( "actions" ) ? actionWordOf( word ) : std::nullopt;
+    return action ? ofTable( named( rows, kind, action->name ), *action ) : named( rows, kind, word );
+}
+
+/// The words for each of several records: actions by their tables, else by handle.
+std::vector<String> wordsFor( Rows const& rows ) {
+    std::set<String> words;
+    for( Row const* const row : rows ) {
+        if( Identity const identity( *row ); identity.table )
+            words.insert( identity.name + " of " + *identity.table );
+    }
+    if( words.size() < rows.size() )
+        words.clear();
+    for( Row const* const row : rows ) {
+        auto const* const handle = std::get_if<Hex>( &valueOf( *row, "handle" ).is );
+        if( words.size() < rows.size() && handle )
+            words.insert( textOf( *handle ) );
+    }
+    return { words.begin(), words.end() };
+}
+
+Row const& rowMeant( std::vector<Row> const& rows, Listing const& kind, String const& word ) {
+    Rows const meant = rowsMeant( rows, kind, word );
+    if( meant.size() > 1 )
+        throw Failure( ExitStatus::no,
+                       "'" + shown( word ) + "' means " + std::to_string( meant.size() ) + ' ' + kind.word +
+                           "; say which:",
+                       wordsFor( meant ) );
+    return *meant.front();
 }
 
 /// What people see as "-".
@@ -53,7 +120,7 @@ ExitStatus field( Model const& model, Request const& request, Streams const& io 
     String const& field = request.words[ 3 ];
     requireField( kind, field );
     auto const rows = kind.rows( *model.parser() );
-    Row const& row = rowMeant( rows, kind, request.words[ 2 ], io.err );
+    Row const& row = rowMeant( rows, kind, request.words[ 2 ] );
     Value const& value = valueOf( row, field );
     if( isNothing( value ) || isNothing( valueOf( kind.shown ? kind.shown( row ) : row, field ) ) )
         throw Failure( ExitStatus::no, String( kind.one ) + " '" + shown( valueAs<String>( row, "name" ) ) +

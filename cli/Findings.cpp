@@ -48,6 +48,9 @@ constexpr FindingKind kinds[] = {
       "has both mixed.",
       "The handle is not the one that the context file has, and its pipe is wrong.",
       "Ask the compiler for handles below 0x10000000, or leave runtime_config out.", findHandlesInPipeBits },
+    { "BF107", "no-context-file", warning, "The switch configuration names no context file.",
+      "The model is empty: nothing was looked at.",
+      "Look whether this is the right file, and why it names no device.", findNoContextFile },
     // Names and handles.
     { "BF201", "duplicate-table-name", error, "Several match tables of a context file have one name.",
       "A query by name answers for the first; the others are found by index and handle only.",
@@ -118,7 +121,8 @@ constexpr FindingKind kinds[] = {
       "of "
       "one names it.",
       "It takes memory on the chip, but no packet reaches it through a table of the model.",
-      "Take it out of the P4 program, or use it; a table that uses it may have no stage (BF401).",
+      "Take it out of the P4 program, or use it. A table that lists it but has no stage table is named here, "
+      "and under BF401 or BF409.",
       findUnreferenced },
     { "BF306", "disagreeing-links", warning,
       "The tables that list the handle of an indirect counter, meter, WRED table or register are not those "
@@ -147,7 +151,7 @@ constexpr FindingKind kinds[] = {
       "The number of a table's first stage is beyond 255. The entry by handle keeps its lowest 8 bits.",
       "Resource and entry by handle have different stages.",
       "Compile the program again; no chip has such a stage.", findLostStages },
-    { "BF404", "lost-phv-width", error,
+    { "BF404", "lost-phv-width", warning,
       "A field in the PHV is 32 bytes or wider. The model keeps its bytes modulo 32, of several stages the "
       "most.",
       "An agent that lays out fields by the model gives this one too little room.",
@@ -175,6 +179,24 @@ constexpr FindingKind kinds[] = {
       "A table has a \"direction\" other than \"ingress\" and \"egress\". The model takes it for egress.",
       "An agent looks for the table on the wrong side, if it is an ingress table.",
       "Correct the word in the context file, or compile the program again.", findUnknownDirections },
+    { "BF409", "left-out-table", note,
+      "A match table of the context file is not among those of the model, and neither are its actions: the "
+      "model has the match tables alone that are resource-controllable and have no static entries.",
+      "An agent cannot find the table or its actions by name. If it has stage tables, its resource and its "
+      "entry by handle are there.",
+      "Nothing, if an agent has no entries to add to it. Else let the compiler mark it as controllable, and "
+      "take its constant entries out of the P4 program.",
+      findLeftOutTables },
+    { "BF410", "unknown-word", warning,
+      "A counter has a \"statistics_type\", or a counter, meter, WRED table or register a "
+      "\"how_referenced\", that the model does not know. Of such a type it has the counter count neither "
+      "packets nor bytes; the other it takes for \"direct\", of a meter or WRED table for \"indirect\".",
+      "An agent takes it for something else than it is, or looks for it at the wrong table.",
+      "Look for a word that is misspelled, or compile the program again.", findUnknownWords },
+    { "BF411", "repeated-member", warning,
+      "A table, or the context file itself, has several members of one name. The first counts.",
+      "Others that read the file may take the last one.",
+      "Take all but the right one out, or compile the program again.", findRepeatedMembers },
 };
 
 String capitals( String text ) {
@@ -187,6 +209,14 @@ String capitals( String text ) {
 
 char const* wordOf( Severity severity ) {
     return severity == error ? "error" : severity == warning ? "warning" : "note";
+}
+
+Severity severityOf( String const& word ) {
+    for( Severity const severity : { note, warning, error } ) {
+        if( word == wordOf( severity ) )
+            return severity;
+    }
+    throw Failure( ExitStatus::usage, "--fail-on takes error, warning or note, not '" + shown( word ) + "'" );
 }
 
 String Finding::subject() const {
@@ -208,7 +238,7 @@ FindingKind const& findingKindOf( String const& word ) {
     auto suggestions = nearest( codes, wanted );
     if( suggestions.empty() )
         suggestions = nearest( titles, word );
-    throw Failure( ExitStatus::no,
+    throw Failure( ExitStatus::usage,
                    "no finding has the code '" + shown( word ) +
                        ( suggestions.empty() ? "'; '--explain all' lists them" : "'; codes like it:" ),
                    suggestions );

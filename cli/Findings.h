@@ -16,6 +16,9 @@ enum class Severity { note, warning, error };
 
 char const* wordOf( Severity severity );
 
+/// The severity of a word; else a Failure of status usage.
+Severity severityOf( String const& word );
+
 /// One thing that is odd, and whose.
 struct Finding {
     FindingKind const* kind;
@@ -59,7 +62,7 @@ struct FindingKind {
 /// Every kind, by ascending code.
 std::span<FindingKind const> findingKinds();
 
-/// The kind of that code or title, capital letters or not; else a Failure of status no, with what may be
+/// The kind of that code or title, capital letters or not; else a Failure of status usage, with what may be
 /// meant.
 FindingKind const& findingKindOf( String const& word );
 

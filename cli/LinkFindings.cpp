@@ -46,12 +46,17 @@ std::vector<U32> const& referrersOf( Facts const& facts, U32 handle ) {
 }
 
 /// "t", "u", ...
-String namesOf( Facts const& facts, std::vector<U32> const& handles ) {
+template<class All, class TextOf>
+String firstFew( All const& all, TextOf textOf ) {
     constexpr std::size_t most = 4;
     String text;
-    for( std::size_t i = 0; i < std::min( most, handles.size() ); ++i )
-        text += ( i == 0 ? "" : ", " ) + quoted( nameOf( facts, handles[ i ] ) );
-    return text + ( handles.size() > most ? ", ..." : "" );
+    for( std::size_t i = 0; i < std::min( most, all.size() ); ++i )
+        text += ( i == 0 ? "" : ", " ) + textOf( all[ i ] );
+    return text + ( all.size() > most ? ", ..." : "" );
+}
+
+String namesOf( Facts const& facts, std::vector<U32> const& handles ) {
+    return firstFew( handles, [ & ]( U32 handle ) { return quoted( nameOf( facts, handle ) ); } );
 }
 
 /// Of an indirect record: one parent, several, or none.
@@ -78,6 +83,15 @@ String disagreement( Facts const& facts, Attached const& record ) {
     return others.empty() ? ""
                           : namesOf( facts, others ) + " lists its handle, but only actions of " +
                                 quoted( *parent ) + " name it";
+}
+
+/// Tables that would use a record if they were on the chip.
+String unplacedReferrers( Facts const& facts, U32 handle ) {
+    auto const found = facts.losses.unplacedReferrers.find( handle );
+    if( found == facts.losses.unplacedReferrers.end() )
+        return "";
+    return "; listed by tables without a stage table: " +
+           firstFew( found->second, []( String const& name ) { return quoted( name ); } );
 }
 
 } // namespace
@@ -146,7 +160,8 @@ void findUnreferenced( Facts const& facts, Findings& findings ) {
         if( !record.direct && referrersOf( facts, record.ownHandle ).empty() &&
             !facts.parser.parentTableHas( *record.name ) && !hasSeveralParents( facts, record ) )
             findings.add( record.kind, *record.name, record.ownHandle,
-                          "no placed table lists its handle, and no action of one names it" );
+                          "no placed table lists its handle, and no action of one names it" +
+                              unplacedReferrers( facts, record.ownHandle ) );
     }
 }
 

@@ -3,6 +3,7 @@
 #include "cli/JsonFormat.h"
 #include "cli/Listings.h"
 #include "cli/TextFormat.h"
+#include "cli/Utf8.h"
 
 namespace Bfri {
 
@@ -21,7 +22,10 @@ RowList columnsOfList( Listing const& listing, std::vector<Row> rows ) {
 ExitStatus list( Model const& model, Request const& request, Streams const& io ) {
     Listing const& listing = *request.command->listing;
     std::vector<Row> rows = listing.rows( *model.parser() );
+    bool const any = !rows.empty();
     choose( rows, request.choice );
+    if( any && rows.empty() && request.choice.filter && request.choice.most > 0 )
+        io.err << "bfri: no name matches '" << shown( request.option( "--filter" ) ) << "'\n";
     switch( request.format ) {
     case Format::text:
         printColumns( io.out, columnsOfList( listing, std::move( rows ) ), io.look );

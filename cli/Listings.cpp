@@ -25,6 +25,10 @@ std::vector<Row> rowsOf( BfResourceParser const& parser ) {
     return rows;
 }
 
+constexpr char const* ofLeftOut =
+    "Of the match tables of a context file the model has those that are resource-controllable and have no\n"
+    "static entries, with their actions. 'bfri check' names the others (BF409).\n\n";
+
 // What fields of several kinds say.
 
 constexpr char const* ofName = "name in the P4 program";
@@ -78,7 +82,7 @@ constexpr Column resourceColumns[] = {
     { "TYPE", "type", "what it is for; in JSON and CSV a number" },
     { "DIRECTION", "ingress", "its side of the switch; in JSON and CSV whether ingress" },
     { "FIRST STAGE", "stageStart", "stage of its first stage table, from 0" },
-    { "STAGES", "stages", "number of its stage tables, over all units" },
+    { "STAGE TABLES", "stages", "number of its stage tables, over all units" },
     { "NAME", "name", ofName },
     { nullptr, "typeName", "the type in words, as the context file has it" },
 };
@@ -177,7 +181,7 @@ constexpr Column wredColumns[] = {
 constexpr Column registerColumns[] = {
     { "HANDLE", "handle", ofTableHandle },
     { "INDIRECT", "indirect", "whether tables reach it by an index, not entry by entry" },
-    { "TYPE", "dataType", "type of a cell, such as uint32_t" },
+    { "TYPE", "dataType", "C type of a cell; *uint8 where the ALU is wider than 32 bits: bytes" },
     { "WIDTH", "width", "bits that its ALU works on" },
     { "DUAL", "dualWidth", "whether a cell is a pair of two such values" },
     { "NAME", "name", ofName },
@@ -294,7 +298,7 @@ std::vector<Row> handleRows( BfResourceParser const& parser ) {
 
 constexpr Listing table_[] = {
     { "tables", "table", "The match tables", "bfTables", blankOf<BfTableInfo>,
-      rowsOf<&BfResourceParser::bfTables>, tableColumns, shownTable },
+      rowsOf<&BfResourceParser::bfTables>, tableColumns, shownTable, ofLeftOut },
     { "resources", "resource", "The hardware resources: their kind, direction, size and stages",
       "bfResources", resourceBlank, resourceRows, resourceColumns, shownResource },
     { "counters", "counter", "The counters, and the tables that they belong to", "bfCounters",

@@ -24,6 +24,7 @@ struct Listing {
     std::vector<Row> ( *rows )( BfResourceInfo::BfResourceParser const& parser );
     std::span<Column const> columns;
     Row ( *shown )( Row row ) = nullptr; ///< the row for people, where it is another one
+    char const* note = "";               ///< for the help: which records there are, in lines
 };
 
 /// The rows in these columns; of the blank row only the types count.

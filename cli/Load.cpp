@@ -1,6 +1,6 @@
 #include "cli/Load.h"
 
-#include "cli/Fault.h"
+#include "cli/ConfHint.h"
 #include "cli/Utf8.h"
 #include "ostler/Ostler.h"
 #include "zel/Log.h"
@@ -64,23 +64,10 @@ String filledIn( String format, std::initializer_list<String> texts ) {
     return format;
 }
 
-[[noreturn]] void configurationFailed( String const& conf, Ostler::Status const& status ) {
-    String text = status.text();
-    if( text.ends_with( '.' ) ) // the format brings its own
-        text.pop_back();
-    if( text.starts_with( conf + ": " ) ) // and the path
-        text.erase( 0, conf.size() + 2 );
-    Zel::LogHandle const* const message = Zel::logHandle( "BFN_SWITCH_CONF_ERROR" );
-    throw LoadFailure( message ? filledIn( message->format, { shown( conf ), shown( text ) } ) + ' ' +
-                                     message->recommendedAction
-                               : shown( text ),
-                       faultOf( status ) );
-}
-
 /// The lines of a message: what cannot be used, then what is known about it.
 class Explanation {
   public:
-    explicit Explanation( String const& what ) : text_( "can't use " + shown( what ) ) {}
+    explicit Explanation( Fault const& fault ) : text_( "can't use " + shown( subjectOf( fault ) ) ) {}
 
     void add( String const& label, String const& text ) {
         if( !text.empty() )
@@ -94,6 +81,8 @@ class Explanation {
 
 String placeOf( Fault const& fault ) {
     String place = fault.pointer.value_or( "" ).empty() ? "" : "at " + *fault.pointer;
+    if( fault.line && fault.problem.empty() )
+        place = "line " + std::to_string( *fault.line ) + ", column " + std::to_string( *fault.column );
     auto const add = [ & ]( String const& part ) { place += ( place.empty() ? "" : ", " ) + part; };
     if( !fault.member.empty() )
         add( "member \"" + fault.member + '"' );
@@ -103,16 +92,40 @@ String placeOf( Fault const& fault ) {
     return place;
 }
 
-String explanation( Fault const& fault ) {
-    Explanation result( ( fault.inContextFile ? "context file " : "" ) + fault.file );
+/// Whether `bfri check`, which reads the file again, has more to say of a fault.
+bool hasMore( Fault const& fault ) { return fault.pointer || fault.line; }
+
+[[noreturn]] void fail( String const& conf, Fault const& fault ) {
+    Explanation result( fault );
     result.add( "where:", placeOf( fault ) );
     result.add( "problem:", problemOf( fault ) );
     result.add( "expected:", fault.expected );
     result.add( "handle:", handleOf( fault ) );
+    result.add( "found:", fault.found );
+    result.add( "hint:", fault.hint );
     for( String const& text : fault.reported )
         result.add( "reported:", text );
-    result.add( "condition:", fault.condition + ", in " + fault.function );
-    return result.text();
+    result.add( "condition:", conditionOf( fault ) );
+    String const more = "\n'bfri check " + shown( conf ) + "' says more";
+    throw LoadFailure( result.text() + ( hasMore( fault ) ? more : "" ), fault );
+}
+
+/// What the library has registered for a configuration that cannot be read.
+String registeredText( String const& conf, Ostler::Status const& status ) {
+    String text = status.text();
+    if( text.ends_with( '.' ) ) // the format brings its own
+        text.pop_back();
+    if( text.starts_with( conf + ": " ) ) // and the path
+        text.erase( 0, conf.size() + 2 );
+    Zel::LogHandle const* const message = Zel::logHandle( "BFN_SWITCH_CONF_ERROR" );
+    return message ? filledIn( message->format, { conf, text } ) + ' ' + message->recommendedAction : text;
+}
+
+[[noreturn]] void configurationFailed( String const& conf, Ostler::Status const& status ) {
+    Fault fault = faultOf( status );
+    addHint( fault );
+    fault.reported.push_back( registeredText( conf, status ) );
+    fail( conf, fault );
 }
 
 Zel::Ptr<Model> loadWithExplanation( String const& conf, std::ostream& err ) {
@@ -121,9 +134,7 @@ Zel::Ptr<Model> loadWithExplanation( String const& conf, std::ostream& err ) {
     try {
         return BfResourceInfo::bfResourceInfoIntfFactory( conf );
     } catch( Zel::AssertionError const& error ) {
-        Fault const fault =
-            faultOf( error.failure(), explanations.lines(), conf, Ostler::sdkContext()->profile );
-        throw LoadFailure( explanation( fault ), fault );
+        fail( conf, faultOf( error.failure(), explanations.lines(), conf, Ostler::sdkContext()->profile ) );
     }
 }
 

@@ -2,6 +2,7 @@
 #include "cli/Bearers.h"
 #include "cli/CsvFormat.h"
 #include "cli/JsonFormat.h"
+#include "cli/LeftOut.h"
 #include "cli/TextFormat.h"
 #include "cli/Utf8.h"
 
@@ -68,7 +69,7 @@ Value textOrNone( std::string_view text ) { return text.empty() ? Value() : Valu
 
 Row rowOf( Bearer const& bearer ) {
     return { { "kind", bearer.kind },
-             { "field", bearer.field },
+             { "field", textOrNone( bearer.field ) },
              { "name", String( bearer.name ) },
              { "table", textOrNone( bearer.table ) },
              { "severalTables", bearer.severalTables } };
@@ -92,13 +93,26 @@ Row shownRow( Row row ) {
     return row;
 }
 
+/// Without field and table, so that what tells the rows apart has room.
+void narrow( RowList& list ) {
+    auto const erase = []( Row& row ) {
+        row.erase( row.begin() + 4 );
+        row.erase( row.begin() + 2 );
+    };
+    erase( list.header );
+    std::for_each( list.rows.begin(), list.rows.end(), erase );
+}
+
 void printAsText( std::vector<Row> rows, Streams const& io ) {
-    static Row const titles = {
-        { "HANDLE", {} }, { "KIND", {} }, { "FIELD", {} }, { "NAME", {} }, { "TABLE", {} } };
+    constexpr std::size_t enough = 60;
     if( rows.empty() )
         return;
     std::transform( rows.begin(), rows.end(), rows.begin(), shownRow );
-    printColumns( io.out, { titles, std::move( rows ) }, io.look );
+    RowList list{ { { "HANDLE", {} }, { "KIND", {} }, { "IN FIELD", {} }, { "NAME", {} }, { "TABLE", {} } },
+                  std::move( rows ) };
+    if( io.look.columns > 0 && io.look.columns < enough )
+        narrow( list );
+    printColumns( io.out, list, io.look );
 }
 
 void printAsCsv( std::vector<Row> rows, std::ostream& out ) {
@@ -131,14 +145,16 @@ String othersOf( Found const& one, bool pipesInHandles ) {
 }
 
 /// Handles come with a pipe in their upper bits from some sources and without it from others.
-void sayUnknown( Found const& one, bool pipesInHandles, std::ostream& err ) {
+void sayUnknown( Found const& one, BfResourceInfo::BfResourceParser const& parser, std::ostream& err ) {
+    bool const pipesInHandles = !parser.bfrtConfig().empty();
     err << "bfri: nothing has the handle " << one.word;
     String const others = othersOf( one, pipesInHandles );
     if( !others.empty() )
         err << ( pipesInHandles ? "; with another pipe in the upper four bits"
                                 : "; without a pipe in the upper four bits, as there is no runtime_config" )
             << others;
-    err << '\n';
+    String const leftOut = leftOutOfHandle( parser, one.handle );
+    err << ( leftOut.empty() ? "" : "; " ) << leftOut << '\n';
 }
 
 } // namespace
@@ -159,7 +175,7 @@ ExitStatus lookup( Model const& model, Request const& request, Streams const& io
     ExitStatus status = ExitStatus::done;
     for( Found const& one : all ) {
         if( one.bearers.empty() ) {
-            sayUnknown( one, !model.parser()->bfrtConfig().empty(), io.err );
+            sayUnknown( one, *model.parser(), io.err );
             status = ExitStatus::no;
         }
     }

@@ -4,6 +4,7 @@
 #include "cli/Utf8.h"
 
 #include <algorithm>
+#include <cctype>
 #include <limits>
 #include <numeric>
 #include <set>
@@ -14,6 +15,7 @@ namespace Bfri {
 namespace {
 
 constexpr std::size_t tooFar = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t mostSuggestions = 5;
 
 bool endsIn( std::string_view name, std::string_view suffix ) {
     if( suffix.empty() || suffix.size() >= name.size() || !name.ends_with( suffix ) )
@@ -47,12 +49,44 @@ std::string_view lastParts( std::string_view name, std::ptrdiff_t count ) {
     return from == std::string_view::npos ? name : name.substr( from + 1 );
 }
 
+String lowerCase( String text ) {
+    std::transform( text.begin(), text.end(), text.begin(),
+                    []( unsigned char c ) { return static_cast<char>( std::tolower( c ) ); } );
+    return text;
+}
+
 std::size_t distance( std::string_view name, std::string_view word ) {
     std::size_t const most = std::max<std::size_t>( 2, word.size() / 3 );
     std::string_view const end = lastParts( name, std::count( word.begin(), word.end(), '.' ) + 1 );
     std::size_t const edits = std::min( editDistance( name, word, most ), editDistance( end, word, most ) );
     bool const within = !word.empty() && name.find( word ) != std::string_view::npos;
     return edits == tooFar && within ? most + 1 : edits;
+}
+
+/// Nearest first.
+std::vector<String> like( std::vector<String> const& names, std::string_view word ) {
+    String const wanted = lowerCase( String( word ) );
+    std::set<std::pair<std::size_t, String>> found;
+    for( String const& name : names ) {
+        std::size_t const far = distance( lowerCase( name ), wanted );
+        if( far != tooFar )
+            found.emplace( far, name );
+    }
+    std::vector<String> result( found.size() );
+    std::transform( found.begin(), found.end(), result.begin(),
+                    []( auto const& distanceAndName ) { return distanceAndName.second; } );
+    return result;
+}
+
+/// Names that a terminal shows otherwise than they are, by what it shows.
+std::vector<String> namesShownAs( std::vector<String> const& names, std::string_view word ) {
+    std::set<String> found;
+    for( String const& name : names ) {
+        String const text = shown( name );
+        if( text != name && ( text == word || endsIn( text, word ) ) )
+            found.insert( name );
+    }
+    return { found.begin(), found.end() };
 }
 
 } // namespace
@@ -67,35 +101,37 @@ std::vector<String> namesEndingIn( std::vector<String> const& names, std::string
 }
 
 std::vector<String> nearest( std::vector<String> const& names, std::string_view word ) {
-    constexpr std::size_t most = 5;
-    std::set<std::pair<std::size_t, String>> found;
-    for( String const& name : names ) {
-        std::size_t const far = distance( name, word );
-        if( far != tooFar )
-            found.emplace( far, name );
-    }
-    std::vector<String> result;
-    for( auto const& [ far, name ] : found ) {
-        if( result.size() < most )
-            result.push_back( name );
-    }
+    auto result = like( names, word );
+    result.resize( std::min( mostSuggestions, result.size() ) );
     return result;
 }
 
-String meantName( std::vector<String> const& names, String const& word, Named const& named ) {
+String meantName( std::vector<String> const& names, String const& word, Named const& named,
+                  std::function<String()> const& whyMissing ) {
     if( std::find( names.begin(), names.end(), word ) != names.end() )
         return word;
-    auto const candidates = namesEndingIn( names, word );
+    auto candidates = namesEndingIn( names, word );
+    if( candidates.empty() )
+        candidates = namesShownAs( names, word );
     if( candidates.size() == 1 )
         return candidates.front();
     String const quoted = "'" + shown( word ) + "'";
     if( !candidates.empty() )
         throw Failure( ExitStatus::no,
                        quoted + " is the end of several " + named.many + "' names:", candidates );
-    auto const suggestions = nearest( names, word );
-    String const hint =
-        suggestions.empty() ? String( "; 'bfri " ) + named.lister + "' lists them all" : "; names like it:";
-    throw Failure( ExitStatus::no, String( "no " ) + named.one + " " + quoted + hint, suggestions );
+    String const missing = String( "no " ) + named.one + " " + quoted;
+    if( String const why = whyMissing(); !why.empty() )
+        throw Failure( ExitStatus::no, missing + ": " + why );
+    auto suggestions = like( names, word );
+    if( suggestions.empty() )
+        throw Failure( ExitStatus::no, missing + "; 'bfri " + named.lister + "' lists them all" );
+    String const count = std::to_string( suggestions.size() );
+    bool const tooMany = suggestions.size() > mostSuggestions;
+    suggestions.resize( std::min( mostSuggestions, suggestions.size() ) );
+    throw Failure( ExitStatus::no,
+                   missing +
+                       ( tooMany ? "; the nearest of " + count + " names like it:" : "; names like it:" ),
+                   suggestions );
 }
 
 void noteSeveral( std::vector<String> const& names, String const& name, char const* many,

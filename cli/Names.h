@@ -2,6 +2,7 @@
 
 #include "vessa/Types.h"
 
+#include <functional>
 #include <ostream>
 #include <string_view>
 #include <vector>
@@ -15,7 +16,7 @@ using Vessa::String;
 std::vector<String> namesEndingIn( std::vector<String> const& names, std::string_view suffix );
 
 /// The names that someone who wrote a word may have meant: close to it as a whole or in as many parts at
-/// their end as the word has, or with the word in them. Nearest first, at most five.
+/// their end as the word has, or with the word in them, capital letters or not. Nearest first, at most five.
 std::vector<String> nearest( std::vector<String> const& names, std::string_view word );
 
 /// What names belong to, for messages.
@@ -25,9 +26,12 @@ struct Named {
     char const* lister; ///< the command that lists them
 };
 
-/// The one of the names that a word means: itself, or the only one that ends in it. Else a Failure of status
-/// no, with the names that it may have meant.
-String meantName( std::vector<String> const& names, String const& word, Named const& named );
+/// The one of the names that a word means: itself, or the only one that ends in it, or that a terminal shows
+/// so. Else a Failure of status no, with the names that it may have meant, or, when no name ends in it, with
+/// the reason that `whyMissing` knows, if any.
+String meantName(
+    std::vector<String> const& names, String const& word, Named const& named,
+    std::function<String()> const& whyMissing = [] { return String(); } );
 
 /// Says on err, where several of the names are this one, that the first record counts.
 void noteSeveral( std::vector<String> const& names, String const& name, char const* many, std::ostream& err );

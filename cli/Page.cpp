@@ -13,7 +13,7 @@ using Resources = std::vector<BfResource const*>;
 constexpr Column tableColumns[] = { { "HANDLE", "handle" },
                                     { "SIZE", "size" },
                                     { "FIRST STAGE", "stageStart" },
-                                    { "STAGES", "stages" },
+                                    { "STAGE TABLES", "stages" },
                                     { "NAME", "name" } };
 
 Part partOf( Listing const& kind ) { return { kind.word, kind.columns, kind.shown, {} }; }

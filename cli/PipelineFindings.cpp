@@ -114,4 +114,9 @@ void findHandlesInPipeBits( Facts const& facts, Findings& findings ) {
         examine( "action", record.name, record.handle );
 }
 
+void findNoContextFile( Facts const& facts, Findings& findings ) {
+    if( facts.parser.contextFile().empty() )
+        findings.add( "switch configuration", facts.parser.switchConf(), {}, "names no context file" );
+}
+
 } // namespace Bfri

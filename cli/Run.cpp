@@ -1,10 +1,13 @@
 #include "cli/Run.h"
 
+#include "cli/CheckReport.h"
 #include "cli/CommandLine.h"
+#include "cli/Evidence.h"
 #include "cli/JsonFormat.h"
 #include "cli/Load.h"
 #include "cli/Utf8.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -20,10 +23,17 @@ void requireWritten( std::ostream& out ) {
     throw Failure( ExitStatus::internal, "can't write to standard output" + reason );
 }
 
+/// Of a configuration that cannot be loaded the parts, too, as `bfri check` has them.
 void explainAsJson( Failure const& failure, std::ostream& out ) {
     JsonAnswer answer( out );
-    answer.member( "error", String( failure.what() ) );
+    auto const* const load = dynamic_cast<LoadFailure const*>( &failure );
+    answer.member( "error", load ? sentenceOf( load->fault ) : String( failure.what() ) );
     answer.member( "suggestions", listOf( failure.suggestions, []( String const& name ) { return name; } ) );
+    if( load ) {
+        Fault fault = load->fault;
+        addEvidence( fault );
+        answer.member( "failure", rowOf( fault ) );
+    }
 }
 
 ExitStatus answered( Request const& request, Streams const& io ) {
@@ -34,16 +44,22 @@ ExitStatus answered( Request const& request, Streams const& io ) {
     return command.show( *model, request, io );
 }
 
-/// Behind the command line, also a failure is an answer where JSON was asked for.
-ExitStatus answer( Request const& request, Streams const& io ) {
+/// Where JSON is asked for, also a failure is an answer.
+template<class Step>
+auto answer( bool inJson, std::ostream& out, Step step ) {
     try {
-        return answered( request, io );
+        return step();
     } catch( Failure const& failure ) {
-        if( request.format == Format::json )
-            explainAsJson( failure, io.out );
-        requireWritten( io.out );
+        if( inJson )
+            explainAsJson( failure, out );
+        requireWritten( out );
         throw;
     }
+}
+
+/// Of a command line that may not be understood.
+bool asksForJson( int argc, char const* const* argv ) {
+    return std::find( argv + 1, argv + argc, std::string_view( "--json" ) ) != argv + argc;
 }
 
 /// The look that was asked for, in place of what standard output is.
@@ -68,8 +84,12 @@ ExitStatus report( Failure const& failure, Command const* command, std::ostream&
 ExitStatus run( int argc, char const* const* argv, Streams const& io ) {
     try {
         errno = 0;
-        auto const request = parseCommandLine( argc, argv, io.out );
-        ExitStatus const status = request ? answer( *request, asAskedFor( io, *request ) ) : ExitStatus::done;
+        ExitStatus status = ExitStatus::done;
+        auto const request = answer( asksForJson( argc, argv ), io.out,
+                                     [ & ] { return parseCommandLine( argc, argv, io.out ); } );
+        if( request )
+            status = answer( request->format == Format::json, io.out,
+                             [ & ] { return answered( *request, asAskedFor( io, *request ) ); } );
         requireWritten( io.out );
         return status;
     } catch( Failure const& failure ) {

@@ -1,8 +1,13 @@
 #include "cli/SectionJson.h"
 
-#include "cli/ContextText.h"
-
 namespace Bfri {
+
+rapidjson::Document treeOf( ContextText& text ) {
+    text.toValue();
+    rapidjson::Document tree;
+    tree.ParseStream<rapidjson::kParseIterativeFlag | rapidjson::kParseStopWhenDoneFlag>( text );
+    return tree;
+}
 
 HeaderBits headerBitsOf( Json const& header ) {
     Json const* const name = memberOf( header, "name" );
@@ -16,15 +21,14 @@ HeaderBits headerBitsOf( Json const& header ) {
 }
 
 std::vector<HeaderBits> headersOf( String const& contextFile ) {
-    constexpr std::string_view section[] = { "flexible_headers" };
     std::vector<HeaderBits> headers;
     ContextText text( contextFile );
-    if( text.skipToName( section ) != 0 )
-        return headers;
-    rapidjson::Document list;
-    list.ParseStream<rapidjson::kParseIterativeFlag | rapidjson::kParseStopWhenDoneFlag>( text );
-    if( !list.HasParseError() )
+    text.eachMember( [ & ]( String const& section ) {
+        if( section != "flexible_headers" || !headers.empty() )
+            return text.skip();
+        rapidjson::Document const list = treeOf( text );
         forEachElement( &list, [ & ]( Json const& header ) { headers.push_back( headerBitsOf( header ) ); } );
+    } );
     return headers;
 }
 

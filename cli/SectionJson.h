@@ -2,7 +2,7 @@
 
 // Sections of a context file as trees. What is not as it should be is passed over: the library judges that.
 
-#include "vessa/Types.h"
+#include "cli/ContextText.h"
 
 #include <cstdint>
 #include <vector>
@@ -11,8 +11,10 @@
 
 namespace Bfri {
 
-using Vessa::String;
 using Json = rapidjson::Value;
+
+/// The value that comes; null where it is no JSON.
+rapidjson::Document treeOf( ContextText& text );
 
 /// Null for none.
 inline Json const* memberOf( Json const& value, char const* name ) {

@@ -1,6 +1,8 @@
+#include "cli/ActionWord.h"
 #include "cli/Answers.h"
 #include "cli/JsonFormat.h"
 #include "cli/Kinds.h"
+#include "cli/LeftOut.h"
 #include "cli/Names.h"
 #include "cli/Page.h"
 #include "cli/TextFormat.h"
@@ -13,14 +15,46 @@ namespace Bfri {
 
 namespace {
 
-String nameMeant( Model const& model, String const& word ) {
+std::vector<String> namesIn( Model const& model ) {
     std::vector<String> names;
     std::unordered_set<String> seen;
     for( NameOfKind& bearer : namesOfKinds( *model.parser() ) ) {
         if( seen.insert( bearer.name ).second )
             names.push_back( std::move( bearer.name ) );
     }
-    return meantName( names, word, { "record named", "records", "names" } );
+    return names;
+}
+
+/// A page, and the name that it is of.
+struct Shown {
+    String name;
+    std::vector<Section> sections;
+};
+
+/// Of the actions of a name, those of one table.
+std::vector<Section> onlyOfTable( std::vector<Section> page, ActionWord const& word ) {
+    auto const tableOf = []( Entry const& action ) { return valueAs<String>( action.record, "tableName" ); };
+    std::erase_if(
+        page, []( Section const& section ) { return section.kind->word != std::string_view( "actions" ); } );
+    std::vector<String> tables;
+    for( Section const& actions : page )
+        std::transform( actions.entries.begin(), actions.entries.end(), std::back_inserter( tables ),
+                        tableOf );
+    String const table = word.tableMeant( tables );
+    for( Section& actions : page )
+        std::erase_if( actions.entries, [ & ]( Entry const& action ) { return tableOf( action ) != table; } );
+    return page;
+}
+
+Shown shownBy( Model const& model, String const& word ) {
+    auto const names = namesIn( model );
+    auto const action = actionWordOf( word );
+    bool const isName = std::find( names.begin(), names.end(), word ) != names.end();
+    Named const named{ "record named", "records", "names" };
+    String const name = meantName( names, action && !isName ? action->name : word, named,
+                                   [ & ] { return leftOutOfName( *model.parser(), word ); } );
+    auto page = pageOf( *model.parser(), name );
+    return { name, action && !isName ? onlyOfTable( std::move( page ), *action ) : std::move( page ) };
 }
 
 // For machines: every field of each record, and its parts behind them.
@@ -66,8 +100,8 @@ String placeText( BfResource const* place ) {
     if( !place )
         return "no";
     String const stage = "stage " + std::to_string( place->stageStart );
-    String const from = "from " + stage + ", " + std::to_string( place->stages ) + " stage tables";
-    return ( place->stages > 1 ? from : stage ) + ( place->ingress ? ", ingress" : ", egress" );
+    String const several = std::to_string( place->stages ) + " stage tables, the first in " + stage;
+    return ( place->stages > 1 ? several : stage ) + ( place->ingress ? ", ingress" : ", egress" );
 }
 
 /// Names in their order, with their places in it.
@@ -167,8 +201,7 @@ void printText( std::ostream& out, Look const& look, String const& name,
 } // namespace
 
 ExitStatus show( Model const& model, Request const& request, Streams const& io ) {
-    String const name = nameMeant( model, request.words[ 1 ] );
-    auto sections = pageOf( *model.parser(), name );
+    auto [ name, sections ] = shownBy( model, request.words[ 1 ] );
     if( request.format == Format::json )
         printJson( io.out, name, std::move( sections ) );
     else

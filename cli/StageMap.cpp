@@ -12,17 +12,14 @@ namespace Bfri {
 namespace {
 
 using BfResourceInfo::BfResourceParser;
-using Resources = std::vector<BfResource const*>;
+using Resources = std::vector<Placed>;
 
 /// All from 0 on, the empty ones too; of numbers that no chip has only those that are taken.
 std::vector<Stage> stagesOf( Resources const& resources ) {
     constexpr Stage most = 64;
     std::set<Stage> taken;
-    for( BfResource const* const resource : resources ) {
-        Span const span( *resource );
-        for( Stage stage = span.first; stage <= span.last; ++stage )
-            taken.insert( stage );
-    }
+    for( Placed const& placed : resources )
+        taken.insert( placed.stages.begin(), placed.stages.end() );
     if( taken.empty() || *taken.rbegin() >= most )
         return { taken.begin(), taken.end() };
     std::vector<Stage> stages( *taken.rbegin() + 1 );
@@ -30,19 +27,23 @@ std::vector<Stage> stagesOf( Resources const& resources ) {
     return stages;
 }
 
-void add( BfResource const& resource, std::vector<Stage> const& stages, std::vector<StageLoad>& loads ) {
-    Span const span( resource );
-    auto const first = static_cast<std::size_t>(
-        std::lower_bound( stages.begin(), stages.end(), span.first ) - stages.begin() );
-    ++loads[ first ].starting;
-    loads[ first ].entries += resource.size;
-    for( std::size_t i = first; i <= first + ( span.last - span.first ); ++i )
-        ++loads[ i ].spanning;
+void add( Placed const& placed, std::vector<Stage> const& stages, std::vector<StageLoad>& loads ) {
+    auto const loadOf = [ & ]( Stage stage ) -> StageLoad& {
+        auto const place = std::lower_bound( stages.begin(), stages.end(), stage );
+        return loads[ static_cast<std::size_t>( place - stages.begin() ) ];
+    };
+    StageLoad& first = loadOf( placed.stages.front() );
+    ++first.starting;
+    first.entries += placed.resource->size;
+    for( Stage const stage : placed.stages )
+        ++loadOf( stage ).spanning;
 }
 
-bool isBefore( BfResource const* a, BfResource const* b ) {
-    auto const key = []( BfResource const* r ) {
-        return std::tuple( !r->ingress, r->type, r->stageStart, r->stages, std::string_view( r->name ) );
+bool isBefore( Placed const& a, Placed const& b ) {
+    auto const key = []( Placed const& placed ) {
+        auto const& [ resource, stages ] = placed;
+        return std::tuple( !resource->ingress, resource->type, stages.front(), stages.size(),
+                           std::string_view( resource->name ) );
     };
     return key( a ) < key( b );
 }
@@ -51,13 +52,13 @@ void fill( StageMap& map, Resources resources ) {
     std::stable_sort( resources.begin(), resources.end(), isBefore );
     map.stages = stagesOf( resources );
     map.loads.resize( map.stages.size() );
-    for( BfResource const* const resource : resources ) {
-        auto const& [ ingress, type ] = std::tie( resource->ingress, resource->type );
+    for( Placed& placed : resources ) {
+        auto const& [ ingress, type ] = std::tie( placed.resource->ingress, placed.resource->type );
         if( map.groups.empty() || map.groups.back().ingress != ingress || map.groups.back().type != type )
             map.groups.push_back( { ingress, type, {}, std::vector<StageLoad>( map.stages.size() ) } );
-        map.groups.back().resources.push_back( resource );
-        add( *resource, map.stages, map.groups.back().loads );
-        add( *resource, map.stages, map.loads );
+        add( placed, map.stages, map.groups.back().loads );
+        add( placed, map.stages, map.loads );
+        map.groups.back().resources.push_back( std::move( placed ) );
     }
 }
 
@@ -79,8 +80,14 @@ std::vector<StageMap> stageMapsOf( BfResourceParser const& parser ) {
     std::map<U32, std::pair<StageMap, Resources>> byBits;
     for( auto const& file : parser.contextFile() )
         byBits[ apart ? handleBits( file.key() ) : 0 ].first.files.push_back( &file );
-    for( BfResource const& resource : parser.bfResources() )
-        byBits[ apart ? resource.handle >> 28 : 0 ].second.push_back( &resource );
+    PlacedStages files( parser );
+    for( BfResource const& resource : parser.bfResources() ) {
+        auto& [ map, placed ] = byBits[ apart ? resource.handle >> 28 : 0 ];
+        if( auto stages = files.take( resource ) )
+            placed.push_back( { &resource, std::move( *stages ) } );
+        else
+            map.lost.push_back( &resource );
+    }
     std::vector<StageMap> maps;
     for( auto& [ bits, content ] : byBits ) {
         fill( content.first, std::move( content.second ) );

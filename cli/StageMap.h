@@ -1,36 +1,25 @@
 #pragma once
 
-// Which stages the hardware resources take. The model knows of each one its first stage and how many stage
-// tables it has; these are taken for stages in a row.
+// Which stages the hardware resources take, and how many take each.
 
-#include "resourceinfo/BfResourceInfoIntf.h"
+#include "cli/PlacedStages.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <limits>
-#include <vector>
 
 namespace Bfri {
 
-/// The number of a stage, and room behind the largest one.
-using Stage = std::uint64_t;
+/// A resource in its stages, which are ascending, and at least one.
+struct Placed {
+    BfResource const* resource;
+    std::vector<Stage> stages;
 
-/// The stages of a resource: first and last.
-struct Span {
-    explicit Span( BfResource const& resource )
-        : first( resource.stageStart ),
-          last( std::min<Stage>( first + std::max( resource.stages, U32( 1 ) ) - 1,
-                                 std::numeric_limits<U32>::max() ) ) {}
-    bool has( Stage stage ) const { return first <= stage && stage <= last; }
-
-    Stage first;
-    Stage last;
+    bool isIn( Stage stage ) const { return std::binary_search( stages.begin(), stages.end(), stage ); }
 };
 
 /// What some resources are to a stage.
 struct StageLoad {
     std::uint32_t starting = 0; ///< those that start in it
-    std::uint32_t spanning = 0; ///< those that are in it, started there or before
+    std::uint32_t spanning = 0; ///< those that are in it, started there or in an earlier one
     std::uint64_t entries = 0;  ///< the sizes of those that start in it
 };
 
@@ -39,7 +28,7 @@ struct StageLoad {
 struct StageGroup {
     bool ingress;
     U32 type;
-    std::vector<BfResource const*> resources;
+    std::vector<Placed> resources;
     std::vector<StageLoad> loads;
 };
 
@@ -48,12 +37,13 @@ struct StageMap {
     std::vector<BfResourceInfo::ZelContextFile const*> files;
     std::vector<Stage> stages; ///< ascending
     std::vector<StageLoad> loads;
-    std::vector<StageGroup> groups; ///< ingress first, then by type
+    std::vector<StageGroup> groups;      ///< ingress first, then by type
+    std::vector<BfResource const*> lost; ///< not on the map: the context files do not tell their stages
 
-    std::size_t size() const; ///< number of resources
+    std::size_t size() const; ///< number of resources on the map
 };
 
-/// By the lowest pipe. The parser outlives the maps.
+/// By the lowest pipe. Reads the context files once more. The parser outlives the maps.
 std::vector<StageMap> stageMapsOf( BfResourceInfo::BfResourceParser const& parser );
 
 } // namespace Bfri

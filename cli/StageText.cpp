@@ -40,7 +40,7 @@ String toTheLeft( String const& text, std::size_t columns ) {
 char const* directionOf( StageGroup const& group ) { return group.ingress ? "ingress" : "egress"; }
 
 String typeOf( StageGroup const& group ) {
-    return valueAs<String>( shownResource( rowOf( *group.resources.front() ) ), "type" );
+    return valueAs<String>( shownResource( rowOf( *group.resources.front().resource ) ), "type" );
 }
 
 // The grid.
@@ -148,11 +148,9 @@ struct BarWidths {
     std::size_t name;  ///< the most; 0: no limit
 };
 
-std::vector<BfResource const*> chosen( StageGroup const& group, std::optional<Stage> stage ) {
-    std::vector<BfResource const*> resources = group.resources;
-    std::erase_if( resources, [ & ]( BfResource const* resource ) {
-        return stage && !Span( *resource ).has( *stage );
-    } );
+std::vector<Placed> chosen( StageGroup const& group, std::optional<Stage> stage ) {
+    std::vector<Placed> resources = group.resources;
+    std::erase_if( resources, [ & ]( Placed const& placed ) { return stage && !placed.isIn( *stage ); } );
     return resources;
 }
 
@@ -162,8 +160,8 @@ BarWidths barWidths( StageMap const& map, Look const& look, std::optional<Stage>
     constexpr std::size_t enough = 24;
     BarWidths widths{ 4, std::max<std::size_t>( 3, std::to_string( map.stages.back() ).size() + 1 ), 0 };
     for( StageGroup const& group : map.groups ) {
-        for( BfResource const* const resource : chosen( group, stage ) )
-            widths.size = std::max( widths.size, std::to_string( resource->size ).size() );
+        for( Placed const& placed : chosen( group, stage ) )
+            widths.size = std::max( widths.size, std::to_string( placed.resource->size ).size() );
     }
     if( look.columns == 0 )
         return widths;
@@ -180,12 +178,11 @@ String nameOf( BfResource const& resource, BarWidths const& widths, Look const& 
     return widths.name == 0 ? name : cutAtFront( name, widths.name, look );
 }
 
-String barOf( BfResource const& resource, StageMap const& map, std::size_t stageWidth,
-              Symbols const& symbols ) {
+String barOf( Placed const& placed, StageMap const& map, std::size_t stageWidth, Symbols const& symbols ) {
     String bar;
     for( Stage const stage : map.stages )
-        bar += Span( resource ).has( stage ) ? repeated( symbols.taken, stageWidth )
-                                             : toTheRight( symbols.nothing, stageWidth );
+        bar += placed.isIn( stage ) ? repeated( symbols.taken, stageWidth )
+                                    : toTheRight( symbols.nothing, stageWidth );
     return bar;
 }
 
@@ -219,10 +216,10 @@ void printBars( std::ostream& out, Look const& look, StageMap const& map, std::o
         auto const resources = chosen( group, stage );
         if( !resources.empty() )
             out << directionOf( group ) << ' ' << typeOf( group ) << ": " << resources.size() << '\n';
-        for( BfResource const* const resource : resources )
-            out << toTheRight( std::to_string( resource->size ), widths.size ) << "  "
-                << barOf( *resource, map, widths.stage, symbols ) << "  " << nameOf( *resource, widths, look )
-                << '\n';
+        for( Placed const& placed : resources )
+            out << toTheRight( std::to_string( placed.resource->size ), widths.size ) << "  "
+                << barOf( placed, map, widths.stage, symbols ) << "  "
+                << nameOf( *placed.resource, widths, look ) << '\n';
     }
 }
 

@@ -33,7 +33,7 @@ void requireStage( Stage asked, std::vector<StageMap> const& maps ) {
         stages.insert( map.stages.begin(), map.stages.end() );
     if( stages.count( asked ) > 0 )
         return;
-    String const there = stages.empty() ? "no resource is placed"
+    String const there = stages.empty() ? "no resource has stages that are known"
                                         : "the stages are " + std::to_string( *stages.begin() ) + " to " +
                                               std::to_string( *stages.rbegin() );
     throw Failure( ExitStatus::no, "no stage " + std::to_string( asked ) + "; " + there );
@@ -56,14 +56,38 @@ Row stageRow( StageMap const& map, std::size_t i ) {
     for( StageGroup const& group : map.groups ) {
         if( group.loads[ i ].spanning == 0 )
             continue;
-        Row groupRow{ { "ingress", group.ingress },
-                      { "type", group.type },
-                      { "typeName", valueOf( shownResource( rowOf( *group.resources.front() ) ), "type" ) } };
+        Row groupRow{
+            { "ingress", group.ingress },
+            { "type", group.type },
+            { "typeName", valueOf( shownResource( rowOf( *group.resources.front().resource ) ), "type" ) } };
         addLoad( groupRow, group.loads[ i ] );
         groups.push_back( std::move( groupRow ) );
     }
     row.push_back( { "groups", std::move( groups ) } );
     return row;
+}
+
+/// A resource with its stages: the record tells the first, and how many stage tables there are.
+Row resourceRow( BfResource const& resource, Value stages ) {
+    Row row = withTypeName( rowOf( resource ) );
+    row.push_back( { "stageNumbers", std::move( stages ) } );
+    return row;
+}
+
+List resourceRows( StageMap const& map, std::optional<Stage> asked ) {
+    List rows;
+    for( StageGroup const& group : map.groups ) {
+        for( auto const& placed : group.resources ) {
+            auto const number = []( Stage stage ) { return static_cast<U32>( stage ); };
+            if( !asked || placed.isIn( *asked ) )
+                rows.push_back( resourceRow( *placed.resource, listOf( placed.stages, number ) ) );
+        }
+    }
+    for( BfResource const* const resource : map.lost ) {
+        if( !asked )
+            rows.push_back( resourceRow( *resource, {} ) );
+    }
+    return rows;
 }
 
 Row mapRow( StageMap const& map, std::optional<Stage> asked ) {
@@ -76,16 +100,9 @@ Row mapRow( StageMap const& map, std::optional<Stage> asked ) {
         if( !asked || *asked == map.stages[ i ] )
             stages.push_back( stageRow( map, i ) );
     }
-    List resources;
-    for( StageGroup const& group : map.groups ) {
-        for( BfResource const* const resource : group.resources ) {
-            if( !asked || Span( *resource ).has( *asked ) )
-                resources.push_back( withTypeName( rowOf( *resource ) ) );
-        }
-    }
     return { { "contextFile", std::move( files ) },
              { "stages", std::move( stages ) },
-             { "bfResources", std::move( resources ) } };
+             { "bfResources", resourceRows( map, asked ) } };
 }
 
 // For people.
@@ -107,18 +124,34 @@ StageLoad loadOf( StageMap const& map, Stage stage ) {
                                      : map.loads[ static_cast<std::size_t>( found - map.stages.begin() ) ];
 }
 
+/// "the fullest is 7 with 6" or "the fullest are 4 and 10 with 5 each".
+String fullestText( StageMap const& map ) {
+    constexpr std::size_t most = 4;
+    U32 load = 0;
+    for( StageLoad const& one : map.loads )
+        load = std::max( load, one.spanning );
+    std::vector<String> fullest;
+    for( std::size_t i = 0; i < map.stages.size(); ++i ) {
+        if( map.loads[ i ].spanning == load )
+            fullest.push_back( std::to_string( map.stages[ i ] ) );
+    }
+    if( fullest.size() == 1 )
+        return "the fullest is " + fullest.front() + " with " + std::to_string( load );
+    String text = fullest.front();
+    for( std::size_t i = 1; i < fullest.size(); ++i )
+        text += ( i + 1 < fullest.size() ? ", " : " and " ) + fullest[ i ];
+    if( fullest.size() > most )
+        text = std::to_string( fullest.size() ) + " of these";
+    return "the fullest are " + text + " with " + std::to_string( load ) + " each";
+}
+
 String overview( StageMap const& map, std::optional<Stage> asked ) {
     if( map.groups.empty() )
-        return "no resource is placed";
+        return map.lost.empty() ? "no resource is placed" : "no resource has stages that are known";
     if( asked )
         return "stage " + std::to_string( *asked ) + ": " + std::to_string( loadOf( map, *asked ).spanning ) +
                " of " + counted( map.size() );
-    auto const fullest =
-        std::max_element( map.loads.begin(), map.loads.end(),
-                          []( StageLoad const& a, StageLoad const& b ) { return a.spanning < b.spanning; } );
-    auto const where = map.stages[ static_cast<std::size_t>( fullest - map.loads.begin() ) ];
-    return counted( map.size() ) + " in " + stagesText( map.stages ) + "; the fullest is " +
-           std::to_string( where ) + " with " + std::to_string( fullest->spanning );
+    return counted( map.size() ) + " in " + stagesText( map.stages ) + "; " + fullestText( map );
 }
 
 void printTitle( std::ostream& out, StageMap const& map ) {
@@ -132,10 +165,20 @@ void printTitle( std::ostream& out, StageMap const& map ) {
         out << "one map for all of these, as their handles do not tell them apart\n";
 }
 
+void printLost( std::ostream& out, StageMap const& map ) {
+    if( map.lost.empty() )
+        return;
+    out << "not on the map, as the context file does not tell their stages as it did: "
+        << counted( map.lost.size() ) << '\n';
+    for( BfResource const* const resource : map.lost )
+        out << "  " << shown( resource->name ) << '\n';
+}
+
 void printMap( std::ostream& out, Look const& look, StageMap const& map, Request const& request ) {
     auto const asked = stageAskedFor( request );
     printTitle( out, map );
     out << overview( map, asked ) << '\n';
+    printLost( out, map );
     if( asked ? loadOf( map, *asked ).spanning == 0 : map.groups.empty() )
         return;
     out << '\n';
@@ -145,24 +188,8 @@ void printMap( std::ostream& out, Look const& look, StageMap const& map, Request
         printGrid( out, look, map );
 }
 
-bool hasSeveralStageTables( StageGroup const& group ) {
-    return std::any_of( group.resources.begin(), group.resources.end(),
-                        []( BfResource const* resource ) { return resource->stages > 1; } );
-}
-
-void printFooter( std::ostream& out, Look const& look, std::vector<StageMap> const& maps, bool hasGrids ) {
-    bool somePlaced = false;
-    bool someSpan = false;
-    for( StageMap const& map : maps ) {
-        somePlaced |= map.size() > 0;
-        someSpan |= std::any_of( map.groups.begin(), map.groups.end(), hasSeveralStageTables );
-    }
-    bool const explained = somePlaced && hasGrids;
-    out << ( explained || someSpan ? "\n" : "" );
-    if( explained )
-        out << inLines( "2+1: two start in the stage, and one goes on from the stage before", look );
-    if( someSpan )
-        out << inLines( "spans are counted in stage tables: a table of several units may end earlier", look );
+void printFooter( std::ostream& out, Look const& look ) {
+    out << '\n' << inLines( "2+1: two start in the stage, and one goes on from an earlier one", look );
 }
 
 void printText( std::ostream& out, Look const& look, std::vector<StageMap> const& maps,
@@ -173,7 +200,10 @@ void printText( std::ostream& out, Look const& look, std::vector<StageMap> const
     }
     if( maps.empty() )
         out << "no resource is placed\n";
-    printFooter( out, look, maps, !request.has( "--list" ) && !request.has( "--stage" ) );
+    bool const somePlaced =
+        std::any_of( maps.begin(), maps.end(), []( StageMap const& map ) { return map.size() > 0; } );
+    if( somePlaced && !request.has( "--list" ) && !request.has( "--stage" ) )
+        printFooter( out, look );
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "cli/Answers.h"
 #include "cli/JsonFormat.h"
+#include "cli/LeftOut.h"
 #include "cli/Names.h"
 #include "cli/Records.h"
 #include "cli/TextFormat.h"
@@ -42,7 +43,9 @@ Row placement( Model const& model, U32 handle ) {
 
 ExitStatus table( Model const& model, Request const& request, Streams const& io ) {
     auto const names = tableNames( model );
-    String const name = meantName( names, request.words[ 1 ], { "match table", "tables", "tables" } );
+    String const& word = request.words[ 1 ];
+    String const name = meantName( names, word, { "match table", "tables", "tables" },
+                                   [ & ] { return leftOutOfName( *model.parser(), word ); } );
     noteSeveral( names, name, "tables", io.err );
     BfTableInfo const& record = model.parser()->bfTables().at( model.bfTableIndex( name ) );
     Row const placed = placement( model, record.handle );

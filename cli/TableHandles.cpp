@@ -1,97 +1,40 @@
 #include "cli/TableHandles.h"
 
-#include "cli/ContextText.h"
 #include "cli/Facts.h"
+#include "cli/FileTables.h"
 
 #include <algorithm>
-
-#include <rapidjson/reader.h>
 
 namespace Bfri {
 
 namespace {
 
-/// A table of a context file: its name, its handle, and the member, if any, that lists the missing one.
-struct Table {
-    String name = {};
-    std::optional<U32> handle = {};
-    String listing = {};
-};
-
-/// Takes the tables from the events of a section "tables".
-class TableReader : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TableReader> {
-  public:
-    TableReader( MissingHandle const& missing, std::vector<Table>& tables )
-        : missing_( missing ), tables_( tables ) {}
-
-    bool Default() { return true; }
-    bool StartObject() {
-        if( ++depth_ == ofTable )
-            tables_.emplace_back();
-        return true;
-    }
-    bool StartArray() {
-        ++depth_;
-        return true;
-    }
-    bool EndObject( rapidjson::SizeType ) {
-        --depth_;
-        return true;
-    }
-    bool EndArray( rapidjson::SizeType ) {
-        --depth_;
-        return true;
-    }
-    bool Key( char const* name, rapidjson::SizeType length, bool ) {
-        if( depth_ == ofTable )
-            member_.assign( name, length );
-        isHandle_ = std::string_view( name, length ) == "handle";
-        return true;
-    }
-    bool String( char const* text, rapidjson::SizeType length, bool ) {
-        if( depth_ == ofTable && member_ == "name" )
-            tables_.back().name.assign( text, length );
-        return true;
-    }
-    bool Uint( unsigned number ) {
-        U32 const handle = number | missing_.pipeBits;
-        if( isHandle_ && depth_ == ofTable )
-            tables_.back().handle = handle;
-        else if( isHandle_ && depth_ == ofReference && handle == missing_.handle &&
-                 member_.ends_with( "_table_refs" ) )
-            tables_.back().listing = member_;
-        return true;
-    }
-
-  private:
-    static constexpr std::size_t ofTable = 2;     // in the array
-    static constexpr std::size_t ofReference = 4; // in an array of the table
-
-    MissingHandle const missing_;
-    std::vector<Table>& tables_;
-    std::size_t depth_ = 0; // of open containers
-    Vessa::String member_;  // of a table, whose value comes
-    bool isHandle_ = false; // the member whose value comes
-};
-
-std::vector<Table> tablesOf( MissingHandle const& missing, String const& contextFile ) {
-    constexpr std::string_view section[] = { "tables" };
-    std::vector<Table> tables;
-    ContextText text( contextFile );
-    while( text.skipToName( section ) == 0 ) {
-        TableReader reader( missing, tables );
-        rapidjson::Reader().Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseStopWhenDoneFlag>(
-            text, reader );
-    }
+/// With the handles as the model has them.
+std::vector<FileTable> tablesOf( MissingHandle const& missing, String const& contextFile ) {
+    std::vector<FileTable> tables;
+    eachTable( contextFile, Detail::full, [ & ]( FileTable table ) {
+        if( table.handle )
+            *table.handle |= missing.pipeBits;
+        for( FileReference& reference : table.references )
+            reference.handle |= missing.pipeBits;
+        tables.push_back( std::move( table ) );
+    } );
     return tables;
+}
+
+/// The list of a table that the handle stands in; null for none.
+FileReference const* listing( FileTable const& table, U32 handle ) {
+    auto const found = std::find_if( table.references.begin(), table.references.end(),
+                                     [ & ]( auto const& reference ) { return reference.handle == handle; } );
+    return found == table.references.end() ? nullptr : &*found;
 }
 
 /// The tables that a rule is true of; null in place of those that are too many to show.
 template<class Rule>
-std::vector<Table const*> fewOf( std::vector<Table> const& tables, Rule rule ) {
+std::vector<FileTable const*> fewOf( std::vector<FileTable> const& tables, Rule rule ) {
     constexpr std::size_t most = 4;
-    std::vector<Table const*> few;
-    for( Table const& table : tables ) {
+    std::vector<FileTable const*> few;
+    for( FileTable const& table : tables ) {
         if( few.size() <= most && rule( table ) )
             few.push_back( few.size() < most ? &table : nullptr );
     }
@@ -99,16 +42,18 @@ std::vector<Table const*> fewOf( std::vector<Table> const& tables, Rule rule ) {
 }
 
 /// `"a", "b", ...`
-String namesOf( std::vector<Table const*> const& tables ) {
+String namesOf( std::vector<FileTable const*> const& tables ) {
     String text;
-    for( Table const* const table : tables )
+    for( FileTable const* const table : tables )
         text += ( text.empty() ? "" : ", " ) + ( table ? '"' + table->name + '"' : "..." );
     return text;
 }
 
-/// Whose handle a table has, too.
-String rivalsOf( Table const& lister, std::vector<Table> const& tables ) {
-    auto const rivals = fewOf( tables, [ & ]( Table const& table ) {
+/// Why a table that lists a handle is not found by it: it is not placed, or another has its own handle, too.
+String whyHidden( FileTable const& lister, std::vector<FileTable> const& tables ) {
+    if( lister.stageTables == 0 )
+        return ", but has no stage table";
+    auto const rivals = fewOf( tables, [ & ]( FileTable const& table ) {
         return &table != &lister && table.handle && table.handle == lister.handle;
     } );
     return rivals.empty() ? ""
@@ -121,22 +66,24 @@ String rivalsOf( Table const& lister, std::vector<Table> const& tables ) {
 String whoLists( MissingHandle const& missing, String const& contextFile ) {
     auto const tables = tablesOf( missing, contextFile );
     String text;
-    for( Table const* const lister :
-         fewOf( tables, []( Table const& table ) { return !table.listing.empty(); } ) )
-        text +=
-            ( text.empty() ? "" : "; " ) + ( lister ? '"' + lister->name + "\" lists it in \"" +
-                                                          lister->listing + '"' + rivalsOf( *lister, tables )
-                                                    : "..." );
+    for( FileTable const* const lister : fewOf( tables, [ & ]( FileTable const& table ) {
+             return listing( table, missing.handle ) != nullptr;
+         } ) )
+        text += ( text.empty() ? "" : "; " ) +
+                ( lister ? '"' + lister->name + "\" lists it in \"" +
+                               listing( *lister, missing.handle )->list + '"' + whyHidden( *lister, tables )
+                         : "..." );
     if( text.empty() )
         text = "no table that lists it";
     auto const bearers =
-        fewOf( tables, [ & ]( Table const& table ) { return table.handle == missing.handle; } );
+        fewOf( tables, [ & ]( FileTable const& table ) { return table.handle == missing.handle; } );
     return bearers.size() > 1 ? text + "; it is the handle of " + namesOf( bearers ) : text;
 }
 
 String whoHas( MissingHandle const& missing, String const& contextFile ) {
-    auto const bearers = fewOf( tablesOf( missing, contextFile ),
-                                [ & ]( Table const& table ) { return table.handle == missing.handle; } );
+    auto const tables = tablesOf( missing, contextFile );
+    auto const bearers =
+        fewOf( tables, [ & ]( FileTable const& table ) { return table.handle == missing.handle; } );
     return bearers.empty() ? "no table with this handle"
                            : "this handle only with tables that are not placed: " + namesOf( bearers );
 }

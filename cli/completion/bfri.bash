@@ -26,7 +26,7 @@ _bfri_unquote() {
 }
 
 _bfri() {
-    local line word _bfri_word
+    local line word _bfri_word ends=0
     local -a words=()
     COMPREPLY=()
     for word in "${COMP_WORDS[@]:0:COMP_CWORD+1}"; do
@@ -34,6 +34,7 @@ _bfri() {
         words+=("$_bfri_word")
     done
     while IFS= read -r line; do
+        [[ $line == "${words[COMP_CWORD]}"* || $line == :files ]] || ends=$((ends + 1)) # the word is a part of the name
         if [[ $line == :files ]]; then
             compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -f -- "${words[COMP_CWORD]}")
@@ -41,8 +42,10 @@ _bfri() {
         elif [[ $word == [\'\"]* ]]; then
             COMPREPLY+=("$line") # bash closes the quotes
         else
-            COMPREPLY+=("$(printf %q "$line")")
+            printf -v line %q "$line"
+            COMPREPLY+=("${line//'\,'/,}") # a comma means nothing to bash, but to people
         fi
     done < <("${words[0]}" complete -- "${words[@]:1}" 2>/dev/null)
+    ((ends < 2)) || COMPREPLY+=(' ') # so that bash lists them, and does not put their common front in the word's place
 }
 complete -F _bfri bfri

@@ -140,16 +140,48 @@ TEST_F( Check, LeavesOutWhatIsToBeIgnored ) {
     writeSwitchConf( "context.json" );
     writeFile( "context.json", contextOf( matchTable( "a", 1 ) + "," + matchTable( "a", 2 ) ) );
     EXPECT_EQ( bfri( { "check", "switch.conf" } ).status, 1 );
-    for( char const* const codes : { "BF201", "bf201,BF304", "duplicate-table-name" } ) {
+    for( char const* const codes : { "BF201", "bf201,BF304", "duplicate-table-name", " BF304 , bf201 " } ) {
         auto const outcome = bfri( { "check", "switch.conf", "--ignore", codes } );
         EXPECT_EQ( outcome.status, 0 ) << codes;
         EXPECT_THAT( outcome.out, StartsWith( "switch.conf: sound in " ) );
     }
     EXPECT_EQ( bfri( { "check", "switch.conf", "--ignore", "BF304" } ).status, 1 );
     auto const outcome = bfri( { "check", "switch.conf", "--json", "--ignore", "BF2" } );
-    EXPECT_EQ( outcome.status, 1 );
+    EXPECT_EQ( outcome.status, 2 );
     EXPECT_THAT( parsed( outcome.out )[ "error" ].GetString(),
                  StartsWith( "no finding has the code 'BF2'" ) );
+}
+
+TEST_F( Check, FailsFromTheSeverityOnThatIsAskedFor ) {
+    struct Row {
+        Support::ContextBuilder context;
+        std::vector<int> statuses; ///< with error, warning, note
+    };
+    auto const acl = Support::matchTable( "acl" );
+    for( auto const& [ context, statuses ] :
+         { Row{ Support::ContextBuilder().table( acl ), { 0, 0, 0 } },
+           Row{ Support::ContextBuilder().table( Support::Table( acl ).stages( {} ) ), { 0, 0, 1 } },
+           Row{ Support::ContextBuilder().table( Support::Table( acl ).size( 0 ) ), { 0, 1, 1 } },
+           Row{ Support::ContextBuilder().flexibleHeader( "h", 65544 ), { 1, 1, 1 } } } ) {
+        auto const asEver = outcomeOf( context.text() );
+        EXPECT_EQ( asEver.status, statuses[ 2 ] );
+        std::size_t i = 0;
+        for( char const* const severity : { "error", "warning", "note" } ) {
+            auto const outcome = bfri( { "check", "switch.conf", "--fail-on", severity } );
+            EXPECT_EQ( outcome.status, statuses[ i++ ] ) << severity << outcome.out;
+            EXPECT_EQ( outcome.out, asEver.out );
+        }
+    }
+    EXPECT_EQ( bfri( { "check", "switch.conf", "--fail-on", "all" } ).status, 2 );
+    EXPECT_EQ( bfri( { "check", "no.conf", "--fail-on", "error" } ).status, 3 );
+}
+
+TEST_F( Check, OfAConfigurationWithoutContextFilesIsNotSound ) {
+    writeFile( "switch.conf", R"({"devices":[]})" );
+    auto const outcome = bfri( { "check", "switch.conf" } );
+    EXPECT_EQ( outcome.status, 1 );
+    EXPECT_THAT( outcome.out, HasSubstr( "BF107 warning, no-context-file: 1\n    switch configuration "
+                                         "\"switch.conf\": names no context file\n" ) );
 }
 
 TEST_F( Check, OfAHeaderOfTwoSizesSaysBoth ) {
@@ -211,6 +243,19 @@ INSTANTIATE_TEST_SUITE_P(
             "hidden", withHiddenTable(),
             R"("acl" lists it in "statistics_table_refs", but its own handle 0x00000005 is also that of )"
             R"("lpm", and the model keeps one of them)" },
+        Missing{ "unplacedLister",
+                 Support::ContextBuilder()
+                     .table( listing( "/statistics_table_refs" ).stages( {} ) )
+                     .table( directCounter( "hits" ) ),
+                 R"("acl" lists it in "statistics_table_refs", but has no stage table)" },
+        Missing{ "unplacedListerOfUnits",
+                 Support::ContextBuilder()
+                     .table( listing( "/statistics_table_refs" )
+                                 .matchType( "algorithmic_tcam" )
+                                 .partitions( 1 )
+                                 .units( { {}, {} } ) )
+                     .table( directCounter( "hits" ) ),
+                 R"("acl" lists it in "statistics_table_refs", but has no stage table)" },
         Missing{ "wrongList",
                  Support::ContextBuilder()
                      .table( listing( "/meter_table_refs" ) )
@@ -287,13 +332,17 @@ TEST_F( Check, OfABadSwitchConfigurationShowsThePlace ) {
     writeFile( "switch.conf", "{\n\"devices\": 7 }" );
     auto const outcome = bfri( { "check", "switch.conf" } );
     EXPECT_EQ( outcome.status, 3 );
-    EXPECT_EQ( outcome.out, "switch.conf: can't be loaded\n"
-                            "  file:      switch.conf\n"
-                            "  where:     line 2, column 12\n"
-                            "             \"devices\": 7 }\n"
-                            "                        ^\n"
-                            "  expected:  \"devices\" to be an array\n"
-                            "  found:     a number\n" );
+    EXPECT_EQ( outcome.out,
+               "switch.conf: can't be loaded\n"
+               "  file:      switch.conf\n"
+               "  where:     line 2, column 12\n"
+               "             \"devices\": 7 }\n"
+               "                        ^\n"
+               "  expected:  \"devices\" to be an array\n"
+               "  found:     a number\n"
+               "  reported:  There was an error in the provided switch.conf for profile "
+               "switch.conf: switch.conf:2:12: expected \"devices\" to be an array, found a number. "
+               "Correct the switch.conf file.\n" );
 }
 
 TEST_F( Check, SaysAllOfAFailureInJson ) {
@@ -310,9 +359,10 @@ TEST_F( Check, GoesOnBehindABadConfiguration ) {
     outcomeOf( soundContext() );
     auto const outcome = bfri( { "check", "no.conf", "switch.conf" } );
     EXPECT_EQ( outcome.status, 3 );
-    EXPECT_THAT( outcome.out,
-                 StartsWith( "no.conf: can't be loaded\n  file:      no.conf\n"
-                             "  problem:   No such file or directory\nswitch.conf: sound in " ) );
+    EXPECT_THAT( outcome.out, StartsWith( "no.conf: can't be loaded\n  file:      no.conf\n"
+                                          "  problem:   No such file or directory\n"
+                                          "  reported:  There was an error" ) );
+    EXPECT_THAT( outcome.out, HasSubstr( "\nswitch.conf: sound in " ) );
     auto const answer = parsed( bfri( { "check", "no.conf", "switch.conf", "--json" } ).out );
     EXPECT_FALSE( answer[ "configurations" ][ 0 ][ "loads" ].GetBool() );
     EXPECT_TRUE( answer[ "configurations" ][ 1 ][ "loads" ].GetBool() );
@@ -335,7 +385,7 @@ TEST_F( Check, ExplainsACodeAndATitle ) {
 
 TEST_F( Check, SuggestsCodes ) {
     auto const outcome = bfri( { "check", "--explain", "bf40" } );
-    EXPECT_EQ( outcome.status, 1 );
+    EXPECT_EQ( outcome.status, 2 );
     EXPECT_THAT( outcome.err, HasSubstr( "codes like it:\n  BF" ) );
     EXPECT_THAT( bfri( { "check", "--explain", "several" } ).err, HasSubstr( "  several-parents\n" ) );
 }

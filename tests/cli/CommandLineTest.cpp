@@ -27,12 +27,28 @@ class WrongUsage : public testing::TestWithParam<BadLine> {};
 TEST_P( WrongUsage, NamesTheWordAndPointsAtTheHelp ) {
     auto const outcome = bfri( GetParam().arguments );
     EXPECT_EQ( outcome.status, 2 );
-    EXPECT_THAT( outcome.out, IsEmpty() );
     auto const& words = GetParam().arguments;
+    if( std::find( words.begin(), words.end(), String( "--json" ) ) == words.end() )
+        EXPECT_THAT( outcome.out, IsEmpty() );
+    else
+        EXPECT_EQ( String( parsed( outcome.out )[ "error" ].GetString() ), GetParam().message );
     bool const known = !words.empty() && Bfri::commandOf( words.front() );
     EXPECT_EQ( outcome.err, String( "bfri: " ) + GetParam().message + "\nRun 'bfri " +
                                 ( known ? words.front() + String( " " ) : "" ) +
                                 "--help' to see how it is used.\n" );
+}
+
+TEST( Help, IsACommandToo ) {
+    EXPECT_EQ( bfri( { "help" } ).out, bfri( { "--help" } ).out );
+    EXPECT_EQ( bfri( { "help", "show" } ).out, bfri( { "show", "--help" } ).out );
+    EXPECT_THAT( bfri( { "help", "show" } ).out, HasSubstr( "One page on whatever bears a name" ) );
+    EXPECT_EQ( bfri( { "help", "shwo" } ).status, 2 );
+    EXPECT_THAT( bfri( { "help", "shwo" } ).err,
+                 StartsWith( "bfri: no command 'shwo'; did you mean 'show'" ) );
+}
+
+TEST( Help, OfTheTablesSaysWhichOnesTheModelLeavesOut ) {
+    EXPECT_THAT( bfri( { "tables", "--help" } ).out, HasSubstr( "have no\nstatic entries" ) );
 }
 
 TEST( UsageOfACommand, PointsAtTheHelpOfTheCommand ) {

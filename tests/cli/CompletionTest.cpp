@@ -59,7 +59,47 @@ TEST_F( Completion, OfAnArgumentOffersWhatTheModelHas ) {
 TEST_F( Completion, OfAHandleOffersThoseOfPlacedTables ) {
     writeFile( "context.json", contextOf( matchTable( "a", 1 ) + "," + matchTable( "b", 0x2000010 ) ) );
     EXPECT_THAT( wordsFor( { "lookup", "switch.conf", "1", "" } ),
-                 testing::UnorderedElementsAre( "0x1", "0x2000010" ) );
+                 ElementsAre( "0x00000001", "0x02000010" ) );
+    struct {
+        char const* word;
+        char const* offered;
+    } const rows[] = { { "0", "0x00000001\n0x02000010\n" },
+                       { "0x02", "0x02000010\n" },
+                       { "0x2", "0x2000010\n" },
+                       { "0x1", "0x1\n" },
+                       { "0x3", "" },
+                       { "3", "" } };
+    for( auto const& row : rows )
+        EXPECT_EQ( bfri( { "complete", "--", "lookup", "switch.conf", row.word } ).out, row.offered )
+            << row.word;
+}
+
+TEST_F( Completion, OfCodesWithCommasBetweenIsThatOfTheLastOne ) {
+    struct {
+        char const* option;
+        char const* word;
+        char const* offered;
+    } const rows[] = { { "--ignore", "BF304,BF20", "BF304,BF201\nBF304,BF202\n" },
+                       { "--ignore", "BF201,BF304,BF20", "BF201,BF304,BF202\n" },
+                       { "--ignore", "BF304,BF304", "" },
+                       { "--explain", "BF304,BF20", "" } };
+    for( auto const& row : rows ) {
+        String const out = bfri( { "complete", "--", "check", row.option, row.word } ).out;
+        EXPECT_TRUE( row.offered[ 0 ] ? out.starts_with( row.offered ) : out.empty() )
+            << row.word << ": " << out;
+    }
+}
+
+TEST_F( Completion, OfTheEndOfANameOffersTheName ) {
+    EXPECT_EQ( bfri( { "complete", "--", "table", "switch.conf", "ac" } ).out, "pipe.acl\n" );
+    EXPECT_EQ( bfri( { "complete", "--", "show", "switch.conf", "hash" } ).out, "hash\n" );
+    std::vector<String> const names{ "a.b.cd", "cx", "a.cy.z", "acd" };
+    EXPECT_THAT( Bfri::beginningLike( "c", names ), ElementsAre( "cx" ) );
+    EXPECT_THAT( Bfri::beginningLike( "cd", names ), ElementsAre( "a.b.cd" ) );
+    EXPECT_THAT( Bfri::beginningLike( "cy.z", names ), ElementsAre( "a.cy.z" ) );
+    EXPECT_THAT( Bfri::beginningLike( "z", names ), ElementsAre( "a.cy.z" ) );
+    EXPECT_THAT( Bfri::beginningLike( "d", names ), IsEmpty() );
+    EXPECT_EQ( Bfri::beginningLike( "", names ), names );
 }
 
 TEST_F( Completion, OfATableOffersNoOtherNames ) {

@@ -1,54 +1,82 @@
 #include "cli/ContextText.h"
 #include "tests/cli/Inputs.h"
 
+#include <gmock/gmock.h>
+
 namespace {
 
 using Bfri::ContextText;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
-constexpr std::string_view names[] = { "table_type", "direction", "phv_allocation", "flexible_headers" };
-constexpr std::size_t none = std::size( names );
-
-class SkippingToAName : public InFolder {
+class GoingThroughAContextText : public InFolder {
   protected:
-    /// The places behind the colons of the names in a text, and which names they are.
-    static std::vector<std::pair<std::size_t, std::size_t>> foundIn( String const& content ) {
+    /// The members of the object that a text is, with their scalars; containers are passed over.
+    static std::vector<String> membersOf( String const& content ) {
         writeFile( "text", content );
         ContextText text( "text" );
-        std::vector<std::pair<std::size_t, std::size_t>> found;
-        for( std::size_t name = 0; ( name = text.skipToName( names ) ) != none; )
-            found.emplace_back( text.Tell(), name );
-        EXPECT_TRUE( text.atEnd() );
-        return found;
+        std::vector<String> members;
+        text.eachMember( [ & ]( String const& name ) { members.push_back( name + "=" + text.scalar() ); } );
+        EXPECT_TRUE( text.atEnd() ) << content.substr( 0, 100 );
+        return members;
     }
-    using Found = decltype( foundIn( "" ) );
 };
 
-TEST_F( SkippingToAName, FindsItWhereverItStands ) {
-    constexpr std::size_t nearBufferEnd = 65536 - 30;
-    String const member = "\"direction\" :";
-    for( char const padding : { ' ', '"', 'd' } ) {
-        for( std::size_t i = 0; i < 40; ++i ) {
-            for( std::size_t const offset : { i, nearBufferEnd + i } ) {
-                String const first = String( offset, padding ) + member;
-                String const both = first + "1," + member;
-                EXPECT_EQ( foundIn( both + "2" ), ( Found{ { first.size(), 1 }, { both.size(), 1 } } ) )
-                    << offset << " times " << padding;
+TEST_F( GoingThroughAContextText, GivesMembersAndTheirScalars ) {
+    EXPECT_THAT( membersOf( R"({"a":1,"b" : "x\ty\u00e9" , "c":true,"d":null,"e":-1.5e3,"f":""})" ),
+                 ElementsAre( "a=1", "b=x\ty\u00e9", "c=true", "d=null", "e=-1.5e3", "f=" ) );
+    EXPECT_THAT( membersOf( "{}" ), IsEmpty() );
+}
+
+TEST_F( GoingThroughAContextText, GivesEveryElement ) {
+    writeFile( "text", R"([ 1, "b", [ 2 ], { "c": 3 }, [], {}, null ])" );
+    ContextText text( "text" );
+    std::vector<String> elements;
+    text.eachElement( [ & ] { elements.push_back( text.scalar() ); } );
+    EXPECT_THAT( elements, ElementsAre( "1", "b", "", "", "", "", "null" ) );
+}
+
+/// Containers of all lengths, so that their ends and what stands in them fall on every place of a block, and
+/// of the buffer's end.
+TEST_F( GoingThroughAContextText, PassesOverWhateverStandsInAContainer ) {
+    constexpr std::size_t nearBufferEnd = 65536 - 100;
+    for( char const* const inside : { "1", "[[{}]]", R"("]}")", R"("\"]}")", R"("\\",{"b":"]"})",
+                                      R"("\\\"]")", R"({"[":"{","]":"}"})", R"("\\"],"z":["\\")" } ) {
+        bool const hasTwo = String( inside ).find( "\"z\"" ) != String::npos;
+        for( std::size_t i = 0; i < 130; ++i ) {
+            for( std::size_t const padding : { i, nearBufferEnd + i } ) {
+                for( char const filler : { ' ', 'x' } ) {
+                    String const front =
+                        filler == ' ' ? String( padding, ' ' ) : '"' + String( padding, 'x' ) + "\",";
+                    auto const members = membersOf( R"({"a":[)" + front + inside + R"(],"n":7})" );
+                    ASSERT_EQ( members.size(), hasTwo ? 3U : 2U ) << padding << inside;
+                    ASSERT_EQ( members.back(), "n=7" ) << padding << inside;
+                }
             }
         }
     }
 }
 
-TEST_F( SkippingToAName, TellsTheNamesApart ) {
-    EXPECT_EQ( foundIn( R"({"flexible_headers":1,"phv_allocation":2,"direction":3,"table_type":4})" ),
-               ( Found{ { 20, 3 }, { 39, 2 }, { 53, 1 }, { 68, 0 } } ) );
+TEST_F( GoingThroughAContextText, EndsWhereTheFileEnds ) {
+    for( char const* const text : { "", "{", R"({"a)", R"({"a\)", R"({"a":)", R"({"a":[)", R"({"a":[{"b":"c)",
+                                    R"({"a":[{"b":"c\)", R"({"a":1)", "[1,2", "]", "}", "1", "\"" } )
+        EXPECT_LT( membersOf( text ).size(), 2U ) << text;
+    EXPECT_TRUE( ContextText( "none" ).atEnd() );
 }
 
-TEST_F( SkippingToAName, PassesOverWhatIsNoMember ) {
-    for( char const* const text :
-         { R"({"directions":1})", R"({"irection":1})", R"({"a direction":1})", R"({"a":"direction"})",
-           R"({"a":"\"direction\":1"})", R"({"a\"direction":1})", R"(["direction","table_type"])",
-           R"({"direction)", R"({"direction")", R"({"Direction":1})", R"("d)", R"(")", "" } )
-        EXPECT_EQ( foundIn( text ), Found() ) << text;
+TEST_F( GoingThroughAContextText, PassesOverAValueOfAnotherType ) {
+    writeFile( "text", R"({"a":[1],"b":{"x":2},"c":3})" );
+    ContextText text( "text" );
+    std::vector<String> names;
+    auto const fail = []( auto const&... ) { ADD_FAILURE(); };
+    text.eachMember( [ & ]( String const& name ) {
+        names.push_back( name );
+        if( name == "a" )
+            text.eachMember( fail );
+        else
+            text.eachElement( fail );
+    } );
+    EXPECT_THAT( names, ElementsAre( "a", "b", "c" ) );
 }
 
 } // namespace

@@ -108,10 +108,41 @@ TEST_F( FieldOfARecord, IsOfTheExactNameElseOfTheOneThatEndsInTheWord ) {
     EXPECT_THAT( suggestions, ElementsAre( "pipe.Egress.acl", "pipe.Ingress.acl" ) );
 }
 
-TEST_F( FieldOfARecord, OfSeveralOfANameIsTheFirstsAndSaysSo ) {
+TEST_F( FieldOfARecord, OfSeveralOfANameIsAskedForByHandle ) {
     model->parser()->bfTablesPush( named<BfTableInfo>( "pipe.lpm", 99 ) );
-    EXPECT_EQ( answer( "table", "lpm", "handle" ), "4\n" );
-    EXPECT_EQ( notes, "bfri: 2 tables have this name; this is the first, as for every query\n" );
+    for( char const* const word : { "lpm", "pipe.lpm" } ) {
+        EXPECT_EQ( statusOf( "table", word, "handle" ), ExitStatus::no );
+        EXPECT_EQ( notes, String( "'" ) + word + "' means 2 tables; say which:" );
+        EXPECT_THAT( suggestions, ElementsAre( "0x00000004", "0x00000063" ) );
+    }
+    EXPECT_EQ( answer( "table", "0x00000063", "handle" ), "99\n" );
+    EXPECT_EQ( answer( "table", "0x00000004", "name" ), "pipe.lpm\n" );
+}
+
+TEST_F( FieldOfARecord, OfAnActionOfSeveralTablesIsAskedForByTheTable ) {
+    auto& parser = *model->parser();
+    parser.bfActionsPush( { 11, "pipe.permit", "pipe.Ingress.acl" } );
+    parser.bfActionsPush( { 12, "pipe.permit", "pipe.Egress.acl" } );
+    parser.bfActionsPush( { 13, "deny", "pipe.Egress.acl" } );
+    EXPECT_EQ( statusOf( "action", "permit", "handle" ), ExitStatus::no );
+    EXPECT_EQ( notes, "'permit' means 2 actions; say which:" );
+    EXPECT_THAT( suggestions,
+                 ElementsAre( "pipe.permit of pipe.Egress.acl", "pipe.permit of pipe.Ingress.acl" ) );
+    EXPECT_EQ( answer( "action", "pipe.permit of pipe.Egress.acl", "handle" ), "12\n" );
+    EXPECT_EQ( answer( "action", "permit of Ingress.acl", "handle" ), "11\n" );
+    EXPECT_EQ( answer( "action", "deny", "handle" ), "13\n" );
+    EXPECT_EQ( answer( "action", "deny of acl", "handle" ), "13\n" );
+    EXPECT_EQ( statusOf( "action", "permit of acl", "handle" ), ExitStatus::no );
+    EXPECT_EQ( notes, "'acl' is the end of several tables' names:" );
+    EXPECT_EQ( statusOf( "action", "deny of lpm", "handle" ), ExitStatus::no );
+    EXPECT_EQ( notes, "no table with this action 'lpm'; 'bfri actions' lists them all" );
+    EXPECT_EQ( statusOf( "table", "acl of acl", "handle" ), ExitStatus::no ); // only actions have tables
+    parser.bfActionsPush( { 14, "deny", "pipe.Egress.acl" } );
+    EXPECT_EQ( statusOf( "action", "deny of acl", "handle" ), ExitStatus::no );
+    EXPECT_THAT( suggestions, ElementsAre( "0x0000000d", "0x0000000e" ) );
+    EXPECT_EQ( answer( "action", "0x0000000e", "tableName" ), "pipe.Egress.acl\n" );
+    parser.bfActionsPush( { 15, "odd of name", "pipe.lpm" } );
+    EXPECT_EQ( answer( "action", "odd of name", "handle" ), "15\n" );
 }
 
 TEST_F( FieldOfARecord, OfAnUnknownNameIsNotFound ) {

@@ -41,6 +41,11 @@ ContextBuilder twoTables( Support::Table const& a, Support::Table const& b ) {
 }
 
 Support::Table acl() { return Support::matchTable( "acl" ); }
+/// A counter, and a table that lists it and names it in an action.
+ContextBuilder countedBy( Support::Table const& counter ) {
+    return twoTables( Support::matchTable( "acl" ).statistics( "c" ).action( "count", { "c" } ), counter );
+}
+
 Support::Table lpm() { return Support::matchTable( "lpm" ); }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -98,6 +103,24 @@ INSTANTIATE_TEST_SUITE_P(
              "is \"mach\", which" },
         Odd{ "BF408", ContextBuilder().table( acl().with( "/direction", "\"up\"" ) ),
              "is \"up\", the model says egress" },
+        Odd{ "BF409", ContextBuilder().table( acl().controllable( false ) ), "match table \"acl\" (" },
+        Odd{ "BF409", ContextBuilder().table( acl().controllable( false ) ),
+             "no record of it and its actions: its \"is_resource_controllable\" is false" },
+        Odd{ "BF409", ContextBuilder().table( acl().with( "/static_entries", "[{\"a\":[1]}]" ) ),
+             "actions: it has 1 static entry" },
+        Odd{ "BF409",
+             ContextBuilder().table(
+                 acl().controllable( false ).with( "/static_entries", "[1,2]" ).stages( {} ) ),
+             "it has 2 static entries, and its \"is_resource_controllable\" is false, and no stage table" },
+        Odd{ "BF410", countedBy( statisticsTable( "c" ).with( "/statistics_type", "\"both\"" ) ),
+             "\"both\", so that it counts neither packets nor bytes" },
+        Odd{ "BF410", countedBy( statisticsTable( "c" ).referenced( "somehow" ) ),
+             "its \"how_referenced\" is \"somehow\", which the model takes for \"direct\"" },
+        Odd{ "BF410",
+             twoTables( acl().meter( "m" ).action( "a", { "m" } ), meterTable( "m" ).referenced( "x" ) ),
+             "takes for \"indirect\"" },
+        Odd{ "BF410", twoTables( acl().stateful( "r" ), statefulTable( "r" ).referenced( "" ) ),
+             "is \"\", which the model takes for \"direct\"" },
         Odd{ "BF406", ContextBuilder().dynamicHash( "h", { "a", "b", "a", "a" } ),
              "holds \"a\" more than once" } ) );
 
@@ -130,6 +153,49 @@ TEST_F( Finding, IsNotMadeOfKnownTypesDirectionsAndNames ) {
                  IsEmpty() );
 }
 
+TEST_F( Finding, IsNotMadeOfTablesThatTheModelHas ) {
+    EXPECT_THAT( codesOf( *modelOf( ContextBuilder()
+                                        .table( acl().with( "/static_entries", "[]" ) )
+                                        .table( conditionTable( "if" )
+                                                    .with( "/is_resource_controllable", "false" )
+                                                    .with( "/static_entries", "[1]" ) ) ) ),
+                 IsEmpty() );
+}
+
+TEST_F( Finding, OfRepeatedMembersIsMadeForThoseThatSomePassReads ) {
+    String text = ContextBuilder().table( acl().handle( 7 ) ).text();
+    auto const insertBehind = [ & ]( String const& front, String const& more ) {
+        auto const at = text.find( front );
+        ASSERT_NE( at, String::npos );
+        text.insert( at + front.size(), more );
+    };
+    insertBehind( "{", R"("learn_quanta":[],"none":1,"none":2,)" );
+    insertBehind( "\"tables\":[", R"({"table_type":"condition","name":"if","x":1,"x":2},)" );
+    insertBehind( "\"handle\":7", R"(,"size":5,"size":6)" );
+    writeSwitchConf( "context.json" );
+    writeFile( "context.json", text );
+    std::vector<String> messages;
+    for( auto const& finding :
+         Bfri::findingsOf( *BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" ) ) )
+        messages.push_back( finding.kind->code + String( " " ) + finding.message() );
+    EXPECT_THAT(
+        messages,
+        testing::UnorderedElementsAre(
+            "BF411 context file \"context.json\": has more than one \"learn_quanta\", of which the "
+            "first counts",
+            "BF411 table \"acl\" (0x00000007): has more than one \"size\", of which the first counts",
+            "BF411 table \"acl\" (0x00000007): has more than one \"size\", of which the first counts" ) );
+}
+
+TEST_F( Finding, OfSomethingUnreferencedNamesTablesWithoutAStageThatListIt ) {
+    auto const model = modelOf( ContextBuilder()
+                                    .table( acl().statistics( "c" ).stages( {} ) )
+                                    .table( lpm().statistics( "c" ).stages( {} ).controllable( false ) )
+                                    .table( statisticsTable( "c" ) ) );
+    EXPECT_THAT( Bfri::findingsOf( *model ).front().message(),
+                 HasSubstr( "; listed by tables without a stage table: \"acl\", \"lpm\"" ) );
+}
+
 TEST_F( Finding, OfErrorsComesFirstAndOfNotesLast ) {
     EXPECT_THAT( codesOf( *modelOf( ContextBuilder()
                                         .table( acl().stages( {} ) )
@@ -144,6 +210,8 @@ struct Pipes {
     std::vector<std::vector<std::uint32_t>> pipelines;
     std::vector<String> codes;
 };
+
+std::ostream& operator<<( std::ostream& os, Pipes const& row ) { return os << row.name; }
 
 class PipelineFinding : public InFolder, public testing::WithParamInterface<Pipes> {};
 

@@ -108,11 +108,11 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Kind{
             "resources", addResources,
-            "HANDLE      SIZE  TYPE           DIRECTION  FIRST STAGE  STAGES  NAME\n"
-            "0x01000001  1024  ternary_match  ingress              2       3  pipe.lpm\n"
-            "0x06000002     8  wred           egress              11       1  pipe.wred\n"
-            "0x00000003     0  11             egress               0       0  odd\n"
-            "0x00000004     0  13             egress               0       0  odder\n",
+            "HANDLE      SIZE  TYPE           DIRECTION  FIRST STAGE  STAGE TABLES  NAME\n"
+            "0x01000001  1024  ternary_match  ingress              2             3  pipe.lpm\n"
+            "0x06000002     8  wred           egress              11             1  pipe.wred\n"
+            "0x00000003     0  11             egress               0             0  odd\n"
+            "0x00000004     0  13             egress               0             0  odder\n",
             "name,handle,type,typeName,size,ingress,stages,stageStart\n"
             "pipe.lpm,16777217,1,ternary_match,1024,true,3,2\n"
             "pipe.wred,100663298,12,wred,8,false,1,11\n"
@@ -251,6 +251,19 @@ TEST( Resources, HaveTheirTypeByName ) {
 }
 
 /// What holds of every list, those with tests of their own included.
+class FilteredList : public InFolder {};
+
+TEST_F( FilteredList, SaysThatNoNameMatches ) {
+    writeSwitchConf( "context.json" );
+    writeFile( "context.json", contextOf( matchTable( "acl", 1 ) ) );
+    EXPECT_EQ( bfri( { "tables", "switch.conf", "--filter", "lpm", "--csv" } ).err,
+               "bfri: no name matches 'lpm'\n" );
+    for( std::vector<char const*> const& line : { std::vector{ "tables", "switch.conf", "--filter", "a" },
+                                                  { "tables", "switch.conf", "-n", "0" },
+                                                  { "counters", "switch.conf", "--filter", "a" } } )
+        EXPECT_EQ( bfri( line ).err, "" );
+}
+
 class EveryList : public InFolder {};
 
 TEST_F( EveryList, HasANameToFilterByAndColumnsOfFieldsThatThereAre ) {

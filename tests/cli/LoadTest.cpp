@@ -7,23 +7,29 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <thread>
+#include <zlib.h>
 
 namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
 
 char const* const commandsWithoutName[] = { "summary", "tables", "resources", "dump" };
 
 class Loading : public InFolder {};
 
-TEST_F( Loading, OfAMissingConfigurationIsStatus3InTheWordsOfTheLogMessage ) {
+TEST_F( Loading, OfAMissingConfigurationIsStatus3AndReportsTheLogMessage ) {
     for( char const* const command : commandsWithoutName ) {
         auto const outcome = bfri( { command, "no.conf" } );
         EXPECT_EQ( outcome.status, 3 );
         EXPECT_THAT( outcome.out, IsEmpty() );
-        EXPECT_EQ( outcome.err, "bfri: There was an error in the provided switch.conf for profile no.conf: "
-                                "No such file or directory. Correct the switch.conf file.\n" );
+        EXPECT_EQ( outcome.err,
+                   "bfri: can't use switch configuration no.conf\n"
+                   "  problem:   No such file or directory\n"
+                   "  reported:  There was an error in the provided switch.conf for profile no.conf: "
+                   "No such file or directory. Correct the switch.conf file.\n" );
     }
 }
 
@@ -32,23 +38,56 @@ TEST_F( Loading, OfABadConfigurationSaysWhereInIt ) {
     for( char const* const command : commandsWithoutName ) {
         auto const outcome = bfri( { command, "switch.conf" } );
         EXPECT_EQ( outcome.status, 3 );
-        EXPECT_THAT( outcome.err, HasSubstr( "for profile switch.conf: switch.conf:2:3: expected " ) );
+        EXPECT_THAT( outcome.err, HasSubstr( "\n  where:     line 2, column 3\n"
+                                             "  expected:  \"devices\" to be an array\n"
+                                             "  found:     a number\n" ) );
     }
 }
 
 TEST_F( Loading, OfAConfigurationThatIsNoJsonEndsItsSentenceOnce ) {
     writeFile( "switch.conf", "{ \"devices\": [,] }" );
     EXPECT_EQ( bfri( { "summary", "switch.conf" } ).err,
-               "bfri: There was an error in the provided switch.conf for profile switch.conf: "
-               "switch.conf:1:15: Invalid value. Correct the switch.conf file.\n" );
+               "bfri: can't use switch configuration switch.conf\n"
+               "  problem:   line 1, column 15: Invalid value.\n"
+               "  reported:  There was an error in the provided switch.conf for profile switch.conf: "
+               "switch.conf:1:15: Invalid value. Correct the switch.conf file.\n"
+               "'bfri check switch.conf' says more\n" );
 }
 
 TEST_F( Loading, OfABadConfigurationInJsonAnswersInJson ) {
     auto const outcome = bfri( { "tables", "no.conf", "--json" } );
     EXPECT_EQ( outcome.status, 3 );
-    EXPECT_EQ( compact( parsed( outcome.out ) ),
-               R"({"format":1,"error":"There was an error in the provided switch.conf for profile no.conf: )"
-               R"(No such file or directory. Correct the switch.conf file.","suggestions":[]})" );
+    EXPECT_THAT( compact( parsed( outcome.out ) ),
+                 StartsWith( R"({"format":1,"error":"can't use switch configuration no.conf: )"
+                             R"(No such file or directory","suggestions":[],)"
+                             R"("failure":{"file":"no.conf","isContextFile":false,"problem":"No such )" ) );
+}
+
+TEST_F( Loading, OfSomethingElseThanAConfigurationSaysWhatThatIs ) {
+    std::filesystem::create_directory( "empty" );
+    EXPECT_THAT( bfri( { "summary", "empty" } ).err,
+                 HasSubstr( "\n  hint:      that is a folder; CONF is" ) );
+    writeSwitchConf( "context.json" );
+    EXPECT_THAT( bfri( { "summary", "." } ).err,
+                 HasSubstr( "\n  hint:      that is a folder; ./switch.conf is in it\n" ) );
+    writeFile( "context.json", contextOf( matchTable( "acl", 1 ) ) );
+    EXPECT_THAT( bfri( { "summary", "context.json" } ).err,
+                 HasSubstr( "\n  hint:      that is a context file; CONF is" ) );
+    writeFile( "switch.conf", "{ \"devices\": 7 }" );
+    EXPECT_THAT( bfri( { "summary", "switch.conf" } ).err, Not( HasSubstr( "hint:" ) ) );
+}
+
+TEST_F( Loading, OfAGzipConfigurationSaysSo ) {
+    gzFile const file = gzopen( "switch.conf", "wb" );
+    gzputs( file, R"({"devices":[]})" );
+    gzclose( file );
+    for( char const* const command : { "summary", "check" } ) {
+        auto const outcome = bfri( { command, "switch.conf" } );
+        EXPECT_EQ( outcome.status, 3 );
+        String const text = outcome.out + outcome.err;
+        EXPECT_THAT( text, HasSubstr( "\n  problem:   the file is gzip, as only context files may be\n" ) );
+        EXPECT_THAT( text, Not( HasSubstr( "^" ) ) );
+    }
 }
 
 TEST_F( Loading, NamesThePipelineThatALaterOneWithTheSamePipesHides ) {

@@ -54,9 +54,9 @@ class Lookup : public InFolder {
 
 TEST_F( Lookup, ShowsEveryRecordThatBearsAHandleAndTheFieldThatDoes ) {
     EXPECT_EQ( ask( { "0x1000001" } ), 0 );
-    EXPECT_EQ( out, "HANDLE      KIND     FIELD   NAME      TABLE\n"
-                    "0x01000001  table    handle  pipe.acl  -\n"
-                    "0x01000001  counter  handle  hits      pipe.acl\n" );
+    EXPECT_EQ( out, "HANDLE      KIND     IN FIELD  NAME      TABLE\n"
+                    "0x01000001  table    handle    pipe.acl  -\n"
+                    "0x01000001  counter  handle    hits      pipe.acl\n" );
     EXPECT_THAT( err, IsEmpty() );
 }
 
@@ -64,10 +64,10 @@ TEST_F( Lookup, TakesDecimalAndHexadecimalOfEitherCase ) {
     for( char const* const word :
          { "16777217", "0016777217", "0x1000001", "0X1000001", "0x00000000001000001" } ) {
         EXPECT_EQ( ask( { word } ), 0 ) << word;
-        EXPECT_THAT( out, HasSubstr( "\n0x01000001  table    handle  pipe.acl  -\n" ) ) << word;
+        EXPECT_THAT( out, HasSubstr( "\n0x01000001  table    handle    pipe.acl  -\n" ) ) << word;
     }
     EXPECT_EQ( ask( { "0" } ), 0 );
-    EXPECT_THAT( out, HasSubstr( "learn-quanta  handle  learn" ) );
+    EXPECT_THAT( out, HasSubstr( "learn-quanta  handle    learn" ) );
 }
 
 TEST_F( Lookup, KnowsEveryFieldThatHoldsAHandle ) {
@@ -79,8 +79,8 @@ TEST_F( Lookup, KnowsEveryFieldThatHoldsAHandle ) {
                        { "0x4000001", "counter  ownHandle  hits  pipe.acl" },
                        { "0x5000001", "hash  tableHdl  hash  -" },
                        { "0x6000001", "hash  fieldListHdl  hash  -" },
-                       { "0x20000001", "action  handle  drop  pipe.acl" },
-                       { "0", "learn-quanta  handle  learn  -" } };
+                       { "0x20000001", "action  handle    drop  pipe.acl" },
+                       { "0", "learn-quanta  handle    learn  -" } };
     for( auto const& row : rows ) {
         EXPECT_EQ( ask( { row.handle } ), 0 );
         EXPECT_THAT( out, HasSubstr( row.row ) );
@@ -117,16 +117,16 @@ TEST_F( Lookup, TellsSeveralTablesFromNone ) {
     model->parser()->bfRegisterInfosPush( cells );
     model->parser()->multipleParentTablesIs( "shared" );
     EXPECT_EQ( ask( { "9" } ), 0 );
-    EXPECT_EQ( out, "HANDLE      KIND      FIELD   NAME    TABLE\n"
-                    "0x00000009  counter   handle  shared  (several)\n"
-                    "0x00000009  register  handle  shared  (several)\n" );
+    EXPECT_EQ( out, "HANDLE      KIND      IN FIELD  NAME    TABLE\n"
+                    "0x00000009  counter   handle    shared  (several)\n"
+                    "0x00000009  register  handle    shared  (several)\n" );
     EXPECT_EQ( ask( { "9" }, Format::json ), 0 );
     EXPECT_THAT( compact( parsed( out ) ), HasSubstr( R"("table":null,"severalTables":true})" ) );
 }
 
 TEST_F( Lookup, OfUnknownHandlesNamesEachAndAnswersTheOthers ) {
     EXPECT_EQ( ask( { "7", "0x4000001", "0xFFFFFFFF" } ), 1 );
-    EXPECT_EQ( out, "HANDLE      KIND     FIELD      NAME  TABLE\n"
+    EXPECT_EQ( out, "HANDLE      KIND     IN FIELD   NAME  TABLE\n"
                     "0x04000001  counter  ownHandle  hits  pipe.acl\n" );
     EXPECT_EQ( err, "bfri: nothing has the handle 7\nbfri: nothing has the handle 0xFFFFFFFF\n" );
     EXPECT_EQ( ask( { "7" } ), 1 );
@@ -215,21 +215,92 @@ TEST_F( HandlesOfAFile, AreThoseOfEachRecordWithTheTableBehindIt ) {
                  ElementsAre( "table.handle pipe.acl/=pipe.acl", "resource.handle pipe.acl/=pipe.acl",
                               "counter.handle hits/pipe.acl=", "meter.handle police/pipe.acl=",
                               "register.handle seen/pipe.acl=" ) );
-    EXPECT_THAT( bearersOf( "members" ),
-                 ElementsAre( "table.adtHandle pipe.acl/=members", "resource.handle members/=members" ) );
+    EXPECT_THAT( bearersOf( "members" ), ElementsAre( "table.adtHandle pipe.acl/=members",
+                                                      "resource.handle members/pipe.acl=members" ) );
     EXPECT_THAT( bearersOf( "hits" ),
                  ElementsAre( "resource.handle hits/pipe.acl=hits", "counter.ownHandle hits/pipe.acl=hits",
                               "handle.statReferences pipe.acl/=" ) );
     EXPECT_THAT( bearersOf( "counter" ), ElementsAre( "resource.handle counter/pipe.acl=counter",
                                                       "counter.handle counter/pipe.acl=counter" ) );
-    EXPECT_THAT( bearersOf( "police" ), ElementsAre( "resource.handle police/pipe.acl=police",
-                                                     "handle.meterReferences pipe.acl/=" ) );
+    EXPECT_THAT( bearersOf( "police" ),
+                 ElementsAre( "resource.handle police/pipe.acl=police", "meter. police/pipe.acl=police",
+                              "handle.meterReferences pipe.acl/=" ) );
     EXPECT_THAT( bearersOf( "bucket" ), ElementsAre( "resource.handle bucket/pipe.acl=bucket",
                                                      "wred.handle bucket/pipe.acl=bucket" ) );
-    EXPECT_THAT( bearersOf( "seen" ), ElementsAre( "resource.handle seen/pipe.acl=seen",
-                                                   "handle.statefulReferences pipe.acl/=" ) );
+    EXPECT_THAT( bearersOf( "seen" ),
+                 ElementsAre( "resource.handle seen/pipe.acl=seen", "register. seen/pipe.acl=seen",
+                              "handle.statefulReferences pipe.acl/=" ) );
     EXPECT_THAT( bearersOf( "cells" ), ElementsAre( "resource.handle cells/pipe.acl=cells",
                                                     "register.handle cells/pipe.acl=cells" ) );
+}
+
+TEST_F( HandlesOfAFile, AreOfTheTablesThatThePageOfAResourceHas ) {
+    using namespace Support;
+    context
+        .table( Support::matchTable( "pipe.lpm" )
+                    .selection( "groups" )
+                    .actionData( "members" )
+                    .meter( "wred" )
+                    .statistics( "indirect" ) )
+        .table( selectionTable( "groups" ) )
+        .table( wredTable( "wred" ).referenced( "direct" ) )
+        .table( statisticsTable( "indirect" ) );
+    model = modelOf( context );
+    struct {
+        char const* resource;
+        char const* table;
+    } const rows[] = { { "groups", "pipe.lpm" },   { "members", "(several)" }, { "wred", "pipe.lpm" },
+                       { "indirect", "pipe.lpm" }, { "hits", "pipe.acl" },     { "cells", "pipe.acl" },
+                       { "pipe.lpm", "" } };
+    for( auto const& row : rows ) {
+        SCOPED_TRACE( row.resource );
+        String table;
+        Bfri::eachBearer( *model->parser(), [ & ]( Bfri::Bearer const& bearer ) {
+            if( bearer.kind == String( "resource" ) && bearer.name == row.resource )
+                table = bearer.severalTables ? "(several)" : String( bearer.table );
+        } );
+        EXPECT_EQ( table, row.table );
+        std::set<String> onPage;
+        auto const page = jsonAnswerOf( "show", *model, row.resource );
+        for( auto const& section : page.GetObject() ) {
+            if( !section.value.IsArray() || !section.value[ 0 ].HasMember( "tables" ) )
+                continue;
+            for( auto const& owner : section.value[ 0 ][ "tables" ].GetArray() )
+                onPage.insert( owner[ "name" ].GetString() );
+        }
+        EXPECT_EQ( onPage.size() > 1 ? "(several)" : onPage.empty() ? "" : *onPage.begin(), row.table );
+    }
+}
+
+TEST_F( HandlesOfAFile, OfWhatIsDirectAreItsOwnToo ) {
+    context.table( Support::matchTable( "pipe.lpm" ).meter( "wred" ) )
+        .table( Support::wredTable( "wred" ).referenced( "direct" ) );
+    model = modelOf( context );
+    EXPECT_THAT( bearersOf( "wred" ),
+                 testing::ElementsAre( "resource.handle wred/pipe.lpm=wred", "wred. wred/pipe.lpm=wred",
+                                       "handle.meterReferences pipe.lpm/=" ) );
+    String const handle = std::to_string( Support::handleOf( "wred" ) );
+    EXPECT_THAT( bfri( { "lookup", "switch.conf", handle.c_str() } ).out,
+                 HasSubstr( "  wred      -                wred      pipe.lpm\n" ) );
+    EXPECT_THAT( compact( parsed( bfri( { "lookup", "switch.conf", handle.c_str(), "--json" } ).out ) ),
+                 HasSubstr( R"({"kind":"wred","field":null,"name":"wred","table":"pipe.lpm",)" ) );
+}
+
+TEST_F( Lookup, KeepsHandleAndKindWhereTheTerminalIsNarrow ) {
+    model->parser()->bfActionsPush(
+        { 0x20000002, "pipe.SwitchIngress.some_control.drop", "pipe.SwitchIngress.some_control.acl" } );
+    for( std::size_t const columns : { 80U, 60U, 59U, 40U } ) {
+        SCOPED_TRACE( columns );
+        std::ostringstream text;
+        Bfri::lookup( *model, { nullptr, { "switch.conf", "0x1000001", "0x4000001", "0x20000002" } },
+                      { text, text, { .columns = columns } } );
+        EXPECT_THAT( text.str(), HasSubstr( "\n0x01000001  table    " ) );
+        EXPECT_THAT( text.str(), HasSubstr( "\n0x04000001  counter  " ) );
+        EXPECT_THAT( text.str(), HasSubstr( "\n0x20000002  action   " ) );
+        std::istringstream lines( text.str() );
+        for( String line; std::getline( lines, line ); )
+            EXPECT_LE( line.size(), columns );
+    }
 }
 
 /// Against the lists, which show whole records: a field of handles that a record gains is missed here.
@@ -268,7 +339,7 @@ TEST_F( HandlesOfAFile, AreAnsweredByTheProgram ) {
     String const handle = std::to_string( Support::handleOf( "counter" ) );
     auto const outcome = bfri( { "lookup", "switch.conf", handle.c_str(), "7" } );
     EXPECT_EQ( outcome.status, 1 );
-    EXPECT_THAT( outcome.out, HasSubstr( "  counter   handle  counter  pipe.acl\n" ) );
+    EXPECT_THAT( outcome.out, HasSubstr( "  counter   handle    counter  pipe.acl\n" ) );
     EXPECT_EQ( outcome.err, "bfri: nothing has the handle 7\n" );
     EXPECT_EQ( bfri( { "lookup", "switch.conf" } ).status, 2 );
     auto const bad = bfri( { "lookup", "switch.conf", "x", "--json" } );

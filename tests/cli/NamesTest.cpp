@@ -1,5 +1,7 @@
 #include "cli/Names.h"
 
+#include "cli/Failure.h"
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -55,6 +57,32 @@ TEST( NearestNames, IncludeThoseThatHoldTheWord ) {
 TEST( NearestNames, AreAtMostFive ) {
     EXPECT_THAT( nearest( { "t1", "t2", "t3", "t4", "t5", "t6" }, "t7" ),
                  ElementsAre( "t1", "t2", "t3", "t4", "t5" ) );
+}
+
+TEST( NearestNames, AreFoundInCapitalLettersOrNot ) {
+    EXPECT_THAT( nearest( names, "ACL" ), ElementsAre( "pipe.Ingress.acl" ) );
+    EXPECT_THAT( nearest( { "IPV4_ACL" }, "ipv4_acl" ), ElementsAre( "IPV4_ACL" ) );
+}
+
+String refusalOf( std::vector<String> const& of, String const& word ) {
+    try {
+        return "found " + Bfri::meantName( of, word, { "name", "records", "names" } );
+    } catch( Bfri::Failure const& failure ) {
+        return failure.what() + String( " " ) + std::to_string( failure.suggestions.size() );
+    }
+}
+
+TEST( AMissingName, SaysThatThereAreMoreLikeItThanShown ) {
+    EXPECT_EQ( refusalOf( { "t1", "t2", "t3", "t4", "t5", "t6" }, "t7" ),
+               "no name 't7'; the nearest of 6 names like it: 5" );
+    EXPECT_EQ( refusalOf( { "t1", "t2" }, "t7" ), "no name 't7'; names like it: 2" );
+}
+
+TEST( AName, IsAlsoWhatATerminalShowsOfIt ) {
+    std::vector<String> const odd = { "pipe.ipv4_\xe4\x63l", "pipe.b\x1b", "c.b\x1b" };
+    EXPECT_EQ( refusalOf( odd, "pipe.ipv4_\\xe4cl" ), "found pipe.ipv4_\xe4\x63l" );
+    EXPECT_EQ( refusalOf( odd, "ipv4_\\xe4cl" ), "found pipe.ipv4_\xe4\x63l" );
+    EXPECT_EQ( refusalOf( odd, "b\\x1b" ), "'b\\x1b' is the end of several records' names: 2" );
 }
 
 } // namespace

@@ -96,13 +96,13 @@ TEST_F( Show, GivesATableAPageWithAllThatItTakes ) {
   maxSelEntries      0
   selHandle          0x00000004
   selName            pipe.selector
-  placed             from stage 6, 2 stage tables, ingress
+  placed             2 stage tables, the first in stage 6, ingress
 
   resources
-    HANDLE      SIZE  TYPE           DIRECTION  FIRST STAGE  STAGES  NAME
-    0x00000001    64  ternary_match  ingress              6       2  pipe.acl
-    0x00000004    64  selection      ingress              8       1  pipe.selector
-    0x00000005    64  statistics     ingress              7       1  pipe.hits
+    HANDLE      SIZE  TYPE           DIRECTION  FIRST STAGE  STAGE TABLES  NAME
+    0x00000001    64  ternary_match  ingress              6             2  pipe.acl
+    0x00000004    64  selection      ingress              8             1  pipe.selector
+    0x00000005    64  statistics     ingress              7             1  pipe.hits
 
   counters
     HANDLE      OWN HANDLE  SIZE  DIRECT  BYTES  PACKETS  PIPE  NAME
@@ -266,8 +266,8 @@ TEST_F( Show, GivesAResourceThatIsNoOtherRecordsPlaceTheTablesThatUseIt ) {
   severalParents  no
 
   tables
-    HANDLE      SIZE  FIRST STAGE  STAGES  NAME
-    0x00000001     0            3       2  acl
+    HANDLE      SIZE  FIRST STAGE  STAGE TABLES  NAME
+    0x00000001     0            3             2  acl
 )" );
     EXPECT_THAT( memberNames( jsonAnswerOf( "show", *model, "members" ) ),
                  ElementsAre( "format", "name", "bfResources" ) );
@@ -310,6 +310,24 @@ TEST_F( Show, ListsTheActionsOfAName ) {
   0x00000011  0x00000001    t1
   0x00000012  0x00000002    t2
 )" );
+}
+
+TEST_F( Show, KeepsToTheActionOfOneTableWhereItIsNamed ) {
+    parser.bfActionsPush( { 17, "permit", "pipe.acl" } );
+    parser.bfActionsPush( { 18, "permit", "pipe.other" } );
+    parser.bfTablesPush( named<BfTableInfo>( "acl", 1 ) );
+    String const whole = answerOf( "show", *model, Format::text, "permit" );
+    EXPECT_THAT( whole, HasSubstr( "pipe.acl" ) );
+    EXPECT_THAT( whole, HasSubstr( "pipe.other" ) );
+    String const one = answerOf( "show", *model, Format::text, "permit of acl" );
+    EXPECT_THAT( one, testing::StartsWith( "action permit\n" ) );
+    EXPECT_THAT( one, HasSubstr( "pipe.acl" ) );
+    EXPECT_THAT( one, testing::Not( HasSubstr( "pipe.other" ) ) );
+    auto const json = jsonAnswerOf( "show", *model, "permit of pipe.other" );
+    ASSERT_EQ( json[ "bfActions" ].Size(), 1U );
+    EXPECT_EQ( json[ "bfActions" ][ 0 ][ "handle" ].GetUint(), 18U );
+    for( char const* const word : { "permit of none", "acl of acl", "none of acl" } )
+        EXPECT_THROW( answerOf( "show", *model, Format::text, word ), Bfri::Failure ) << word;
 }
 
 TEST_F( Show, NumbersTheFieldsOfAHash ) {

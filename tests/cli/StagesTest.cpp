@@ -26,43 +26,72 @@ std::vector<String> linesOf( String const& text ) {
 
 class Stages : public InFolder {
   protected:
-    void place( String const& name, BfResourceType type, bool ingress, U32 first, U32 stages, U32 size = 64,
-                U32 handle = 1 ) {
-        model->parser()->bfResourcesPush(
-            { name, handle, static_cast<U32>( type ), size, ingress, stages, first } );
+    using Numbers = std::vector<std::int64_t>;
+
+    static Support::Table tableIn( String const& name, char const* type, bool ingress, Numbers const& stages,
+                                   U32 size = 64 ) {
+        std::vector<Support::StageTable> stageTables;
+        for( std::int64_t const stage : stages )
+            stageTables.push_back( Support::StageTable( type ).number( stage ) );
+        return Support::matchTable( name )
+            .stages( stageTables )
+            .size( size )
+            .with( "/direction", ingress ? "\"ingress\"" : "\"egress\"" );
+    }
+    void place( String const& name, char const* type, bool ingress, Numbers const& stages, U32 size = 64 ) {
+        context.table( tableIn( name, type, ingress, stages, size ) );
     }
 
     void placeSome() {
-        place( "pipe.b", BfResourceType::hashMatch, true, 1, 2 );
-        place( "pipe.a", BfResourceType::hashMatch, true, 1, 1, 1024 );
-        place( "pipe.lpm", BfResourceType::algorithmicTcamMatch, true, 0, 4, 2 );
-        place( "pipe.out", BfResourceType::ternaryMatch, false, 3, 1 );
+        place( "pipe.b", "hash_match", true, { 1, 2 } );
+        place( "pipe.a", "hash_match", true, { 1 }, 1024 );
+        place( "pipe.lpm", "algorithmic_tcam_match", true, { 0, 1, 2, 3 }, 2 );
+        place( "pipe.out", "ternary_match", false, { 3 } );
     }
 
     void placeMany( U32 stages ) {
         for( U32 i = 0; i < 20 * stages; ++i )
             place( "pipe.SwitchIngress.some_control.table_" + std::to_string( i ),
-                   i % 3 == 0 ? BfResourceType::algorithmicTcamMatch : BfResourceType::statistics, i % 2 == 0,
-                   i % stages, 1 + i % 2, 1000 * i );
+                   i % 3 == 0 ? "algorithmic_tcam_match" : "statistics", i % 2 == 0,
+                   i % 2 == 0 ? Numbers{ i % stages } : Numbers{ i % stages, i % stages + 1 }, 1000 * i );
     }
 
     String answer( Look const& look = {}, std::map<String, String> const& options = {} ) {
+        return answerOf( *modelOf( context ), look, options );
+    }
+    static String answerOf( Bfri::Model const& model, Look const& look = {},
+                            std::map<String, String> const& options = {} ) {
         std::ostringstream out;
         std::ostringstream err;
         Bfri::Request request;
         request.words = { "switch.conf" };
         request.options = options;
-        Bfri::stages( *model, request, { out, err, look } );
+        Bfri::stages( model, request, { out, err, look } );
         EXPECT_EQ( err.str(), "" );
         return out.str();
     }
+    /// A switch of two pipelines, with "a" in stage 1 and "b" in stage 2 under the same handle.
+    static void writeTwo( bool withRuntimeConfig ) {
+        Support::DeviceBuilder device;
+        if( withRuntimeConfig )
+            device.runtimeConfig( "bfrt.json" );
+        for( auto const& [ name, stage ] : { std::pair( "a", 1 ), std::pair( "b", 2 ) } )
+            writeFile( String( name ) + ".json",
+                       Support::ContextBuilder()
+                           .table( tableIn( name, "hash_match", true, { stage } ).handle( 1 ) )
+                           .text() );
+        device.pipeline( "a.json", { 0, 1 } ).pipeline( "b.json", { 2, 3 } );
+        writeFile( "switch.conf", Support::SwitchConfBuilder().device( device ).text() );
+    }
+    rapidjson::Document json() { return jsonAnswerOf( "stages", *modelOf( context ) ); }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    Support::ContextBuilder context;
 };
 
 TEST_F( Stages, CountsWhatStartsAndWhatGoesOnByDirectionAndType ) {
     placeSome();
-    EXPECT_EQ( answer(), R"(4 resources in stages 0 to 3; the fullest is 1 with 3
+    EXPECT_EQ( answer(), R"(pipes 0 1: context.json
+4 resources in stages 0 to 3; the fullest is 1 with 3
 
 STAGE                     ALL    0    1    2    3
 ingress
@@ -73,18 +102,126 @@ egress
 all                         4    1  2+1   +2  1+1
                                  -    @    *    *
 
-2+1: two start in the stage, and one goes on from the stage before
-spans are counted in stage tables: a table of several units may end earlier
+2+1: two start in the stage, and one goes on from an earlier one
 )" );
 }
 
-TEST_F( Stages, OfOneStageTableEachNeedNoWordOnSpans ) {
-    place( "a", BfResourceType::hashMatch, true, 1, 1 );
-    EXPECT_THAT( answer(), Not( HasSubstr( "spans" ) ) );
-    EXPECT_THAT( answer( {}, { { "--list", "" } } ), EndsWith( "a\n" ) );
-    place( "b", BfResourceType::hashMatch, true, 1, 2 );
-    for( char const* const option : { "--list", "--no" } )
-        EXPECT_THAT( answer( {}, { { option, "" } } ), EndsWith( "may end earlier\n" ) );
+// What the model takes for stages in a row.
+
+TEST_F( Stages, AreThoseOfTheContextFile ) {
+    using Support::StageTable;
+    auto const in = []( std::int64_t stage ) { return StageTable( "hash_match" ).number( stage ); };
+    auto const unitTable = [] {
+        return Support::matchTable( "t" ).matchType( "algorithmic_tcam" ).partitions( 1 );
+    };
+    struct {
+        char const* what;
+        Support::Table table;
+        Numbers stages;
+    } const rows[] = {
+        { "one", tableIn( "t", "hash_match", true, { 3 } ), { 3 } },
+        { "several in one", tableIn( "t", "hash_match", true, { 3, 3, 4 } ), { 3, 4 } },
+        { "a gap", tableIn( "t", "hash_match", true, { 1, 5 } ), { 1, 5 } },
+        { "backwards", tableIn( "t", "hash_match", true, { 5, 4 } ), { 4, 5 } },
+        { "units", unitTable().units( { { in( 5 ), in( 6 ) }, { in( 5 ) }, {} } ), { 5, 6 } },
+        { "units and others beside them",
+          Support::matchTable( "t" )
+              .units( { { in( 5 ) } } )
+              .with( "/match_attributes/stage_tables", R"([ { "stage_number": 9 } ])" ),
+          { 5 } },
+        { "beside match attributes",
+          Support::statisticsTable( "t" ).stages( { in( 2 ), in( 7 ) } ),
+          { 2, 7 } },
+        { "numbers elsewhere",
+          Support::matchTable( "t" )
+              .stages(
+                  { in( 2 ).with( "/inner", R"({ "stage_number": 8, "stage_tables": [ "]\\\"}", 1 ] })" ) } )
+              .with( "/stage_number", "9" )
+              .with( "/handles", R"([ { "handle": 5 } ])" ),
+          { 2 } },
+        { "a member twice",
+          Support::Table( Support::JsonTree( tableIn( "t", "hash_match", true, { 3 } ).tree() )
+                              .withFirst( "/match_attributes/stage_tables/0/stage_number", "7" ) ),
+          { 7 } },
+        { "a name with an escape", tableIn( "pipe.\"t\"\\", "hash_match", true, { 6, 8 } ), { 6, 8 } },
+    };
+    for( auto const& row : rows ) {
+        SCOPED_TRACE( row.what );
+        auto const conditionToo = Support::ContextBuilder()
+                                      .table( row.table )
+                                      .table( Support::conditionTable( "c" )
+                                                  .handle( Support::handleOf( "t" ) )
+                                                  .with( "/stage_tables", R"([ { "stage_number": 11 } ])" ) );
+        auto const shown = jsonAnswerOf( "stages", *modelOf( conditionToo ) );
+        auto const& pipeline = shown[ "pipelines" ][ 0 ];
+        ASSERT_EQ( pipeline[ "bfResources" ].Size(), 1U );
+        ASSERT_TRUE( pipeline[ "bfResources" ][ 0 ][ "stageNumbers" ].IsArray() );
+        Numbers stages;
+        for( auto const& number : pipeline[ "bfResources" ][ 0 ][ "stageNumbers" ].GetArray() )
+            stages.push_back( number.GetInt64() );
+        EXPECT_EQ( stages, row.stages );
+        for( auto const& stage : pipeline[ "stages" ].GetArray() ) {
+            bool const taken = std::count( stages.begin(), stages.end(), stage[ "stage" ].GetInt64() ) > 0;
+            EXPECT_EQ( stage[ "spanning" ].GetUint(), taken ? 1U : 0U ) << stage[ "stage" ].GetUint();
+        }
+    }
+}
+
+TEST_F( Stages, WithAGapAreNotDrawnInIt ) {
+    place( "pipe.gap", "hash_match", true, { 0, 2 } );
+    EXPECT_EQ( answer(), R"(pipes 0 1: context.json
+1 resource in stages 0 to 2; the fullest are 0 and 2 with 1 each
+
+STAGE         ALL    0    1    2
+ingress
+  hash_match    1    1    .   +1
+all             1    1    .   +1
+                     @         @
+
+2+1: two start in the stage, and one goes on from an earlier one
+)" );
+    EXPECT_THAT( answer( {}, { { "--list", "" } } ), HasSubstr( "  64  ###  .###  pipe.gap\n" ) );
+    EXPECT_THAT( answer( {}, { { "--stage", "1" } } ), EndsWith( "\nstage 1: 0 of 1 resource\n" ) );
+}
+
+TEST_F( Stages, OfOneHandleTwiceAreToldApartByTheirOrder ) {
+    context.table( tableIn( "t", "hash_match", true, { 1, 4 } ).handle( 5 ) )
+        .table( tableIn( "t", "hash_match", true, { 1, 3 } ).handle( 5 ) )
+        .table( tableIn( "u", "hash_match", true, { 1, 2 } ).handle( 5 ) );
+    auto const text = answer( {}, { { "--list", "" } } );
+    EXPECT_THAT( text, HasSubstr( "  64    .######  .  .  u\n" ) );
+    EXPECT_THAT( text, HasSubstr( "  64    .###  .  .###  t\n" ) );
+    EXPECT_THAT( text, HasSubstr( "  64    .###  .###  .  t\n" ) );
+}
+
+TEST_F( Stages, ThatTheContextFileNoLongerTellsAreNotGuessed ) {
+    struct {
+        char const* what;
+        char const* file;
+    } const files[] = { { "nothing", "" },
+                        { "no JSON", "]]}}\"" },
+                        { "cut off", R"({ "tables": [ { "name": "pipe.a", "handle": )" },
+                        { "no table", R"({ "tables": [] })" },
+                        { "no array", R"({ "tables": { "name": [ 1e5 ] } })" } };
+    place( "pipe.a", "hash_match", true, { 1 } );
+    auto const model = modelOf( context );
+    for( auto const& file : files ) {
+        SCOPED_TRACE( file.what );
+        writeFile( "context.json", file.file );
+        EXPECT_EQ( answerOf( *model ), "pipes 0 1: context.json\nno resource has stages that are known\n"
+                                       "not on the map, as the context file does not tell their stages as it "
+                                       "did: 1 resource\n  pipe.a\n" );
+        auto const shown = jsonAnswerOf( "stages", *model );
+        EXPECT_TRUE( shown[ "pipelines" ][ 0 ][ "bfResources" ][ 0 ][ "stageNumbers" ].IsNull() );
+        EXPECT_EQ( shown[ "pipelines" ][ 0 ][ "stages" ].Size(), 0U );
+    }
+    for( auto const& other :
+         { tableIn( "pipe.a", "hash_match", true, { 1, 2 } ), tableIn( "pipe.a", "hash_match", true, { 2 } ),
+           tableIn( "pipe.a", "hash_match", true, { 1 } ).handle( 3 ),
+           tableIn( "pipe.b", "hash_match", true, { 1 } ).handle( Support::handleOf( "pipe.a" ) ) } ) {
+        writeFile( "context.json", Support::ContextBuilder().table( other ).text() );
+        EXPECT_THAT( answerOf( *model ), HasSubstr( "not on the map, " ) );
+    }
 }
 
 TEST_F( Stages, AreDrawnInUtf8WhereTheTerminalHasIt ) {
@@ -98,7 +235,8 @@ TEST_F( Stages, AreDrawnInUtf8WhereTheTerminalHasIt ) {
 
 TEST_F( Stages, AreListedWithABarForEachResource ) {
     placeSome();
-    EXPECT_EQ( answer( {}, { { "--list", "" } } ), R"(4 resources in stages 0 to 3; the fullest is 1 with 3
+    EXPECT_EQ( answer( {}, { { "--list", "" } } ), R"(pipes 0 1: context.json
+4 resources in stages 0 to 3; the fullest is 1 with 3
 
 SIZE    0  1  2  3  NAME
 ingress hash_match: 2
@@ -108,22 +246,19 @@ ingress algorithmic_tcam_match: 1
    2  ############  pipe.lpm
 egress ternary_match: 1
   64    .  .  .###  pipe.out
-
-spans are counted in stage tables: a table of several units may end earlier
 )" );
 }
 
 TEST_F( Stages, OfOneNumberListsTheResourcesInItAlone ) {
     placeSome();
-    EXPECT_EQ( answer( {}, { { "--stage", "2" } } ), R"(stage 2: 2 of 4 resources
+    EXPECT_EQ( answer( {}, { { "--stage", "2" } } ), R"(pipes 0 1: context.json
+stage 2: 2 of 4 resources
 
 SIZE    0  1  2  3  NAME
 ingress hash_match: 1
   64    .######  .  pipe.b
 ingress algorithmic_tcam_match: 1
    2  ############  pipe.lpm
-
-spans are counted in stage tables: a table of several units may end earlier
 )" );
 }
 
@@ -136,14 +271,14 @@ TEST_F( Stages, OfANumberThatNoFileHasAreNotFound ) {
             return String( thrown.what() );
         }
     };
-    EXPECT_EQ( failure(), "no stage 4; no resource is placed" );
+    EXPECT_EQ( failure(), "no stage 4; no resource has stages that are known" );
     placeSome();
     EXPECT_EQ( failure(), "no stage 4; the stages are 0 to 3" );
-    auto& parser = *model->parser();
-    parser.bfrtConfigIs( "bfrt.json" );
-    place( "other", BfResourceType::hashMatch, true, 4, 1, 64, 0x20000001 );
-    EXPECT_THAT( failure(), HasSubstr( "stage 4: 0 of 4 resources\n" ) );
-    EXPECT_THAT( failure(), HasSubstr( "stage 4: 1 of 1 resource\n" ) );
+    writeTwo( true );
+    auto const model = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
+    String const text = answerOf( *model, {}, { { "--stage", "2" } } );
+    EXPECT_THAT( text, HasSubstr( "stage 2: 0 of 1 resource\n" ) );
+    EXPECT_THAT( text, HasSubstr( "stage 2: 1 of 1 resource\n" ) );
 }
 
 TEST_F( Stages, HaveNumbers ) {
@@ -212,16 +347,14 @@ TEST_F( Stages, InAListKeepTheEndOfNamesWhereTheTerminalIsNarrow ) {
 }
 
 TEST_F( Stages, OfEachContextFileHaveAMapWhereHandlesTellThemApart ) {
-    auto& parser = *model->parser();
-    parser.contextFileIs( BfResourceInfo::BfPipeMask( 3 ), "a.json" );
-    parser.contextFileIs( BfResourceInfo::BfPipeMask( 12 ), "b.json" );
-    place( "a", BfResourceType::hashMatch, true, 1, 1, 64, 0x00000001 );
-    place( "b", BfResourceType::hashMatch, true, 2, 1, 64, 0x20000001 );
-    EXPECT_THAT( answer(), HasSubstr( "pipes 0 1: a.json\npipes 2 3: b.json\n"
-                                      "one map for all of these, as their handles do not tell them apart\n"
-                                      "2 resources in stages 0 to 2; the fullest is 1 with 1\n" ) );
-    parser.bfrtConfigIs( "bfrt.json" );
-    String const text = answer();
+    writeTwo( false );
+    EXPECT_THAT( answerOf( *BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" ) ),
+                 HasSubstr( "pipes 0 1: a.json\npipes 2 3: b.json\n"
+                            "one map for all of these, as their handles do not tell them apart\n"
+                            "2 resources in stages 0 to 2; the fullest are 1 and 2 with 1 each\n" ) );
+    writeTwo( true );
+    auto const model = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
+    String const text = answerOf( *model );
     EXPECT_THAT( text,
                  HasSubstr( "pipes 0 1: a.json\n1 resource in stages 0 to 1; the fullest is 1 with 1\n" ) );
     EXPECT_THAT( text, HasSubstr( "\n\npipes 2 3: b.json\n1 resource in stages 0 to 2; " ) );
@@ -235,9 +368,9 @@ TEST_F( Stages, OfEachContextFileHaveAMapWhereHandlesTellThemApart ) {
 
 TEST_F( Stages, AsJsonHaveWhatStartsAndSpansByDirectionAndType ) {
     placeSome();
-    auto const json = jsonAnswerOf( "stages", *model );
-    EXPECT_THAT( memberNames( json ), ElementsAre( "format", "pipelines" ) );
-    auto const& pipeline = json[ "pipelines" ][ 0 ];
+    auto const shown = json();
+    EXPECT_THAT( memberNames( shown ), ElementsAre( "format", "pipelines" ) );
+    auto const& pipeline = shown[ "pipelines" ][ 0 ];
     EXPECT_THAT( memberNames( pipeline ), ElementsAre( "contextFile", "stages", "bfResources" ) );
     ASSERT_EQ( pipeline[ "stages" ].Size(), 4U );
     EXPECT_EQ(
@@ -248,15 +381,17 @@ TEST_F( Stages, AsJsonHaveWhatStartsAndSpansByDirectionAndType ) {
         R"("entries":0}]})" );
     EXPECT_EQ(
         compact( pipeline[ "bfResources" ][ 0 ] ),
-        R"({"name":"pipe.a","handle":1,"type":2,"typeName":"hash_match","size":1024,"ingress":true,"stages":1,"stageStart":1})" );
+        R"({"name":"pipe.a","handle":)" + std::to_string( Support::handleOf( "pipe.a" ) ) +
+            R"(,"type":2,"typeName":"hash_match","size":1024,"ingress":true,"stages":1,"stageStart":1,)"
+            R"("stageNumbers":[1]})" );
 }
 
 TEST_F( Stages, AsJsonOfOneNumberHaveThatAlone ) {
     placeSome();
     std::ostringstream out;
     std::ostringstream err;
-    Bfri::stages( *model, { nullptr, { "switch.conf" }, Format::json, {}, { { "--stage", "3" } } },
-                  { out, err } );
+    Bfri::stages( *modelOf( context ),
+                  { nullptr, { "switch.conf" }, Format::json, {}, { { "--stage", "3" } } }, { out, err } );
     auto const json = parsed( out.str() );
     auto const& pipeline = json[ "pipelines" ][ 0 ];
     ASSERT_EQ( pipeline[ "stages" ].Size(), 1U );
@@ -265,17 +400,17 @@ TEST_F( Stages, AsJsonOfOneNumberHaveThatAlone ) {
 }
 
 TEST_F( Stages, OfAnEmptyModelAreNone ) {
-    EXPECT_EQ( answer(), "no resource is placed\n" );
+    auto const model = emptyModel();
+    EXPECT_EQ( answerOf( *model ), "no resource is placed\n" );
     EXPECT_EQ( compact( jsonAnswerOf( "stages", *model )[ "pipelines" ] ), "[]" );
-    model->parser()->contextFileIs( BfResourceInfo::BfPipeMask( 3 ), "a.json" );
-    EXPECT_EQ( answer(), "pipes 0 1: a.json\nno resource is placed\n" );
-    EXPECT_EQ( answer( {}, { { "--list", "" } } ), "pipes 0 1: a.json\nno resource is placed\n" );
+    EXPECT_EQ( answer(), "pipes 0 1: context.json\nno resource is placed\n" );
+    EXPECT_EQ( answer( {}, { { "--list", "" } } ), "pipes 0 1: context.json\nno resource is placed\n" );
 }
 
 TEST_F( Stages, WithNumbersThatNoChipHasAreThoseThatAreTaken ) {
-    place( "first", BfResourceType::hashMatch, true, 1, 1 );
-    place( "long", BfResourceType::hashMatch, true, 0xFFFFFFFE, 9, 0xFFFFFFFF );
-    place( "late", BfResourceType::hashMatch, true, 0xFFFFFFFE, 1, 2 );
+    place( "first", "hash_match", true, { 1 } );
+    place( "long", "hash_match", true, { 0xFFFFFFFE, 0xFFFFFFFF }, 0xFFFFFFFF );
+    place( "late", "hash_match", true, { -2 }, 2 );
     EXPECT_THAT( answer(), HasSubstr( R"(
 STAGE                ALL           1  4294967294  4294967295
 ingress
@@ -283,7 +418,7 @@ ingress
 )" ) );
     EXPECT_THAT( answer( {}, { { "--list", "" } } ),
                  HasSubstr( "            .######################  long\n" ) );
-    auto const stages = jsonAnswerOf( "stages", *model );
+    auto const stages = json();
     auto const& first = stages[ "pipelines" ][ 0 ][ "stages" ][ 1 ];
     EXPECT_EQ( first[ "stage" ].GetUint(), 0xFFFFFFFEU );
     EXPECT_EQ( first[ "entries" ].GetUint(), 0xFFFFFFFFU ); // a sum that has no more bits
