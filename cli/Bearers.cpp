@@ -2,6 +2,7 @@
 
 #include "cli/Relations.h"
 
+#include <charconv>
 #include <map>
 #include <set>
 
@@ -151,6 +152,15 @@ void eachBearer( BfResourceParser const& parser, std::function<void( Bearer cons
         walk.of( entry->first, entry->second );
     for( auto const* const entry : sortedByKey( parser.resourceHandles() ) )
         walk.of( entry->second );
+}
+
+std::optional<U32> handleIn( std::string_view word ) {
+    bool const hexadecimal = word.starts_with( "0x" ) || word.starts_with( "0X" );
+    char const* const end = word.data() + word.size();
+    U32 handle = 0;
+    auto const [ rest, error ] =
+        std::from_chars( word.data() + ( hexadecimal ? 2 : 0 ), end, handle, hexadecimal ? 16 : 10 );
+    return error == std::errc() && rest == end ? std::optional( handle ) : std::nullopt;
 }
 
 } // namespace Bfri

@@ -5,6 +5,7 @@
 #include "resourceinfo/parser/BfResourceParser.h"
 
 #include <functional>
+#include <optional>
 #include <string_view>
 
 namespace Bfri {
@@ -25,5 +26,8 @@ struct Bearer {
 /// both bear it.
 void eachBearer( BfResourceInfo::BfResourceParser const& parser,
                  std::function<void( Bearer const& )> const& visit );
+
+/// The handle that a word stands for, decimal or hexadecimal behind 0x; nothing for any other word.
+std::optional<U32> handleIn( std::string_view word );
 
 } // namespace Bfri

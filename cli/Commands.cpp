@@ -116,7 +116,7 @@ constexpr char const* checkDetails =
     "cannot be loaded: the place in the file, what should stand there and what does. One that is bad does "
     "not\n"
     "keep the others from being checked. '--explain all' lists the codes; a title does for a code.\n"
-    "Exit status: 0 all sound, 1 findings (with --fail-on those of that severity alone), 3 one cannot be\n"
+    "Exit status: 0 all sound, 1 findings (with --fail-on none below that severity), 3 one cannot be\n"
     "loaded.\n\n"
     "Examples:\n"
     "  bfri check build/*/switch.conf --ignore BF304,BF305 --fail-on warning\n"
@@ -278,8 +278,7 @@ String fieldLines( Listing const& listing ) {
 
 String exampleLines( Listing const& listing ) {
     String const start = String( "  bfri " ) + listing.word + " switch.conf";
-    return "\nExamples:\n" + start + "\n" + start + " --filter ^pipe --sort=-name -n 10\n" + start +
-           " --json";
+    return "\nExamples:\n" + start + "\n" + start + " --filter ip --sort=-name -n 10\n" + start + " --json";
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "cli/ActionWord.h"
 #include "cli/Answers.h"
+#include "cli/Bearers.h"
 #include "cli/Join.h"
+#include "cli/LeftOut.h"
 #include "cli/Names.h"
 #include "cli/TextFormat.h"
 #include "cli/Utf8.h"
@@ -24,12 +26,14 @@ Rows chosen( std::vector<Row> const& rows, Rule rule ) {
     return some;
 }
 
-Rows named( std::vector<Row> const& rows, Listing const& kind, String const& word ) {
+Rows named( std::vector<Row> const& rows, Listing const& kind, String const& word,
+            BfResourceInfo::BfResourceParser const& parser ) {
     std::vector<String> names;
     names.reserve( rows.size() );
     for( Row const& row : rows )
         names.push_back( valueAs<String>( row, "name" ) );
-    String const name = meantName( names, word, { kind.one, kind.word, kind.word } );
+    String const name = meantName( names, word, { kind.one, kind.word, kind.word },
+                                   [ & ] { return leftOutOfName( parser, word ); } );
     return chosen( rows, [ & ]( Row const& row ) { return valueAs<String>( row, "name" ) == name; } );
 }
 
@@ -45,18 +49,21 @@ Rows ofTable( Rows actions, ActionWord const& word ) {
 }
 
 /// By name; where no record has it, by the words that tell records of one name apart.
-Rows rowsMeant( std::vector<Row> const& rows, Listing const& kind, String const& word ) {
+Rows rowsMeant( std::vector<Row> const& rows, Listing const& kind, String const& word,
+                BfResourceInfo::BfResourceParser const& parser ) {
     auto exact = chosen( rows, [ & ]( Row const& row ) { return valueAs<String>( row, "name" ) == word; } );
     if( !exact.empty() )
         return exact;
+    auto const number = handleIn( word );
     auto withHandle = chosen( rows, [ & ]( Row const& row ) {
         auto const* const handle = std::get_if<Hex>( &valueOf( row, "handle" ).is );
-        return handle && textOf( *handle ) == word;
+        return handle && number == handle->value;
     } );
     if( !withHandle.empty() )
         return withHandle;
     auto const action = kind.word == std::string_view( "actions" ) ? actionWordOf( word ) : std::nullopt;
-    return action ? ofTable( named( rows, kind, action->name ), *action ) : named( rows, kind, word );
+    return action ? ofTable( named( rows, kind, action->name, parser ), *action )
+                  : named( rows, kind, word, parser );
 }
 
 /// The words for each of several records: actions by their tables, else by handle.
@@ -76,8 +83,9 @@ std::vector<String> wordsFor( Rows const& rows ) {
     return { words.begin(), words.end() };
 }
 
-Row const& rowMeant( std::vector<Row> const& rows, Listing const& kind, String const& word ) {
-    Rows const meant = rowsMeant( rows, kind, word );
+Row const& rowMeant( std::vector<Row> const& rows, Listing const& kind, String const& word,
+                     BfResourceInfo::BfResourceParser const& parser ) {
+    Rows const meant = rowsMeant( rows, kind, word, parser );
     if( meant.size() > 1 )
         throw Failure( ExitStatus::no,
                        "'" + shown( word ) + "' means " + std::to_string( meant.size() ) + ' ' + kind.word +
@@ -120,7 +128,7 @@ ExitStatus field( Model const& model, Request const& request, Streams const& io 
     String const& field = request.words[ 3 ];
     requireField( kind, field );
     auto const rows = kind.rows( *model.parser() );
-    Row const& row = rowMeant( rows, kind, request.words[ 2 ] );
+    Row const& row = rowMeant( rows, kind, request.words[ 2 ], *model.parser() );
     Value const& value = valueOf( row, field );
     if( isNothing( value ) || isNothing( valueOf( kind.shown ? kind.shown( row ) : row, field ) ) )
         throw Failure( ExitStatus::no, String( kind.one ) + " '" + shown( valueAs<String>( row, "name" ) ) +

@@ -7,7 +7,6 @@
 #include "cli/Utf8.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <unordered_map>
 
@@ -27,17 +26,13 @@ struct Found {
     Bearers others = {}; ///< of handles that differ in the pipe's bits alone
 };
 
-U32 handleOf( String const& word ) {
-    bool const hexadecimal = word.starts_with( "0x" ) || word.starts_with( "0X" );
-    char const* const end = word.data() + word.size();
-    U32 handle = 0;
-    auto const [ rest, error ] =
-        std::from_chars( word.data() + ( hexadecimal ? 2 : 0 ), end, handle, hexadecimal ? 16 : 10 );
-    if( error != std::errc() || rest != end )
+U32 handleMeant( String const& word ) {
+    auto const handle = handleIn( word );
+    if( !handle )
         throw Failure( ExitStatus::usage,
                        "'" + shown( word ) +
                            "' is no handle: a number up to 0xffffffff, decimal or hexadecimal behind 0x" );
-    return handle;
+    return *handle;
 }
 
 /// One pass over the model, however many handles are asked for.
@@ -56,7 +51,7 @@ std::unordered_map<U32, Bearers> bearersLike( Model const& model, std::vector<Fo
 std::vector<Found> find( Model const& model, std::span<String const> words ) {
     std::vector<Found> all;
     for( String const& word : words )
-        all.push_back( { word, handleOf( word ) } );
+        all.push_back( { word, handleMeant( word ) } );
     auto const like = bearersLike( model, all );
     for( Found& one : all ) {
         for( Bearer const& bearer : like.at( one.handle & withoutPipe ) )

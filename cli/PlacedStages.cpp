@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <bit>
 #include <charconv>
+#include <limits>
 
 namespace Bfri {
 
@@ -56,7 +57,9 @@ StageNumbers stageTables( ContextText& text ) {
     text.eachElement( [ & ] {
         std::optional<std::int64_t> number;
         eachNamed( text, "stage_number", [ & ] { readFirst( text, number, integer ); } );
-        if( number )
+        // Of a number beyond 32 bits the model has the lower ones; it is no stage.
+        if( number && *number >= std::numeric_limits<std::int32_t>::min() &&
+            *number <= std::numeric_limits<U32>::max() )
             numbers.push_back( static_cast<U32>( *number ) );
     } );
     return numbers;

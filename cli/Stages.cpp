@@ -168,7 +168,7 @@ void printTitle( std::ostream& out, StageMap const& map ) {
 void printLost( std::ostream& out, StageMap const& map ) {
     if( map.lost.empty() )
         return;
-    out << "not on the map, as the context file does not tell their stages as it did: "
+    out << "not on the map, as the context file does not tell all of their stages: "
         << counted( map.lost.size() ) << '\n';
     for( BfResource const* const resource : map.lost )
         out << "  " << shown( resource->name ) << '\n';

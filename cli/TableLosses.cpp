@@ -22,6 +22,14 @@ char const* takenFor( FileTable const& table ) {
                                  : ", which the model takes for \"direct\"";
 }
 
+/// As the model calls it.
+char const* recordOf( FileTable const& table ) {
+    return table.type == "statistics" ? "counter"
+           : table.type == "meter"    ? "meter"
+           : table.type == "stateful" ? "register"
+                                      : "table";
+}
+
 String isWord( char const* member, String const& word ) {
     return String( "its \"" ) + member + "\" is " + quoted( word );
 }
@@ -31,12 +39,12 @@ String isWord( char const* member, String const& word ) {
 void addLosses( FileTable const& table, FileTables const& tables, Losses& losses ) {
     auto const handle = table.handle ? std::optional( *table.handle | tables.pipeBits ) : std::nullopt;
     auto const add = [ & ]( std::vector<Loss>& list, String says ) {
-        list.push_back( { &list == &losses.leftOut ? "match table" : "table", table.name, handle,
-                          std::move( says ), tables.file } );
+        char const* const what = &list == &losses.leftOut ? "match table" : recordOf( table );
+        list.push_back( { what, table.name, handle, std::move( says ), tables.file } );
     };
     bool const placed = handle && tables.parser.resourceHandlesHas( *handle );
     if( String const why = table.whyLeftOut(); !why.empty() )
-        add( losses.leftOut, why + ( placed ? "" : ", and no stage table" ) );
+        add( losses.leftOut, why + ( placed ? "" : "; it has no stage table either" ) );
     if( !placed ) {
         for( FileReference const& reference : table.references )
             losses.unplacedReferrers[ reference.handle | tables.pipeBits ].push_back( table.name );

@@ -116,7 +116,8 @@ TEST_F( FieldOfARecord, OfSeveralOfANameIsAskedForByHandle ) {
         EXPECT_THAT( suggestions, ElementsAre( "0x00000004", "0x00000063" ) );
     }
     EXPECT_EQ( answer( "table", "0x00000063", "handle" ), "99\n" );
-    EXPECT_EQ( answer( "table", "0x00000004", "name" ), "pipe.lpm\n" );
+    for( char const* const handle : { "0x00000004", "0x4", "4" } )
+        EXPECT_EQ( answer( "table", handle, "name" ), "pipe.lpm\n" ) << handle;
 }
 
 TEST_F( FieldOfARecord, OfAnActionOfSeveralTablesIsAskedForByTheTable ) {

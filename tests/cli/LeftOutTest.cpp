@@ -59,6 +59,13 @@ TEST_F( LeftOut, IsSaidOfAHandleThatIsLookedUp ) {
     EXPECT_EQ( outcome.err, "bfri: nothing has the handle 0x10000007; " + String( of ) + "\n" );
 }
 
+TEST_F( LeftOut, IsSaidOfAFieldThatIsAskedFor ) {
+    EXPECT_THAT( bfri( { "field", "switch.conf", "table", "marks", "size" } ).err,
+                 HasSubstr( String( " 'marks': " ) + of + "\n" ) );
+    EXPECT_THAT( bfri( { "field", "switch.conf", "action", "mark of marks", "handle" } ).err,
+                 HasSubstr( String( " 'mark': " ) + ofAction + "\n" ) );
+}
+
 TEST_F( LeftOut, IsSaidOfANameThatIsAskedFor ) {
     for( char const* const command : { "table", "show" } ) {
         auto const outcome = bfri( { command, "switch.conf", "marks" } );

@@ -209,8 +209,8 @@ TEST_F( Stages, ThatTheContextFileNoLongerTellsAreNotGuessed ) {
         SCOPED_TRACE( file.what );
         writeFile( "context.json", file.file );
         EXPECT_EQ( answerOf( *model ), "pipes 0 1: context.json\nno resource has stages that are known\n"
-                                       "not on the map, as the context file does not tell their stages as it "
-                                       "did: 1 resource\n  pipe.a\n" );
+                                       "not on the map, as the context file does not tell all of their "
+                                       "stages: 1 resource\n  pipe.a\n" );
         auto const shown = jsonAnswerOf( "stages", *model );
         EXPECT_TRUE( shown[ "pipelines" ][ 0 ][ "bfResources" ][ 0 ][ "stageNumbers" ].IsNull() );
         EXPECT_EQ( shown[ "pipelines" ][ 0 ][ "stages" ].Size(), 0U );
@@ -222,6 +222,11 @@ TEST_F( Stages, ThatTheContextFileNoLongerTellsAreNotGuessed ) {
         writeFile( "context.json", Support::ContextBuilder().table( other ).text() );
         EXPECT_THAT( answerOf( *model ), HasSubstr( "not on the map, " ) );
     }
+    // A number beyond 32 bits is no stage.
+    auto huge = tableIn( "pipe.a", "hash_match", true, { 1 } );
+    huge.with( "/match_attributes/stage_tables/0/stage_number", "4294967297" );
+    writeFile( "context.json", Support::ContextBuilder().table( huge ).text() );
+    EXPECT_THAT( answerOf( *model ), HasSubstr( "not on the map, " ) );
 }
 
 TEST_F( Stages, AreDrawnInUtf8WhereTheTerminalHasIt ) {
