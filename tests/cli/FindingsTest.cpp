@@ -111,7 +111,8 @@ INSTANTIATE_TEST_SUITE_P(
         Odd{ "BF409",
              ContextBuilder().table(
                  acl().controllable( false ).with( "/static_entries", "[1,2]" ).stages( {} ) ),
-             "it has 2 static entries, and its \"is_resource_controllable\" is false; it has no stage table either" },
+             "it has 2 static entries, and its \"is_resource_controllable\" is false; it has no stage table "
+             "either" },
         Odd{ "BF410", countedBy( statisticsTable( "c" ).with( "/statistics_type", "\"both\"" ) ),
              "\"both\", so that it counts neither packets nor bytes" },
         Odd{ "BF410", countedBy( statisticsTable( "c" ).referenced( "somehow" ) ),
