@@ -65,20 +65,36 @@ bool hasUniqueHandles( BfResourceParser const& parser ) {
     return !parser.bfrtConfig().empty() || parser.contextFile().size() <= 1;
 }
 
+/// How many of the old numbers have an owner now that had another number before, or was not there.
+std::size_t reusedOf( std::vector<Renumbering> const& renumbered, HandleOwners const& old,
+                      HandleOwners const& now ) {
+    std::map<U32, std::set<String>> gone;
+    for( Renumbering const& one : renumbered )
+        gone[ one.from ].insert( one.label() );
+    std::size_t count = 0;
+    for( auto const& entry : gone ) {
+        auto const& before = old.namesOf( entry.first );
+        auto const& after = now.namesOf( entry.first );
+        count += std::any_of( after.begin(), after.end(), [ & ]( String const& name ) {
+            return entry.second.count( name ) > 0 || before.count( name ) == 0;
+        } );
+    }
+    return count;
+}
+
 Handles handlesOf( FieldComparer const& comparer, BfResourceParser const& from, BfResourceParser const& to,
                    Listing const* only ) {
     HandleOwners const old( from, only );
     HandleOwners const now( to, only );
     Handles handles{ comparer.handles(), comparer.renumbered() };
-    std::set<U32> reused;
-    for( Renumbering const& one : handles.renumbered ) {
-        if( now.has( one.from ) )
-            reused.insert( one.from );
-    }
-    handles.reused = reused.size();
+    handles.reused = reusedOf( handles.renumbered, old, now );
     handles.areUnique = hasUniqueHandles( from ) && hasUniqueHandles( to );
     if( handles.areUnique )
         handles.shared = now.sharedSince( old );
+    handles.keepMeanings =
+        handles.areUnique && handles.shared.empty() && handles.reused == 0 &&
+        std::all_of( handles.renumbered.begin(), handles.renumbered.end(),
+                     [ & ]( Renumbering const& one ) { return now.takesOver( one.to, old, one.from ); } );
     return handles;
 }
 

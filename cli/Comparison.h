@@ -50,6 +50,8 @@ struct Renumbering {
     std::optional<String> table; ///< of an action
     U32 from;
     U32 to;
+
+    String label() const { return table ? name + " of " + *table : name; }
 };
 
 struct Handles {
@@ -57,6 +59,7 @@ struct Handles {
     std::vector<Renumbering> renumbered = {}; ///< ascending by the old number
     std::size_t reused = 0;                   ///< of the old numbers that are others now: have new owners
     std::vector<SharedHandle> shared = {};    ///< that stand for more than before
+    bool keepMeanings = false;                ///< each new number stands for what the old one stood for
     /// Whether numbers tell records apart; not so in several context files without a run-time configuration,
     /// where nothing is known to be shared.
     bool areUnique = true;

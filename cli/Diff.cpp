@@ -82,16 +82,27 @@ Row rowOf( Handles const& handles ) {
              { "shared", handles.areUnique ? Value( listOf( handles.shared, itself ) ) : Value() } };
 }
 
+Row noticed( char const* kind, Row row, char const* effect ) {
+    row.insert( row.begin(), { "kind", kind } );
+    row.push_back( { "effect", effect } );
+    return row;
+}
+
+/// Of records, then of handles, which have names instead of one.
+List noticesIn( Comparison const& comparison ) {
+    List notices;
+    for( Notice const& notice : noticesOf( comparison ) )
+        notices.emplace_back(
+            noticed( notice.kind->one, identityOf( *notice.row ), textOf( notice.effect ) ) );
+    for( SharedHandle const& shared : comparison.handles.shared )
+        notices.emplace_back( noticed( "handle", rowOf( shared ), "shared" ) );
+    return notices;
+}
+
 Row verdictOf( Comparison const& comparison ) {
-    auto const notices = noticesOf( comparison );
     return { { "differs", comparison.differs() },
              { "compatible", isCompatible( comparison ) },
-             { "notices", listOf( notices, []( Notice const& notice ) {
-                   Row row = identityOf( *notice.row );
-                   row.insert( row.begin(), { "kind", notice.kind->one } );
-                   row.push_back( { "effect", textOf( notice.effect ) } );
-                   return row;
-               } ) } };
+             { "notices", noticesIn( comparison ) } };
 }
 
 void printJson( std::ostream& out, Request const& request, Comparison const& comparison ) {

@@ -170,15 +170,12 @@ void printFew( std::ostream& out, Elements const& elements, ToText text ) {
         out << "  and " << count - most << " more; --json has all\n";
 }
 
-/// What is true of the new numbers, and of the old ones.
+/// What is true of the new numbers, or of the old ones.
 String claimOf( Handles const& handles ) {
-    String text = handles.areUnique && handles.shared.empty()
-                      ? ", and each new number stands for what the old one stood for"
-                      : "";
     if( handles.reused > 0 )
-        text += "; " + std::to_string( handles.reused ) + " of the old numbers now " +
-                ( handles.reused == 1 ? "stands" : "stand" ) + " for something else";
-    return text;
+        return "; " + std::to_string( handles.reused ) + " of the old numbers now " +
+               ( handles.reused == 1 ? "stands" : "stand" ) + " for something else";
+    return handles.keepMeanings ? ", and each new number stands for what the old one stood for" : "";
 }
 
 void printRenumbered( std::ostream& out, Handles const& handles ) {

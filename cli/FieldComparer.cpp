@@ -187,8 +187,7 @@ void FieldComparer::countReference( Value const& old, Value const& now ) {
 void FieldComparer::count( Renumbering const& handle ) {
     if( handle.from == 0 && handle.to == 0 )
         return;
-    String const label = handle.table ? handle.name + " of " + *handle.table : handle.name;
-    auto const [ known, isNew ] = handles_.try_emplace( { handle.from, label }, handle );
+    auto const [ known, isNew ] = handles_.try_emplace( { handle.from, handle.label() }, handle );
     if( !isNew && known->second.kind == "handle" )
         known->second.kind = handle.kind;
 }

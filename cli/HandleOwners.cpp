@@ -7,8 +7,9 @@
 namespace Bfri {
 
 HandleOwners::HandleOwners( BfResourceInfo::BfResourceParser const& parser, Listing const* only ) {
+    bool const isOfAll = !only || only->word == std::string_view( "handles" );
     eachBearer( parser, [ & ]( Bearer const& bearer ) {
-        bool const isAsked = !only || bearer.kind == std::string_view( only->one );
+        bool const isAsked = isOfAll || bearer.kind == std::string_view( only->one );
         if( !isAsked || bearer.owner != bearer.name )
             return;
         bool const isAction = bearer.kind == std::string_view( "action" );
@@ -18,6 +19,12 @@ HandleOwners::HandleOwners( BfResourceInfo::BfResourceParser const& parser, List
     } );
 }
 
+std::set<String> const& HandleOwners::namesOf( U32 handle ) const {
+    static std::set<String> const none;
+    auto const found = names_.find( handle );
+    return found == names_.end() ? none : found->second;
+}
+
 std::vector<SharedHandle> HandleOwners::sharedSince( HandleOwners const& old ) const {
     std::vector<SharedHandle> shared;
     for( auto const& [ handle, names ] : names_ ) {
@@ -25,6 +32,15 @@ std::vector<SharedHandle> HandleOwners::sharedSince( HandleOwners const& old ) c
             shared.push_back( { handle, names } );
     }
     return shared;
+}
+
+bool HandleOwners::takesOver( U32 handle, HandleOwners const& old, U32 oldHandle ) const {
+    auto const& before = old.namesOf( oldHandle );
+    auto const& after = namesOf( handle );
+    return before.size() == after.size() &&
+           std::all_of( before.begin(), before.end(), [ & ]( String const& name ) {
+               return after.count( name ) > 0 || handles_.count( name ) == 0;
+           } );
 }
 
 /// Whether those of the names that are known here share a handle, with as many as there are in all: one of

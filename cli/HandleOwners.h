@@ -16,14 +16,18 @@ struct SharedHandle {
     std::set<String> names;
 };
 
-/// What has which handle as its own in one model, of all kinds or only one.
+/// What has which handle as its own in one model, of all kinds or only one; those of handles are of all.
 class HandleOwners {
   public:
     HandleOwners( BfResourceInfo::BfResourceParser const& parser, Listing const* only );
 
-    bool has( U32 handle ) const { return names_.count( handle ) > 0; }
+    std::set<String> const& namesOf( U32 handle ) const;
     /// The handles that stand for more than they did in an older model, or for what stood under several.
     std::vector<SharedHandle> sharedSince( HandleOwners const& old ) const;
+
+    /// Whether a handle stands for what another one stood for in an older model: for as many, and for all of
+    /// those that are still there.
+    bool takesOver( U32 handle, HandleOwners const& old, U32 oldHandle ) const;
 
   private:
     bool areTogether( std::set<String> const& names ) const;

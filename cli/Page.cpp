@@ -40,6 +40,18 @@ char const* ifNoTables( BfResource const& resource ) {
                : noTables;
 }
 
+/// A name has an entry for each context file, as a rule, and few switches have more files. All entries of one
+/// file have what goes by their name, so that many would repeat each other.
+constexpr std::size_t mostEntries = 8;
+
+template<class Make>
+void addIfRoom( Section& section, Make entry ) {
+    if( section.entries.size() < mostEntries )
+        section.entries.push_back( entry() );
+    else
+        ++section.leftOut;
+}
+
 void addOnce( Resources& resources, BfResource const* resource ) {
     if( resource && std::find( resources.begin(), resources.end(), resource ) == resources.end() )
         resources.push_back( resource );
@@ -84,7 +96,7 @@ class PageBuilder {
     BfResourceParser const& parser_;
     String const& name_;
     Relations const relations_{ parser_ };
-    Resources joined_; // those that an entry says the place of
+    std::set<BfResource const*> joined_; // those that an entry says the place of
     std::map<Listing const*, std::vector<Row>> rows_;
 };
 
@@ -113,16 +125,20 @@ std::vector<Section> PageBuilder::page() && {
 Section PageBuilder::tables() {
     Section section{ kindOf( "tables" ), {} };
     for( BfTableInfo const& record : parser_.bfTables() ) {
-        if( record.name == name_ )
-            section.entries.push_back( tableEntry( record ) );
+        if( record.name != name_ )
+            continue;
+        joined_.insert( placeOf( record.handle, record.name ) );
+        addIfRoom( section, [ & ] { return tableEntry( record ); } );
     }
     return section;
 }
 
 Section PageBuilder::attached( Attachment const& attachment ) {
     Section section{ kindOf( attachment.kind ), {} };
-    for( Row const& record : rowsOfName( *section.kind ) )
-        section.entries.push_back( attachedEntry( attachment, record ) );
+    for( Row const& record : rowsOfName( *section.kind ) ) {
+        joined_.insert( placeOf( attachment, record ) );
+        addIfRoom( section, [ & ] { return attachedEntry( attachment, record ); } );
+    }
     return section;
 }
 
@@ -140,15 +156,15 @@ Section PageBuilder::actions() {
 Section PageBuilder::others( Listing const& kind ) {
     Section section{ &kind, {} };
     for( Row& record : rowsOfName( kind ) )
-        section.entries.push_back( { .record = std::move( record ) } );
+        addIfRoom( section, [ & ] { return Entry{ .record = std::move( record ) }; } );
     return section;
 }
 
 Section PageBuilder::resources() {
     Section section{ kindOf( "resources" ), {} };
     for( BfResource const& record : parser_.bfResources() ) {
-        if( record.name == name_ && std::find( joined_.begin(), joined_.end(), &record ) == joined_.end() )
-            section.entries.push_back( resourceEntry( record ) );
+        if( record.name == name_ && joined_.count( &record ) == 0 )
+            addIfRoom( section, [ & ] { return resourceEntry( record ); } );
     }
     return section;
 }
@@ -157,7 +173,6 @@ Entry PageBuilder::tableEntry( BfTableInfo const& record ) {
     BfResource const* const place = placeOf( record.handle, record.name );
     Resources taken;
     addOnce( taken, place );
-    addOnce( joined_, place );
     addOnce( taken, placeOf( record.adtHandle, record.adtName ) );
     addOnce( taken, placeOf( record.selHandle, record.selName ) );
     auto attached = attachmentsOf( placed( record.handle, record.name ), taken );
@@ -170,7 +185,6 @@ Entry PageBuilder::tableEntry( BfTableInfo const& record ) {
 Entry PageBuilder::attachedEntry( Attachment const& attachment, Row const& record ) {
     Resources taken;
     addOnce( taken, placeOf( attachment, record ) );
-    addOnce( joined_, taken.empty() ? nullptr : taken.front() );
     std::vector<Row> owners;
     for( auto const* const entry : sortedByKey( parser_.resourceHandles() ) ) {
         BfZelResource const& table = entry->second;

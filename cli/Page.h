@@ -26,10 +26,11 @@ struct Entry {
 struct Section {
     Listing const* kind;
     std::vector<Entry> entries;
+    std::size_t leftOut = 0; ///< further ones of the name; never actions
 };
 
-/// In the order of the listings. A hardware resource has an entry of its own only when no other one says
-/// where it is. The parser outlives the page.
+/// In the order of the listings, of a kind the first few; actions all. A hardware resource has an entry of
+/// its own only when no other one says where it is. The parser outlives the page.
 std::vector<Section> pageOf( BfResourceInfo::BfResourceParser const& parser, String const& name );
 
 } // namespace Bfri

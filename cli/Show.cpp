@@ -57,6 +57,8 @@ Shown shownBy( Model const& model, String const& word ) {
     return { name, action && !isName ? onlyOfTable( std::move( page ), *action ) : std::move( page ) };
 }
 
+U32 number( std::size_t count ) { return static_cast<U32>( count ); }
+
 // For machines: every field of each record, and its parts behind them.
 
 Row memberOf( Entry entry ) {
@@ -72,12 +74,17 @@ Row memberOf( Entry entry ) {
 void printJson( std::ostream& out, String const& name, std::vector<Section> sections ) {
     JsonAnswer answer( out );
     answer.member( "name", name );
+    Row leftOut;
     for( Section& section : sections ) {
         List entries;
         for( Entry& entry : section.entries )
             entries.push_back( memberOf( std::move( entry ) ) );
         answer.member( section.kind->member, std::move( entries ) );
+        if( section.leftOut > 0 )
+            leftOut.push_back( { section.kind->member, number( section.leftOut ) } );
     }
+    if( !leftOut.empty() )
+        answer.member( "leftOut", std::move( leftOut ) );
 }
 
 // For people: what a record has, under headings.
@@ -108,7 +115,7 @@ String placeText( BfResource const* place ) {
 List numbered( List const& names ) {
     List rows;
     for( Value const& name : names )
-        rows.push_back( Row{ { "number", static_cast<U32>( rows.size() + 1 ) }, { "name", name } } );
+        rows.push_back( Row{ { "number", number( rows.size() + 1 ) }, { "name", name } } );
     return rows;
 }
 
@@ -188,6 +195,10 @@ void printSection( std::ostream& out, Look const& look, Section const& section, 
         for( Part const& part : entry.parts )
             printPart( out, look, part );
     }
+    if( section.leftOut > 0 )
+        out << "\nand " << section.leftOut << " more "
+            << ( section.leftOut == 1 ? section.kind->one : section.kind->word ) << " of this name; 'bfri "
+            << section.kind->word << "' lists them all, with handles for 'bfri lookup'\n";
 }
 
 void printText( std::ostream& out, Look const& look, String const& name,

@@ -299,6 +299,49 @@ TEST_F( Show, GivesATableWithStaticEntriesItsCounters ) {
                  ElementsAre( "acl" ) );
 }
 
+std::size_t countOf( String const& text, String const& part ) {
+    std::size_t count = 0;
+    for( auto at = text.find( part ); at != String::npos; at = text.find( part, at + 1 ) )
+        ++count;
+    return count;
+}
+
+TEST_F( Show, OfManyOfAKindShowsTheFirstAndSaysHowManyMoreThereAre ) {
+    auto const push = [ & ]( U32 handle ) {
+        parser.bfTablesPush( named<BfTableInfo>( "acl", handle ) );
+        place( "acl", handle, BfResourceType::hashMatch, 3 );
+        parser.bfActionsPush( { 100 + handle, "permit", "acl" } );
+    };
+    for( U32 handle = 1; handle <= 8; ++handle )
+        push( handle );
+    EXPECT_THAT( answerOf( "show", *model, Format::text, "acl" ), Not( HasSubstr( "more" ) ) );
+    EXPECT_FALSE( jsonAnswerOf( "show", *model, "acl" ).HasMember( "leftOut" ) );
+    push( 9 );
+    EXPECT_THAT( answerOf( "show", *model, Format::text, "acl" ),
+                 testing::EndsWith( "\n\nand 1 more table of this name; 'bfri tables' lists them all, with "
+                                    "handles for 'bfri lookup'\n" ) );
+    push( 10 );
+    String const text = answerOf( "show", *model, Format::text, "acl" );
+    EXPECT_EQ( countOf( text, "table acl\n" ), 8U );
+    EXPECT_THAT( text, HasSubstr( "\n\nand 2 more tables of this name; " ) );
+    EXPECT_THAT( text, Not( HasSubstr( "resource acl" ) ) );
+    auto const answer = jsonAnswerOf( "show", *model, "acl" );
+    EXPECT_THAT( memberNames( answer ), ElementsAre( "format", "name", "bfTables", "leftOut" ) );
+    EXPECT_EQ( answer[ "bfTables" ].Size(), 8U );
+    EXPECT_EQ( compact( answer[ "leftOut" ] ), R"({"bfTables":2})" );
+    EXPECT_EQ( jsonAnswerOf( "show", *model, "permit" )[ "bfActions" ].Size(), 10U );
+}
+
+TEST_F( Show, OfManyThatBelongToTablesShowsTheFirst ) {
+    for( U32 handle = 1; handle <= 12; ++handle ) {
+        parser.bfCountersPush( named<BfTableCounterInfo>( "hits", handle ) );
+        parser.bfLearnQuantaInfosPush( named<BfLearnQuantaInfo>( "hits", 100 + handle ) );
+        place( "hits", 200 + handle, BfResourceType::selection, 3 );
+    }
+    auto const answer = jsonAnswerOf( "show", *model, "hits" );
+    EXPECT_EQ( compact( answer[ "leftOut" ] ), R"({"bfResources":4,"bfCounters":4,"bfLearnQuantaInfos":4})" );
+}
+
 TEST_F( Show, ListsTheActionsOfAName ) {
     for( U32 const i : { 1U, 2U } ) {
         String const table = "t" + std::to_string( i );
