@@ -12,6 +12,7 @@ ExitStatus complete( Request const& request, Streams const& io );
 ExitStatus diff( Request const& request, Streams const& io );
 ExitStatus dump( Model const& model, Request const& request, Streams const& io );
 ExitStatus field( Model const& model, Request const& request, Streams const& io );
+ExitStatus help( Request const& request, Streams const& io );
 ExitStatus list( Model const& model, Request const& request, Streams const& io );
 ExitStatus lookup( Model const& model, Request const& request, Streams const& io );
 ExitStatus manual( Request const& request, Streams const& io );

@@ -3,8 +3,6 @@
 #include "cli/Relations.h"
 
 #include <charconv>
-#include <map>
-#include <set>
 
 namespace Bfri {
 
@@ -16,19 +14,7 @@ using BfResourceInfo::BfZelResource;
 class Walk {
   public:
     Walk( BfResourceParser const& parser, std::function<void( Bearer const& )> const& visit )
-        : parser_( parser ), visit_( visit ) {
-        for( BfTableInfo const& table : parser.bfTables() ) {
-            users_[ { table.adtHandle, table.adtName } ].insert( table.name );
-            users_[ { table.selHandle, table.selName } ].insert( table.name );
-        }
-        for( auto const& [ handle, placed ] : parser.resourceHandles() ) {
-            for( auto const* const references :
-                 { &placed.statReferences(), &placed.meterReferences(), &placed.statefulReferences() } ) {
-                for( U32 const reference : *references )
-                    users_[ { reference, placedAt( reference ) } ].insert( placed.name );
-            }
-        }
-    }
+        : parser_( parser ), visit_( visit ) {}
 
     void of( BfTableInfo const& record ) const {
         visit_( { record.handle, "table", record.name, "handle", {}, record.name } );
@@ -38,25 +24,24 @@ class Walk {
             visit_( { record.selHandle, "table", record.name, "selHandle", {}, record.selName } );
     }
     void of( BfResource const& record ) const {
-        auto const users = users_.find( { record.handle, record.name } );
-        std::size_t const count = users == users_.end() ? 0 : users->second.size();
-        visit_( { record.handle, "resource", record.name, "handle",
-                  count == 1 ? *users->second.begin() : parentOf( record.name ), record.name,
-                  count > 1 || hasSeveral( record.name ) } );
+        auto const owner = owners_.of( record.handle, record.name );
+        visit_(
+            { record.handle, "resource", record.name, "handle", owner.table, record.name, owner.several } );
     }
     void of( BfTableCounterInfo const& record ) const {
         bool const own = record.handle == record.ownHandle;
-        visit_( { record.handle, "counter", record.name, "handle", record.associatedTable,
-                  own ? record.name : std::string_view(), hasSeveral( record.name ) } );
+        auto const owner = ownerOf( record, record.ownHandle );
+        visit_( { record.handle, "counter", record.name, "handle", owner.table,
+                  own ? record.name : std::string_view(), owner.several } );
         if( !own )
-            visit_( { record.ownHandle, "counter", record.name, "ownHandle", record.associatedTable,
-                      record.name } );
+            visit_( { record.ownHandle, "counter", record.name, "ownHandle", owner.table, record.name } );
     }
     void of( BfTableMeterInfo const& record ) const {
-        visit_( { record.handle, "meter", record.name, "handle", record.associatedTable,
-                  record.direct ? std::string_view() : record.name, hasSeveral( record.name ) } );
+        auto const owner = ownerOf( record, record.handle );
+        visit_( { record.handle, "meter", record.name, "handle", owner.table,
+                  record.direct ? std::string_view() : record.name, owner.several } );
         if( record.direct )
-            ofPlace( "meter", record.name, BfResourceType::meter, record.handle, record.associatedTable );
+            ofPlace( "meter", record.name, BfResourceType::meter, record.handle, owner.table );
     }
     void of( BfTableWredInfo const& record ) const {
         ofAttached( "wred", record, record.direct, BfResourceType::wred );
@@ -85,11 +70,12 @@ class Walk {
     /// Records that do not name their table: a direct one bears the handle of its match table.
     template<class Record>
     void ofAttached( char const* kind, Record const& record, bool direct, BfResourceType type ) const {
-        auto const table = direct ? placedAt( record.handle ) : parentOf( record.name );
-        visit_( { record.handle, kind, record.name, "handle", table,
-                  direct ? std::string_view() : record.name, !direct && hasSeveral( record.name ) } );
+        auto const owner =
+            direct ? Owners::Owner{ placedAt( record.handle ) } : owners_.of( record.handle, record.name );
+        visit_( { record.handle, kind, record.name, "handle", owner.table,
+                  direct ? std::string_view() : record.name, owner.several } );
         if( direct )
-            ofPlace( kind, record.name, type, record.handle, table );
+            ofPlace( kind, record.name, type, record.handle, owner.table );
     }
     template<class Handles>
     void ofReferences( BfZelResource const& resource, char const* field, Handles const& references ) const {
@@ -97,11 +83,12 @@ class Walk {
             visit_( { reference, "handle", resource.name, field, {}, {} } );
     }
 
-    std::string_view parentOf( String const& name ) const {
-        String const* const parent = parser_.parentTable().find( name );
-        return parent ? *parent : std::string_view();
+    /// Counters and meters name their table, as far as actions tell.
+    template<class Record>
+    Owners::Owner ownerOf( Record const& record, U32 ownHandle ) const {
+        return record.associatedTable.empty() ? owners_.of( ownHandle, record.name )
+                                              : Owners::Owner{ record.associatedTable };
     }
-    bool hasSeveral( String const& name ) const { return parser_.multipleParentTablesHas( name ); }
     std::string_view placedAt( U32 handle ) const {
         BfZelResource const* const resource = parser_.resourceHandles().find( handle );
         return resource ? resource->name : std::string_view();
@@ -128,8 +115,7 @@ class Walk {
     BfResourceParser const& parser_;
     std::function<void( Bearer const& )> const& visit_;
     Relations const relations_{ parser_ };
-    /// The tables that take a resource, by its handle and name.
-    std::map<std::pair<U32, std::string_view>, std::set<std::string_view>> users_;
+    Owners const owners_{ parser_ };
 };
 
 } // namespace
@@ -154,13 +140,30 @@ void eachBearer( BfResourceParser const& parser, std::function<void( Bearer cons
         walk.of( entry->second );
 }
 
+namespace {
+
+std::optional<U32> numberIn( std::string_view digits, int base ) {
+    char const* const end = digits.data() + digits.size();
+    U32 number = 0;
+    auto const [ rest, error ] = std::from_chars( digits.data(), end, number, base );
+    return error == std::errc() && rest == end ? std::optional( number ) : std::nullopt;
+}
+
+} // namespace
+
 std::optional<U32> handleIn( std::string_view word ) {
     bool const hexadecimal = word.starts_with( "0x" ) || word.starts_with( "0X" );
-    char const* const end = word.data() + word.size();
-    U32 handle = 0;
-    auto const [ rest, error ] =
-        std::from_chars( word.data() + ( hexadecimal ? 2 : 0 ), end, handle, hexadecimal ? 16 : 10 );
-    return error == std::errc() && rest == end ? std::optional( handle ) : std::nullopt;
+    return hexadecimal ? numberIn( word.substr( 2 ), 16 ) : numberIn( word, 10 );
+}
+
+std::optional<U32> handleBehind0x( std::string_view word ) { return numberIn( word, 16 ); }
+
+std::optional<U32> handleWithout0x( BfResourceParser const& parser, std::string_view word ) {
+    auto const handle = handleBehind0x( word );
+    bool isBorne = false;
+    if( handle )
+        eachBearer( parser, [ & ]( Bearer const& bearer ) { isBorne |= bearer.handle == handle; } );
+    return isBorne ? handle : std::nullopt;
 }
 
 } // namespace Bfri

@@ -30,4 +30,10 @@ void eachBearer( BfResourceInfo::BfResourceParser const& parser,
 /// The handle that a word stands for, decimal or hexadecimal behind 0x; nothing for any other word.
 std::optional<U32> handleIn( std::string_view word );
 
+/// The handle that a word stands for when all that it lacks is the 0x.
+std::optional<U32> handleBehind0x( std::string_view word );
+
+/// The same where a record bears it.
+std::optional<U32> handleWithout0x( BfResourceInfo::BfResourceParser const& parser, std::string_view word );
+
 } // namespace Bfri

@@ -3,9 +3,9 @@
 #include "cli/Evidence.h"
 #include "cli/JsonFormat.h"
 #include "cli/Load.h"
+#include "cli/Utf8.h"
 
 #include <algorithm>
-#include <sstream>
 
 namespace Bfri {
 
@@ -31,16 +31,35 @@ String withoutBlanksAround( String const& word ) {
     return first == String::npos ? "" : word.substr( first, word.find_last_not_of( ' ' ) + 1 - first );
 }
 
-/// The kinds of a list of codes or titles.
-std::vector<FindingKind const*> kindsOf( String const& codes ) {
-    std::vector<FindingKind const*> kinds;
-    std::istringstream words( codes );
-    for( String word; std::getline( words, word, ',' ); )
-        kinds.push_back( &findingKindOf( withoutBlanksAround( word ) ) );
+/// The parts of a text between commas, the empty ones, too.
+std::vector<String> partsOf( String const& text ) {
+    std::vector<String> parts;
+    for( std::size_t from = 0; from <= text.size(); from += parts.back().size() + 1 )
+        parts.push_back( text.substr( from, text.find( ',', from ) - from ) );
+    return parts;
+}
+
+using Kinds = std::vector<FindingKind const*>;
+
+/// Of an option's codes or titles, each once; none where the option is not given.
+Kinds kindsOf( Request const& request, char const* option ) {
+    Kinds kinds;
+    if( !request.has( option ) )
+        return kinds;
+    for( String const& part : partsOf( request.option( option ) ) ) {
+        String const word = withoutBlanksAround( part );
+        if( word.empty() )
+            throw Failure( ExitStatus::usage, String( option ) +
+                                                  " takes codes or titles with commas between, not '" +
+                                                  shown( request.option( option ) ) + "'" );
+        FindingKind const* const kind = &findingKindOf( word );
+        if( std::find( kinds.begin(), kinds.end(), kind ) == kinds.end() )
+            kinds.push_back( kind );
+    }
     return kinds;
 }
 
-Checked checkedOf( String const& conf, std::vector<FindingKind const*> const& ignored, std::ostream& err ) {
+Checked checkedOf( String const& conf, Kinds const& ignored, std::ostream& err ) {
     try {
         auto const model = loadSilently( conf, OnBadData::explain, err );
         Checked checked{ conf, {}, countsOf( *model ), findingsOf( *model ) };
@@ -64,7 +83,7 @@ ExitStatus statusOf( Checked const& checked, Severity failOn ) {
 }
 
 ExitStatus checkAll( Request const& request, Streams const& io ) {
-    auto const ignored = kindsOf( request.option( "--ignore" ) );
+    Kinds const ignored = kindsOf( request, "--ignore" );
     Severity const failOn =
         request.has( "--fail-on" ) ? severityOf( request.option( "--fail-on" ) ) : Severity::note;
     std::optional<JsonAnswer> json;
@@ -89,10 +108,10 @@ ExitStatus checkAll( Request const& request, Streams const& io ) {
     return worst;
 }
 
-Row explanationRow( FindingKind const& kind ) {
+Row explanationRow( FindingKind const* kind ) {
     return {
-        { "code", kind.code },       { "title", kind.title },     { "severity", wordOf( kind.severity ) },
-        { "meaning", kind.meaning }, { "matters", kind.matters }, { "advice", kind.advice } };
+        { "code", kind->code },       { "title", kind->title },     { "severity", wordOf( kind->severity ) },
+        { "meaning", kind->meaning }, { "matters", kind->matters }, { "advice", kind->advice } };
 }
 
 void printExplanation( FindingKind const& kind, std::ostream& out ) {
@@ -101,15 +120,32 @@ void printExplanation( FindingKind const& kind, std::ostream& out ) {
         << '\n';
 }
 
-void explain( std::span<FindingKind const> kinds, Request const& request, std::ostream& out ) {
+void printOverview( std::ostream& out ) {
+    for( FindingKind const& kind : findingKinds() )
+        out << kind.code << "  " << kind.title << '\n' << "       " << kind.meaning << '\n';
+}
+
+Kinds allKinds() {
+    Kinds kinds;
+    for( FindingKind const& kind : findingKinds() )
+        kinds.push_back( &kind );
+    return kinds;
+}
+
+void explain( Request const& request, std::ostream& out ) {
+    auto const words = partsOf( request.option( "--explain" ) );
+    bool const all = std::find( words.begin(), words.end(), "all" ) != words.end();
+    Kinds const kinds = all ? allKinds() : kindsOf( request, "--explain" );
     if( request.format == Format::json ) {
         JsonAnswer( out ).member( "codes", listOf( kinds, explanationRow ) );
         return;
     }
-    if( kinds.size() == 1 )
-        return printExplanation( kinds.front(), out );
-    for( FindingKind const& kind : kinds )
-        out << kind.code << "  " << kind.title << '\n' << "       " << kind.meaning << '\n';
+    if( all )
+        return printOverview( out );
+    for( FindingKind const* const kind : kinds ) {
+        out << ( kind == kinds.front() ? "" : "\n\n" );
+        printExplanation( *kind, out );
+    }
 }
 
 } // namespace
@@ -118,11 +154,10 @@ ExitStatus check( Request const& request, Streams const& io ) {
     bool const explains = request.has( "--explain" );
     if( explains != request.words.empty() )
         throw Failure( ExitStatus::usage, explains ? "--explain goes without CONF"
-                                                   : "check takes one CONF or more, or --explain CODE" );
+                                                   : "check takes one CONF or more, or --explain CODES" );
     if( !explains )
         return checkAll( request, io );
-    String const word = request.option( "--explain" );
-    explain( word == "all" ? findingKinds() : std::span( &findingKindOf( word ), 1 ), request, io.out );
+    explain( request, io.out );
     return ExitStatus::done;
 }
 

@@ -23,6 +23,21 @@ char const* commandWord( std::span<char const* const> words ) {
     return word == words.end() ? nullptr : *word;
 }
 
+/// Where none but those of the whole program may stand.
+void requireNoOptionInFront( std::span<char const* const> words ) {
+    for( std::string_view const word : words ) {
+        if( !word.starts_with( '-' ) )
+            return;
+        if( word != "-h" && word != "--help" && word != "--version" )
+            refuse( "options come behind the command, not '" + String( word ) + "' in front of it" );
+    }
+}
+
+std::size_t placeOf( Command const& command, std::span<char const* const> words ) {
+    auto const place = std::find( words.begin(), words.end(), std::string_view( command.word ) );
+    return static_cast<std::size_t>( place - words.begin() );
+}
+
 /// Names the wrong word, where the argument parser would only miss a right one.
 Command const* requireKnownCommand( std::span<char const* const> words ) {
     char const* const word = commandWord( words );
@@ -38,28 +53,48 @@ Command const* requireKnownCommand( std::span<char const* const> words ) {
     refuse( "no command '" + String( word ) + "'" + whatWasMeant( known, word ) );
 }
 
-/// Names an unknown option in front of the value that it may have, or of a word that is no one's.
-void requireKnownOptions( Command const& command, std::span<char const* const> words ) {
+/// "--sort" of "--sort=name", "-n" of "-n2".
+String optionNameIn( String const& word ) {
+    return word.starts_with( "--" ) ? word.substr( 0, word.find( '=' ) ) : word.substr( 0, 2 );
+}
+
+Option const& requireKnownOption( Command const& command, std::vector<Option> const& options,
+                                  String const& name ) {
     std::vector<String> known = { "-h", "--help" };
-    std::set<String> valued;
-    for( Option const& option : optionsOf( command ) ) {
+    for( Option const& option : options ) {
+        if( name == option.name )
+            return option;
         known.emplace_back( option.name );
-        if( option.argument )
-            valued.insert( option.name );
     }
-    auto const behindIt = std::find( words.begin(), words.end(), String( command.word ) ) + 1;
-    bool isValue = false;
-    for( String const word : std::span( behindIt, words.end() ) ) {
-        bool const isOption = !isValue && word.size() > 1 && word[ 0 ] == '-';
-        isValue = isOption && valued.count( word ) > 0;
-        if( word == "--" && isOption )
+    refuse( String( "'" ) + command.word + "' has no option '" + name + "'" + whatWasMeant( known, name ) );
+}
+
+[[noreturn]] void refuseWithoutValue( Option const& option ) {
+    refuse( String( option.name ) + " needs its " + option.argument + " behind it" );
+}
+
+/// Names what is wrong with an option, in front of a word that is no one's.
+void requireGoodOptions( Command const& command, std::span<char const* const> words ) {
+    auto const options = optionsOf( command );
+    std::set<String> once;
+    Option const* awaiting = nullptr; // the option whose value comes next
+    for( String const word : words.subspan( placeOf( command, words ) + 1 ) ) {
+        bool const isValue = std::exchange( awaiting, nullptr ) != nullptr;
+        if( isValue || word.size() < 2 || word[ 0 ] != '-' )
+            continue;
+        String const name = optionNameIn( word );
+        if( word == "--" || name == "-h" || name == "--help" )
             return;
-        String const name =
-            word.starts_with( "--" ) ? word.substr( 0, word.find( '=' ) ) : word.substr( 0, 2 );
-        if( isOption && std::find( known.begin(), known.end(), name ) == known.end() )
-            refuse( String( "'" ) + command.word + "' has no option '" + name + "'" +
-                    whatWasMeant( known, name ) );
+        Option const& option = requireKnownOption( command, options, name );
+        if( option.argument && !option.addsUp && !once.insert( name ).second )
+            refuse( "only one " + name + " can be" );
+        if( option.argument && word == name )
+            awaiting = &option;
+        else if( option.argument && word == name + '=' )
+            refuseWithoutValue( option );
     }
+    if( awaiting )
+        refuseWithoutValue( *awaiting );
 }
 
 Order orderBy( Listing const& listing, String const& word ) {
@@ -89,11 +124,11 @@ void addArgument( CLI::App& sub, Argument const& argument, Request& request ) {
         std::for_each( words.begin(), words.end(), take );
     };
     CLI::Option* const option =
-        argument.times == Times::once
+        argument.times == Times::once || argument.times == Times::atMostOnce
             ? sub.add_option_function<String>( argument.label, take, argument.description )
             : sub.add_option_function<std::vector<String>>( argument.label, takeAll, argument.description );
     option->type_name( "" );
-    option->required( argument.times != Times::anyTimes );
+    option->required( argument.times == Times::once || argument.times == Times::onceOrMore );
 }
 
 void addOption( CLI::App& sub, Option const& option, Request& request ) {
@@ -103,9 +138,14 @@ void addOption( CLI::App& sub, Option const& option, Request& request ) {
             name, [ &request, name ] { request.options[ name ]; }, option.description );
     else
         sub.add_option_function<String>(
-               name, [ &request, name ]( String const& word ) { request.options[ name ] = word; },
+               name,
+               [ &request, name ]( String const& word ) {
+                   auto const [ former, isFirst ] = request.options.try_emplace( name, word );
+                   former->second += isFirst ? "" : ',' + word;
+               },
                option.description )
-            ->type_name( option.argument );
+            ->type_name( option.argument )
+            ->trigger_on_parse();
 }
 
 void addCommand( CLI::App& app, Command const& command, Request& request ) {
@@ -140,14 +180,20 @@ void takeChoice( Request& request, Listing const& listing ) {
         request.choice.most = numberOf( request.option( "-n" ) );
 }
 
-/// "help" and "help COMMAND" are "--help" and "COMMAND --help".
-std::vector<char const*> withHelpAsOption( std::vector<char const*> line ) {
-    if( line.size() < 2 || std::string_view( line[ 1 ] ) != "help" )
-        return line;
-    line[ 1 ] = "--help";
-    if( line.size() > 2 )
-        std::swap( line[ 1 ], line[ 2 ] );
-    return line;
+/// A path that is an empty text, of a variable that is not set, say, would read oddly wherever it is quoted.
+void requirePaths( Request const& request ) {
+    auto const& arguments = request.command->arguments;
+    for( std::size_t i = 0; i < request.words.size(); ++i ) {
+        Argument const& argument = arguments[ std::min( i, arguments.size() - 1 ) ];
+        if( argument.offer == Offer::file && request.words[ i ].empty() )
+            refuse( String( argument.label ) + " is an empty text, not the path of a switch configuration" );
+    }
+}
+
+[[noreturn]] void refuseSurplus( CLI::App const& app, Command const& command ) {
+    String const word = app.remaining( true ).front();
+    refuse( "'" + word + "' is too much: the command is 'bfri " + command.word + argumentsOf( command ) +
+            "'" );
 }
 
 } // namespace
@@ -158,29 +204,33 @@ Command const* commandIn( int argc, char const* const* argv ) {
 }
 
 std::optional<Request> parseCommandLine( int argc, char const* const* argv, std::ostream& out ) {
-    auto const line = withHelpAsOption( { argv, argv + argc } );
-    std::span const words = std::span( line ).subspan( 1 );
-    if( Command const* const command = requireKnownCommand( words ) )
-        requireKnownOptions( *command, words );
+    std::span const words( argv + 1, argv + argc );
+    requireNoOptionInFront( words );
+    Command const* const command = requireKnownCommand( words );
+    if( command )
+        requireGoodOptions( *command, words );
     Request request;
     CLI::App app( programDescription, "bfri" );
     app.set_version_flag( "--version", "bfri " BFRI_VERSION );
     app.require_subcommand( 0, 1 );
     app.get_formatter()->label( "SUBCOMMAND", "COMMAND CONF [ARG...]" );
-    for( Command const& command : commands() )
-        addCommand( app, command, request );
+    for( Command const& one : commands() )
+        addCommand( app, one, request );
     app.footer( String( "'bfri COMMAND --help' says what a command takes, with examples.\n\nExit status: " ) +
                 exitStatusText + "\n" + environmentText );
     try {
-        app.parse( static_cast<int>( line.size() ), line.data() );
+        app.parse( argc, argv );
     } catch( CLI::Success const& asked ) {
         app.exit( asked, out, out );
         return std::nullopt;
+    } catch( CLI::ExtrasError const& ) {
+        refuseSurplus( app, *command ); // what stands in front of a command is refused already
     } catch( CLI::ParseError const& error ) {
         refuse( error.what() );
     }
     if( !request.command )
         refuse( "a command is required" );
+    requirePaths( request );
     takeFormat( request );
     if( request.command->listing )
         takeChoice( request, *request.command->listing );

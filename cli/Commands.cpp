@@ -18,16 +18,16 @@ constexpr char const* lists = "Lists, each with --filter, --sort, -n, --json and
 constexpr Argument conf = { "CONF", "Path of the switch configuration", Offer::file };
 
 constexpr Argument onlyConf[] = { conf };
-constexpr Argument confAndTable[] = { conf,
-                                      { "NAME", "Its name, or the end of it from a dot on", Offer::table } };
-constexpr Argument confAndName[] = { conf,
-                                     { "NAME", "A name, or the end of one from a dot on", Offer::name } };
+constexpr Argument confAndTable[] = {
+    conf, { "NAME", "Its name, the end of it from a dot on, or its handle", Offer::table } };
+constexpr Argument confAndName[] = {
+    conf, { "NAME", "A name, the end of one from a dot on, or a handle", Offer::name } };
 constexpr Argument confAndHandles[] = {
     conf, { "HANDLE", "Decimal, or hexadecimal behind 0x", Offer::handle, Times::onceOrMore } };
 constexpr Argument confKindNameField[] = {
     conf,
     { "KIND", "One of those below", Offer::kind },
-    { "NAME", "Its name, or the end of it from a dot on", Offer::name },
+    { "NAME", "Its name, the end of it from a dot on, or its handle", Offer::name },
     { "FIELD", "One of the kind's fields", Offer::field } };
 constexpr Argument someNames[] = {
     { "NAME", "A name of a header's or hash's field", Offer::nothing, Times::onceOrMore } };
@@ -40,19 +40,44 @@ constexpr Option stagesOptions[] = { { "--list", nullptr, "A line a resource, wi
                                      { "--stage", "N", "The same of the resources in stage N alone" } };
 constexpr Option namesOptions[] = { { "--kind", "KIND", "Only those of one kind", Offer::kind } };
 constexpr Option checkOptions[] = {
-    { "--explain", "CODE", "Say what a finding means, and what to do; all: list them", Offer::code },
-    { "--ignore", "CODES", "Leave these findings out: codes or titles with commas between", Offer::code },
+    { "--explain", "CODES", "Say what these findings mean, and what to do; all: list them", Offer::codesOrAll,
+      true },
+    { "--ignore", "CODES", "Leave these findings out", Offer::codes, true },
     { "--fail-on", "SEVERITY", "Exit status 1 from this severity on: error, warning or note (the default)",
       Offer::severity } };
 constexpr Option diffOptions[] = { { "--only", "KIND", "Only one kind", Offer::kind } };
 
+constexpr char const* summaryDetails =
+    "A line a context file that is read, and how many records of each kind the model has: those that the\n"
+    "lists show. Which match tables it leaves out, and why, 'bfri check' says.\n\n"
+    "Examples:\n"
+    "  bfri summary switch.conf\n"
+    "  bfri summary switch.conf --json | jq .counts";
+
+constexpr char const* tableDetails =
+    "Every field of the record, as 'bfri tables --help' has them, then where the table is placed and\n"
+    "what it references, by handle. 'bfri show' has what belongs to it, too.\n\n"
+    "Examples:\n"
+    "  bfri table switch.conf ipv4_acl\n"
+    "  bfri table switch.conf ipv4_acl --json | jq .size";
+
+constexpr char const* dumpDetails =
+    "Every record of every collection, with each field, and what the model knows of the relations between\n"
+    "them. Unlike the other commands it dies of bad context data as an agent would.\n\n"
+    "Examples:\n"
+    "  bfri dump switch.conf\n"
+    "  bfri dump switch.conf | jq '.bfTables | length'";
+
 constexpr char const* showDetails =
-    "Each record that bears the name, of whatever kind: a match table with the resources that it takes and\n"
-    "their stages, its counters, meters, WRED tables, registers and actions; any of those with its tables;\n"
-    "a hash with its fields in order; a header; a field of the PHV. With --json a member for each kind. An\n"
-    "action of one table is 'NAME of TABLE'.\n\n"
+    "Each record that bears the name, of whatever kind: a match table with the resources that it takes\n"
+    "and their stages, its counters, meters, WRED tables, registers and actions; any of those with its\n"
+    "tables; a hash with its fields in order; a header; a field of the PHV. With --json a member for each\n"
+    "kind. An action of one table is 'NAME of TABLE'. A handle, decimal or behind 0x, that is no name\n"
+    "shows what has it as its own. What belongs to a match table that the model leaves out says so, and\n"
+    "why.\n\n"
     "Examples:\n"
     "  bfri show switch.conf ipv4_acl\n"
+    "  bfri show switch.conf 0x01000031\n"
     "  bfri show switch.conf 'permit of ipv4_acl'\n"
     "  bfri show switch.conf ipv4_acl --json | jq '.bfTables[].counters[].name'";
 
@@ -62,7 +87,9 @@ constexpr char const* stagesDetails =
     "resource takes is read from its context file, unit by unit; stages that it leaves out stay empty. With\n"
     "--json stageNumbers has the stages of each resource, and for each stage stands how many resources "
     "start\n"
-    "in it, how many span it, and the entries of those that start in it.\n\n"
+    "in it, how many span it, and the entries of those that start in it. A resource with a stage number\n"
+    "that can't be read, or has more than 32 bits, is not on the map but named above it (BF412 of\n"
+    "'bfri check').\n\n"
     "Examples:\n"
     "  bfri stages switch.conf\n"
     "  bfri stages switch.conf --stage 8";
@@ -70,8 +97,9 @@ constexpr char const* stagesDetails =
 constexpr char const* lookupDetails =
     "One row for each record that bears the handle, with the field of it that does, and the table that it\n"
     "belongs to. A direct meter, WRED table or register has no such field: its resource holds its handle.\n"
-    "Standard error names each handle that nothing bears, and handles that differ from it in\n"
-    "the upper four bits alone, where a runtime_config puts the pipe; the exit status then is 1.\n\n"
+    "Standard error names each handle that nothing bears, and what may be meant: the same behind 0x, or\n"
+    "with other upper four bits, where a runtime_config puts the pipe; the exit status then is 1. It also\n"
+    "names tables that the model leaves out. With --json that is suggestions and leftOut of each handle.\n\n"
     "Examples:\n"
     "  bfri lookup switch.conf 0x1000001\n"
     "  bfri lookup switch.conf 16777224 0x21400002 --json";
@@ -92,7 +120,7 @@ constexpr char const* fieldDetails =
     "so\n"
     "is a name that several records have. One of several actions is 'NAME of TABLE', where the end of "
     "either\n"
-    "will do; one of several others is its handle, as the lists show it.\n\n"
+    "or the action's handle will do; one of several others is its handle, as the lists show it.\n\n"
     "Examples:\n"
     "  bfri field switch.conf table ipv4_acl size\n"
     "  bfri field switch.conf action 'permit of ipv4_acl' handle\n"
@@ -115,8 +143,9 @@ constexpr char const* checkDetails =
     "For each CONF: sound; or what is odd about it, each finding with a code that stays the same; or why it\n"
     "cannot be loaded: the place in the file, what should stand there and what does. One that is bad does "
     "not\n"
-    "keep the others from being checked. '--explain all' lists the codes; a title does for a code.\n"
-    "Exit status: 0 all sound, 1 findings (with --fail-on none below that severity), 3 one cannot be\n"
+    "keep the others from being checked. CODES are codes or titles with commas between, or in several\n"
+    "options; '--explain all' lists them.\n"
+    "Exit status: 0 all sound, 1 findings (with --fail-on only from that severity on), 3 one cannot be\n"
     "loaded.\n\n"
     "Examples:\n"
     "  bfri check build/*/switch.conf --ignore BF304,BF305 --fail-on warning\n"
@@ -127,8 +156,8 @@ constexpr char const* diffDetails =
     "Records of a kind are joined on their names, actions on their table's, too; of several of a name those\n"
     "of the same pipeline, in their order. Lines with - are gone, with + new, with ~ changed; ! marks what\n"
     "an agent that programs by name would notice: what is removed, has less room, or answers a query in\n"
-    "another way. The last line is the verdict. Exit status: 0 the same, 1 not. Paths are not compared; of\n"
-    "stages only the first and the number of stage tables are: other stages may move unseen.\n\n"
+    "another way. The last line is the verdict. Exit status: 0 the same, 1 not. Paths are not compared.\n"
+    "stageNumbers are the stages that a resource takes, where they do not all move as the first one does.\n\n"
     "Handles that are other numbers, of records that both have, are one line and a few examples; --json has\n"
     "them all. Behind it stand the handles that have become those of several records, which tables or\n"
     "actions can then not be told by. Hit-bit ranges that only start elsewhere are one line, too.\n\n"
@@ -145,6 +174,7 @@ constexpr Command first[] = {
       .description = "What is loaded: files, pipelines and counts of every kind",
       .arguments = onlyConf,
       .json = true,
+      .details = summaryDetails,
       .show = summary },
     { .word = "show",
       .group = look,
@@ -158,6 +188,7 @@ constexpr Command first[] = {
       .description = "The record of one match table",
       .arguments = confAndTable,
       .json = true,
+      .details = tableDetails,
       .show = table },
     { .word = "stages",
       .group = look,
@@ -172,6 +203,7 @@ constexpr Command first[] = {
       .description = "The whole model as one JSON object",
       .arguments = onlyConf,
       .onBadData = OnBadData::dieAsLibrary,
+      .details = dumpDetails,
       .show = dump },
     { .word = "lookup",
       .group = find,
@@ -230,7 +262,21 @@ constexpr Argument wordsOfALine[] = {
     { "WORD", "Those of a command line behind bfri, the last as far as it is written", Offer::nothing,
       Times::onceOrMore } };
 
+constexpr Argument someCommand[] = {
+    { "COMMAND", "One of those that 'bfri --help' lists", Offer::command, Times::atMostOnce } };
+
+constexpr char const* helpDetails =
+    "Without COMMAND: of the whole program, as 'bfri --help'. 'bfri COMMAND --help' is the same of one.\n\n"
+    "Examples:\n"
+    "  bfri help show";
+
 constexpr Command served[] = {
+    { .word = "help",
+      .group = "Help",
+      .description = "What a command takes and shows, with examples",
+      .arguments = someCommand,
+      .details = helpDetails,
+      .run = help },
     { .word = "complete",
       .group = "",
       .description = "What may stand in the place of a command line's last word, for the shells' completion",
@@ -277,9 +323,17 @@ String fieldLines( Listing const& listing ) {
            lines.str();
 }
 
+/// What some names of the example switch begin with.
+char const* frontOfNames( std::string_view list ) {
+    if( list == "actions" )
+        return "set_";
+    return list == "headers" || list == "phv" ? "hdr" : "pipe_a";
+}
+
 String exampleLines( Listing const& listing ) {
     String const start = String( "  bfri " ) + listing.word + " switch.conf";
-    return "\nExamples:\n" + start + "\n" + start + " --filter ip --sort=-name -n 10\n" + start + " --json";
+    return "\nExamples:\n" + start + "\n" + start + " --filter ^" + frontOfNames( listing.word ) +
+           " --sort=-name -n 10\n" + start + " --json";
 }
 
 } // namespace
@@ -322,6 +376,18 @@ std::vector<Option> optionsOf( Command const& command ) {
         options.push_back( csvOption );
     options.push_back( colorOption );
     return options;
+}
+
+String argumentsOf( Command const& command, char const* before, char const* behind ) {
+    String text;
+    for( Argument const& argument : command.arguments ) {
+        Times const times = argument.times;
+        bool const optional = times == Times::atMostOnce || times == Times::anyTimes;
+        bool const several = times == Times::onceOrMore || times == Times::anyTimes;
+        text.append( optional ? " [" : " " ).append( before ).append( argument.label ).append( behind );
+        text.append( several ? "..." : "" ).append( optional ? "]" : "" );
+    }
+    return text;
 }
 
 String detailsOf( Command const& command ) {

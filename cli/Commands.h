@@ -43,9 +43,23 @@ struct Request {
 };
 
 /// What a shell may offer in the place of a word.
-enum class Offer { nothing, file, table, name, handle, kind, field, order, code, severity, color };
+enum class Offer {
+    nothing,
+    command,
+    file,
+    table,
+    name,
+    handle,
+    kind,
+    field,
+    order,
+    codes,
+    codesOrAll,
+    severity,
+    color
+};
 
-enum class Times { once, onceOrMore, anyTimes };
+enum class Times { once, onceOrMore, atMostOnce, anyTimes };
 
 /// A word behind the command. Only the last one of a command may come several times.
 struct Argument {
@@ -61,6 +75,7 @@ struct Option {
     char const* argument; ///< the label of its value; null for a flag
     char const* description;
     Offer offer = Offer::nothing;
+    bool addsUp = false; ///< may come several times, as one with commas between the values
 };
 
 /// What a configuration's context files may do to a command that cannot use them.
@@ -97,6 +112,9 @@ Command const* commandOf( std::string_view word );
 
 /// Every option of a command, those of formats, lists and terminals included.
 std::vector<Option> optionsOf( Command const& command );
+
+/// What stands behind the word of a command: " [CONF...]"; with marks around each label.
+String argumentsOf( Command const& command, char const* before = "", char const* behind = "" );
 
 /// What the help says of a command behind its options.
 String detailsOf( Command const& command );

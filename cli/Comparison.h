@@ -76,7 +76,7 @@ struct Comparison {
 };
 
 /// Of every kind, or of the only one that is asked for, then without the configuration. The models outlive
-/// the comparison. Linear in their records.
+/// the comparison. Linear in their records. With resources, the context files are read once more.
 Comparison compare( Model const& old, Model const& now, Listing const* only );
 
 } // namespace Bfri

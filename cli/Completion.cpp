@@ -1,13 +1,15 @@
 #include "cli/Completion.h"
 
+#include "cli/ActionWord.h"
 #include "cli/Answers.h"
 #include "cli/Findings.h"
 #include "cli/Kinds.h"
 #include "cli/Load.h"
 #include "cli/Records.h"
-#include "cli/TextFormat.h"
 #include "cli/WrongWord.h"
 
+#include <cctype>
+#include <iomanip>
 #include <set>
 #include <sstream>
 
@@ -20,7 +22,13 @@ struct Line {
     Command const* command;
     std::vector<String> positionals; ///< those in front of that word
     Option const* awaiting;          ///< the option whose value it is; else null
-    String word = {};                ///< the word itself, as far as it is written
+    String written = {};             ///< the front of that word that stays
+    String word = {};                ///< the rest of it, as far as it is written
+
+    void keep( std::size_t size ) {
+        written += word.substr( 0, size );
+        word.erase( 0, size );
+    }
 };
 
 Line understood( Command const& command, std::span<Option const> options, std::span<String const> words ) {
@@ -47,20 +55,52 @@ std::vector<String> namesOf( BfResourceInfo::BfResourceParser const& parser, Lis
     return { names.begin(), names.end() };
 }
 
-/// As texts show them; without the zeros in front where the word has none.
+/// In the form of the word: decimal; or as texts show them, without the zeros in front where it has none, and
+/// with capitals where it has them.
 std::vector<String> handlesOf( BfResourceInfo::BfResourceParser const& parser, String const& word ) {
+    bool const isDecimal = !word.empty() && word[ 0 ] != '0';
     bool const withZeros = word.size() < 3 || word[ 2 ] == '0';
+    String const prefix = isDecimal ? "" : word.starts_with( "0X" ) ? "0X" : "0x";
+    bool const inCapitals = word.find_first_of( "ABCDEF" ) != String::npos;
     std::vector<String> handles;
     for( auto const* const entry : sortedByKey( parser.resourceHandles() ) ) {
         std::ostringstream digits;
-        digits << std::hex << entry->first;
-        handles.push_back( withZeros ? textOf( Hex( entry->first ) ) : "0x" + digits.str() );
+        if( inCapitals )
+            digits << std::uppercase;
+        if( !isDecimal )
+            digits << std::hex << std::setfill( '0' ) << std::setw( withZeros ? 8 : 0 );
+        digits << entry->first;
+        handles.push_back( prefix + digits.str() );
     }
     return handles;
 }
 
+/// The tables of an action, behind "ACTION of ".
+std::vector<String> tablesOf( BfResourceInfo::BfResourceParser const& parser, String const& action ) {
+    std::set<String> tables;
+    for( BfActionInfo const& record : parser.bfActions() ) {
+        if( record.name == action )
+            tables.insert( record.tableName );
+    }
+    return { tables.begin(), tables.end() };
+}
+
+std::vector<String> namesFor( Line& line, BfResourceInfo::BfResourceParser const& parser ) {
+    Listing const* const kind = line.positionals.size() > 1 ? kindOf( line.positionals[ 1 ] ) : nullptr;
+    if( !kind || kind == kindOf( "action" ) ) {
+        for( ActionWord const& reading : actionWordsIn( line.word ) ) {
+            auto tables = tablesOf( parser, reading.action );
+            if( tables.empty() )
+                continue;
+            line.keep( line.word.size() - reading.table.size() );
+            return tables;
+        }
+    }
+    return namesOf( parser, kind );
+}
+
 /// The words in place of which a model is asked; it was written first.
-std::vector<String> fromModel( Line const& line, Offer offer ) {
+std::vector<String> fromModel( Line& line, Offer offer ) {
     if( line.positionals.empty() )
         return {};
     std::ostringstream unheard;
@@ -69,9 +109,7 @@ std::vector<String> fromModel( Line const& line, Offer offer ) {
         auto const& parser = *model->parser();
         if( offer == Offer::handle )
             return handlesOf( parser, line.word );
-        if( offer == Offer::table )
-            return namesOf( parser, kindOf( "table" ) );
-        return namesOf( parser, line.positionals.size() > 1 ? kindOf( line.positionals[ 1 ] ) : nullptr );
+        return offer == Offer::table ? namesOf( parser, kindOf( "table" ) ) : namesFor( line, parser );
     } catch( Failure const& ) {
         return {};
     }
@@ -84,17 +122,32 @@ std::vector<String> kindWords() {
     return words;
 }
 
-/// Where several may come, each behind those that are written.
-std::vector<String> findingCodes( Line const& line ) {
-    bool const several = line.awaiting && line.awaiting->argument == std::string_view( "CODES" );
-    auto const comma = several ? line.word.rfind( ',' ) : String::npos;
-    String const written = comma == String::npos ? "" : line.word.substr( 0, comma + 1 );
-    std::vector<String> codes;
+String smallLetters( String text ) {
+    std::transform( text.begin(), text.end(), text.begin(),
+                    []( unsigned char c ) { return static_cast<char>( std::tolower( c ) ); } );
+    return text;
+}
+
+/// Each behind those that are written; titles, which do for codes, where one is begun.
+std::vector<String> findingCodes( Line& line, bool orAll ) {
+    line.keep( line.word.rfind( ',' ) + 1 );
+    bool const isSmall = line.word.starts_with( 'b' );
+    std::vector<String> words;
     for( FindingKind const& kind : findingKinds() ) {
-        if( ( ',' + written ).find( ',' + String( kind.code ) + ',' ) == String::npos )
-            codes.push_back( written + kind.code );
+        if( ( ',' + line.written ).find( ',' + String( kind.code ) + ',' ) != String::npos )
+            continue;
+        words.push_back( isSmall ? smallLetters( kind.code ) : kind.code );
+        if( !line.word.empty() )
+            words.emplace_back( kind.title );
     }
-    return codes;
+    if( orAll && line.written.empty() )
+        words.emplace_back( "all" );
+    return words;
+}
+
+std::vector<String> orderWords( Line& line ) {
+    line.keep( line.word.starts_with( '-' ) ? 1 : 0 );
+    return fieldsOf( *line.command->listing );
 }
 
 std::vector<String> fieldWords( Line const& line ) {
@@ -102,11 +155,22 @@ std::vector<String> fieldWords( Line const& line ) {
     return kind ? fieldsOf( *kind ) : std::vector<String>();
 }
 
-std::vector<String> wordsFor( Line const& line, Offer offer ) {
+std::vector<String> commandWords() {
+    std::vector<String> words;
+    for( Command const& command : commands() ) {
+        if( *command.group )
+            words.emplace_back( command.word );
+    }
+    return words;
+}
+
+std::vector<String> wordsFor( Line& line, Offer offer ) {
     switch( offer ) {
     case Offer::nothing:
     case Offer::file:
         return {};
+    case Offer::command:
+        return commandWords();
     case Offer::table:
     case Offer::name:
     case Offer::handle:
@@ -116,9 +180,10 @@ std::vector<String> wordsFor( Line const& line, Offer offer ) {
     case Offer::field:
         return fieldWords( line );
     case Offer::order:
-        return fieldsOf( *line.command->listing );
-    case Offer::code:
-        return findingCodes( line );
+        return orderWords( line );
+    case Offer::codes:
+    case Offer::codesOrAll:
+        return findingCodes( line, offer == Offer::codesOrAll );
     case Offer::severity:
         return { "error", "warning", "note" };
     case Offer::color:
@@ -133,17 +198,9 @@ Offer offerOf( Line const& line ) {
     auto const& arguments = line.command->arguments;
     if( line.positionals.size() < arguments.size() )
         return arguments[ line.positionals.size() ].offer;
-    bool const more = !arguments.empty() && arguments.back().times != Times::once;
+    bool const more = !arguments.empty() && ( arguments.back().times == Times::onceOrMore ||
+                                              arguments.back().times == Times::anyTimes );
     return more ? arguments.back().offer : Offer::nothing;
-}
-
-std::vector<String> commandWords() {
-    std::vector<String> words = { "--help", "--version" };
-    for( Command const& command : commands() ) {
-        if( *command.group )
-            words.emplace_back( command.word );
-    }
-    return words;
 }
 
 std::vector<String> optionWords( std::span<Option const> options ) {
@@ -153,21 +210,38 @@ std::vector<String> optionWords( std::span<Option const> options ) {
     return words;
 }
 
+/// Of a word "--sort=na" the value is awaited.
+void keepOption( Line& line, std::span<Option const> options ) {
+    for( Option const& option : options ) {
+        String const front = option.name + String( "=" );
+        if( !option.argument || !line.word.starts_with( front ) )
+            continue;
+        line.awaiting = &option;
+        line.keep( front.size() );
+    }
+}
+
 } // namespace
 
 Candidates candidatesFor( std::span<String const> words ) {
-    if( words.size() <= 1 )
-        return { false, commandWords() };
+    if( words.size() <= 1 ) {
+        auto all = commandWords();
+        all.insert( all.end(), { "--help", "--version" } );
+        return { .words = all };
+    }
     Command const* const command = commandOf( words.front() );
     if( !command )
         return {};
     auto const options = optionsOf( *command );
     Line line = understood( *command, options, words.subspan( 1, words.size() - 2 ) );
     line.word = words.back();
-    if( !line.awaiting && words.back().starts_with( '-' ) )
-        return { false, optionWords( options ) };
+    if( !line.awaiting )
+        keepOption( line, options );
+    if( !line.awaiting && line.word.starts_with( '-' ) )
+        return { .words = optionWords( options ) };
     Offer const offer = offerOf( line );
-    return { offer == Offer::file, wordsFor( line, offer ) };
+    auto candidates = wordsFor( line, offer );
+    return { offer == Offer::file, line.written, std::move( candidates ) };
 }
 
 std::vector<String> beginningLike( String const& word, std::vector<String> const& candidates ) {
@@ -186,9 +260,10 @@ ExitStatus complete( Request const& request, Streams const& io ) {
     Candidates const candidates = candidatesFor( request.words );
     if( candidates.files )
         io.out << ":files\n";
-    for( String const& word : beginningLike( request.words.back(), candidates.words ) ) {
+    String const rest = request.words.back().substr( candidates.written.size() );
+    for( String const& word : beginningLike( rest, candidates.words ) ) {
         if( word.find( '\n' ) == String::npos )
-            io.out << word << '\n';
+            io.out << candidates.written << word << '\n';
     }
     return ExitStatus::done;
 }

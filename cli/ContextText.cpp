@@ -1,6 +1,7 @@
 #include "cli/ContextText.h"
 
 #include "cli/Nesting.h"
+#include "resourceinfo/parser/context/ByteScan.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -22,10 +23,30 @@ gzFile opened( String const& path ) {
 
 int closed( gzFile file ) { return file ? gzclose( file ) : Z_OK; }
 
-bool isSpace( char c ) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
+using ByteScan::byte;
 
-/// Whether a number or word is over.
-bool endsWord( char c ) { return isSpace( c ) || c == ',' || c == ':' || c == ']' || c == '}' || c == '"'; }
+/// What stands between tokens and says nothing new.
+constexpr auto isGap = []( auto c ) {
+    return c == byte( ' ' ) || c == byte( '\n' ) || c == byte( '\r' ) || c == byte( '\t' ) ||
+           c == byte( ',' ) || c == byte( ':' );
+};
+
+char const* findNoGap( char const* begin, char const* end ) {
+    return ByteScan::find<ByteScan::Native>( begin, end, []( auto c ) { return !isGap( c ); } );
+}
+
+/// The end of a string's piece without escapes.
+char const* findNoPlain( char const* begin, char const* end ) {
+    return ByteScan::find<ByteScan::Native>( begin, end,
+                                             []( auto c ) { return c == byte( '"' ) || c == byte( '\\' ); } );
+}
+
+/// The end of a number or word.
+char const* findNoWord( char const* begin, char const* end ) {
+    return ByteScan::find<ByteScan::Scalar>( begin, end, []( auto c ) {
+        return isGap( c ) || c == byte( ']' ) || c == byte( '}' ) || c == byte( '"' );
+    } );
+}
 
 String unescaped( String const& raw ) {
     rapidjson::Document text;
@@ -51,54 +72,55 @@ bool ContextText::fill() {
     return count > 0;
 }
 
-char ContextText::next() {
-    char c = Peek();
-    while( isSpace( c ) || c == ',' || c == ':' ) {
-        ++begin_;
-        c = Peek();
-    }
-    return c;
-}
-
-/// What comes of a string, up to its end or a backslash.
-void ContextText::takePlain( String& text ) {
+/// Hands the characters up to the place that `find` finds to `piece`, in pieces.
+template<class Find, class Piece>
+void ContextText::takeUpTo( Find find, Piece piece ) {
     do {
         char const* const from = buffer_.data() + begin_;
-        char const* const end = buffer_.data() + end_;
-        auto const to = std::find_if( from, end, []( char c ) { return c == '"' || c == '\\'; } );
-        text.append( from, to );
+        char const* const to = find( from, buffer_.data() + end_ );
+        piece( from, to );
         begin_ += static_cast<std::size_t>( to - from );
     } while( begin_ == end_ && fill() );
 }
 
-String ContextText::scalar() {
-    char const first = next();
-    String text;
-    if( first == '{' || first == '[' ) {
-        skip();
-        return text;
-    }
-    if( first != '"' ) { // at least a character, so that no loop stands still on what is no JSON
-        do
-            text += Take();
-        while( !atEnd() && !endsWord( Peek() ) );
-        return text;
+/// Hands out the characters of the scalar that comes, of a string those between its quotes, as they stand.
+/// Whether there are escapes among them.
+template<class Piece>
+bool ContextText::takeScalar( Piece piece ) {
+    if( next() != '"' ) { // at least a character, so that no loop stands still on what is no JSON
+        char const first = Take();
+        piece( &first, &first + 1 );
+        takeUpTo( findNoWord, piece );
+        return false;
     }
     Take();
     bool hasEscapes = false;
-    for( takePlain( text ); Peek() == '\\'; takePlain( text ) ) {
+    for( takeUpTo( findNoPlain, piece ); Peek() == '\\'; takeUpTo( findNoPlain, piece ) ) {
         hasEscapes = true;
-        text += Take();
-        text += Take();
+        char const escape[] = { Take(), Take() };
+        piece( std::begin( escape ), std::end( escape ) );
     }
     Take();
-    return hasEscapes ? unescaped( text ) : text;
+    return hasEscapes;
+}
+
+char ContextText::next() {
+    takeUpTo( findNoGap, []( char const*, char const* ) {} );
+    return Peek();
+}
+
+void ContextText::scalar( String& text ) {
+    text.clear();
+    if( char const first = next(); first == '{' || first == '[' )
+        return skip();
+    if( takeScalar( [ & ]( char const* from, char const* to ) { text.append( from, to ); } ) )
+        text = unescaped( text );
 }
 
 void ContextText::skip() {
     char const first = next();
     if( first != '{' && first != '[' ) {
-        scalar();
+        takeScalar( []( char const*, char const* ) {} );
         return;
     }
     Take();

@@ -46,8 +46,11 @@ class ContextText {
         if( next() != '{' )
             return skip();
         Take();
-        while( next() == '"' )
-            step( scalar() );
+        String name;
+        while( next() == '"' ) {
+            scalar( name );
+            step( name );
+        }
         Take();
     }
     /// Calls `step` for each element; it takes the value.
@@ -61,10 +64,15 @@ class ContextText {
         Take();
     }
     /// The text of a string, or the characters of a number or word; empty for a container.
-    String scalar();
+    void scalar( String& text );
+    String scalar() {
+        String text;
+        scalar( text );
+        return text;
+    }
     void skip();
-    /// Takes what stands before the value that comes, for a reader that then takes that.
-    void toValue() { next(); }
+    /// Takes what stands before the value that comes. The first character of that.
+    char toValue() { return next(); }
 
     // The writing half of a stream; never called, since nothing is parsed in place.
     void Put( Ch ) {}
@@ -76,7 +84,10 @@ class ContextText {
     bool fill();
     /// The first character of the next token; a NUL at the end. Commas and colons say nothing new.
     char next();
-    void takePlain( String& text );
+    template<class Find, class Piece>
+    void takeUpTo( Find find, Piece piece );
+    template<class Piece>
+    bool takeScalar( Piece piece );
 
     std::unique_ptr<gzFile_s, int ( * )( gzFile_s* )> file_;
     std::vector<char> buffer_;

@@ -1,7 +1,7 @@
 #include "cli/Evidence.h"
 
 #include "cli/ContextText.h"
-#include "cli/SectionJson.h"
+#include "cli/FileHeaders.h"
 #include "cli/TableHandles.h"
 #include "cli/Utf8.h"
 
@@ -265,7 +265,9 @@ void addExcerpt( Fault& fault ) {
     fault.caret = width( shown( front ) );
 }
 
-String sized( HeaderBits const& header ) { return std::to_string( header.bits ) + " bits"; }
+String sized( HeaderBits const& header ) {
+    return std::to_string( static_cast<std::int64_t>( header.bits ) ) + " bits";
+}
 
 /// The same header as another context file of the configuration has it.
 String otherThan( HeaderBits const& header, String const& file ) {
@@ -282,7 +284,10 @@ String otherThan( HeaderBits const& header, String const& file ) {
     return "";
 }
 
-/// Of a header that has another size elsewhere: the value that was read last is only its last width.
+constexpr char const* sameSize = "parser->bfHeaders( hdrName ) == header";
+constexpr char const* wholeBytes = "header.size() % 8 == 0";
+
+/// Of a header of a size that it should not have: the value that was read last is only its last width.
 void addHeader( Fault& fault ) {
     auto const steps = stepsOf( *fault.pointer );
     auto const headers = headersOf( fault.file );
@@ -294,7 +299,9 @@ void addHeader( Fault& fault ) {
     fault.pointer = "/flexible_headers/" + steps[ 1 ];
     fault.member.clear();
     HeaderBits const& header = headers[ index ];
-    fault.found = '"' + header.name + "\" of " + sized( header ) + otherThan( header, fault.file );
+    fault.found = '"' + header.name + "\" of " + sized( header );
+    if( fault.condition == sameSize )
+        fault.found += otherThan( header, fault.file );
 }
 
 /// Of those marks that JSON readers stumble over.
@@ -317,7 +324,7 @@ void addSyntax( Fault& fault ) {
 void addEvidence( Fault& fault ) {
     if( fault.line && fault.column )
         addSyntax( fault );
-    else if( fault.pointer && fault.condition == "parser->bfHeaders( hdrName ) == header" )
+    else if( fault.pointer && ( fault.condition == sameSize || fault.condition == wholeBytes ) )
         addHeader( fault );
     else
         addFound( fault );

@@ -55,6 +55,7 @@ struct Losses {
     std::vector<Loss> directions;
     std::vector<Loss> words;    ///< other unknown ones
     std::vector<Loss> repeated; ///< members, in quotes
+    std::vector<Loss> stages;   ///< behind the first: no stages
     /// Of a handle the names of tables without a stage table that list it.
     std::unordered_map<U32, std::vector<String>> unplacedReferrers;
 };
@@ -126,6 +127,7 @@ void findUnknownResourceNames( Facts const& facts, Findings& findings );
 void findUnplacedTables( Facts const& facts, Findings& findings );
 void findEmptyTables( Facts const& facts, Findings& findings );
 void findLostStages( Facts const& facts, Findings& findings );
+void findOddStages( Facts const& facts, Findings& findings );
 void findLostPhvWidths( Facts const& facts, Findings& findings );
 void findWrappingHeaders( Facts const& facts, Findings& findings );
 void findRepeatedHashFields( Facts const& facts, Findings& findings );

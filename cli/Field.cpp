@@ -1,7 +1,6 @@
 #include "cli/ActionWord.h"
 #include "cli/Answers.h"
 #include "cli/Bearers.h"
-#include "cli/Join.h"
 #include "cli/LeftOut.h"
 #include "cli/Names.h"
 #include "cli/TextFormat.h"
@@ -26,26 +25,21 @@ Rows chosen( std::vector<Row> const& rows, Rule rule ) {
     return some;
 }
 
+bool isAction( Listing const& kind ) { return kind.word == std::string_view( "actions" ); }
+
 Rows named( std::vector<Row> const& rows, Listing const& kind, String const& word,
             BfResourceInfo::BfResourceParser const& parser ) {
     std::vector<String> names;
     names.reserve( rows.size() );
     for( Row const& row : rows )
         names.push_back( valueAs<String>( row, "name" ) );
-    String const name = meantName( names, word, { kind.one, kind.word, kind.word },
-                                   [ & ] { return leftOutOfName( parser, word ); } );
+    String const name = meantName( names, word, { kind.one, kind.word, kind.word }, [ & ] {
+        String why = whyMissing( parser, word );
+        if( why.empty() && isAction( kind ) )
+            refuseTableOf( parser, word );
+        return why;
+    } );
     return chosen( rows, [ & ]( Row const& row ) { return valueAs<String>( row, "name" ) == name; } );
-}
-
-/// The actions of a name that one table has.
-Rows ofTable( Rows actions, ActionWord const& word ) {
-    std::vector<String> tables;
-    for( Row const* const action : actions )
-        tables.push_back( valueAs<String>( *action, "tableName" ) );
-    String const table = word.tableMeant( tables );
-    std::erase_if( actions,
-                   [ & ]( Row const* action ) { return valueAs<String>( *action, "tableName" ) != table; } );
-    return actions;
 }
 
 /// By name; where no record has it, by the words that tell records of one name apart.
@@ -61,37 +55,49 @@ Rows rowsMeant( std::vector<Row> const& rows, Listing const& kind, String const&
     } );
     if( !withHandle.empty() )
         return withHandle;
-    auto const action = kind.word == std::string_view( "actions" ) ? actionWordOf( word ) : std::nullopt;
-    return action ? ofTable( named( rows, kind, action->name, parser ), *action )
-                  : named( rows, kind, word, parser );
+    Rows actions;
+    if( isAction( kind ) ) {
+        for( U32 const place : actionsMeant( parser, word ) )
+            actions.push_back( &rows.at( place ) );
+    }
+    return actions.empty() ? named( rows, kind, word, parser ) : actions;
 }
 
-/// The words for each of several records: actions by their tables, else by handle.
-std::vector<String> wordsFor( Rows const& rows ) {
+/// What to type for each of several records: of actions also the table, of others the handle.
+std::vector<String> wordsFor( Rows const& meant, std::vector<Row> const& rows, Listing const& kind,
+                              BfResourceInfo::BfResourceParser const& parser ) {
+    std::vector<BfActionInfo const*> actions;
     std::set<String> words;
-    for( Row const* const row : rows ) {
-        if( Identity const identity( *row ); identity.table )
-            words.insert( identity.name + " of " + *identity.table );
+    for( Row const* const row : meant ) {
+        if( isAction( kind ) )
+            actions.push_back( &parser.bfActions().at( static_cast<U32>( row - rows.data() ) ) );
+        else
+            words.insert( textOf( valueOf( *row, "handle" ) ) );
     }
-    if( words.size() < rows.size() )
-        words.clear();
-    for( Row const* const row : rows ) {
-        auto const* const handle = std::get_if<Hex>( &valueOf( *row, "handle" ).is );
-        if( words.size() < rows.size() && handle )
-            words.insert( textOf( *handle ) );
-    }
-    return { words.begin(), words.end() };
+    return isAction( kind ) ? wordsForActions( actions ) : std::vector( words.begin(), words.end() );
+}
+
+/// One of each that are the same in every field.
+Rows differing( Rows rows ) {
+    auto const isLess = []( Row const* a, Row const* b ) { return *a < *b; };
+    std::sort( rows.begin(), rows.end(), isLess );
+    auto const isSame = [ & ]( Row const* a, Row const* b ) { return !isLess( a, b ); };
+    rows.erase( std::unique( rows.begin(), rows.end(), isSame ), rows.end() );
+    return rows;
 }
 
 Row const& rowMeant( std::vector<Row> const& rows, Listing const& kind, String const& word,
                      BfResourceInfo::BfResourceParser const& parser ) {
-    Rows const meant = rowsMeant( rows, kind, word, parser );
-    if( meant.size() > 1 )
-        throw Failure( ExitStatus::no,
-                       "'" + shown( word ) + "' means " + std::to_string( meant.size() ) + ' ' + kind.word +
-                           "; say which:",
-                       wordsFor( meant ) );
-    return *meant.front();
+    Rows const meant = differing( rowsMeant( rows, kind, word, parser ) );
+    if( meant.size() == 1 )
+        return *meant.front();
+    auto const words = wordsFor( meant, rows, kind, parser );
+    String const means = "'" + shown( word ) + "' means " + std::to_string( meant.size() ) + ' ' + kind.word;
+    if( words.size() == meant.size() )
+        throw Failure( ExitStatus::no, means + "; say which:", words );
+    throw Failure(
+        ExitStatus::no,
+        means + ", and no word tells all of them apart; 'bfri " + kind.word + "' lists them:", words );
 }
 
 /// What people see as "-".

@@ -7,7 +7,7 @@ namespace Bfri {
 namespace {
 
 /// What the values of a field are, where they are not just compared.
-enum class Meaning { plain, ownHandle, reference, references, stage, firstHitBit, lastHitBit };
+enum class Meaning { plain, ownHandle, reference, references, stage, stages, firstHitBit, lastHitBit };
 
 constexpr std::pair<std::string_view, Meaning> meanings[] = {
     { "handle", Meaning::ownHandle },
@@ -20,6 +20,7 @@ constexpr std::pair<std::string_view, Meaning> meanings[] = {
     { "meterReferences", Meaning::references },
     { "statefulReferences", Meaning::references },
     { "stageStart", Meaning::stage },
+    { "stageNumbers", Meaning::stages },
     { "hitBitSmashOffset", Meaning::firstHitBit },
     { "hitBitSmashLast", Meaning::lastHitBit },
 };
@@ -105,6 +106,9 @@ ChangedRecord FieldComparer::compare( Listing const& kind, Row const& from, Row 
             if( !same( from[ i ].value, to[ i ].value ) )
                 record.move = { from[ i ].name, from[ i ].value, to[ i ].value };
             break;
+        case Meaning::stages:
+            compareStages( record, from[ i ], to[ i ] );
+            break;
         case Meaning::firstHitBit:
             compareHitBits( record, from, to );
             break;
@@ -151,6 +155,20 @@ void FieldComparer::compareReferences( ChangedRecord& record, Field const& from,
         record.fields.push_back( { from.name, old_.standFor( old ), now_.standFor( now ) } );
     for( std::size_t i = 0; alike && i < old.size(); ++i )
         countReference( old[ i ], now[ i ] );
+}
+
+/// Stages that all move as the first does are said with that, and of unknown ones nothing.
+void FieldComparer::compareStages( ChangedRecord& record, Field const& from, Field const& to ) {
+    List const* const old = std::get_if<List>( &from.value.is );
+    List const* const now = std::get_if<List>( &to.value.is );
+    if( !old || !now )
+        return;
+    auto const number = []( Value const& stage ) { return std::get<U32>( stage.is ); };
+    U32 const shift = number( now->front() ) - number( old->front() );
+    bool const alike = std::equal( old->begin(), old->end(), now->begin(), now->end(),
+                                   [ & ]( auto& a, auto& b ) { return number( a ) + shift == number( b ); } );
+    if( !alike )
+        record.fields.push_back( { from.name, from.value, to.value } );
 }
 
 void FieldComparer::compareHitBits( ChangedRecord& record, Row const& from, Row const& to ) {

@@ -3,62 +3,114 @@
 #include "resourceinfo/parser/context/MemberNames.h"
 
 #include <algorithm>
-#include <charconv>
+#include <limits>
 
 namespace Bfri {
 
 namespace {
 
-std::optional<U32> numberOf( String const& word ) {
-    U32 number = 0;
-    auto const [ rest, error ] = std::from_chars( word.data(), word.data() + word.size(), number );
-    bool const isWhole = error == std::errc() && rest == word.data() + word.size();
-    return isWhole ? std::optional( number ) : std::nullopt;
+std::optional<U32> handleOf( FirstMembers& text ) {
+    auto const number = wholeNumber( text.literal() );
+    bool const fits = number && *number >= 0 && *number <= std::numeric_limits<U32>::max();
+    return fits ? std::optional( static_cast<U32>( *number ) ) : std::nullopt;
 }
 
-std::size_t elements( ContextText& text ) {
+std::size_t elements( FirstMembers& text ) {
     std::size_t count = 0;
     text.eachElement( [ & ] {
-        text.skip();
+        text.walk();
         ++count;
     } );
     return count;
 }
 
-/// Those of the table itself, or of its match attributes, of all their units together.
-std::size_t stageTables( ContextText& text ) {
+/// The stage tables of one array, or of all units.
+struct StageTables {
     std::size_t count = 0;
-    text.eachMember( [ & ]( String const& name ) {
-        if( name == "stage_tables" )
-            count += elements( text );
-        else if( name == "units" )
-            text.eachElement( [ & ] { count += stageTables( text ); } );
-        else if( name == "match_attributes" )
-            count += stageTables( text );
+    std::vector<std::int64_t> numbers = {};
+    std::vector<String> odd = {};
+};
+
+/// "its "stage_tables/1" has a "stage_number" of 1.5".
+String oddStage( String const& stageTable, std::optional<String> const& literal ) {
+    String const front = "its \"" + stageTable + "\" has ";
+    if( !literal )
+        return front + "no \"stage_number\"";
+    return front + "a \"stage_number\" " + ( literal->empty() ? "that is no number" : "of " + *literal );
+}
+
+void readStageTable( FirstMembers& text, StageTables& all ) {
+    std::optional<String> literal;
+    text.eachMember( [ & ]( std::string_view name ) {
+        if( name == "stage_number" )
+            literal = text.literal();
         else
-            text.skip();
+            text.walk();
     } );
-    return count;
+    auto const number = literal ? wholeNumber( *literal ) : std::nullopt;
+    if( number )
+        all.numbers.push_back( *number );
+    bool const isStage = number && *number >= 0 && *number <= 255;
+    if( all.count++ > 0 && !isStage )
+        all.odd.push_back( oddStage( text.path(), literal ) );
+}
+
+void readStageTables( FirstMembers& text, StageTables& all ) {
+    text.eachElement( [ & ] { readStageTable( text, all ); } );
+}
+
+void readUnit( FirstMembers& text, StageTables& all ) {
+    text.eachMember( [ & ]( std::string_view name ) {
+        if( name != "match_attributes" )
+            return text.walk();
+        text.eachMember( [ & ]( std::string_view inner ) {
+            if( inner == "stage_tables" )
+                readStageTables( text, all );
+            else
+                text.walk();
+        } );
+    } );
+}
+
+/// Those of the units, where there are such.
+StageTables matchStageTables( FirstMembers& text ) {
+    StageTables ofMatch;
+    std::optional<StageTables> ofUnits;
+    text.eachMember( [ & ]( std::string_view name ) {
+        if( name == "stage_tables" )
+            readStageTables( text, ofMatch );
+        else if( name == "units" )
+            text.eachElement( [ &, &all = ofUnits.emplace() ] { readUnit( text, all ); } );
+        else
+            text.walk();
+    } );
+    return ofUnits ? *ofUnits : ofMatch;
+}
+
+void add( StageTables stageTables, FileTable& table ) {
+    table.stageTables += stageTables.count;
+    table.stages = std::move( stageTables.numbers );
+    table.oddStages = std::move( stageTables.odd );
 }
 
 /// The name and the handle of the object that comes.
-FileName nameAndHandle( ContextText& text ) {
+FileName nameAndHandle( FirstMembers& text ) {
     FileName result;
-    text.eachMember( [ & ]( String const& member ) {
+    text.eachMember( [ & ]( std::string_view member ) {
         if( member == "name" )
             result.name = text.scalar();
         else if( member == "handle" )
-            result.handle = numberOf( text.scalar() );
+            result.handle = handleOf( text );
         else
-            text.skip();
+            text.walk();
     } );
     return result;
 }
 
-void readReferences( ContextText& text, String const& list, FileTable& table ) {
+void readReferences( FirstMembers& text, std::string_view list, FileTable& table ) {
     text.eachElement( [ & ] {
         if( auto const handle = nameAndHandle( text ).handle )
-            table.references.push_back( { list, *handle } );
+            table.references.push_back( { String( list ), *handle } );
     } );
 }
 
@@ -67,20 +119,19 @@ struct Word {
     String FileTable::*text;
 };
 
-constexpr Word words[] = { { "table_type", &FileTable::type },
+constexpr Word words[] = { { "name", &FileTable::name },
+                           { "table_type", &FileTable::type },
                            { "direction", &FileTable::direction },
                            { "how_referenced", &FileTable::howReferenced },
                            { "statistics_type", &FileTable::statisticsType } };
 
-void readMember( ContextText& text, String const& member, Detail detail, FileTable& table ) {
+void readMember( FirstMembers& text, std::string_view member, Detail detail, FileTable& table ) {
     auto const word = std::find_if( std::begin( words ), std::end( words ),
                                     [ & ]( Word const& w ) { return w.member == member; } );
     if( word != std::end( words ) )
         table.*word->text = text.scalar();
-    else if( member == "name" )
-        table.name = text.scalar();
     else if( member == "handle" )
-        table.handle = numberOf( text.scalar() );
+        table.handle = handleOf( text );
     else if( member == "is_resource_controllable" )
         table.controllable = text.scalar() != "false";
     else if( member == "static_entries" )
@@ -89,36 +140,25 @@ void readMember( ContextText& text, String const& member, Detail detail, FileTab
         readReferences( text, member, table );
     else if( member == "actions" && detail == Detail::full )
         text.eachElement( [ & ] { table.actions.push_back( nameAndHandle( text ) ); } );
-    else if( member == "stage_tables" && detail == Detail::full )
-        table.stageTables += elements( text );
-    else if( member == "match_attributes" && detail == Detail::full )
-        table.stageTables += stageTables( text );
+    else if( member == "stage_tables" ) {
+        StageTables all;
+        readStageTables( text, all );
+        add( std::move( all ), table );
+    } else if( member == "match_attributes" )
+        add( matchStageTables( text ), table );
     else
-        text.skip();
+        text.walk();
 }
 
 } // namespace
 
-bool SeenMembers::isRepeated( String const& name ) {
-    std::string_view const kept = memberNameOf( name );
-    if( kept.empty() )
-        return false;
-    bool const before = std::find( seen_.begin(), seen_.end(), kept.data() ) != seen_.end();
-    if( !before )
-        seen_.push_back( kept.data() );
-    return before;
-}
+FirstMembers passedMembers( ContextText& text ) { return { text, memberNameOf }; }
 
 FileTable fileTable( ContextText& text, Detail detail ) {
     FileTable table;
-    SeenMembers seen;
-    text.eachMember( [ & ]( String const& member ) {
-        if( seen.isRepeated( member ) ) {
-            table.repeated.push_back( member );
-            text.skip();
-        } else
-            readMember( text, member, detail, table );
-    } );
+    FirstMembers members = passedMembers( text );
+    members.eachMember( [ & ]( std::string_view member ) { readMember( members, member, detail, table ); } );
+    table.repeated = members.repeated();
     return table;
 }
 

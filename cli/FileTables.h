@@ -2,9 +2,7 @@
 
 // The tables of a context file as they stand there: also what the model leaves out.
 
-#include "cli/ContextText.h"
-
-#include <optional>
+#include "cli/FirstMembers.h"
 
 namespace Bfri {
 
@@ -20,8 +18,7 @@ struct FileReference {
     U32 handle;
 };
 
-/// A table in the members that decide what the model makes of it. Of members of one name the first counts, as
-/// it does for the library; what a table lacks is empty.
+/// A table in the members that decide what the model makes of it; what a table lacks is empty.
 struct FileTable : FileName {
     String type = {};
     String direction = {};
@@ -30,10 +27,11 @@ struct FileTable : FileName {
     bool controllable = true;
     std::size_t staticEntries = 0;
     std::vector<FileReference> references = {};
-    std::vector<String> repeated = {}; ///< names of members that some pass reads and that come again
-    // Only of a table that is read in full.
-    std::size_t stageTables = 0;
-    std::vector<FileName> actions = {};
+    std::size_t stageTables = 0;           ///< over all units
+    std::vector<std::int64_t> stages = {}; ///< their numbers, in their order; of those that have one
+    std::vector<String> oddStages = {};    ///< behind the first, what some have instead of a stage
+    std::vector<String> repeated = {};     ///< ways to members that come again, of those that some pass reads
+    std::vector<FileName> actions = {};    ///< only of a table that is read in full
 
     /// Why the model has a match table's resource at most, but no record of it and of its actions; empty when
     /// it has. This is the rule of the library's reading of match tables.
@@ -45,26 +43,20 @@ enum class Detail { brief, full };
 /// Takes the table that comes.
 FileTable fileTable( ContextText& text, Detail detail );
 
+/// A context file as the passes see it.
+FirstMembers passedMembers( ContextText& text );
+
 /// Hands the tables of a context file to `step`, in their order. Reads the file once, in linear time.
 template<class Step>
 void eachTable( String const& contextFile, Detail detail, Step step ) {
     ContextText text( contextFile );
-    text.eachMember( [ & ]( String const& section ) {
+    FirstMembers file = passedMembers( text );
+    file.eachMember( [ & ]( std::string_view section ) {
         if( section == "tables" )
             text.eachElement( [ & ] { step( fileTable( text, detail ) ); } );
         else
             text.skip();
     } );
 }
-
-/// The members of one object that came already.
-class SeenMembers {
-  public:
-    /// Whether some pass asks for members of that name, and one came before.
-    bool isRepeated( String const& name );
-
-  private:
-    std::vector<char const*> seen_ = {}; // texts of the table of names
-};
 
 } // namespace Bfri

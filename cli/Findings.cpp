@@ -194,9 +194,19 @@ constexpr FindingKind kinds[] = {
       "An agent takes it for something else than it is, or looks for it at the wrong table.",
       "Look for a word that is misspelled, or compile the program again.", findUnknownWords },
     { "BF411", "repeated-member", warning,
-      "A table, or the context file itself, has several members of one name. The first counts.",
+      "An object of the switch configuration or of a context file has several members of one name, of the "
+      "names that are read in such a file. The first counts. The finding says the way to it from the table "
+      "or "
+      "the file.",
       "Others that read the file may take the last one.",
       "Take all but the right one out, or compile the program again.", findRepeatedMembers },
+    { "BF412", "odd-stage", warning,
+      "A stage table behind a table's first has no \"stage_number\", or one that is no number from 0 to 255. "
+      "The model reads that of the first alone.",
+      "Which stages the table takes is not known. 'bfri stages' shows a number of up to 32 bits as it is, "
+      "and "
+      "leaves tables with anything else off its map.",
+      "Correct the number in the context file, or compile the program again.", findOddStages },
 };
 
 String capitals( String text ) {
@@ -252,7 +262,7 @@ std::vector<Finding> findingsOf( Model const& model ) {
         kind.find( facts, findings );
     }
     for( Finding& finding : all ) {
-        if( finding.contextFile.empty() )
+        if( finding.contextFile.empty() && finding.what != "switch configuration" )
             finding.contextFile =
                 finding.what == "pipeline" ? finding.name : facts.contextFileOf( finding.handle );
     }

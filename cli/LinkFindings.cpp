@@ -94,6 +94,16 @@ String unplacedReferrers( Facts const& facts, U32 handle ) {
            firstFew( found->second, []( String const& name ) { return quoted( name ); } );
 }
 
+/// The handles of placed tables by name; none for a name that several have.
+std::unordered_map<std::string_view, std::optional<U32>> handlesByName( Facts const& facts ) {
+    std::unordered_map<std::string_view, std::optional<U32>> handles;
+    for( BfResource const& resource : facts.parser.bfResources() ) {
+        if( auto const [ place, isNew ] = handles.emplace( resource.name, resource.handle ); !isNew )
+            place->second = std::nullopt;
+    }
+    return handles;
+}
+
 } // namespace
 
 void findUnknownReferences( Facts const& facts, Findings& findings ) {
@@ -193,9 +203,11 @@ void findUnknownResourceNames( Facts const& facts, Findings& findings ) {
     std::unordered_set<std::string_view> known = facts.placedNames;
     for( Attached const& record : facts.attached )
         known.insert( *record.name );
+    auto const handles = handlesByName( facts );
     for( auto const* const entry : sortedByKey( facts.parser.parentTable() ) ) {
+        auto const table = handles.find( entry->second );
         if( known.count( entry->first ) == 0 )
-            findings.add( "table", entry->second, {},
+            findings.add( "table", entry->second, table == handles.end() ? std::nullopt : table->second,
                           "its actions name " + quoted( entry->first ) +
                               " as a resource, which is nothing's name" );
     }

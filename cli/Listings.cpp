@@ -1,29 +1,11 @@
 #include "cli/Listings.h"
 
+#include "cli/KindRows.h"
 #include "cli/Records.h"
-
-#include <map>
-#include <optional>
 
 namespace Bfri {
 
 namespace {
-
-using BfResourceInfo::BfResourceParser;
-
-template<class Record>
-Row blankOf() {
-    return rowOf( Record() );
-}
-
-template<auto records>
-std::vector<Row> rowsOf( BfResourceParser const& parser ) {
-    std::vector<Row> rows;
-    rows.reserve( ( parser.*records )().size() );
-    for( auto const& record : ( parser.*records )() )
-        rows.push_back( rowOf( record ) );
-    return rows;
-}
 
 constexpr char const* ofLeftOut =
     "Of the match tables of a context file the model has those that are resource-controllable and have no\n"
@@ -38,6 +20,8 @@ constexpr char const* ofDirect = "whether each entry of its table has one of its
 constexpr char const* ofLogicalPipe = "logical pipe, such as a or b, where the context file tells";
 constexpr char const* ofParent = "table that it belongs to, where the model knows just one";
 constexpr char const* ofSeveralParents = "whether actions of several tables name it";
+constexpr char const* ofOwner = "the table that references it, or whose actions name it";
+constexpr char const* ofSeveralOwners = "whether several tables do";
 
 // Match tables and what they take.
 
@@ -64,18 +48,6 @@ constexpr Column tableColumns[] = {
     { nullptr, "selName", "name of its selection table" },
 };
 
-Row resourceRow( BfResource const& resource ) { return withTypeName( rowOf( resource ) ); }
-
-Row resourceBlank() { return resourceRow( {} ); }
-
-std::vector<Row> resourceRows( BfResourceParser const& parser ) {
-    std::vector<Row> rows;
-    rows.reserve( parser.bfResources().size() );
-    for( BfResource const& resource : parser.bfResources() )
-        rows.push_back( resourceRow( resource ) );
-    return rows;
-}
-
 constexpr Column resourceColumns[] = {
     { "HANDLE", "handle", ofHandle },
     { "SIZE", "size", "entries that it holds" },
@@ -88,65 +60,6 @@ constexpr Column resourceColumns[] = {
 };
 
 // What belongs to match tables. Of what several tables have, the model knows no parent.
-
-/// The table that a record without a name for it belongs to: a direct one bears its handle.
-Value parentOf( BfResourceParser const& parser, String const& name, std::optional<U32> directHandle ) {
-    if( directHandle ) {
-        auto const* const placed = parser.resourceHandles().find( *directHandle );
-        return placed ? Value( placed->name ) : Value();
-    }
-    String const* const parent = parser.parentTable().find( name );
-    return parent ? Value( *parent ) : Value();
-}
-
-Value parentOf( BfResourceParser const& parser, BfTableWredInfo const& wred ) {
-    return parentOf( parser, wred.name, wred.direct ? std::optional( wred.handle ) : std::nullopt );
-}
-
-Value parentOf( BfResourceParser const& parser, BfRegisterInfo const& cells ) {
-    return parentOf( parser, cells.name, cells.indirect ? std::nullopt : std::optional( cells.handle ) );
-}
-
-Value parentOf( BfResourceParser const& parser, BfZelResource const& placed ) {
-    return parentOf( parser, placed.name, std::nullopt );
-}
-
-/// Counters and meters name their table themselves.
-template<class Record>
-constexpr bool namesItsTable = requires( Record record ) {
-    record.associatedTable;
-};
-
-template<class Record>
-Row attachedRow( Record const& record, Value const& parent, bool severalParents ) {
-    Row row = rowOf( record );
-    if constexpr( !namesItsTable<Record> )
-        row.push_back( { "parent", parent } );
-    row.push_back( { "severalParents", severalParents } );
-    return row;
-}
-
-template<class Record>
-Row attachedRow( BfResourceParser const& parser, Record const& record ) {
-    Value parent;
-    if constexpr( !namesItsTable<Record> )
-        parent = parentOf( parser, record );
-    return attachedRow( record, parent, parser.multipleParentTablesHas( record.name ) );
-}
-
-template<class Record>
-Row attachedBlank() {
-    return attachedRow( Record(), {}, false );
-}
-
-template<auto records>
-std::vector<Row> attachedRows( BfResourceParser const& parser ) {
-    std::vector<Row> rows;
-    rows.reserve( ( parser.*records )().size() );
-    for( auto const& record : ( parser.*records )() )
-        rows.push_back( attachedRow( parser, record ) );
-    return rows;
-}
 
 constexpr Column counterColumns[] = {
     { "HANDLE", "handle", ofTableHandle },
@@ -175,7 +88,7 @@ constexpr Column meterColumns[] = {
 constexpr Column wredColumns[] = {
     { "HANDLE", "handle", ofTableHandle },    { "DIRECT", "direct", ofDirect },
     { "PIPE", "logicalPipe", ofLogicalPipe }, { "NAME", "name", ofName },
-    { "TABLE", "parent", ofParent },          { nullptr, "severalParents", ofSeveralParents },
+    { "TABLE", "parent", ofOwner },           { nullptr, "severalParents", ofSeveralOwners },
 };
 
 constexpr Column registerColumns[] = {
@@ -185,8 +98,8 @@ constexpr Column registerColumns[] = {
     { "WIDTH", "width", "bits that its ALU works on" },
     { "DUAL", "dualWidth", "whether a cell is a pair of two such values" },
     { "NAME", "name", ofName },
-    { "TABLE", "parent", ofParent },
-    { nullptr, "severalParents", ofSeveralParents },
+    { "TABLE", "parent", ofOwner },
+    { nullptr, "severalParents", ofSeveralOwners },
 };
 
 constexpr Column actionColumns[] = {
@@ -202,31 +115,10 @@ constexpr Column learnQuantaColumns[] = {
     { "NAME", "name", ofName },
 };
 
-Row headerRow( String const& name, BfHeaderInfo const& header ) {
-    return { { "name", name }, { "size", U32{ header.size() } } };
-}
-
-Row headerBlank() { return headerRow( {}, {} ); }
-
 constexpr Column headerColumns[] = {
     { "NAME", "name", ofName },
     { "BYTES", "size", "bytes of all its fields" },
 };
-
-std::vector<Row> headerRows( BfResourceParser const& parser ) {
-    std::vector<Row> rows;
-    for( auto const* const entry : sortedByKey( parser.bfHeaders() ) )
-        rows.push_back( headerRow( entry->first, entry->second ) );
-    return rows;
-}
-
-Row hashRow( String const& name, BfDynamicHashInfo const& hash ) {
-    Row row = rowOf( hash );
-    row.insert( row.begin(), { "name", name } );
-    return row;
-}
-
-Row hashBlank() { return hashRow( {}, {} ); }
 
 constexpr Column hashColumns[] = {
     { "NAME", "name", ofName },
@@ -236,44 +128,13 @@ constexpr Column hashColumns[] = {
     { "FIELD NAMES", "fieldNames", "their names in the order of the hash's input" },
 };
 
-std::vector<Row> hashRows( BfResourceParser const& parser ) {
-    std::vector<Row> rows;
-    for( auto const* const entry : sortedByKey( parser.bfDynamicHashInfo() ) )
-        rows.push_back( hashRow( entry->first, entry->second ) );
-    return rows;
-}
-
 // The PHV: one row a field, whichever direction has it.
-
-struct PhvBytes {
-    Value ingress;
-    Value egress;
-};
-
-Row phvRow( String const& name, PhvBytes const& bytes ) {
-    return { { "name", name }, { "ingressBytes", bytes.ingress }, { "egressBytes", bytes.egress } };
-}
-
-Row phvBlank() { return phvRow( {}, {} ); }
 
 constexpr Column phvColumns[] = {
     { "FIELD", "name", "name of the field" },
     { "INGRESS BYTES", "ingressBytes", "bytes that it takes in ingress; absent where it has no place" },
     { "EGRESS BYTES", "egressBytes", "the same in egress" },
 };
-
-std::vector<Row> phvRows( BfResourceParser const& parser ) {
-    std::map<String, PhvBytes> fields;
-    for( auto const& entry : parser.ingressPhvContainers() )
-        fields[ entry.key() ].ingress = U32{ entry.value() };
-    for( auto const& entry : parser.egressPhvContainers() )
-        fields[ entry.key() ].egress = U32{ entry.value() };
-    std::vector<Row> rows;
-    rows.reserve( fields.size() );
-    for( auto const& [ name, bytes ] : fields )
-        rows.push_back( phvRow( name, bytes ) );
-    return rows;
-}
 
 // Placed tables by handle.
 
@@ -285,44 +146,38 @@ constexpr Column handleColumns[] = {
     { "METERS", "meterReferences", "handles of its meters and WRED tables" },
     { "STATEFUL", "statefulReferences", "handles of its registers" },
     { "NAME", "name", ofName },
-    { "PARENT", "parent", ofParent },
-    { nullptr, "severalParents", ofSeveralParents },
+    { "PARENT", "parent", ofOwner },
+    { nullptr, "severalParents", ofSeveralOwners },
 };
 
-std::vector<Row> handleRows( BfResourceParser const& parser ) {
-    std::vector<Row> rows;
-    for( auto const* const entry : sortedByKey( parser.resourceHandles() ) )
-        rows.push_back( attachedRow( parser, entry->second ) );
-    return rows;
-}
+constexpr char const* ofNoParent =
+    "A match table has no parent, and of direct action data the model knows none.\n\n";
 
 constexpr Listing table_[] = {
-    { "tables", "table", "The match tables", "bfTables", blankOf<BfTableInfo>,
-      rowsOf<&BfResourceParser::bfTables>, tableColumns, shownTable, ofLeftOut },
+    { "tables", "table", "The match tables", "bfTables", blankTable, tableRows, tableColumns, shownTable,
+      ofLeftOut },
     { "resources", "resource", "The hardware resources: their kind, direction, size and stages",
-      "bfResources", resourceBlank, resourceRows, resourceColumns, shownResource },
-    { "counters", "counter", "The counters, and the tables that they belong to", "bfCounters",
-      attachedBlank<BfTableCounterInfo>, attachedRows<&BfResourceParser::bfCounters>, counterColumns,
-      shownParent },
-    { "meters", "meter", "The meters, and the tables that they belong to", "bfMeters",
-      attachedBlank<BfTableMeterInfo>, attachedRows<&BfResourceParser::bfMeters>, meterColumns, shownParent },
-    { "wreds", "wred", "The WRED tables, and the tables that they belong to", "bfWreds",
-      attachedBlank<BfTableWredInfo>, attachedRows<&BfResourceParser::bfWreds>, wredColumns, shownParent },
+      "bfResources", blankResource, resourceRows, resourceColumns, shownResource },
+    { "counters", "counter", "The counters, and the tables that they belong to", "bfCounters", blankCounter,
+      counterRows, counterColumns, shownParent },
+    { "meters", "meter", "The meters, and the tables that they belong to", "bfMeters", blankMeter, meterRows,
+      meterColumns, shownParent },
+    { "wreds", "wred", "The WRED tables, and the tables that they belong to", "bfWreds", blankWred, wredRows,
+      wredColumns, shownParent },
     { "registers", "register", "The registers, their cells, and the tables that they belong to",
-      "bfRegisterInfos", attachedBlank<BfRegisterInfo>, attachedRows<&BfResourceParser::bfRegisterInfos>,
-      registerColumns, shownParent },
-    { "learn-quantas", "learn-quanta", "The learn quantas", "bfLearnQuantaInfos", blankOf<BfLearnQuantaInfo>,
-      rowsOf<&BfResourceParser::bfLearnQuantaInfos>, learnQuantaColumns },
-    { "actions", "action", "The actions of the match tables", "bfActions", blankOf<BfActionInfo>,
-      rowsOf<&BfResourceParser::bfActions>, actionColumns },
-    { "headers", "header", "The flexible headers, and their bytes", "bfHeaders", headerBlank, headerRows,
+      "bfRegisterInfos", blankRegister, registerRows, registerColumns, shownParent },
+    { "learn-quantas", "learn-quanta", "The learn quantas", "bfLearnQuantaInfos", blankLearnQuanta,
+      learnQuantaRows, learnQuantaColumns },
+    { "actions", "action", "The actions of the match tables", "bfActions", blankAction, actionRows,
+      actionColumns },
+    { "headers", "header", "The flexible headers, and their bytes", "bfHeaders", blankHeader, headerRows,
       headerColumns },
-    { "hashes", "hash", "The dynamic hash calculations, and their fields", "bfDynamicHashInfo", hashBlank,
+    { "hashes", "hash", "The dynamic hash calculations, and their fields", "bfDynamicHashInfo", blankHash,
       hashRows, hashColumns },
-    { "phv", "phv", "The fields in the PHV, and the bytes that they take there", "phvContainers", phvBlank,
+    { "phv", "phv", "The fields in the PHV, and the bytes that they take there", "phvContainers", blankPhv,
       phvRows, phvColumns },
     { "handles", "handle", "Every placed table by handle, with what it references", "resourceHandles",
-      attachedBlank<BfZelResource>, handleRows, handleColumns, shownParent },
+      blankHandle, handleRows, handleColumns, shownParent, ofNoParent },
 };
 
 } // namespace

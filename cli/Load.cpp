@@ -79,7 +79,9 @@ class Explanation {
     String text_;
 };
 
-String placeOf( Fault const& fault ) {
+} // namespace
+
+String placeText( Fault const& fault ) {
     String place = fault.pointer.value_or( "" ).empty() ? "" : "at " + *fault.pointer;
     if( fault.line && fault.problem.empty() )
         place = "line " + std::to_string( *fault.line ) + ", column " + std::to_string( *fault.column );
@@ -92,12 +94,14 @@ String placeOf( Fault const& fault ) {
     return place;
 }
 
+namespace {
+
 /// Whether `bfri check`, which reads the file again, has more to say of a fault.
 bool hasMore( Fault const& fault ) { return fault.pointer || fault.line; }
 
 [[noreturn]] void fail( String const& conf, Fault const& fault ) {
     Explanation result( fault );
-    result.add( "where:", placeOf( fault ) );
+    result.add( "where:", placeText( fault ) );
     result.add( "problem:", problemOf( fault ) );
     result.add( "expected:", fault.expected );
     result.add( "handle:", handleOf( fault ) );

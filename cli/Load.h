@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/Commands.h"
+#include "cli/Fault.h"
 #include "zel/Ptr.h"
 
 namespace Bfri {
@@ -12,6 +13,9 @@ Zel::Ptr<Model> load( String const& conf, OnBadData onBadData, std::ostream& err
 
 /// The same, but what is odd goes nowhere.
 Zel::Ptr<Model> loadSilently( String const& conf, OnBadData onBadData, std::ostream& err );
+
+/// Where a fault is in its file: "at /tables/0, member "name", table 0"; empty when that is not known.
+String placeText( Fault const& fault );
 
 /// The context files that the configuration loaded last names, but whose pipes a later pipeline has, too: of
 /// several pipelines with the same pipes only the last is read.

@@ -2,12 +2,14 @@
 #include "cli/Bearers.h"
 #include "cli/CsvFormat.h"
 #include "cli/JsonFormat.h"
+#include "cli/Kinds.h"
 #include "cli/LeftOut.h"
+#include "cli/Relations.h"
 #include "cli/TextFormat.h"
 #include "cli/Utf8.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <map>
 #include <unordered_map>
 
 namespace Bfri {
@@ -24,22 +26,55 @@ struct Found {
     U32 handle = 0;
     Bearers bearers = {};
     Bearers others = {}; ///< of handles that differ in the pipe's bits alone
+    std::optional<LeftOut> leftOut = {};
+    std::optional<U32> behind0x = {}; ///< of a word that nothing bears, another reading that something does
 };
 
-U32 handleMeant( String const& word ) {
-    auto const handle = handleIn( word );
-    if( !handle )
-        throw Failure( ExitStatus::usage,
-                       "'" + shown( word ) +
-                           "' is no handle: a number up to 0xffffffff, decimal or hexadecimal behind 0x" );
-    return *handle;
+U32 handleMeant( BfResourceInfo::BfResourceParser const& parser, String const& word ) {
+    if( auto const handle = handleIn( word ) )
+        return *handle;
+    auto const meant = handleWithout0x( parser, word );
+    throw Failure( ExitStatus::usage,
+                   "'" + shown( word ) +
+                       "' is no handle: a number up to 0xffffffff, decimal or hexadecimal behind 0x" +
+                       ( meant ? "; did you mean " + textOf( Hex( *meant ) ) + "?" : "" ) );
+}
+
+bool areOf( Bearers const& bearers, U32 handle ) {
+    return std::any_of( bearers.begin(), bearers.end(),
+                        [ & ]( Bearer const& bearer ) { return bearer.handle == handle; } );
+}
+
+/// Whether it may belong to a match table, or be one's resource.
+bool isAttachable( Bearer const& bearer ) {
+    return bearer.kind == std::string_view( "resource" ) ||
+           std::any_of( attachments().begin(), attachments().end(), [ & ]( Attachment const& attachment ) {
+               return kindOf( attachment.kind )->one == std::string_view( bearer.kind );
+           } );
+}
+
+/// The table that the model leaves out and that something with the handle belongs to, or is the resource of.
+std::optional<LeftOut> leftOutBehind( Bearers const& bearers, LeftOutTables& tables ) {
+    bool const isTable = std::any_of( bearers.begin(), bearers.end(), []( Bearer const& bearer ) {
+        return bearer.kind == std::string_view( "table" );
+    } );
+    std::optional<LeftOut> leftOut;
+    for( Bearer const& bearer : bearers ) {
+        bool const belongs = bearer.owner == bearer.name && !bearer.severalTables && isAttachable( bearer );
+        if( !leftOut && !isTable && belongs )
+            leftOut = tables.behind( bearer.handle, bearer.table );
+    }
+    return leftOut;
 }
 
 /// One pass over the model, however many handles are asked for.
 std::unordered_map<U32, Bearers> bearersLike( Model const& model, std::vector<Found> const& asked ) {
     std::unordered_map<U32, Bearers> like;
-    for( Found const& one : asked )
+    for( Found const& one : asked ) {
         like[ one.handle & withoutPipe ];
+        if( one.behind0x )
+            like[ *one.behind0x & withoutPipe ];
+    }
     eachBearer( *model.parser(), [ & ]( Bearer const& bearer ) {
         auto const bucket = like.find( bearer.handle & withoutPipe );
         if( bucket != like.end() )
@@ -51,11 +86,19 @@ std::unordered_map<U32, Bearers> bearersLike( Model const& model, std::vector<Fo
 std::vector<Found> find( Model const& model, std::span<String const> words ) {
     std::vector<Found> all;
     for( String const& word : words )
-        all.push_back( { word, handleMeant( word ) } );
+        all.push_back( { .word = word,
+                         .handle = handleMeant( *model.parser(), word ),
+                         .behind0x = handleBehind0x( word ) } );
     auto const like = bearersLike( model, all );
+    LeftOutTables tables( *model.parser() );
     for( Found& one : all ) {
         for( Bearer const& bearer : like.at( one.handle & withoutPipe ) )
             ( bearer.handle == one.handle ? one.bearers : one.others ).push_back( bearer );
+        one.leftOut =
+            one.bearers.empty() ? tables.withHandle( one.handle ) : leftOutBehind( one.bearers, tables );
+        if( !one.bearers.empty() || !one.behind0x ||
+            !areOf( like.at( *one.behind0x & withoutPipe ), *one.behind0x ) )
+            one.behind0x.reset();
     }
     return all;
 }
@@ -116,45 +159,53 @@ void printAsCsv( std::vector<Row> rows, std::ostream& out ) {
     printCsv( out, { fields, std::move( rows ) } );
 }
 
-void printAsJson( std::vector<Found> const& all, std::ostream& out ) {
-    JsonAnswer( out ).member(
-        "handles", listOf( all, []( Found const& one ) {
-            return Row{ { "handle", Hex( one.handle ) }, { "found", listOf( one.bearers, rowOf ) } };
-        } ) );
-}
-
-/// The handles of other bearers that may be meant, each once with a name: ": 0x21000042 (pipe.acl)".
-String othersOf( Found const& one, bool pipesInHandles ) {
+/// Handles of other bearers that may be meant, each with a name.
+std::map<U32, std::string_view> othersOf( Found const& one, bool pipesInHandles ) {
     std::map<U32, std::string_view> names;
     for( Bearer const& other : one.others ) {
-        if( pipesInHandles || other.handle == ( one.handle & withoutPipe ) )
+        bool const isPipeLost = other.handle == ( one.handle & withoutPipe );
+        if( one.bearers.empty() && ( pipesInHandles || isPipeLost ) )
             names.emplace( other.handle, other.owner.empty() ? other.name : other.owner );
     }
-    String text;
-    for( auto const& [ handle, name ] : names ) {
-        char number[ 16 ];
-        std::snprintf( number, sizeof number, "0x%08x", handle );
-        text += ( text.empty() ? ": " : ", " ) + String( number ) + " (" + shown( name ) + ")";
-    }
-    return text;
+    return names;
+}
+
+List suggestionsFor( Found const& one, bool pipesInHandles ) {
+    List words = listOf( othersOf( one, pipesInHandles ),
+                         []( auto const& other ) { return textOf( Hex( other.first ) ); } );
+    if( one.behind0x )
+        words.push_back( textOf( Hex( *one.behind0x ) ) );
+    return words;
+}
+
+void printAsJson( std::vector<Found> const& all, bool pipesInHandles, std::ostream& out ) {
+    JsonAnswer( out ).member( "handles", listOf( all, [ & ]( Found const& one ) {
+                                  return Row{ { "handle", Hex( one.handle ) },
+                                              { "found", listOf( one.bearers, rowOf ) },
+                                              { "suggestions", suggestionsFor( one, pipesInHandles ) },
+                                              { "leftOut", valueOf( one.leftOut ) } };
+                              } ) );
 }
 
 /// Handles come with a pipe in their upper bits from some sources and without it from others.
-void sayUnknown( Found const& one, BfResourceInfo::BfResourceParser const& parser, std::ostream& err ) {
-    bool const pipesInHandles = !parser.bfrtConfig().empty();
+void sayUnknown( Found const& one, bool pipesInHandles, std::ostream& err ) {
     err << "bfri: nothing has the handle " << one.word;
-    String const others = othersOf( one, pipesInHandles );
-    if( !others.empty() )
-        err << ( pipesInHandles ? "; with another pipe in the upper four bits"
-                                : "; without a pipe in the upper four bits, as there is no runtime_config" )
-            << others;
-    String const leftOut = leftOutOfHandle( parser, one.handle );
-    err << ( leftOut.empty() ? "" : "; " ) << leftOut << '\n';
+    char const* before = pipesInHandles
+                             ? "; with another pipe in the upper four bits: "
+                             : "; without a pipe in the upper four bits, as there is no runtime_config: ";
+    for( auto const& [ handle, name ] : othersOf( one, pipesInHandles ) )
+        err << std::exchange( before, ", " ) << textOf( Hex( handle ) ) << " (" << shown( name ) << ")";
+    if( one.leftOut )
+        err << "; " << sentenceOf( *one.leftOut );
+    if( one.behind0x )
+        err << "; did you mean " << textOf( Hex( *one.behind0x ) ) << "?";
+    err << '\n';
 }
 
 } // namespace
 
 ExitStatus lookup( Model const& model, Request const& request, Streams const& io ) {
+    bool const pipesInHandles = !model.parser()->bfrtConfig().empty();
     auto const all = find( model, std::span( request.words ).subspan( 1 ) );
     switch( request.format ) {
     case Format::text:
@@ -164,15 +215,16 @@ ExitStatus lookup( Model const& model, Request const& request, Streams const& io
         printAsCsv( rowsOf( all ), io.out );
         break;
     case Format::json:
-        printAsJson( all, io.out );
+        printAsJson( all, pipesInHandles, io.out );
         break;
     }
     ExitStatus status = ExitStatus::done;
     for( Found const& one : all ) {
         if( one.bearers.empty() ) {
-            sayUnknown( one, *model.parser(), io.err );
+            sayUnknown( one, pipesInHandles, io.err );
             status = ExitStatus::no;
-        }
+        } else if( one.leftOut )
+            io.err << "bfri: " << one.word << ": " << sentenceOf( *one.leftOut ) << '\n';
     }
     return status;
 }

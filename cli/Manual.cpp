@@ -22,17 +22,6 @@ String roff( std::string_view text ) {
     return result;
 }
 
-String synopsisOf( Command const& command ) {
-    String line = "\\fB" + roff( command.word ) + "\\fR";
-    for( Argument const& argument : command.arguments ) {
-        String const label = String( "\\fI" ) + argument.label + "\\fR";
-        String const dots = argument.times == Times::once ? "" : "...";
-        bool const optional = argument.times == Times::anyTimes;
-        line.append( optional ? " [" : " " ).append( label ).append( dots ).append( optional ? "]" : "" );
-    }
-    return line;
-}
-
 void printOption( std::ostream& out, Option const& option ) {
     out << ".TP\n\\fB" << roff( option.name ) << "\\fR";
     if( option.argument )
@@ -41,7 +30,8 @@ void printOption( std::ostream& out, Option const& option ) {
 }
 
 void printCommand( std::ostream& out, Command const& command ) {
-    out << ".SS " << synopsisOf( command ) << '\n' << roff( command.description ) << ".\n";
+    out << ".SS \\fB" << roff( command.word ) << "\\fR" << argumentsOf( command, "\\fI", "\\fR" ) << '\n'
+        << roff( command.description ) << ".\n";
     for( Option const& option : optionsOf( command ) )
         printOption( out, option );
     if( String const details = detailsOf( command ); !details.empty() )

@@ -184,12 +184,17 @@ void forEachName( Facts const& facts, Step step ) {
         step( "PHV field", entry.key(), std::nullopt );
 }
 
+bool isPlain( String const& name ) {
+    return !name.empty() &&
+           std::all_of( name.begin(), name.end(), []( char c ) { return ' ' <= c && c <= '~'; } );
+}
+
 } // namespace
 
 void findOddNames( Facts const& facts, Findings& findings ) {
     std::set<String> seen;
     forEachName( facts, [ & ]( char const* what, String const& name, std::optional<U32> handle ) {
-        bool const odd = name.empty() || shown( name ) != name;
+        bool const odd = !isPlain( name ) && ( name.empty() || shown( name ) != name );
         if( odd && seen.insert( name ).second )
             findings.add( what, name, handle,
                           name.empty() ? "its name is empty"

@@ -106,13 +106,16 @@ std::vector<String> nearest( std::vector<String> const& names, std::string_view 
     return result;
 }
 
+std::vector<String> namesMeant( std::vector<String> const& names, String const& word ) {
+    if( std::find( names.begin(), names.end(), word ) != names.end() )
+        return { word };
+    auto ending = namesEndingIn( names, word );
+    return ending.empty() ? namesShownAs( names, word ) : ending;
+}
+
 String meantName( std::vector<String> const& names, String const& word, Named const& named,
                   std::function<String()> const& whyMissing ) {
-    if( std::find( names.begin(), names.end(), word ) != names.end() )
-        return word;
-    auto candidates = namesEndingIn( names, word );
-    if( candidates.empty() )
-        candidates = namesShownAs( names, word );
+    auto const candidates = namesMeant( names, word );
     if( candidates.size() == 1 )
         return candidates.front();
     String const quoted = "'" + shown( word ) + "'";

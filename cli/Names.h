@@ -15,6 +15,10 @@ using Vessa::String;
 /// ".lpm", not "pm". Each once, in byte order.
 std::vector<String> namesEndingIn( std::vector<String> const& names, std::string_view suffix );
 
+/// The names that a word means: itself; else those that end in it; else those that a terminal shows so. Each
+/// once, in byte order.
+std::vector<String> namesMeant( std::vector<String> const& names, String const& word );
+
 /// The names that someone who wrote a word may have meant: close to it as a whole or in as many parts at
 /// their end as the word has, or with the word in them, capital letters or not. Nearest first, at most five.
 std::vector<String> nearest( std::vector<String> const& names, std::string_view word );
@@ -26,9 +30,8 @@ struct Named {
     char const* lister; ///< the command that lists them
 };
 
-/// The one of the names that a word means: itself, or the only one that ends in it, or that a terminal shows
-/// so. Else a Failure of status no, with the names that it may have meant, or, when no name ends in it, with
-/// the reason that `whyMissing` knows, if any.
+/// The one of the names that a word means, where that is one. Else a Failure of status no, with the names
+/// that it may have meant, or, when no name ends in it, with the reason that `whyMissing` knows, if any.
 String meantName(
     std::vector<String> const& names, String const& word, Named const& named,
     std::function<String()> const& whyMissing = [] { return String(); } );

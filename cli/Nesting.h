@@ -12,7 +12,10 @@ class Nesting {
     bool isOpen() const { return depth_ > 0; }
 
   private:
-    bool skipBlock( char const* at );
+    struct Marks;
+
+    char const* skipBlock( char const* at, Marks const& marks );
+    char const* skipBlocks( char const* at, char const* end );
     void skipOne( char c );
 
     std::size_t depth_ = 1; // of open containers

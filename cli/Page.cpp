@@ -59,7 +59,8 @@ void addOnce( Resources& resources, BfResource const* resource ) {
 
 class PageBuilder {
   public:
-    PageBuilder( BfResourceParser const& parser, String const& name ) : parser_( parser ), name_( name ) {}
+    PageBuilder( BfResourceParser const& parser, String const& name, std::optional<U32> handle )
+        : parser_( parser ), name_( name ), handle_( handle ) {}
 
     std::vector<Section> page() &&;
 
@@ -77,8 +78,12 @@ class PageBuilder {
     /// What belongs to a placed table: a part for every kind. Their places are added to the resources.
     std::vector<Part> attachmentsOf( BfZelResource const* placed, Resources& resources );
 
+    bool isAsked( U32 handle ) const { return !handle_ || *handle_ == handle; }
+    bool isAsked( Row const& record ) const;
+    /// The table that the model leaves out, of what has these tables or may have one.
+    std::optional<LeftOut> leftOutBehind( U32 handle, std::vector<Row> const& tables );
+
     BfZelResource const* placed( U32 handle, String const& name ) const;
-    BfResource const* placeOf( U32 handle, String const& name ) const;
     BfResource const* placeOf( Attachment const& attachment, Row const& record ) const;
     /// A table that something belongs to: a row of tableColumns.
     Row tableRow( U32 handle, String const& name, U32 size ) const;
@@ -95,9 +100,11 @@ class PageBuilder {
 
     BfResourceParser const& parser_;
     String const& name_;
+    std::optional<U32> const handle_;
     Relations const relations_{ parser_ };
     std::set<BfResource const*> joined_; // those that an entry says the place of
     std::map<Listing const*, std::vector<Row>> rows_;
+    LeftOutTables leftOut_{ parser_ };
 };
 
 std::vector<Section> PageBuilder::page() && {
@@ -125,9 +132,9 @@ std::vector<Section> PageBuilder::page() && {
 Section PageBuilder::tables() {
     Section section{ kindOf( "tables" ), {} };
     for( BfTableInfo const& record : parser_.bfTables() ) {
-        if( record.name != name_ )
+        if( record.name != name_ || !isAsked( record.handle ) )
             continue;
-        joined_.insert( placeOf( record.handle, record.name ) );
+        joined_.insert( relations_.placeOf( record.handle, record.name ) );
         addIfRoom( section, [ & ] { return tableEntry( record ); } );
     }
     return section;
@@ -136,7 +143,10 @@ Section PageBuilder::tables() {
 Section PageBuilder::attached( Attachment const& attachment ) {
     Section section{ kindOf( attachment.kind ), {} };
     for( Row const& record : rowsOfName( *section.kind ) ) {
-        joined_.insert( placeOf( attachment, record ) );
+        BfResource const* const place = placeOf( attachment, record );
+        if( !isAsked( record ) && !( place && isAsked( place->handle ) ) )
+            continue;
+        joined_.insert( place );
         addIfRoom( section, [ & ] { return attachedEntry( attachment, record ); } );
     }
     return section;
@@ -145,7 +155,7 @@ Section PageBuilder::attached( Attachment const& attachment ) {
 Section PageBuilder::actions() {
     Section section{ kindOf( "actions" ), {} };
     for( BfActionInfo const& record : parser_.bfActions() ) {
-        if( record.name == name_ )
+        if( record.name == name_ && isAsked( record.handle ) )
             section.entries.push_back(
                 { .record = rowOf( record ),
                   .parts = { tablesPart( tablesNamed( record.tableName, record.handle ) ) } } );
@@ -155,26 +165,28 @@ Section PageBuilder::actions() {
 
 Section PageBuilder::others( Listing const& kind ) {
     Section section{ &kind, {} };
-    for( Row& record : rowsOfName( kind ) )
-        addIfRoom( section, [ & ] { return Entry{ .record = std::move( record ) }; } );
+    for( Row& record : rowsOfName( kind ) ) {
+        if( isAsked( record ) )
+            addIfRoom( section, [ & ] { return Entry{ .record = std::move( record ) }; } );
+    }
     return section;
 }
 
 Section PageBuilder::resources() {
     Section section{ kindOf( "resources" ), {} };
     for( BfResource const& record : parser_.bfResources() ) {
-        if( record.name == name_ && joined_.count( &record ) == 0 )
+        if( record.name == name_ && isAsked( record.handle ) && joined_.count( &record ) == 0 )
             addIfRoom( section, [ & ] { return resourceEntry( record ); } );
     }
     return section;
 }
 
 Entry PageBuilder::tableEntry( BfTableInfo const& record ) {
-    BfResource const* const place = placeOf( record.handle, record.name );
+    BfResource const* const place = relations_.placeOf( record.handle, record.name );
     Resources taken;
     addOnce( taken, place );
-    addOnce( taken, placeOf( record.adtHandle, record.adtName ) );
-    addOnce( taken, placeOf( record.selHandle, record.selName ) );
+    addOnce( taken, relations_.placeOf( record.adtHandle, record.adtName ) );
+    addOnce( taken, relations_.placeOf( record.selHandle, record.selName ) );
     auto attached = attachmentsOf( placed( record.handle, record.name ), taken );
     Entry entry{ rowOf( record ), true, place, { resourcesPart( taken ) } };
     std::move( attached.begin(), attached.end(), std::back_inserter( entry.parts ) );
@@ -191,19 +203,26 @@ Entry PageBuilder::attachedEntry( Attachment const& attachment, Row const& recor
         if( relations_.belongs( attachment, record, table ) )
             owners.push_back( tableRow( table.handle, table.name, table.size ) );
     }
+    BfResource const* const place = taken.empty() ? nullptr : taken.front();
+    U32 const handle = place ? place->handle : valueAs<Hex>( record, "handle" ).value;
+    auto leftOut = leftOutBehind( handle, owners );
     return { record,
              true,
-             taken.empty() ? nullptr : taken.front(),
-             { resourcesPart( taken ), tablesPart( std::move( owners ) ) } };
+             place,
+             { resourcesPart( taken ), tablesPart( std::move( owners ) ) },
+             std::move( leftOut ) };
 }
 
 Entry PageBuilder::resourceEntry( BfResource const& record ) {
     Resources taken;
     auto attached = attachmentsOf( placed( record.handle, record.name ), taken );
+    auto owners = tablesUsing( record );
+    auto leftOut = leftOutBehind( record.handle, owners );
     Entry entry{ withParents( withTypeName( rowOf( record ) ) ),
                  false,
                  nullptr,
-                 { tablesPart( tablesUsing( record ), ifNoTables( record ) ), resourcesPart( taken ) } };
+                 { tablesPart( std::move( owners ), ifNoTables( record ) ), resourcesPart( taken ) },
+                 std::move( leftOut ) };
     std::move( attached.begin(), attached.end(), std::back_inserter( entry.parts ) );
     return entry;
 }
@@ -234,18 +253,28 @@ std::vector<Part> PageBuilder::attachmentsOf( BfZelResource const* placed, Resou
     return parts;
 }
 
+/// By any of its handles.
+bool PageBuilder::isAsked( Row const& record ) const {
+    return !handle_ || std::any_of( record.begin(), record.end(), [ & ]( Field const& field ) {
+        auto const* const handle = std::get_if<Hex>( &field.value.is );
+        return handle && handle->value == *handle_;
+    } );
+}
+
+std::optional<LeftOut> PageBuilder::leftOutBehind( U32 handle, std::vector<Row> const& tables ) {
+    if( tables.empty() )
+        return leftOut_.behind( handle, {} );
+    std::optional<LeftOut> leftOut;
+    for( Row const& table : tables ) {
+        if( !leftOut )
+            leftOut = leftOut_.behind( handle, valueAs<String>( table, "name" ) );
+    }
+    return leftOut;
+}
+
 BfZelResource const* PageBuilder::placed( U32 handle, String const& name ) const {
     BfZelResource const* const entry = parser_.resourceHandles().find( handle );
     return entry && entry->name == name ? entry : nullptr;
-}
-
-BfResource const* PageBuilder::placeOf( U32 handle, String const& name ) const {
-    auto const& all = parser_.bfResources();
-    for( U32 i = all.first<BfByHandle<BfResource>>( handle ); i < all.size(); ++i ) {
-        if( all.at( i ).handle == handle && all.at( i ).name == name )
-            return &all.at( i );
-    }
-    return nullptr;
 }
 
 BfResource const* PageBuilder::placeOf( Attachment const& attachment, Row const& record ) const {
@@ -262,7 +291,7 @@ BfResource const* PageBuilder::placeOf( Attachment const& attachment, Row const&
 }
 
 Row PageBuilder::tableRow( U32 handle, String const& name, U32 size ) const {
-    BfResource const* const place = placeOf( handle, name );
+    BfResource const* const place = relations_.placeOf( handle, name );
     return { { "handle", Hex( handle ) },
              { "name", name },
              { "size", size },
@@ -321,8 +350,8 @@ std::vector<Row> PageBuilder::rowsOfName( Listing const& kind ) {
 
 } // namespace
 
-std::vector<Section> pageOf( BfResourceParser const& parser, String const& name ) {
-    return PageBuilder( parser, name ).page();
+std::vector<Section> pageOf( BfResourceParser const& parser, String const& name, std::optional<U32> handle ) {
+    return PageBuilder( parser, name, handle ).page();
 }
 
 } // namespace Bfri

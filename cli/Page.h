@@ -2,6 +2,7 @@
 
 // Everything that bears one name, joined with what belongs to it.
 
+#include "cli/LeftOut.h"
 #include "cli/Listings.h"
 
 namespace Bfri {
@@ -20,6 +21,7 @@ struct Entry {
     bool placeable = false;            ///< may have a place of its own on the chip
     BfResource const* place = nullptr; ///< where it is; null when it is nowhere
     std::vector<Part> parts = {};
+    std::optional<LeftOut> leftOut = {}; ///< its table, where the model has no record of that
 };
 
 /// The records of one kind, at least one.
@@ -29,8 +31,10 @@ struct Section {
     std::size_t leftOut = 0; ///< further ones of the name; never actions
 };
 
-/// In the order of the listings, of a kind the first few; actions all. A hardware resource has an entry of
-/// its own only when no other one says where it is. The parser outlives the page.
-std::vector<Section> pageOf( BfResourceInfo::BfResourceParser const& parser, String const& name );
+/// Those of a name, or only those of them that have a handle. In the order of the listings, of a kind the
+/// first few; actions all. A hardware resource has an entry of its own only when no other one says where it
+/// is. The parser outlives the page.
+std::vector<Section> pageOf( BfResourceInfo::BfResourceParser const& parser, String const& name,
+                             std::optional<U32> handle = {} );
 
 } // namespace Bfri

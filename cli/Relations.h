@@ -5,6 +5,9 @@
 
 #include "cli/Records.h"
 
+#include <string_view>
+#include <unordered_map>
+
 namespace Bfri {
 
 /// A kind of record that belongs to tables.
@@ -32,6 +35,9 @@ class Relations {
                ( table.selHandle == resource.handle && table.selName == resource.name );
     }
 
+    /// The resource of a record of that handle and name; null for one that is not placed.
+    BfResource const* placeOf( U32 handle, String const& name ) const;
+
     /// Whether two handles may be of one context file. Without a run-time configuration any two may.
     bool sameFile( U32 handle, U32 other ) const {
         return parser_.bfrtConfig().empty() || handle >> 28 == other >> 28;
@@ -39,6 +45,33 @@ class Relations {
 
   private:
     BfResourceInfo::BfResourceParser const& parser_;
+};
+
+/// Where that is on the chip, for people.
+String placeText( BfResource const* place );
+
+/// The tables that have the placed resources of one model, which outlives it. Linear in the model to make.
+class Owners {
+  public:
+    explicit Owners( BfResourceInfo::BfResourceParser const& parser );
+
+    /// The only one of them, or that there are several; neither where the model knows none.
+    struct Owner {
+        std::string_view table = {};
+        bool several = false;
+    };
+    /// Of those that take or reference the resource, else of those whose actions name it.
+    Owner of( U32 handle, String const& name ) const;
+
+  private:
+    struct Resource {
+        std::string_view name;
+        Owner owner;
+    };
+    void add( U32 handle, std::string_view name, std::string_view table );
+
+    BfResourceInfo::BfResourceParser const& parser_;
+    std::unordered_map<U32, std::vector<Resource>> used_; // those of a handle
 };
 
 } // namespace Bfri

@@ -6,6 +6,7 @@
 #include "cli/JsonFormat.h"
 #include "cli/Load.h"
 #include "cli/Utf8.h"
+#include "cli/WrongWord.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -23,17 +24,30 @@ void requireWritten( std::ostream& out ) {
     throw Failure( ExitStatus::internal, "can't write to standard output" + reason );
 }
 
-/// Of a configuration that cannot be loaded the parts, too, as `bfri check` has them.
+/// With the names that it announces; people read them below it.
+String sentenceOf( Failure const& failure ) {
+    String const names = joined( failure.suggestions );
+    return failure.what() + ( names.empty() ? "" : ' ' + names );
+}
+
+/// The parts are those of `bfri check`, which reads the file again for some of them.
+void explainAsJson( LoadFailure const& failure, JsonAnswer& answer ) {
+    String const place = placeText( failure.fault );
+    Fault fault = failure.fault;
+    addEvidence( fault );
+    answer.member( "error",
+                   sentenceOf( fault ) + ( place.empty() ? "" : " (" + place + ")" ) +
+                       ( fault.found.empty() || !fault.problem.empty() ? "" : ", found " + fault.found ) );
+    answer.member( "suggestions", List() );
+    answer.member( "failure", rowOf( fault ) );
+}
+
 void explainAsJson( Failure const& failure, std::ostream& out ) {
     JsonAnswer answer( out );
-    auto const* const load = dynamic_cast<LoadFailure const*>( &failure );
-    answer.member( "error", load ? sentenceOf( load->fault ) : String( failure.what() ) );
+    if( auto const* const load = dynamic_cast<LoadFailure const*>( &failure ) )
+        return explainAsJson( *load, answer );
+    answer.member( "error", sentenceOf( failure ) );
     answer.member( "suggestions", listOf( failure.suggestions, []( String const& name ) { return name; } ) );
-    if( load ) {
-        Fault fault = load->fault;
-        addEvidence( fault );
-        answer.member( "failure", rowOf( fault ) );
-    }
 }
 
 ExitStatus answered( Request const& request, Streams const& io ) {

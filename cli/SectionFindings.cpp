@@ -1,7 +1,7 @@
 // Findings that the model does not show: what it keeps is what is left after a loss. The context files are
 // read once more; what the model does not bear out is no finding.
 
-#include "cli/SectionJson.h"
+#include "cli/FileHeaders.h"
 #include "cli/TableLosses.h"
 
 namespace Bfri {
@@ -17,57 +17,94 @@ void add( Sizes& sizes, String const& name, std::uint64_t size, String const& fi
         largest = { size, file };
 }
 
-/// Those records of a stage and direction that the model would keep too few bytes for.
-void addLostWidths( Json const* containers, String const& file, Sizes& widths ) {
-    forEachElement( containers, [ & ]( Json const& container ) {
-        forEachElement( memberOf( container, "records" ), [ & ]( Json const& record ) {
-            Json const* const name = memberOf( record, "field_name" );
-            Json const* const width = memberOf( record, "field_width" );
-            Json const* const isPov = memberOf( record, "is_pov" );
-            if( !name || !name->IsString() || !width || !width->IsUint() || !isPov || !isPov->IsFalse() )
-                return;
-            if( width->GetUint() >= 32 )
-                add( widths, name->GetString(), width->GetUint(), file );
-        } );
+/// Of a container's record that the model would keep too few bytes for.
+void readRecord( FirstMembers& text, String const& file, Sizes& widths ) {
+    String name;
+    std::optional<std::int64_t> width;
+    bool isPov = true;
+    text.eachMember( [ & ]( std::string_view member ) {
+        if( member == "field_name" )
+            name = text.scalar();
+        else if( member == "field_width" )
+            width = wholeNumber( text.literal() );
+        else if( member == "is_pov" )
+            isPov = text.scalar() != "false";
+        else
+            text.walk();
+    } );
+    if( !isPov && width && *width >= 32 )
+        add( widths, name, static_cast<std::uint64_t>( *width ), file );
+}
+
+void readContainer( FirstMembers& text, String const& file, Sizes& widths ) {
+    text.eachMember( [ & ]( std::string_view member ) {
+        if( member == "records" )
+            text.eachElement( [ & ] { readRecord( text, file, widths ); } );
+        else
+            text.walk();
     } );
 }
 
-void addStages( Json const& stages, String const& file, Losses& losses ) {
-    forEachElement( &stages, [ & ]( Json const& stage ) {
-        addLostWidths( memberOf( stage, "ingress" ), file, losses.ingressPhv );
-        addLostWidths( memberOf( stage, "egress" ), file, losses.egressPhv );
+void readPhvStage( FirstMembers& text, String const& file, Losses& losses ) {
+    text.eachMember( [ & ]( std::string_view member ) {
+        if( member == "ingress" )
+            text.eachElement( [ & ] { readContainer( text, file, losses.ingressPhv ); } );
+        else if( member == "egress" )
+            text.eachElement( [ & ] { readContainer( text, file, losses.egressPhv ); } );
+        else
+            text.walk();
     } );
 }
 
-void addHeaders( Json const& headers, String const& file, Losses& losses ) {
-    forEachElement( &headers, [ & ]( Json const& header ) {
-        auto const [ name, bits ] = headerBitsOf( header );
-        if( bits >= 0x10000 )
-            add( losses.headers, name, bits, file );
-    } );
+void readHeader( FirstMembers& text, String const& file, Losses& losses ) {
+    auto const [ name, bits ] = headerBits( text );
+    if( bits >= 0x10000 )
+        add( losses.headers, name, bits, file );
 }
 
-void readSection( String const& section, ContextText& text, FileTables const& tables, Losses& losses ) {
-    if( section == "tables" )
-        text.eachElement( [ & ] { addLosses( fileTable( text, Detail::brief ), tables, losses ); } );
-    else if( section == "phv_allocation" )
-        addStages( treeOf( text ), tables.file, losses );
-    else if( section == "flexible_headers" )
-        addHeaders( treeOf( text ), tables.file, losses );
-    else
-        text.skip();
+void readTable( ContextText& text, FileTables const& tables, Losses& losses ) {
+    FileTable const table = fileTable( text, Detail::brief );
+    addLosses( table, tables, losses );
+    if( table.type == "condition" )
+        return;
+    auto const handle = table.handle ? std::optional( *table.handle | tables.pipeBits ) : std::nullopt;
+    for( String const& odd : table.oddStages )
+        losses.stages.push_back( { "placed table", table.name, handle, odd, tables.file } );
 }
 
 void readFile( FileTables const& tables, Losses& losses ) {
     ContextText text( tables.file );
-    SeenMembers seen;
-    text.eachMember( [ & ]( String const& section ) {
-        if( seen.isRepeated( section ) ) {
-            losses.repeated.push_back( { "context file", tables.file, {}, quoted( section ), tables.file } );
-            text.skip();
-        } else
-            readSection( section, text, tables, losses );
+    FirstMembers file = passedMembers( text );
+    file.eachMember( [ & ]( std::string_view section ) {
+        if( section == "tables" )
+            file.eachElement( [ & ] { readTable( text, tables, losses ); } );
+        else if( section == "phv_allocation" )
+            file.eachElement( [ & ] { readPhvStage( file, tables.file, losses ); } );
+        else if( section == "flexible_headers" )
+            file.eachElement( [ & ] { readHeader( file, tables.file, losses ); } );
+        else
+            file.walk();
     } );
+    for( String const& member : file.repeated() )
+        losses.repeated.push_back( { "context file", tables.file, {}, quoted( member ), tables.file } );
+}
+
+/// Of a switch configuration the members that are read.
+std::string_view nameInSwitchConf( std::string_view name ) {
+    for( std::string_view const kept :
+         { "devices", "runtime_config", "pipelines", "context_file", "pipes" } ) {
+        if( name == kept )
+            return kept;
+    }
+    return {};
+}
+
+void readSwitchConf( String const& path, Losses& losses ) {
+    ContextText text( path );
+    FirstMembers members( text, nameInSwitchConf );
+    members.walk();
+    for( String const& member : members.repeated() )
+        losses.repeated.push_back( { "switch configuration", path, {}, quoted( member ), "" } );
 }
 
 template<class Containers>
@@ -87,6 +124,7 @@ void addPhvFindings( Sizes const& widths, Containers const& containers, char con
 
 Losses lossesOf( BfResourceInfo::BfResourceParser const& parser ) {
     Losses losses;
+    readSwitchConf( parser.switchConf(), losses );
     for( auto const& entry : parser.contextFile() )
         readFile( { entry.value(), pipeBitsOf( parser, entry.key().value() ), parser }, losses );
     return losses;

@@ -1,13 +1,17 @@
 #include "cli/ActionWord.h"
 #include "cli/Answers.h"
+#include "cli/Bearers.h"
 #include "cli/JsonFormat.h"
 #include "cli/Kinds.h"
 #include "cli/LeftOut.h"
 #include "cli/Names.h"
 #include "cli/Page.h"
+#include "cli/Relations.h"
 #include "cli/TextFormat.h"
 #include "cli/Utf8.h"
 
+#include <map>
+#include <set>
 #include <sstream>
 #include <unordered_set>
 
@@ -25,36 +29,71 @@ std::vector<String> namesIn( Model const& model ) {
     return names;
 }
 
-/// A page, and the name that it is of.
-struct Shown {
+/// What bears a name, or what of it has a handle or is an action of one table.
+struct Page {
     String name;
     std::vector<Section> sections;
 };
 
-/// Of the actions of a name, those of one table.
-std::vector<Section> onlyOfTable( std::vector<Section> page, ActionWord const& word ) {
-    auto const tableOf = []( Entry const& action ) { return valueAs<String>( action.record, "tableName" ); };
-    std::erase_if(
-        page, []( Section const& section ) { return section.kind->word != std::string_view( "actions" ); } );
-    std::vector<String> tables;
-    for( Section const& actions : page )
-        std::transform( actions.entries.begin(), actions.entries.end(), std::back_inserter( tables ),
-                        tableOf );
-    String const table = word.tableMeant( tables );
-    for( Section& actions : page )
-        std::erase_if( actions.entries, [ & ]( Entry const& action ) { return tableOf( action ) != table; } );
-    return page;
+Page pageNamed( Model const& model, String const& name ) { return { name, pageOf( *model.parser(), name ) }; }
+
+/// A page for each name of what has the handle as its own; none where nothing has it.
+std::vector<Page> pagesOfHandle( Model const& model, U32 handle ) {
+    std::set<String> owners;
+    std::set<String> others;
+    eachBearer( *model.parser(), [ & ]( Bearer const& bearer ) {
+        if( bearer.handle == handle )
+            ( bearer.owner == bearer.name ? owners : others ).emplace( bearer.name );
+    } );
+    if( owners.empty() && !others.empty() )
+        throw Failure( ExitStatus::no,
+                       "nothing has the handle " + textOf( Hex( handle ) ) +
+                           " as its own; these refer to it:",
+                       { others.begin(), others.end() } );
+    std::vector<Page> pages;
+    pages.reserve( owners.size() );
+    for( String const& name : owners )
+        pages.push_back( { name, pageOf( *model.parser(), name, handle ) } );
+    return pages;
 }
 
-Shown shownBy( Model const& model, String const& word ) {
+/// The actions of a table that 'ACTION of TABLE' means.
+std::vector<Page> pagesOfActions( Model const& model, String const& word ) {
+    auto const& actions = model.parser()->bfActions();
+    std::map<String, std::set<std::pair<String, U32>>> asked; // by name: tables and handles
+    for( U32 const place : actionsMeant( *model.parser(), word ) )
+        asked[ actions.at( place ).name ].emplace( actions.at( place ).tableName,
+                                                   actions.at( place ).handle );
+    std::vector<Page> pages;
+    for( auto const& entry : asked ) {
+        Page& page = pages.emplace_back( pageNamed( model, entry.first ) );
+        std::erase_if( page.sections, []( Section const& section ) {
+            return section.kind->word != std::string_view( "actions" );
+        } );
+        std::erase_if( page.sections.front().entries, [ & ]( Entry const& action ) {
+            return entry.second.count( { valueAs<String>( action.record, "tableName" ),
+                                         valueAs<Hex>( action.record, "handle" ).value } ) == 0;
+        } );
+    }
+    return pages;
+}
+
+/// The one page of a name, as a rule.
+std::vector<Page> pagesFor( Model const& model, String const& word ) {
     auto const names = namesIn( model );
-    auto const action = actionWordOf( word );
-    bool const isName = std::find( names.begin(), names.end(), word ) != names.end();
-    Named const named{ "record named", "records", "names" };
-    String const name = meantName( names, action && !isName ? action->name : word, named,
-                                   [ & ] { return leftOutOfName( *model.parser(), word ); } );
-    auto page = pageOf( *model.parser(), name );
-    return { name, action && !isName ? onlyOfTable( std::move( page ), *action ) : std::move( page ) };
+    auto const handle = handleIn( word );
+    std::vector<Page> pages;
+    if( std::find( names.begin(), names.end(), word ) == names.end() )
+        pages = handle ? pagesOfHandle( model, *handle ) : pagesOfActions( model, word );
+    if( pages.empty() )
+        pages.push_back(
+            pageNamed( model, meantName( names, word, { "record named", "records", "names" }, [ & ] {
+                           String why = whyMissing( *model.parser(), word );
+                           if( why.empty() )
+                               refuseTableOf( *model.parser(), word );
+                           return why;
+                       } ) ) );
+    return pages;
 }
 
 U32 number( std::size_t count ) { return static_cast<U32>( count ); }
@@ -68,20 +107,32 @@ Row memberOf( Entry entry ) {
     for( Part& part : entry.parts )
         row.push_back( { part.title, List( std::move_iterator( part.rows.begin() ),
                                            std::move_iterator( part.rows.end() ) ) } );
+    if( entry.leftOut )
+        row.push_back( { "leftOutTable", valueOf( entry.leftOut ) } );
     return row;
 }
 
-void printJson( std::ostream& out, String const& name, std::vector<Section> sections ) {
+/// Records of a kind stand together, whatever their names.
+void printJson( std::ostream& out, std::vector<Page> pages ) {
     JsonAnswer answer( out );
-    answer.member( "name", name );
+    answer.member( "name", pages.size() == 1 ? Value( pages.front().name ) : Value() );
     Row leftOut;
-    for( Section& section : sections ) {
+    for( Listing const& kind : listings() ) {
         List entries;
-        for( Entry& entry : section.entries )
-            entries.push_back( memberOf( std::move( entry ) ) );
-        answer.member( section.kind->member, std::move( entries ) );
-        if( section.leftOut > 0 )
-            leftOut.push_back( { section.kind->member, number( section.leftOut ) } );
+        std::size_t more = 0;
+        for( Page& page : pages ) {
+            for( Section& section : page.sections ) {
+                if( section.kind != &kind )
+                    continue;
+                for( Entry& entry : section.entries )
+                    entries.push_back( memberOf( std::move( entry ) ) );
+                more += section.leftOut;
+            }
+        }
+        if( !entries.empty() )
+            answer.member( kind.member, std::move( entries ) );
+        if( more > 0 )
+            leftOut.push_back( { kind.member, number( more ) } );
     }
     if( !leftOut.empty() )
         answer.member( "leftOut", std::move( leftOut ) );
@@ -98,17 +149,16 @@ void printIndented( std::ostream& out, String const& indent, String const& lines
         out << indent << line << '\n';
 }
 
+/// What an indent leaves of a terminal.
+Look within( Look look, std::string_view indent ) {
+    if( look.columns > 0 )
+        look.columns -= std::min( look.columns - 1, indent.size() );
+    return look;
+}
+
 bool isSaid( Field const& field ) {
     String const* const text = std::get_if<String>( &field.value.is );
     return !std::holds_alternative<std::monostate>( field.value.is ) && !( text && text->empty() );
-}
-
-String placeText( BfResource const* place ) {
-    if( !place )
-        return "no";
-    String const stage = "stage " + std::to_string( place->stageStart );
-    String const several = std::to_string( place->stages ) + " stage tables, the first in " + stage;
-    return ( place->stages > 1 ? several : stage ) + ( place->ingress ? ", ingress" : ", egress" );
 }
 
 /// Names in their order, with their places in it.
@@ -125,7 +175,7 @@ std::string_view labelOf( Field const& field ) {
                                                                                        : field.name;
 }
 
-void printRecord( std::ostream& out, Listing const& kind, Entry const& entry ) {
+void printRecord( std::ostream& out, Look const& look, Listing const& kind, Entry const& entry ) {
     Row row;
     for( Field const& field : kind.shown ? kind.shown( entry.record ) : entry.record ) {
         List const* const list = std::get_if<List>( &field.value.is );
@@ -139,6 +189,10 @@ void printRecord( std::ostream& out, Listing const& kind, Entry const& entry ) {
     std::ostringstream lines;
     printFields( lines, row );
     printIndented( out, "  ", lines.str() );
+    if( entry.leftOut ) {
+        out << '\n';
+        printIndented( out, "  ", inLines( sentenceOf( *entry.leftOut ), within( look, "  " ) ) );
+    }
 }
 
 /// The columns of a list, but for the table that the page is about.
@@ -147,26 +201,31 @@ RowList columnsOf( Part const& part ) {
     std::copy_if(
         part.columns.begin(), part.columns.end(), std::back_inserter( columns ),
         []( Column const& column ) { return column.title && std::string_view( column.title ) != "TABLE"; } );
-    std::vector<Row> rows = part.rows;
-    if( part.shown )
-        std::transform( rows.begin(), rows.end(), rows.begin(), part.shown );
+    if( !part.shown )
+        return columnsOf( columns, {}, part.rows );
+    std::vector<Row> rows;
+    rows.reserve( part.rows.size() );
+    std::transform( part.rows.begin(), part.rows.end(), std::back_inserter( rows ), part.shown );
     return columnsOf( columns, {}, rows );
 }
 
-void printLines( std::ostream& out, Look look, String const& indent, Part const& part ) {
-    if( look.columns > 0 )
-        look.columns -= std::min( look.columns - 1, indent.size() );
+void printLines( std::ostream& out, Look const& look, String const& indent, Part const& part ) {
     std::ostringstream lines;
-    printColumns( lines, columnsOf( part ), look );
+    printColumns( lines, columnsOf( part ), within( look, indent ) );
     printIndented( out, indent, lines.str() );
 }
 
-void printPart( std::ostream& out, Look const& look, Part const& part ) {
+bool areSame( std::vector<Row> const& a, std::vector<Row> const& b ) { return !( a < b ) && !( b < a ); }
+
+/// After the same part of the entry before, if there is one: several of a name may have many of their file.
+void printPart( std::ostream& out, Look const& look, Part const& part, Part const* before ) {
     if( part.rows.empty() && !part.ifNone )
         return;
     out << "\n  " << part.title << '\n';
     if( part.rows.empty() )
         out << "    " << part.ifNone << '\n';
+    else if( before && part.rows.size() > 1 && areSame( part.rows, before->rows ) )
+        out << "    the same " << part.rows.size() << " as above\n";
     else
         printLines( out, look, "    ", part );
 }
@@ -189,34 +248,38 @@ void printSection( std::ostream& out, Look const& look, Section const& section, 
         out << title;
         return printActions( out, look, section );
     }
+    Entry const* before = nullptr;
     for( Entry const& entry : section.entries ) {
-        out << ( &entry == &section.entries.front() ? "" : "\n" ) << title;
-        printRecord( out, *section.kind, entry );
-        for( Part const& part : entry.parts )
-            printPart( out, look, part );
+        out << ( before ? "\n" : "" ) << title;
+        printRecord( out, look, *section.kind, entry );
+        for( std::size_t i = 0; i < entry.parts.size(); ++i ) // all of a kind have the same
+            printPart( out, look, entry.parts[ i ], before ? &before->parts[ i ] : nullptr );
+        before = &entry;
     }
     if( section.leftOut > 0 )
         out << "\nand " << section.leftOut << " more "
             << ( section.leftOut == 1 ? section.kind->one : section.kind->word ) << " of this name; 'bfri "
-            << section.kind->word << "' lists them all, with handles for 'bfri lookup'\n";
+            << section.kind->word << "' lists them all, with handles for 'bfri show'\n";
 }
 
-void printText( std::ostream& out, Look const& look, String const& name,
-                std::vector<Section> const& sections ) {
-    for( Section const& section : sections ) {
-        out << ( &section == &sections.front() ? "" : "\n" );
-        printSection( out, look, section, name );
+void printText( std::ostream& out, Look const& look, std::vector<Page> const& pages ) {
+    bool isFirst = true;
+    for( Page const& page : pages ) {
+        for( Section const& section : page.sections ) {
+            out << ( std::exchange( isFirst, false ) ? "" : "\n" );
+            printSection( out, look, section, page.name );
+        }
     }
 }
 
 } // namespace
 
 ExitStatus show( Model const& model, Request const& request, Streams const& io ) {
-    auto [ name, sections ] = shownBy( model, request.words[ 1 ] );
+    auto pages = pagesFor( model, request.words[ 1 ] );
     if( request.format == Format::json )
-        printJson( io.out, name, std::move( sections ) );
+        printJson( io.out, std::move( pages ) );
     else
-        printText( io.out, io.look, name, sections );
+        printText( io.out, io.look, pages );
     return ExitStatus::done;
 }
 

@@ -36,6 +36,11 @@ void findLostStages( Facts const& facts, Findings& findings ) {
     }
 }
 
+void findOddStages( Facts const& facts, Findings& findings ) {
+    for( Loss const& loss : facts.losses.stages )
+        findings.add( loss.what, loss.name, loss.handle, loss.says, loss.file );
+}
+
 void findRepeatedHashFields( Facts const& facts, Findings& findings ) {
     for( auto const* const entry : sortedByKey( facts.parser.bfDynamicHashInfo() ) ) {
         std::unordered_set<std::string_view> seen;

@@ -5,6 +5,7 @@
 #include "cli/Utf8.h"
 
 #include <array>
+#include <numeric>
 
 namespace Bfri {
 
@@ -102,39 +103,73 @@ std::vector<GridLine> gridOf( StageMap const& map, Symbols const& symbols ) {
 
 struct GridWidths {
     std::size_t label = 0;
-    std::size_t cell = 0; ///< the gap before it included
+    std::vector<std::size_t> cells; ///< the gap before each included
 };
 
-/// Cells of a line, as even as can be, in as few blocks as the terminal allows.
-std::size_t cellsOfBlock( std::size_t cells, GridWidths const& widths, Look const& look ) {
-    if( look.columns == 0 )
-        return cells;
-    std::size_t const room = look.columns - std::min( look.columns, widths.label );
-    std::size_t const most = std::max<std::size_t>( 1, room / widths.cell );
-    std::size_t const blocks = ( cells + most - 1 ) / most;
-    return ( cells + blocks - 1 ) / blocks;
+/// The end of the block that begins with a cell: as many cells as fit, at least one.
+std::size_t endOfBlock( GridWidths const& widths, std::size_t first, std::size_t most, Look const& look ) {
+    std::size_t const cells = widths.cells.size();
+    std::size_t end = first;
+    std::size_t taken = widths.label;
+    while( end < cells && end - first < most ) {
+        taken += widths.cells[ end ];
+        if( look.columns > 0 && taken > look.columns && end > first )
+            break;
+        ++end;
+    }
+    return end;
+}
+
+std::size_t numberOfBlocks( GridWidths const& widths, std::size_t most, Look const& look ) {
+    std::size_t blocks = 0;
+    for( std::size_t first = 0; first < widths.cells.size(); ++blocks )
+        first = endOfBlock( widths, first, most, look );
+    return blocks;
+}
+
+/// The most cells of a block, so that the blocks are even, and as few as the terminal allows.
+std::size_t cellsOfBlock( GridWidths const& widths, Look const& look ) {
+    std::size_t const cells = widths.cells.size();
+    std::size_t const blocks = numberOfBlocks( widths, cells, look );
+    std::size_t const even = ( cells + blocks - 1 ) / blocks;
+    return numberOfBlocks( widths, even, look ) == blocks ? even : cells;
+}
+
+/// Cells are alike, but for a number too long for the others: that of a stage that no chip has, or of all.
+GridWidths widthsWithGap( std::vector<GridLine> const& lines, std::size_t gap, Look const& look ) {
+    GridWidths widths;
+    std::size_t alike = 3;
+    for( GridLine const& line : lines ) {
+        widths.label = std::max( widths.label, width( line.label ) );
+        for( std::size_t i = 1; &line != &lines.front() && i < line.cells.size(); ++i )
+            alike = std::max( alike, width( line.cells[ i ] ) );
+    }
+    constexpr std::size_t readable = 8; // with less room the line is broken, not the label cut
+    if( look.columns > 0 )
+        widths.label =
+            std::min( widths.label, std::max( readable + alike + gap, look.columns ) - alike - gap );
+    widths.cells.resize( lines.front().cells.size(), alike + gap );
+    for( GridLine const& line : lines ) {
+        for( std::size_t i = 0; i < line.cells.size(); ++i )
+            widths.cells[ i ] = std::max( widths.cells[ i ], width( line.cells[ i ] ) + gap );
+    }
+    return widths;
 }
 
 /// The gaps are narrow where that saves a block.
 GridWidths widthsOf( std::vector<GridLine> const& lines, Look const& look ) {
-    GridWidths widths;
-    for( GridLine const& line : lines ) {
-        widths.label = std::max( widths.label, width( line.label ) );
-        for( String const& cell : line.cells )
-            widths.cell = std::max( widths.cell, width( cell ) );
-    }
-    std::size_t const cells = lines.front().cells.size();
-    GridWidths const narrow{ widths.label, widths.cell + 1 };
-    GridWidths const wide{ widths.label, widths.cell + 2 };
-    return cellsOfBlock( cells, narrow, look ) > cellsOfBlock( cells, wide, look ) ? narrow : wide;
+    GridWidths const narrow = widthsWithGap( lines, 1, look );
+    GridWidths const wide = widthsWithGap( lines, 2, look );
+    std::size_t const cells = wide.cells.size();
+    return numberOfBlocks( narrow, cells, look ) < numberOfBlocks( wide, cells, look ) ? narrow : wide;
 }
 
 void printBlock( std::ostream& out, std::vector<GridLine> const& lines, GridWidths const& widths,
-                 std::size_t first, std::size_t end ) {
+                 std::size_t first, std::size_t end, Look const& look ) {
     for( GridLine const& line : lines ) {
-        String text = toTheLeft( line.label, widths.label );
+        String text = toTheLeft( cutAtEnd( line.label, widths.label, look ), widths.label );
         for( std::size_t i = first; i < std::min( end, line.cells.size() ); ++i )
-            text += toTheRight( line.cells[ i ], widths.cell );
+            text += toTheRight( line.cells[ i ], widths.cells[ i ] );
         text.erase( text.find_last_not_of( ' ' ) + 1 );
         out << text << '\n';
     }
@@ -143,9 +178,15 @@ void printBlock( std::ostream& out, std::vector<GridLine> const& lines, GridWidt
 // The bars.
 
 struct BarWidths {
-    std::size_t size;  ///< of the column of sizes
-    std::size_t stage; ///< of each stage
-    std::size_t name;  ///< the most; 0: no limit
+    std::size_t size;                ///< of the column of sizes
+    std::vector<std::size_t> stages; ///< of each stage
+    std::size_t name;                ///< the most; 0: no limit
+
+    /// Of what stands in front of a name.
+    std::size_t front() const {
+        constexpr std::size_t gaps = 2 + 2;
+        return std::accumulate( stages.begin(), stages.end(), size + gaps );
+    }
 };
 
 std::vector<Placed> chosen( StageGroup const& group, std::optional<Stage> stage ) {
@@ -156,20 +197,21 @@ std::vector<Placed> chosen( StageGroup const& group, std::optional<Stage> stage 
 
 /// Wide stages as long as some room is left for names, else a character a stage.
 BarWidths barWidths( StageMap const& map, Look const& look, std::optional<Stage> stage ) {
-    constexpr std::size_t gaps = 2 + 2;
     constexpr std::size_t enough = 24;
-    BarWidths widths{ 4, std::max<std::size_t>( 3, std::to_string( map.stages.back() ).size() + 1 ), 0 };
+    constexpr std::size_t readable = 8; // with less room the line is broken, not the name cut
+    BarWidths widths{ 4, {}, 0 };
+    for( Stage const one : map.stages )
+        widths.stages.push_back( std::max<std::size_t>( 3, std::to_string( one ).size() + 1 ) );
     for( StageGroup const& group : map.groups ) {
         for( Placed const& placed : chosen( group, stage ) )
             widths.size = std::max( widths.size, std::to_string( placed.resource->size ).size() );
     }
     if( look.columns == 0 )
         return widths;
-    std::size_t const stages = map.stages.size();
-    if( widths.size + gaps + stages * widths.stage + enough > look.columns )
-        widths.stage = 1;
-    std::size_t const taken = widths.size + gaps + stages * widths.stage;
-    widths.name = look.columns > taken + 4 ? look.columns - taken : 4;
+    if( widths.front() + enough > look.columns )
+        widths.stages.assign( map.stages.size(), 1 );
+    if( look.columns >= widths.front() + readable )
+        widths.name = look.columns - widths.front();
     return widths;
 }
 
@@ -178,19 +220,20 @@ String nameOf( BfResource const& resource, BarWidths const& widths, Look const& 
     return widths.name == 0 ? name : cutAtFront( name, widths.name, look );
 }
 
-String barOf( Placed const& placed, StageMap const& map, std::size_t stageWidth, Symbols const& symbols ) {
+String barOf( Placed const& placed, StageMap const& map, BarWidths const& widths, Symbols const& symbols ) {
     String bar;
-    for( Stage const stage : map.stages )
-        bar += placed.isIn( stage ) ? repeated( symbols.taken, stageWidth )
-                                    : toTheRight( symbols.nothing, stageWidth );
+    for( std::size_t i = 0; i < map.stages.size(); ++i )
+        bar += placed.isIn( map.stages[ i ] ) ? repeated( symbols.taken, widths.stages[ i ] )
+                                              : toTheRight( symbols.nothing, widths.stages[ i ] );
     return bar;
 }
 
 void printBarHeader( std::ostream& out, StageMap const& map, BarWidths const& widths ) {
     out << toTheRight( "SIZE", widths.size ) << "  ";
-    for( Stage const stage : map.stages ) {
-        String const number = std::to_string( stage );
-        out << ( widths.stage > 1 ? toTheRight( number, widths.stage ) : number.substr( number.size() - 1 ) );
+    for( std::size_t i = 0; i < map.stages.size(); ++i ) {
+        String const number = std::to_string( map.stages[ i ] );
+        std::size_t const room = widths.stages[ i ];
+        out << ( room > 1 ? toTheRight( number, room ) : number.substr( number.size() - 1 ) );
     }
     out << "  NAME\n";
 }
@@ -200,11 +243,11 @@ void printBarHeader( std::ostream& out, StageMap const& map, BarWidths const& wi
 void printGrid( std::ostream& out, Look const& look, StageMap const& map ) {
     auto const lines = gridOf( map, symbolsOf( look ) );
     GridWidths const widths = widthsOf( lines, look );
-    std::size_t const cells = lines.front().cells.size();
-    std::size_t const step = cellsOfBlock( cells, widths, look );
-    for( std::size_t first = 0; first < cells; first += step ) {
+    std::size_t const most = cellsOfBlock( widths, look );
+    for( std::size_t first = 0, end = 0; first < widths.cells.size(); first = end ) {
+        end = endOfBlock( widths, first, most, look );
         out << ( first == 0 ? "" : "\n" );
-        printBlock( out, lines, widths, first, first + step );
+        printBlock( out, lines, widths, first, end, look );
     }
 }
 
@@ -218,8 +261,8 @@ void printBars( std::ostream& out, Look const& look, StageMap const& map, std::o
             out << directionOf( group ) << ' ' << typeOf( group ) << ": " << resources.size() << '\n';
         for( Placed const& placed : resources )
             out << toTheRight( std::to_string( placed.resource->size ), widths.size ) << "  "
-                << barOf( placed, map, widths.stage, symbols ) << "  "
-                << nameOf( *placed.resource, widths, look ) << '\n';
+                << barOf( placed, map, widths, symbols ) << "  " << nameOf( *placed.resource, widths, look )
+                << '\n';
     }
 }
 

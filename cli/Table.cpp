@@ -1,8 +1,9 @@
 #include "cli/Answers.h"
+#include "cli/Bearers.h"
 #include "cli/JsonFormat.h"
 #include "cli/LeftOut.h"
 #include "cli/Names.h"
-#include "cli/Records.h"
+#include "cli/Relations.h"
 #include "cli/TextFormat.h"
 
 namespace Bfri {
@@ -39,23 +40,45 @@ Row placement( Model const& model, U32 handle ) {
              { "statefulReferences", named( parser, resource->statefulReferences() ) } };
 }
 
+/// The place of the table that is meant: the first of its name, else of its handle. Says on err where there
+/// are others.
+U32 placeMeant( Model const& model, String const& word, std::ostream& err ) {
+    auto const& tables = model.parser()->bfTables();
+    auto const names = tableNames( model );
+    auto const handle = handleIn( word );
+    bool const isName = tables.first<BfByName<BfTableInfo>>( word ) < tables.size();
+    if( U32 const first =
+            handle && !isName ? tables.first<BfByHandle<BfTableInfo>>( *handle ) : tables.size();
+        first < tables.size() ) {
+        auto const count = std::count_if( tables.begin(), tables.end(), [ & ]( BfTableInfo const& table ) {
+            return table.handle == *handle;
+        } );
+        if( count > 1 )
+            err << "bfri: " << count << " tables have this handle; this is the first\n";
+        return first;
+    }
+    String const name = meantName( names, word, { "match table", "tables", "tables" },
+                                   [ & ] { return whyMissing( *model.parser(), word ); } );
+    noteSeveral( names, name, "tables", err );
+    return model.bfTableIndex( name );
+}
+
 } // namespace
 
 ExitStatus table( Model const& model, Request const& request, Streams const& io ) {
-    auto const names = tableNames( model );
-    String const& word = request.words[ 1 ];
-    String const name = meantName( names, word, { "match table", "tables", "tables" },
-                                   [ & ] { return leftOutOfName( *model.parser(), word ); } );
-    noteSeveral( names, name, "tables", io.err );
-    BfTableInfo const& record = model.parser()->bfTables().at( model.bfTableIndex( name ) );
+    auto const& parser = *model.parser();
+    BfTableInfo const& record = parser.bfTables().at( placeMeant( model, request.words[ 1 ], io.err ) );
+    BfResource const* const place = Relations( parser ).placeOf( record.handle, record.name );
     Row const placed = placement( model, record.handle );
     if( request.format == Format::json ) {
         JsonAnswer answer( io.out );
         answer.members( rowOf( record ) );
+        answer.member( "placed", place != nullptr );
         answer.members( placed );
         return ExitStatus::done;
     }
     Row row = shownTable( rowOf( record ) );
+    row.push_back( { "placed", placeText( place ) } );
     row.insert( row.end(), placed.begin(), placed.end() );
     printFields( io.out, row );
     return ExitStatus::done;

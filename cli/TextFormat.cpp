@@ -68,13 +68,6 @@ String lineOf( Line const& cells, std::vector<Column> const& columns ) {
     return line;
 }
 
-/// The text, or as much of it as fits, with a mark where it was cut.
-String cut( String const& text, Look const& look ) {
-    if( look.columns == 0 || width( text ) <= look.columns )
-        return text;
-    return firstColumns( text, look.columns - 1 ) + ( look.utf8 ? "\u2026" : ">" );
-}
-
 /// Lines of cells, the columns as wide as their widest.
 class Grid {
   public:
@@ -123,8 +116,10 @@ void Grid::fit( Look const& look ) {
 }
 
 void Grid::print( std::ostream& out, Look const& look ) const {
-    for( Line const& cells : lines_ )
-        out << cut( lineOf( cells, columns_ ), look ) << '\n';
+    for( Line const& cells : lines_ ) {
+        String const line = lineOf( cells, columns_ );
+        out << ( look.columns == 0 ? line : cutAtEnd( line, look.columns, look ) ) << '\n';
+    }
 }
 
 std::size_t Grid::widthOf( std::size_t columns, std::size_t ( *width )( Column const& ) ) const {
@@ -210,6 +205,12 @@ String cutAtFront( String const& shownText, std::size_t most, Look const& look )
     return ( look.utf8 ? "\u2026" : "<" ) + shownText.substr( firstColumns( shownText, surplus ).size() );
 }
 
+String cutAtEnd( String const& shownText, std::size_t most, Look const& look ) {
+    if( width( shownText ) <= most )
+        return shownText;
+    return firstColumns( shownText, most - 1 ) + ( look.utf8 ? "\u2026" : ">" );
+}
+
 String inLines( String const& text, Look const& look ) {
     std::istringstream words( text );
     String lines;
@@ -222,7 +223,27 @@ String inLines( String const& text, Look const& look ) {
     return lines + '\n';
 }
 
+namespace {
+
+/// Each row as a block of its own, its fields under the names of the header; nothing of what is absent.
+void printBlocks( std::ostream& out, RowList const& list ) {
+    for( Row const& row : list.rows ) {
+        Row block;
+        for( std::size_t i = 0; i < row.size(); ++i ) {
+            if( textOf( row[ i ].value ) != "-" )
+                block.push_back( { list.header[ i ].name, row[ i ].value } );
+        }
+        out << ( &row == &list.rows.front() ? "" : "\n" );
+        printFields( out, block );
+    }
+}
+
+} // namespace
+
 void printColumns( std::ostream& out, RowList const& list, Look const& look ) {
+    constexpr std::size_t fewest = 40; // of which columns can be read
+    if( look.columns > 0 && look.columns < fewest && !list.rows.empty() )
+        return printBlocks( out, list );
     std::vector<Line> lines( 1 );
     std::vector<Column> columns;
     for( Field const& field : list.header ) {

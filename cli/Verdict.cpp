@@ -14,7 +14,8 @@ bool isQueried( Listing const& kind ) { return kind.word != std::string_view( "h
 
 /// What only placement decides.
 bool isPlacement( std::string_view field ) {
-    static constexpr std::string_view fields[] = { "stages", "hitBitSmashOffset", "hitBitSmashLast" };
+    static constexpr std::string_view fields[] = { "stages", "stageNumbers", "hitBitSmashOffset",
+                                                   "hitBitSmashLast" };
     return isOneOf( fields, field );
 }
 

@@ -26,18 +26,26 @@ _bfri_unquote() {
 }
 
 _bfri() {
-    local line word _bfri_word ends=0
+    local line word _bfri_word last='' front='' ends=0
     local -a words=()
     COMPREPLY=()
     for word in "${COMP_WORDS[@]:0:COMP_CWORD+1}"; do
         _bfri_unquote "$word"
-        words+=("$_bfri_word")
+        if [[ $word == '=' && $last == --?* ]]; then # bash takes --sort=name apart
+            front=$last= words[-1]=$last=
+        elif [[ $front && $last == "$front" ]]; then
+            words[-1]+=$_bfri_word
+        else
+            front='' words+=("$_bfri_word")
+        fi
+        last=${words[-1]}
     done
     while IFS= read -r line; do
-        [[ $line == "${words[COMP_CWORD]}"* || $line == :files ]] || ends=$((ends + 1)) # the word is a part of the name
+        [[ $line == "$last"* || $line == :files ]] || ends=$((ends + 1)) # the word is a part of the name
+        line=${line#"$front"}
         if [[ $line == :files ]]; then
             compopt -o filenames 2>/dev/null
-            mapfile -t COMPREPLY < <(compgen -f -- "${words[COMP_CWORD]}")
+            mapfile -t COMPREPLY < <(compgen -f -- "$last")
             [[ $word != '~'* ]] || COMPREPLY=("${COMPREPLY[@]/#"$HOME"/'~'}")
         elif [[ $word == [\'\"]* ]]; then
             COMPREPLY+=("$line") # bash closes the quotes

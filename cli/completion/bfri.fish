@@ -1,6 +1,7 @@
 # fish completion of bfri: bfri itself knows what may stand where
 function __bfri_complete
-    set -l words (commandline -opc) (commandline -ct)
+    # as the program would get them, but for the tilde, without quotes
+    set -l words (commandline -opc | string replace -r '^~/' $HOME/) "$(commandline -ct | string unescape)"
     for line in ($words[1] complete -- $words[2..-1] 2>/dev/null)
         if test "$line" = :files
             __fish_complete_path (commandline -ct)

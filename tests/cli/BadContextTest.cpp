@@ -307,7 +307,8 @@ TEST_F( ContextFile, ThatCannotBeUsedIsExplainedInJsonWhereAskedFor ) {
     auto const outcome = bfri( { "resources", "switch.conf", "--json" } );
     EXPECT_EQ( outcome.status, 3 );
     EXPECT_THAT( parsed( outcome.out )[ "error" ].GetString(),
-                 StrEq( "can't use context file context.json: expected \"tables\" to be an array" ) );
+                 StrEq( "can't use context file context.json: expected \"tables\" to be an array (at "
+                        "/tables), found an empty object" ) );
     auto const check = parsed( bfri( { "check", "switch.conf", "--json" } ).out );
     EXPECT_EQ( compact( parsed( outcome.out )[ "failure" ] ),
                compact( check[ "configurations" ][ 0 ][ "failure" ] ) );

@@ -196,6 +196,18 @@ TEST_F( Check, OfAHeaderOfTwoSizesSaysBoth ) {
     EXPECT_THAT( outcome.out, HasSubstr( "\n  found:     \"h\" of 24 bits, 16 bits in a.json\n" ) );
 }
 
+TEST_F( Check, OfAHeaderOfHalfABytePointsToTheHeader ) {
+    auto const outcome = outcomeOf( Support::ContextBuilder()
+                                        .flexibleHeader( "other", 8 )
+                                        .flexibleHeader( "h", 8 )
+                                        .with( "/flexible_headers/1/fields/0/slice/bit_width", "-12" )
+                                        .text() );
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_THAT( outcome.out, HasSubstr( "\n  where:     /flexible_headers/1\n"
+                                         "  expected:  \"bit_width\"s that add up to whole bytes\n"
+                                         "  found:     \"h\" of -12 bits\n" ) );
+}
+
 // Handles that lead to no table.
 
 struct Missing {

@@ -4,12 +4,14 @@
 #include "cli/Run.h"
 
 #include <gmock/gmock.h>
+#include <set>
 #include <sstream>
 #include <streambuf>
 
 namespace {
 
 using Bfri::ExitStatus;
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
@@ -32,10 +34,10 @@ TEST_P( WrongUsage, NamesTheWordAndPointsAtTheHelp ) {
         EXPECT_THAT( outcome.out, IsEmpty() );
     else
         EXPECT_EQ( String( parsed( outcome.out )[ "error" ].GetString() ), GetParam().message );
-    bool const known = !words.empty() && Bfri::commandOf( words.front() );
+    auto const word = std::find_if( words.begin(), words.end(), []( char const* w ) { return *w != '-'; } );
+    bool const known = word != words.end() && Bfri::commandOf( *word );
     EXPECT_EQ( outcome.err, String( "bfri: " ) + GetParam().message + "\nRun 'bfri " +
-                                ( known ? words.front() + String( " " ) : "" ) +
-                                "--help' to see how it is used.\n" );
+                                ( known ? *word + String( " " ) : "" ) + "--help' to see how it is used.\n" );
 }
 
 TEST( Help, IsACommandToo ) {
@@ -47,8 +49,27 @@ TEST( Help, IsACommandToo ) {
                  StartsWith( "bfri: no command 'shwo'; did you mean 'show'" ) );
 }
 
+TEST( Help, IsACommandWithHelpOfItsOwn ) {
+    EXPECT_EQ( bfri( { "help", "help" } ).status, 0 );
+    EXPECT_THAT( bfri( { "help", "help" } ).out, AllOf( HasSubstr( "Usage: bfri help [OPTIONS] [COMMAND]" ),
+                                                        HasSubstr( "bfri help show" ) ) );
+    EXPECT_EQ( bfri( { "help", "--help" } ).out, bfri( { "help", "help" } ).out );
+    EXPECT_THAT( bfri( { "--help" } ).out, HasSubstr( "\n  help  " ) );
+}
+
 TEST( Help, OfTheTablesSaysWhichOnesTheModelLeavesOut ) {
     EXPECT_THAT( bfri( { "tables", "--help" } ).out, HasSubstr( "have no\nstatic entries" ) );
+}
+
+TEST( UsageInJson, HasTheNamesThatItAnnounces ) {
+    auto const outcome = bfri( { "check", "--explain", "BF30", "--json" } );
+    EXPECT_EQ( outcome.status, 2 );
+    auto const answer = parsed( outcome.out );
+    EXPECT_STREQ( answer[ "error" ].GetString(),
+                  "no finding has the code 'BF30'; codes like it: BF301, BF302, BF303, BF304, BF305" );
+    EXPECT_EQ( compact( answer[ "suggestions" ] ), R"(["BF301","BF302","BF303","BF304","BF305"])" );
+    EXPECT_THAT( outcome.err,
+                 StartsWith( "bfri: no finding has the code 'BF30'; codes like it:\n  BF301\n" ) );
 }
 
 TEST( UsageOfACommand, PointsAtTheHelpOfTheCommand ) {
@@ -68,12 +89,34 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{ "unknown command", { "frobnicate" }, "no command 'frobnicate'" },
         BadLine{ "empty command", { "" }, "no command ''" },
         BadLine{ "command with control characters", { "\x1B[2J" }, "no command '\\x1b[2J'" },
-        BadLine{ "unknown option", { "--frob" }, "The following argument was not expected: --frob" },
+        BadLine{
+            "unknown option", { "--frob" }, "options come behind the command, not '--frob' in front of it" },
+        BadLine{ "option in front of the command",
+                 { "--json", "tables", "conf" },
+                 "options come behind the command, not '--json' in front of it" },
+        BadLine{ "help for two commands",
+                 { "help", "show", "extra" },
+                 "'extra' is too much: the command is 'bfri help [COMMAND]'" },
+        BadLine{ "empty configuration",
+                 { "summary", "" },
+                 "CONF is an empty text, not the path of a switch configuration" },
+        BadLine{ "empty configuration, JSON",
+                 { "summary", "", "--json" },
+                 "CONF is an empty text, not the path of a switch configuration" },
+        BadLine{ "empty one of several configurations",
+                 { "check", "conf", "" },
+                 "CONF is an empty text, not the path of a switch configuration" },
+        BadLine{ "empty new configuration",
+                 { "diff", "conf", "" },
+                 "NEW is an empty text, not the path of a switch configuration" },
         BadLine{ "no configuration", { "summary" }, "CONF is required" },
         BadLine{ "no name", { "table", "conf" }, "NAME is required" },
         BadLine{ "too many arguments",
-                 { "tables", "conf", "more" },
-                 "The following argument was not expected: more" },
+                 { "tables", "conf", "more", "still more" },
+                 "'more' is too much: the command is 'bfri tables CONF'" },
+        BadLine{ "an argument too many behind dashes",
+                 { "field", "conf", "table", "a", "size", "--", "more" },
+                 "'more' is too much: the command is 'bfri field CONF KIND NAME FIELD'" },
         BadLine{ "misspelt option",
                  { "tables", "conf", "--jsn" },
                  "'tables' has no option '--jsn'; did you mean '--json' or '--csv'?" },
@@ -93,7 +136,13 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{ "bad expression, JSON",
                  { "tables", "conf", "--json", "--filter", "*" },
                  "can't use --filter '*' at offset 0: quantifier does not follow a repeatable item" },
-        BadLine{ "no expression", { "tables", "conf", "--filter" }, "--filter: 1 required REGEX missing" },
+        BadLine{ "no expression", { "tables", "conf", "--filter" }, "--filter needs its REGEX behind it" },
+        BadLine{
+            "two orders", { "tables", "conf", "--sort", "name", "--sort=size" }, "only one --sort can be" },
+        BadLine{ "nothing behind the equals sign",
+                 { "tables", "--filter=", "conf" },
+                 "--filter needs its REGEX behind it" },
+        BadLine{ "two numbers", { "tables", "conf", "-n2", "-n", "3" }, "only one -n can be" },
         BadLine{ "misspelt field",
                  { "learn-quantas", "conf", "--sort", "handel" },
                  "can't sort by 'handel'; did you mean 'handle'? The fields are name, handle" },
@@ -129,7 +178,33 @@ INSTANTIATE_TEST_SUITE_P(
                  "-n takes a number of rows, 0 or more, not ' 1'" },
         BadLine{
             "empty number", { "tables", "conf", "-n", "" }, "-n takes a number of rows, 0 or more, not ''" },
-        BadLine{ "no number", { "tables", "conf", "-n" }, "-n: 1 required N missing" } ) );
+        BadLine{ "no number", { "tables", "conf", "-n" }, "-n needs its N behind it" } ) );
+
+INSTANTIATE_TEST_SUITE_P(
+    Codes, WrongUsage,
+    testing::Values(
+        BadLine{ "no code",
+                 { "check", "conf", "--ignore", "" },
+                 "--ignore takes codes or titles with commas between, not ''" },
+        BadLine{ "commas alone",
+                 { "check", "conf", "--ignore", ",," },
+                 "--ignore takes codes or titles with commas between, not ',,'" },
+        BadLine{ "nothing behind the comma",
+                 { "check", "conf", "--ignore=BF304, " },
+                 "--ignore takes codes or titles with commas between, not 'BF304, '" },
+        BadLine{ "no code in one of two options",
+                 { "check", "conf", "--ignore=BF304", "--ignore", "" },
+                 "--ignore takes codes or titles with commas between, not 'BF304,'" },
+        BadLine{ "unknown code among others",
+                 { "check", "conf", "--ignore", "BF304,frob,BF305" },
+                 "no finding has the code 'frob'; '--explain all' lists them" },
+        BadLine{ "no code to explain",
+                 { "check", "--explain", "" },
+                 "--explain takes codes or titles with commas between, not ''" },
+        BadLine{ "explanation of the findings in one",
+                 { "check", "conf", "--explain", "BF304" },
+                 "--explain goes without CONF" },
+        BadLine{ "nothing to check", { "check" }, "check takes one CONF or more, or --explain CODES" } ) );
 
 TEST( Help, GoesToStandardOutputAndListsTheCommands ) {
     auto const outcome = bfri( { "--help" } );
@@ -194,6 +269,25 @@ TEST( Version, IsThatOfTheProject ) {
     EXPECT_EQ( outcome.out, "bfri " BFRI_VERSION "\n" );
 }
 
+TEST( Explaining, SeveralCodesIsOneBehindTheOtherEachOnce ) {
+    String const one = bfri( { "check", "--explain", "BF304" } ).out;
+    String const other = bfri( { "check", "--explain", "BF101" } ).out;
+    EXPECT_THAT( one, StartsWith( "BF304 several-parents (note)\n" ) );
+    for( std::vector<char const*> const& line :
+         { std::vector<char const*>{ "check", "--explain", "BF304,BF101" },
+           { "check", "--explain", "several-parents, bf101,BF304" },
+           { "check", "--explain", "BF304", "--explain=BF101" } } ) {
+        auto const outcome = bfri( line );
+        EXPECT_EQ( outcome.status, 0 );
+        EXPECT_EQ( outcome.out, one + "\n\n" + other );
+    }
+    auto const answer = parsed( bfri( { "check", "--explain", "BF304,BF101", "--json" } ).out );
+    ASSERT_EQ( answer[ "codes" ].Size(), 2U );
+    EXPECT_STREQ( answer[ "codes" ][ 1 ][ "code" ].GetString(), "BF101" );
+    EXPECT_EQ( bfri( { "check", "--explain", "BF304,all" } ).out,
+               bfri( { "check", "--explain", "all" } ).out );
+}
+
 class Asking : public InFolder {
   protected:
     Asking() {
@@ -215,6 +309,26 @@ TEST_F( Asking, AnsweredIsStatus0 ) {
         EXPECT_THAT( outcome.err, IsEmpty() );
         EXPECT_FALSE( outcome.out.empty() );
     }
+}
+
+TEST_F( Asking, ToIgnoreFindingsAddsUp ) {
+    writeFile( "context.json",
+               contextOf( matchTable( "same", 1, R"(, "size": 0)" ) + "," + matchTable( "same", 1 ) ) );
+    auto const codesWith = []( std::vector<char const*> line ) {
+        line.insert( line.begin(), { "check", "switch.conf", "--json" } );
+        auto const answer = parsed( bfri( line ).out );
+        std::set<String> codes;
+        for( auto const& finding : answer[ "configurations" ][ 0 ][ "findings" ].GetArray() )
+            codes.emplace( finding[ "code" ].GetString() );
+        return codes;
+    };
+    auto const all = codesWith( {} );
+    ASSERT_GE( all.size(), 2U );
+    String const first = *all.begin();
+    String const second = *std::next( all.begin() );
+    std::set<String> const rest( std::next( all.begin(), 2 ), all.end() );
+    EXPECT_EQ( codesWith( { "--ignore", first.c_str(), "--ignore", second.c_str() } ), rest );
+    EXPECT_EQ( codesWith( { "--ignore", ( first + " , " + second ).c_str() } ), rest );
 }
 
 struct GoodLine {
@@ -296,7 +410,7 @@ TEST_F( Asking, ForWhatIsNotThereInJsonAnswersInJson ) {
     auto const outcome = bfri( { "table", "switch.conf", "lpn", "--json" } );
     EXPECT_EQ( outcome.status, 1 );
     EXPECT_EQ( compact( parsed( outcome.out ) ),
-               R"({"format":1,"error":"no match table 'lpn'; names like it:",)"
+               R"({"format":1,"error":"no match table 'lpn'; names like it: pipe.a.lpm, pipe.b.lpm",)"
                R"("suggestions":["pipe.a.lpm","pipe.b.lpm"]})" );
     EXPECT_THAT( outcome.err, StartsWith( "bfri: no match table 'lpn'; names like it:\n  pipe.a.lpm\n" ) );
 }

@@ -50,7 +50,8 @@ TEST_F( Completion, OfAnArgumentOffersWhatTheModelHas ) {
         { { "tables", "switch.conf", "--sort", "" }, { "name", "totalEntries" } },
         { { "tables", "switch.conf", "--color", "" }, { "auto", "always", "never" } },
         { { "tables", "switch.conf", "--j" }, { "--json", "--csv", "--filter", "-n", "--help" } },
-        { { "check", "--explain", "" }, { "BF201", "BF304" } },
+        { { "check", "--explain", "" }, { "BF201", "BF304", "all" } },
+        { { "help", "" }, { "show", "tables", "help" } },
     };
     for( Row const& row : rows )
         EXPECT_THAT( wordsFor( row.line ), IsSupersetOf( row.some ) ) << testing::PrintToString( row.line );
@@ -68,10 +69,57 @@ TEST_F( Completion, OfAHandleOffersThoseOfPlacedTables ) {
                        { "0x2", "0x2000010\n" },
                        { "0x1", "0x1\n" },
                        { "0x3", "" },
-                       { "3", "" } };
+                       { "3", "33554448\n" },
+                       { "0X0", "0X00000001\n0X02000010\n" },
+                       { "0X2", "0X2000010\n" },
+                       { "x", "" } };
     for( auto const& row : rows )
         EXPECT_EQ( bfri( { "complete", "--", "lookup", "switch.conf", row.word } ).out, row.offered )
             << row.word;
+}
+
+TEST_F( Completion, OfAHandleInCapitalsOffersCapitals ) {
+    writeFile( "context.json", contextOf( matchTable( "a", 0x20000AB ) ) );
+    for( auto const& [ word, offered ] :
+         { std::pair( "0x020000A", "0x020000AB\n" ), { "0x020000a", "0x020000ab\n" } } )
+        EXPECT_EQ( bfri( { "complete", "--", "lookup", "switch.conf", word } ).out, offered );
+}
+
+TEST_F( Completion, OfAnOptionAndItsValueInOneWordIsThatOfTheValue ) {
+    struct {
+        std::vector<char const*> line;
+        char const* offered;
+    } const rows[] = { { { "tables", "switch.conf", "--color=a" }, "--color=auto\n--color=always\n" },
+                       { { "headers", "switch.conf", "--sort=" }, "--sort=name\n--sort=size\n" },
+                       { { "headers", "switch.conf", "--sort=-s" }, "--sort=-size\n" },
+                       { { "headers", "switch.conf", "--sort", "-s" }, "-size\n" },
+                       { { "headers", "switch.conf", "--sort", "-" }, "-name\n-size\n" },
+                       { { "check", "--ignore=BF304,bf20" }, "--ignore=BF304,bf201\n" },
+                       { { "headers", "switch.conf", "--frob=" }, "" },
+                       { { "headers", "switch.conf", "--json=" }, "" },
+                       { { "headers", "switch.conf", "--filter=s" }, "" } };
+    for( auto const& row : rows ) {
+        std::vector<char const*> line = { "complete", "--" };
+        line.insert( line.end(), row.line.begin(), row.line.end() );
+        String const out = bfri( line ).out;
+        EXPECT_TRUE( row.offered[ 0 ] ? out.starts_with( row.offered ) : out.empty() )
+            << row.line.back() << ": " << out;
+    }
+}
+
+TEST_F( Completion, OfAnActionOfATableOffersItsTables ) {
+    String const tables = bfri( { "actions", "switch.conf", "--csv" } ).out;
+    ASSERT_THAT( tables, testing::HasSubstr( ",count,pipe.acl\n" ) );
+    auto const offered = []( std::vector<char const*> line ) {
+        line.insert( line.begin(), { "complete", "--" } );
+        return bfri( line ).out;
+    };
+    EXPECT_EQ( offered( { "show", "switch.conf", "count of " } ), "count of pipe.acl\n" );
+    EXPECT_EQ( offered( { "show", "switch.conf", "count of pi" } ), "count of pipe.acl\n" );
+    EXPECT_EQ( offered( { "show", "switch.conf", "count of ac" } ), "count of pipe.acl\n" );
+    EXPECT_EQ( offered( { "field", "switch.conf", "action", "count of ac" } ), "count of pipe.acl\n" );
+    EXPECT_EQ( offered( { "field", "switch.conf", "table", "count of ac" } ), "" );
+    EXPECT_EQ( offered( { "show", "switch.conf", "nothing of ac" } ), "" );
 }
 
 TEST_F( Completion, OfCodesWithCommasBetweenIsThatOfTheLastOne ) {
@@ -82,7 +130,13 @@ TEST_F( Completion, OfCodesWithCommasBetweenIsThatOfTheLastOne ) {
     } const rows[] = { { "--ignore", "BF304,BF20", "BF304,BF201\nBF304,BF202\n" },
                        { "--ignore", "BF201,BF304,BF20", "BF201,BF304,BF202\n" },
                        { "--ignore", "BF304,BF304", "" },
-                       { "--explain", "BF304,BF20", "" } };
+                       { "--explain", "BF304,BF20", "BF304,BF201\nBF304,BF202\n" },
+                       { "--explain", "a", "all\n" },
+                       { "--ignore", "a", "" },
+                       { "--explain", "BF304,a", "" },
+                       { "--ignore", "bf20", "bf201\nbf202\n" },
+                       { "--ignore", "unread", "unread-context-file\n" },
+                       { "--ignore", "BF304,dup", "BF304,duplicate-table-name\n" } };
     for( auto const& row : rows ) {
         String const out = bfri( { "complete", "--", "check", row.option, row.word } ).out;
         EXPECT_TRUE( row.offered[ 0 ] ? out.starts_with( row.offered ) : out.empty() )

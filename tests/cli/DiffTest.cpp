@@ -182,7 +182,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "resources\n  ~  t  size 1024 -> 2048; stage 3 -> 5\n", none },
         Verdict{ "Longer", matchTable( "t" ),
                  matchTable( "t" ).stages( { StageTable(), StageTable().number( 1 ) } ),
-                 "resources\n  ~  t  stages 1 -> 2\n", none },
+                 "resources\n  ~  t  stages 1 -> 2; stageNumbers [0] -> [0 1]\n", none },
         Verdict{ "OfAnotherDirection", matchTable( "t" ),
                  matchTable( "t" ).with( "/direction", "\"egress\"" ),
                  "resources\n  ~! t  direction ingress -> egress\n", "1 resource changed" },
@@ -352,14 +352,6 @@ TEST_F( Diff, CountsANumberAsReusedThatGoesToTheSameNameOfAnotherPipeline ) {
     writeSwitch( "new", { b, a }, true );
     String const out = diffAsWritten( { "--only", "table" } ).out;
     EXPECT_THAT( out, HasSubstr( "2 of 2 renumbered; 2 of the old numbers now stand for something else\n" ) );
-}
-
-TEST_F( Diff, SaysInItsHelpWhatOfStagesItCompares ) {
-    auto const stages = []( std::int64_t last ) {
-        return contextWith( { matchTable( "t" ).stages( { StageTable(), StageTable().number( last ) } ) } );
-    };
-    EXPECT_EQ( diff( stages( 1 ), stages( 2 ) ).out, "no difference\n" );
-    EXPECT_THAT( bfri( { "help", "diff" } ).out, HasSubstr( "stages only the first and the number of" ) );
 }
 
 TEST_F( Diff, DoesNotClaimItOfAnActionEither ) {

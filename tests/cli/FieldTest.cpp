@@ -134,16 +134,55 @@ TEST_F( FieldOfARecord, OfAnActionOfSeveralTablesIsAskedForByTheTable ) {
     EXPECT_EQ( answer( "action", "deny", "handle" ), "13\n" );
     EXPECT_EQ( answer( "action", "deny of acl", "handle" ), "13\n" );
     EXPECT_EQ( statusOf( "action", "permit of acl", "handle" ), ExitStatus::no );
-    EXPECT_EQ( notes, "'acl' is the end of several tables' names:" );
+    EXPECT_EQ( notes, "'permit of acl' means 2 actions; say which:" );
+    EXPECT_THAT( suggestions,
+                 ElementsAre( "pipe.permit of pipe.Egress.acl", "pipe.permit of pipe.Ingress.acl" ) );
     EXPECT_EQ( statusOf( "action", "deny of lpm", "handle" ), ExitStatus::no );
-    EXPECT_EQ( notes, "no table with this action 'lpm'; 'bfri actions' lists them all" );
+    EXPECT_EQ( notes, "no action 'deny of lpm'; actions like it:" );
+    EXPECT_THAT( suggestions, ElementsAre( "deny of pipe.Egress.acl" ) );
     EXPECT_EQ( statusOf( "table", "acl of acl", "handle" ), ExitStatus::no ); // only actions have tables
     parser.bfActionsPush( { 14, "deny", "pipe.Egress.acl" } );
     EXPECT_EQ( statusOf( "action", "deny of acl", "handle" ), ExitStatus::no );
-    EXPECT_THAT( suggestions, ElementsAre( "0x0000000d", "0x0000000e" ) );
+    EXPECT_THAT( suggestions,
+                 ElementsAre( "0x0000000d of pipe.Egress.acl", "0x0000000e of pipe.Egress.acl" ) );
+    for( String const& word : suggestions )
+        EXPECT_EQ( answer( "action", word, "tableName" ), "pipe.Egress.acl\n" ) << word;
+    EXPECT_EQ( answer( "action", "0x0000000e of acl", "handle" ), "14\n" );
     EXPECT_EQ( answer( "action", "0x0000000e", "tableName" ), "pipe.Egress.acl\n" );
     parser.bfActionsPush( { 15, "odd of name", "pipe.lpm" } );
     EXPECT_EQ( answer( "action", "odd of name", "handle" ), "15\n" );
+    EXPECT_EQ( answer( "action", "odd of name of lpm", "handle" ), "15\n" );
+}
+
+TEST_F( FieldOfARecord, OfActionsThatShareAHandleIsAskedForByHandleAndTable ) {
+    auto& parser = *model->parser();
+    for( char const* const table : { "pipe.Ingress.acl", "pipe.Egress.acl" } ) {
+        parser.bfActionsPush( { 11, "permit", table } );
+        parser.bfActionsPush( { 12, "permit", table } );
+    }
+    EXPECT_EQ( statusOf( "action", "permit", "handle" ), ExitStatus::no );
+    EXPECT_THAT( suggestions,
+                 ElementsAre( "0x0000000b of pipe.Egress.acl", "0x0000000b of pipe.Ingress.acl",
+                              "0x0000000c of pipe.Egress.acl", "0x0000000c of pipe.Ingress.acl" ) );
+    EXPECT_EQ( answer( "action", "0x0000000c of pipe.Egress.acl", "tableName" ), "pipe.Egress.acl\n" );
+}
+
+TEST_F( FieldOfARecord, OfRecordsThatNoWordTellsApart ) {
+    auto& parser = *model->parser();
+    BfTableInfo lpm = named<BfTableInfo>( "pipe.lpm", 4 );
+    parser.bfTablesPush( lpm ); // the same once more
+    EXPECT_EQ( answer( "table", "lpm", "handle" ), "4\n" );
+    lpm.size = 7;
+    parser.bfTablesPush( lpm );
+    EXPECT_EQ( statusOf( "table", "lpm", "size" ), ExitStatus::no );
+    EXPECT_EQ( notes,
+               "'lpm' means 2 tables, and no word tells all of them apart; 'bfri tables' lists them:" );
+    EXPECT_THAT( suggestions, ElementsAre( "0x00000004" ) );
+}
+
+TEST_F( FieldOfARecord, OfTheHandleOfAnotherKindSaysWhose ) {
+    EXPECT_EQ( statusOf( "meter", "0x1000001", "pps" ), ExitStatus::no );
+    EXPECT_EQ( notes, "no meter '0x1000001': it is the handle of the table \"pipe.Ingress.acl\"" );
 }
 
 TEST_F( FieldOfARecord, OfAnUnknownNameIsNotFound ) {

@@ -188,6 +188,175 @@ TEST_F( Finding, OfRepeatedMembersIsMadeForThoseThatSomePassReads ) {
             "BF411 table \"acl\" (0x00000007): has more than one \"size\", of which the first counts" ) );
 }
 
+/// A member of a context file that comes twice.
+struct Repeated {
+    char const* pointer;
+    char const* subject;
+    char const* member; ///< as the finding has it
+};
+
+std::ostream& operator<<( std::ostream& os, Repeated const& row ) { return os << row.pointer; }
+
+std::vector<String> messagesOf( char const* code ) {
+    std::vector<String> messages;
+    for( auto const& finding :
+         Bfri::findingsOf( *BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" ) ) ) {
+        if( finding.kind->code == String( code ) )
+            messages.push_back( finding.message() );
+    }
+    return messages;
+}
+
+String repeated( String const& subject, String const& member ) {
+    return subject + ": has more than one \"" + member + "\", of which the first counts";
+}
+
+class RepeatedMember : public InFolder, public testing::WithParamInterface<Repeated> {};
+
+TEST_P( RepeatedMember, IsFoundWhereverItStands ) {
+    JsonTree tree( ContextBuilder()
+                       .table( acl().handle( 7 ).statistics( "c" ).action( "a", { "c" } ) )
+                       .table( Support::matchTable( "wide" )
+                                   .handle( 8 )
+                                   .matchType( "algorithmic_tcam" )
+                                   .partitions( 1 )
+                                   .units( { { StageTable(), StageTable() } } ) )
+                       .table( statisticsTable( "c" ).handle( 9 ) )
+                       .phvStage( "f", 8 )
+                       .flexibleHeader( "h", 8 )
+                       .dynamicHash( "d", { "x" } )
+                       .learnQuanta( "l" )
+                       .tree() );
+    JsonTree const value = tree.at( GetParam().pointer );
+    writeSwitchConf( "context.json" );
+    writeFile( "context.json", tree.withFirst( GetParam().pointer, value ).text() );
+    EXPECT_THAT( messagesOf( "BF411" ), ElementsAre( repeated( GetParam().subject, GetParam().member ) ) );
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    InAContextFile, RepeatedMember,
+    testing::Values(
+        Repeated{ "/tables", "context file \"context.json\"", "tables" },
+        Repeated{ "/tables/0/actions", "table \"acl\" (0x00000007)", "actions" },
+        Repeated{ "/tables/0/actions/0/name", "table \"acl\" (0x00000007)", "actions/0/name" },
+        Repeated{ "/tables/0/actions/1/indirect_resources/0/resource_name", "table \"acl\" (0x00000007)",
+                  "actions/1/indirect_resources/0/resource_name" },
+        Repeated{ "/tables/0/statistics_table_refs/0/handle", "table \"acl\" (0x00000007)",
+                  "statistics_table_refs/0/handle" },
+        Repeated{ "/tables/0/match_attributes/match_type", "table \"acl\" (0x00000007)",
+                  "match_attributes/match_type" },
+        Repeated{ "/tables/0/match_attributes/stage_tables/0/stage_number", "table \"acl\" (0x00000007)",
+                  "match_attributes/stage_tables/0/stage_number" },
+        Repeated{ "/tables/1/match_attributes/units", "table \"wide\" (0x00000008)",
+                  "match_attributes/units" },
+        Repeated{ "/tables/1/match_attributes/units/0/match_attributes", "table \"wide\" (0x00000008)",
+                  "match_attributes/units/0/match_attributes" },
+        Repeated{ "/tables/1/match_attributes/units/0/match_attributes/stage_tables/1/size",
+                  "table \"wide\" (0x00000008)",
+                  "match_attributes/units/0/match_attributes/stage_tables/1/size" },
+        Repeated{ "/learn_quanta/0/name", "context file \"context.json\"", "learn_quanta/0/name" },
+        Repeated{ "/phv_allocation/0/egress", "context file \"context.json\"", "phv_allocation/0/egress" },
+        Repeated{ "/phv_allocation/0/ingress/0/records/0/field_width", "context file \"context.json\"",
+                  "phv_allocation/0/ingress/0/records/0/field_width" },
+        Repeated{ "/flexible_headers/0/fields/0/slice/bit_width", "context file \"context.json\"",
+                  "flexible_headers/0/fields/0/slice/bit_width" },
+        Repeated{ "/dynamic_hash_calculations/0/field_lists/0/fields/0/name", "context file \"context.json\"",
+                  "dynamic_hash_calculations/0/field_lists/0/fields/0/name" } ) );
+
+TEST_F( Finding, OfARepeatedMemberIsNotMadeWhereNoPassReads ) {
+    writeSwitchConf( "context.json" );
+    writeFile( "context.json", ContextBuilder()
+                                   .table( acl().with( "/p4", R"([{"name":1,"name":2}])" ) )
+                                   .with( "/parse_graph", R"({"name":1,"name":2})" )
+                                   .text() );
+    EXPECT_THAT( messagesOf( "BF411" ), IsEmpty() );
+}
+
+TEST_F( Finding, OfRepeatedMembersIsMadeOfTheSwitchConfigurationToo ) {
+    writeFile( "context.json", ContextBuilder().table( acl() ).text() );
+    writeFile( "switch.conf", R"({"devices":[{"other":1,"other":2,"runtime_config":"r","runtime_config":"r",
+        "pipelines":[{"context_file":"context.json","pipes":[0],"pipes":[1]}]}],"devices":[]})" );
+    String const conf = "switch configuration \"switch.conf\"";
+    EXPECT_THAT( messagesOf( "BF411" ), ElementsAre( repeated( conf, "devices/0/runtime_config" ),
+                                                     repeated( conf, "devices/0/pipelines/0/pipes" ),
+                                                     repeated( conf, "devices" ) ) );
+    for( auto const& finding :
+         Bfri::findingsOf( *BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" ) ) )
+        EXPECT_EQ( finding.contextFile, "" );
+}
+
+// Numbers of stages behind the first.
+
+struct OddStage {
+    char const* number; ///< of the second of three stage tables; null for none
+    char const* says;   ///< behind its place; null for no finding
+};
+
+std::ostream& operator<<( std::ostream& os, OddStage const& row ) {
+    return os << ( row.number ? row.number : "none" );
+}
+
+class StageNumber : public InFolder, public testing::WithParamInterface<OddStage> {
+  protected:
+    static StageTable second() {
+        if( GetParam().number )
+            return StageTable().with( "/stage_number", GetParam().number );
+        return StageTable().without( "/stage_number" );
+    }
+    static void expectOnly( Support::Table const& table, String const& place ) {
+        std::vector<String> messages;
+        for( auto const& finding : Bfri::findingsOf( *modelOf( ContextBuilder().table( table ) ) ) )
+            messages.push_back( finding.kind->code + String( " " ) + finding.message() );
+        if( GetParam().says )
+            EXPECT_THAT( messages, ElementsAre( "BF412 placed table \"acl\" (0x00000007): its \"" + place +
+                                                "\" has " + GetParam().says ) );
+        else
+            EXPECT_THAT( messages, IsEmpty() );
+    }
+};
+
+TEST_P( StageNumber, BehindTheFirstIsFoundWhereItIsNone ) {
+    expectOnly( acl().handle( 7 ).stages( { StageTable(), second(), StageTable() } ),
+                "match_attributes/stage_tables/1" );
+    expectOnly( acl()
+                    .handle( 7 )
+                    .matchType( "algorithmic_tcam" )
+                    .partitions( 1 )
+                    .units( { { StageTable() }, { second() } } ),
+                "match_attributes/units/1/match_attributes/stage_tables/0" );
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, StageNumber,
+    testing::Values(
+        OddStage{ "0", nullptr }, OddStage{ "255", nullptr }, OddStage{ "-0", nullptr },
+        OddStage{ "256", R"(a "stage_number" of 256)" }, OddStage{ "-1", R"(a "stage_number" of -1)" },
+        OddStage{ "1.5", R"(a "stage_number" of 1.5)" }, OddStage{ "1e0", R"(a "stage_number" of 1e0)" },
+        OddStage{ "18446744073709551616", R"(a "stage_number" of 18446744073709551616)" },
+        OddStage{ "\"3\"", R"(a "stage_number" of "3")" }, OddStage{ "null", R"(a "stage_number" of null)" },
+        OddStage{ "[3]", R"(a "stage_number" that is no number)" },
+        OddStage{ nullptr, R"(no "stage_number")" } ) );
+
+TEST_F( Finding, OfOddStagesIsNotMadeOfTablesWithoutResource ) {
+    EXPECT_THAT( codesOf( *modelOf( ContextBuilder().table( acl() ).table(
+                     conditionTable( "if" ).with( "/stage_tables", R"([{"stage_number":1},{}])" ) ) ) ),
+                 IsEmpty() );
+}
+
+TEST_F( Finding, OfAnUnknownResourceHasTheTablesHandle ) {
+    auto const findings =
+        Bfri::findingsOf( *modelOf( ContextBuilder().table( acl().handle( 7 ).action( "a", { "c" } ) ) ) );
+    ASSERT_EQ( findings.size(), 1U );
+    EXPECT_EQ( findings[ 0 ].handle, 7U );
+    EXPECT_THAT( findings[ 0 ].message(), testing::StartsWith( "table \"acl\" (0x00000007): its actions" ) );
+    for( auto const& finding :
+         Bfri::findingsOf( *modelOf( ContextBuilder()
+                                         .table( acl().handle( 7 ).action( "a", { "c" } ) )
+                                         .table( acl().handle( 8 ) ) ) ) ) {
+        EXPECT_TRUE( finding.kind->code != String( "BF308" ) || !finding.handle ); // of two of that name
+    }
+}
+
 TEST_F( Finding, OfSomethingUnreferencedNamesTablesWithoutAStageThatListIt ) {
     auto const model = modelOf( ContextBuilder()
                                     .table( acl().statistics( "c" ).stages( {} ) )

@@ -1,8 +1,9 @@
 #include "cli/CsvFormat.h"
 #include "cli/JsonFormat.h"
+#include "cli/StageText.h"
 #include "cli/TextFormat.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sstream>
 
 namespace {
@@ -47,10 +48,13 @@ TEST( TextColumns, OfNumbersAreToTheRightAlsoWithoutAny ) {
 }
 
 TEST( TextColumns, AreCutToTheTerminalWithAMark ) {
-    RowList const rows{ { { "NAME", {} } }, { { { "", "\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9" } } } };
-    EXPECT_EQ( columnsOf( rows, { 5 } ), "NAME\n\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\n" );
-    EXPECT_EQ( columnsOf( rows, { 4 } ), "NAME\n\xC3\xA9\xC3\xA9\xC3\xA9>\n" );
-    EXPECT_EQ( columnsOf( rows, { 3, false, true } ), "NA\u2026\n\xC3\xA9\xC3\xA9\u2026\n" );
+    String accents;
+    for( int i = 0; i < 45; ++i )
+        accents += "\xC3\xA9";
+    RowList const rows{ { { "WHAT", {} } }, { { { "", accents } } } };
+    EXPECT_EQ( columnsOf( rows, { 45 } ), "WHAT\n" + accents + '\n' );
+    EXPECT_EQ( columnsOf( rows, { 44 } ), "WHAT\n" + accents.substr( 4 ) + ">\n" );
+    EXPECT_EQ( columnsOf( rows, { 43, false, true } ), "WHAT\n" + accents.substr( 6 ) + "\u2026\n" );
 }
 
 RowList const tables{
@@ -93,9 +97,19 @@ TEST( TextColumns, BeforeNamesGiveWayToThem ) {
     EXPECT_EQ( columnsOf( tables, { 40 } ), ">  NAME               TABLE\n"
                                             ">  <some.control.acl  <pe.Ingress.some.t\n"
                                             ">  n                  <other.control.lpm\n" );
-    EXPECT_EQ( columnsOf( tables, { 20 } ), ">  NAME            >\n"
-                                            ">  <ome.control.acl>\n"
-                                            ">  n               >\n" );
+}
+
+TEST( TextColumns, AreBlocksWhereTheyCouldNotBeRead ) {
+    EXPECT_EQ( columnsOf( tables, { 39 } ), "HANDLE  0x00000001\n"
+                                            "SIZE    12345\n"
+                                            "NAME    pipe.Ingress.some.control.acl\n"
+                                            "TABLE   pipe.Ingress.some.t\n"
+                                            "\n"
+                                            "HANDLE  0x00000002\n"
+                                            "SIZE    1\n"
+                                            "NAME    n\n"
+                                            "TABLE   pipe.Ingress.other.control.lpm\n" );
+    EXPECT_EQ( columnsOf( tables, { 1 } ), columnsOf( tables, { 39 } ) );
 }
 
 TEST( TextColumns, BehindNamesAreCut ) {
@@ -123,6 +137,76 @@ TEST( TextFields, TakeALineEachAndOneForEveryRowOfAList ) {
                           "empty       -\n"
                           "references  0x00000001 x\n"
                           "            0x00000002 -\n" );
+}
+
+/// Resources of one type that all start in the first stage and go on in the last.
+StageMap mapOf( BfResource const& resource, std::vector<Stage> const& stages, U32 resources ) {
+    std::vector<StageLoad> loads( stages.size() );
+    loads.front() = { resources, resources, 0 };
+    loads.back() = { 0, resources, 0 };
+    std::vector<Placed> const placed( resources, { &resource, { stages.front(), stages.back() } } );
+    return { {}, stages, loads, { { resource.ingress, resource.type, placed, loads } }, {} };
+}
+
+String gridOf( StageMap const& map, Look const& look = {} ) {
+    std::ostringstream out;
+    printGrid( out, look, map );
+    return out.str();
+}
+
+TEST( StageGrid, IsOnlyAsWideAsALongNumberWhereThatStands ) {
+    BfResource const resource;
+    EXPECT_EQ( gridOf( mapOf( resource, { 0, 3, 1000000 }, 12 ) ),
+               "STAGE            ALL    0    3  1000000\n"
+               "egress\n"
+               "  phase_0_match   12   12    .      +12\n"
+               "all               12   12    .      +12\n"
+               "                        @             @\n" );
+}
+
+TEST( StageGrid, LeavesTheNumberOfAllToItsColumn ) {
+    BfResource const resource;
+    auto map = mapOf( resource, { 0, 1 }, 1 );
+    map.groups.front().resources.assign( 123456, map.groups.front().resources.front() );
+    EXPECT_THAT( gridOf( map ), testing::StartsWith( "STAGE               ALL    0    1\n" ) );
+}
+
+TEST( StageGrid, HasItsBlocksWhereTheTerminalIsTooNarrowForALongNumber ) {
+    BfResource const resource;
+    auto const map = mapOf( resource, { 0, 1, 1000000, 2000000 }, 1 );
+    String const text = gridOf( map, { 35 } );
+    EXPECT_THAT( text, testing::StartsWith( "STAGE            ALL    0    1\n" ) );
+    EXPECT_THAT( text, testing::HasSubstr( "\n\nSTAGE            1000000  2000000\n" ) );
+}
+
+TEST( StageGrid, CutsTheTypesWhereNoStageHadRoom ) {
+    BfResource const resource;
+    EXPECT_THAT( gridOf( mapOf( resource, { 0, 1 }, 1 ), { 16 } ),
+                 testing::StartsWith( "STAGE        ALL\negress\n  phase_0_>    1\n" ) );
+    EXPECT_THAT( gridOf( mapOf( resource, { 0, 1 }, 1 ), { 5 } ),
+                 testing::StartsWith( "STAGE     ALL\negress\n  phase>    1\n" ) ); // the line is broken
+}
+
+TEST( StageBars, AreOnlyAsWideAsALongNumberWhereThatStands ) {
+    BfResource resource;
+    resource.name = "a.long.name";
+    std::ostringstream out;
+    printBars( out, {}, mapOf( resource, { 0, 3, 1000000 }, 1 ), {} );
+    EXPECT_EQ( out.str(), "SIZE    0  3 1000000  NAME\n"
+                          "egress phase_0_match: 1\n"
+                          "   0  ###  .########  a.long.name\n" );
+}
+
+TEST( StageBars, LeaveNamesWholeWhereLittleOfThemWouldStay ) {
+    BfResource resource;
+    resource.name = "a.long.name";
+    auto const bars = [ & ]( std::size_t columns ) {
+        std::ostringstream out;
+        printBars( out, { columns }, mapOf( resource, { 0, 1 }, 1 ), {} );
+        return out.str();
+    };
+    EXPECT_THAT( bars( 18 ), testing::EndsWith( "  <ng.name\n" ) );
+    EXPECT_THAT( bars( 17 ), testing::EndsWith( "  a.long.name\n" ) );
 }
 
 TEST( Csv, HasAHeaderAndPlainNumbers ) {

@@ -1,5 +1,7 @@
 #include "tests/cli/Inputs.h"
 
+#include <map>
+
 namespace {
 
 using Bfri::Format;
@@ -66,6 +68,60 @@ TEST_F( Handles, WithSeveralParentsAreToldFromThoseWithNone ) {
     auto const answer = jsonAnswerOf( "handles", *model );
     EXPECT_TRUE( answer[ "resourceHandles" ][ 1 ][ "parent" ].IsNull() );
     EXPECT_TRUE( answer[ "resourceHandles" ][ 1 ][ "severalParents" ].GetBool() );
+}
+
+TEST_F( Handles, HaveTheParentThatLookupTells ) {
+    auto& parser = *model->parser();
+    add( 0x6000005, "police", 8, 7 );  // referenced, named by no action
+    add( 0x2000001, "members", 8, 7 ); // taken by one
+    add( 0x3000001, "groups", 8, 7 );  // taken by two
+    add( 0x2000002, "direct", 8, 7 );  // known by nothing
+    add( 0x1000002, "lpm", 8, 7,
+         []( auto& entry ) { entry.statReferencesEnq( 0x5000003 ); } ); // references hits
+    for( char const* const name : { "acl", "lpm" } ) {
+        BfTableInfo table = named<BfTableInfo>( name, name == String( "acl" ) ? 0x1000001 : 0x1000002 );
+        table.selHandle = 0x3000001;
+        table.selName = "groups";
+        parser.bfTablesPush( table );
+    }
+    BfTableInfo taker = named<BfTableInfo>( "taker", 0x1000003 );
+    taker.adtHandle = 0x2000001;
+    taker.adtName = "members";
+    parser.bfTablesPush( taker );
+    auto const answer = jsonAnswerOf( "handles", *model );
+    std::map<String, String> parents;
+    for( auto const& one : answer[ "resourceHandles" ].GetArray() ) {
+        bool const several = one[ "severalParents" ].GetBool();
+        EXPECT_TRUE( !several || one[ "parent" ].IsNull() );
+        parents[ one[ "name" ].GetString() ] = several                    ? "(several)"
+                                               : one[ "parent" ].IsNull() ? "-"
+                                                                          : one[ "parent" ].GetString();
+    }
+    EXPECT_EQ( parents, ( std::map<String, String>{ { "acl", "-" },
+                                                    { "direct", "-" },
+                                                    { "groups", "(several)" },
+                                                    { "hits", "(several)" },
+                                                    { "lpm", "-" },
+                                                    { "members", "taker" },
+                                                    { "police", "acl" } } ) );
+}
+
+/// Of every handle of the complete context file.
+TEST_F( Handles, HaveTheParentThatTheirResourcesRowOfLookupHas ) {
+    auto const complete = modelOf( completeContext() );
+    std::size_t known = 0;
+    auto const answer = jsonAnswerOf( "handles", *complete );
+    for( auto const& one : answer[ "resourceHandles" ].GetArray() ) {
+        String const handle = std::to_string( one[ "handle" ].GetUint() );
+        auto const found = jsonAnswerOf( "lookup", *complete, handle );
+        for( auto const& row : found[ "handles" ][ 0 ][ "found" ].GetArray() ) {
+            if( row[ "kind" ] != "resource" )
+                continue;
+            EXPECT_EQ( compact( row[ "table" ] ), compact( one[ "parent" ] ) ) << handle;
+            known += row[ "table" ].IsString();
+        }
+    }
+    EXPECT_GT( known, 2U );
 }
 
 TEST_F( Handles, AreOrderedByNumberNotByTheTextOfIt ) {

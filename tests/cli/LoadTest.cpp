@@ -63,6 +63,29 @@ TEST_F( Loading, OfABadConfigurationInJsonAnswersInJson ) {
                              R"("failure":{"file":"no.conf","isContextFile":false,"problem":"No such )" ) );
 }
 
+TEST_F( Loading, OfABadContextFileInJsonSaysWhereInItsSentence ) {
+    struct {
+        char const* conf;
+        char const* context;
+        char const* error;
+    } const rows[] = {
+        { nullptr, R"({"tables":[{"name":"x"}]})",
+          R"(can't use context file context.json: expected an object that has this member (at /tables/0, member "table_type", table 0 "x"), found an object with "name")" },
+        { nullptr, "{",
+          "can't use context file context.json: line 1, column 2: Missing a name for object member." },
+        { R"({"devices":7})", "{}",
+          R"(can't use switch configuration switch.conf: expected "devices" to be an array (line 1, column 12), found a number)" },
+    };
+    for( auto const& row : rows ) {
+        writeSwitchConf( "context.json" );
+        if( row.conf )
+            writeFile( "switch.conf", row.conf );
+        writeFile( "context.json", row.context );
+        auto const answer = parsed( bfri( { "tables", "switch.conf", "--json" } ).out );
+        EXPECT_STREQ( answer[ "error" ].GetString(), row.error );
+    }
+}
+
 TEST_F( Loading, OfSomethingElseThanAConfigurationSaysWhatThatIs ) {
     std::filesystem::create_directory( "empty" );
     EXPECT_THAT( bfri( { "summary", "empty" } ).err,

@@ -101,10 +101,10 @@ TEST_F( Lookup, AsJsonHasAnElementForEachHandleAskedFor ) {
         compact( parsed( out ) ),
         R"({"format":1,"handles":[{"handle":536870913,"found":[)"
         R"({"kind":"action","field":"handle","name":"drop","table":"pipe.acl","severalTables":false},)"
-        R"({"kind":"action","field":"handle","name":"drop","table":"pipe.lpm","severalTables":false}]},)"
-        R"({"handle":7,"found":[]},)"
+        R"({"kind":"action","field":"handle","name":"drop","table":"pipe.lpm","severalTables":false}],)"
+        R"("suggestions":[],"leftOut":null},{"handle":7,"found":[],"suggestions":[],"leftOut":null},)"
         R"({"handle":0,"found":[{"kind":"learn-quanta","field":"handle","name":"learn",)"
-        R"("table":null,"severalTables":false}]}]})" );
+        R"("table":null,"severalTables":false}],"suggestions":[],"leftOut":null}]})" );
     EXPECT_EQ( err, "bfri: nothing has the handle 7\n" );
 }
 
@@ -147,12 +147,38 @@ TEST_F( Lookup, HintsAtAHandleWithoutThePipeThatWasGiven ) {
     EXPECT_EQ( err, "bfri: nothing has the handle 0x77\n" );
 }
 
+TEST_F( Lookup, HintsAtAHandleThatLacksIts0x ) {
+    for( char const* const word : { "01000001", "1000001", "001000001" } ) {
+        EXPECT_EQ( ask( { word } ), 1 );
+        EXPECT_EQ( err, String( "bfri: nothing has the handle " ) + word + "; did you mean 0x01000001?\n" );
+    }
+    EXPECT_EQ( ask( { "01000001" }, Format::json ), 1 );
+    EXPECT_EQ( compact( parsed( out )[ "handles" ] ),
+               R"([{"handle":1000001,"found":[],"suggestions":["0x01000001"],"leftOut":null}])" );
+    EXPECT_EQ( ask( { "01000009" } ), 1 );
+    EXPECT_EQ( err, "bfri: nothing has the handle 01000009\n" );
+    model->parser()->bfTablesPush( named<BfTableInfo>( "t", 0x100001F ) );
+    model->parser()->bfTablesPush( named<BfTableInfo>( "u", 1000001 ) );
+    EXPECT_EQ( ask( { "01000001" } ), 0 ); // its decimal reading
+    EXPECT_THAT( err, IsEmpty() );
+    try {
+        ask( { "100001f" } );
+        ADD_FAILURE();
+    } catch( Bfri::Failure const& failure ) {
+        EXPECT_EQ( failure.status, ExitStatus::usage );
+        EXPECT_THAT( failure.what(), testing::EndsWith( "; did you mean 0x0100001f?" ) );
+    }
+}
+
 TEST_F( Lookup, HintsAtHandlesWithAnotherPipe ) {
     model->parser()->bfrtConfigIs( "bfrt.json" );
     model->parser()->bfTablesPush( named<BfTableInfo>( "pipe.\x1B", 0x21000001 ) );
     EXPECT_EQ( ask( { "822083585" } ), 1 ); // 0x31000001
     EXPECT_EQ( err, "bfri: nothing has the handle 822083585; with another pipe in the upper four bits: "
                     "0x01000001 (pipe.acl), 0x21000001 (pipe.\\x1b)\n" );
+    EXPECT_EQ( ask( { "822083585" }, Format::json ), 1 );
+    EXPECT_EQ( compact( parsed( out )[ "handles" ][ 0 ][ "suggestions" ] ),
+               R"(["0x01000001","0x21000001"])" );
 }
 
 TEST_F( Lookup, OfAWordThatIsNoHandleIsWrongUsageThatNamesIt ) {

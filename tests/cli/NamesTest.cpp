@@ -85,4 +85,21 @@ TEST( AName, IsAlsoWhatATerminalShowsOfIt ) {
     EXPECT_EQ( refusalOf( odd, "b\\x1b" ), "'b\\x1b' is the end of several records' names: 2" );
 }
 
+TEST( NamesMeant, AreTheExactOneElseThoseThatEndInTheWordElseThoseThatShowSo ) {
+    std::vector<String> const all = { "a.x", "b.x", "x", "a.x", "c.\x1b", "d.\n", "e.y", "f.y", "e.y" };
+    struct {
+        char const* word;
+        std::vector<String> meant;
+    } const rows[] = { { "x", { "x" } },
+                       { "a.x", { "a.x" } },
+                       { ".x", { "a.x", "b.x" } },
+                       { "y", { "e.y", "f.y" } },
+                       { "c.\\x1b", { "c.\x1b" } },
+                       { "\\x0a", { "d.\n" } },
+                       { "z", {} },
+                       { "", {} } };
+    for( auto const& row : rows )
+        EXPECT_EQ( Bfri::namesMeant( all, row.word ), row.meant ) << row.word;
+}
+
 } // namespace

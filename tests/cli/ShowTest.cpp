@@ -319,7 +319,7 @@ TEST_F( Show, OfManyOfAKindShowsTheFirstAndSaysHowManyMoreThereAre ) {
     push( 9 );
     EXPECT_THAT( answerOf( "show", *model, Format::text, "acl" ),
                  testing::EndsWith( "\n\nand 1 more table of this name; 'bfri tables' lists them all, with "
-                                    "handles for 'bfri lookup'\n" ) );
+                                    "handles for 'bfri show'\n" ) );
     push( 10 );
     String const text = answerOf( "show", *model, Format::text, "acl" );
     EXPECT_EQ( countOf( text, "table acl\n" ), 8U );
@@ -330,6 +330,22 @@ TEST_F( Show, OfManyOfAKindShowsTheFirstAndSaysHowManyMoreThereAre ) {
     EXPECT_EQ( answer[ "bfTables" ].Size(), 8U );
     EXPECT_EQ( compact( answer[ "leftOut" ] ), R"({"bfTables":2})" );
     EXPECT_EQ( jsonAnswerOf( "show", *model, "permit" )[ "bfActions" ].Size(), 10U );
+}
+
+TEST_F( Show, SaysOnceWhatSeveralOfANameHave ) {
+    for( U32 const handle : { 1U, 2U } ) {
+        parser.bfTablesPush( named<BfTableInfo>( "acl", handle ) );
+        parser.bfActionsPush( { 16 + handle, "action" + std::to_string( handle ), "acl" } );
+    }
+    String const text = answerOf( "show", *model, Format::text, "acl" );
+    EXPECT_EQ( countOf( text, "action2\n" ), 1U );
+    EXPECT_THAT( text, testing::EndsWith( "\n  actions\n    the same 2 as above\n" ) );
+    EXPECT_EQ( jsonAnswerOf( "show", *model, "acl" )[ "bfTables" ][ 1 ][ "actions" ].Size(), 2U );
+    parser.bfrtConfigIs( "bfrt.json" ); // now files of pipe 0 and 1
+    parser.bfTablesPush( named<BfTableInfo>( "acl", 0x10000001 ) );
+    for( U32 const handle : { 0x10000011U, 0x10000012U } )
+        parser.bfActionsPush( { handle, "other", "acl" } );
+    EXPECT_EQ( countOf( answerOf( "show", *model, Format::text, "acl" ), "as above" ), 1U );
 }
 
 TEST_F( Show, OfManyThatBelongToTablesShowsTheFirst ) {
@@ -371,6 +387,110 @@ TEST_F( Show, KeepsToTheActionOfOneTableWhereItIsNamed ) {
     EXPECT_EQ( json[ "bfActions" ][ 0 ][ "handle" ].GetUint(), 18U );
     for( char const* const word : { "permit of none", "acl of acl", "none of acl" } )
         EXPECT_THROW( answerOf( "show", *model, Format::text, word ), Bfri::Failure ) << word;
+}
+
+TEST_F( Show, TakesNamesApartAtEveryOf ) {
+    parser.bfActionsPush( { 17, "drop", "acl of tenants" } );
+    parser.bfActionsPush( { 18, "drop of tenants", "pipe.acl" } );
+    parser.bfActionsPush( { 19, "drop", "pipe.acl" } );
+    auto const handlesOf = [ & ]( String const& word ) {
+        std::vector<U32> handles;
+        auto const answer = jsonAnswerOf( "show", *model, word );
+        for( auto const& action : answer[ "bfActions" ].GetArray() )
+            handles.push_back( action[ "handle" ].GetUint() );
+        return handles;
+    };
+    EXPECT_THAT( handlesOf( "drop of acl of tenants" ), ElementsAre( 17U ) );
+    EXPECT_THAT( handlesOf( "drop of tenants of pipe.acl" ), ElementsAre( 18U ) );
+    EXPECT_THAT( handlesOf( "drop of tenants of acl" ), ElementsAre( 18U ) );
+    EXPECT_THAT( handlesOf( "drop of tenants" ), ElementsAre( 18U ) ); // the name of an action
+    EXPECT_THAT( handlesOf( "0x13 of acl" ), ElementsAre( 19U ) );
+    parser.bfActionsPush( { 20, "drop of acl", "tenants" } ); // the same words, taken apart elsewhere
+    EXPECT_THAT( handlesOf( "drop of acl of tenants" ), ElementsAre( 17U, 20U ) );
+    parser.bfHeadersIs( "drop of acl of tenants", BfHeaderInfo( 14 ) );
+    EXPECT_THAT( memberNames( jsonAnswerOf( "show", *model, "drop of acl of tenants" ) ),
+                 ElementsAre( "format", "name", "bfHeaders" ) );
+}
+
+TEST_F( Show, OfSeveralActionsThatAreMeantSaysHowToNameEach ) {
+    parser.bfActionsPush( { 17, "pipe.drop", "pipe.a.acl" } );
+    parser.bfActionsPush( { 18, "pipe.drop", "pipe.b.acl" } );
+    EXPECT_THAT( failureOf( "drop of acl" ).second,
+                 ElementsAre( "pipe.drop of pipe.a.acl", "pipe.drop of pipe.b.acl" ) );
+    EXPECT_EQ( message, "'drop of acl' means 2 actions; say which:" );
+    EXPECT_THAT( failureOf( "drop of lpm" ).second,
+                 ElementsAre( "pipe.drop of pipe.a.acl", "pipe.drop of pipe.b.acl" ) );
+    EXPECT_EQ( message, "no action 'drop of lpm'; actions like it:" );
+}
+
+TEST_F( Show, TakesAHandleThatIsNobodysName ) {
+    parser.bfTablesPush( named<BfTableInfo>( "acl", 0x11 ) );
+    place( "acl", 0x11, BfResourceType::hashMatch, 3 );
+    parser.bfTablesPush( named<BfTableInfo>( "acl", 0x12 ) );
+    parser.bfActionsPush( { 0x11, "permit", "acl" } );
+    parser.bfActionsPush( { 0x13, "permit", "acl" } );
+    for( char const* const word : { "0x11", "17", "0x00000011" } ) {
+        auto const answer = jsonAnswerOf( "show", *model, word );
+        EXPECT_THAT( memberNames( answer ), ElementsAre( "format", "name", "bfTables", "bfActions" ) );
+        EXPECT_TRUE( answer[ "name" ].IsNull() ); // there are two
+        ASSERT_EQ( answer[ "bfTables" ].Size(), 1U );
+        EXPECT_EQ( answer[ "bfTables" ][ 0 ][ "handle" ].GetUint(), 0x11U );
+        ASSERT_EQ( answer[ "bfActions" ].Size(), 1U );
+        EXPECT_EQ( answer[ "bfActions" ][ 0 ][ "handle" ].GetUint(), 0x11U );
+    }
+    EXPECT_STREQ( jsonAnswerOf( "show", *model, "0x12" )[ "name" ].GetString(), "acl" );
+    String const text = answerOf( "show", *model, Format::text, "0x11" );
+    EXPECT_THAT( text, StartsWith( "table acl\n" ) );
+    EXPECT_THAT( text, testing::EndsWith( "\n\naction permit\n  HANDLE      TABLE HANDLE  OF TABLE\n"
+                                          "  0x00000011  0x00000011    acl\n" ) );
+    parser.bfHeadersIs( "17", BfHeaderInfo( 14 ) );
+    EXPECT_THAT( memberNames( jsonAnswerOf( "show", *model, "17" ) ),
+                 ElementsAre( "format", "name", "bfHeaders" ) );
+}
+
+TEST_F( Show, OfAHandleShowsWhateverHasItInAnyField ) {
+    for( U32 const handle : { 7U, 8U } )
+        parser.bfLearnQuantaInfosPush( named<BfLearnQuantaInfo>( "learn", handle ) );
+    parser.bfDynamicHashInfoIs( "learn", { 8, 9, 0, {} } );
+    parser.bfHeadersIs( "learn", BfHeaderInfo( 14 ) );
+    auto const seven = jsonAnswerOf( "show", *model, "7" );
+    EXPECT_THAT( memberNames( seven ), ElementsAre( "format", "name", "bfLearnQuantaInfos" ) );
+    EXPECT_EQ( seven[ "bfLearnQuantaInfos" ].Size(), 1U );
+    EXPECT_THAT( memberNames( jsonAnswerOf( "show", *model, "8" ) ),
+                 ElementsAre( "format", "name", "bfLearnQuantaInfos", "bfDynamicHashInfo" ) );
+    EXPECT_THAT( memberNames( jsonAnswerOf( "show", *model, "9" ) ),
+                 ElementsAre( "format", "name", "bfDynamicHashInfo" ) );
+}
+
+TEST_F( Show, OfTheHandleOfWhatIsDirectShowsThat ) {
+    BfTableCounterInfo counter = named<BfTableCounterInfo>( "hits", 1 );
+    counter.ownHandle = 5;
+    counter.direct = true;
+    parser.bfCountersPush( counter );
+    BfTableMeterInfo meter = named<BfTableMeterInfo>( "police", 1 );
+    meter.direct = true;
+    parser.bfMetersPush( meter );
+    parser.bfTablesPush( named<BfTableInfo>( "acl", 1 ) );
+    place( "acl", 1, BfResourceType::hashMatch, 3 );
+    place( "hits", 5, BfResourceType::statistics, 4 );
+    place( "police", 6, BfResourceType::meter, 4 );
+    for( auto const& [ word, member ] :
+         { std::pair( "1", "bfTables" ), std::pair( "5", "bfCounters" ), std::pair( "6", "bfMeters" ) } )
+        EXPECT_THAT( memberNames( jsonAnswerOf( "show", *model, word ) ),
+                     ElementsAre( "format", "name", member ) );
+}
+
+TEST_F( Show, OfAHandleThatNothingHasSaysSo ) {
+    BfTableInfo table = named<BfTableInfo>( "acl", 1 );
+    table.adtHandle = 3;
+    parser.bfTablesPush( table );
+    EXPECT_THAT( failureOf( "0x3" ).second, ElementsAre( "acl" ) );
+    EXPECT_EQ( message, "nothing has the handle 0x00000003 as its own; these refer to it:" );
+    EXPECT_EQ( failureOf( "0x55" ).first, ExitStatus::no );
+    EXPECT_EQ( message, "no record named '0x55': nothing has that handle" );
+    parser.bfTablesPush( named<BfTableInfo>( "lpm", 0x1000031 ) );
+    failureOf( "01000031" );
+    EXPECT_EQ( message, "no record named '01000031': did you mean 0x01000031?" );
 }
 
 TEST_F( Show, NumbersTheFieldsOfAHash ) {

@@ -222,7 +222,11 @@ TEST_F( Stages, ThatTheContextFileNoLongerTellsAreNotGuessed ) {
         writeFile( "context.json", Support::ContextBuilder().table( other ).text() );
         EXPECT_THAT( answerOf( *model ), HasSubstr( "not on the map, " ) );
     }
-    // A number beyond 32 bits is no stage.
+    // A number beyond 32 bits is no stage, and a text is none.
+    auto text = tableIn( "pipe.a", "hash_match", true, { 1, 2 } );
+    text.with( "/match_attributes/stage_tables/1/stage_number", "\"2\"" );
+    EXPECT_THAT( answerOf( *modelOf( Support::ContextBuilder().table( text ) ) ),
+                 HasSubstr( "not on the map, " ) );
     auto huge = tableIn( "pipe.a", "hash_match", true, { 1 } );
     huge.with( "/match_attributes/stage_tables/0/stage_number", "4294967297" );
     writeFile( "context.json", Support::ContextBuilder().table( huge ).text() );
@@ -417,12 +421,11 @@ TEST_F( Stages, WithNumbersThatNoChipHasAreThoseThatAreTaken ) {
     place( "long", "hash_match", true, { 0xFFFFFFFE, 0xFFFFFFFF }, 0xFFFFFFFF );
     place( "late", "hash_match", true, { -2 }, 2 );
     EXPECT_THAT( answer(), HasSubstr( R"(
-STAGE                ALL           1  4294967294  4294967295
+STAGE         ALL    1  4294967294  4294967295
 ingress
-  hash_match           3           1           2          +1
+  hash_match    3    1           2          +1
 )" ) );
-    EXPECT_THAT( answer( {}, { { "--list", "" } } ),
-                 HasSubstr( "            .######################  long\n" ) );
+    EXPECT_THAT( answer( {}, { { "--list", "" } } ), HasSubstr( "    .######################  long\n" ) );
     auto const stages = json();
     auto const& first = stages[ "pipelines" ][ 0 ][ "stages" ][ 1 ];
     EXPECT_EQ( first[ "stage" ].GetUint(), 0xFFFFFFFEU );

@@ -29,6 +29,7 @@ class Table : public InFolder {
         placed.statReferencesEnq( 6 );
         placed.meterReferencesEnq( 7 );
         parser.resourceHandlesIs( 1, placed );
+        parser.bfResourcesPush( { .name = "pipe.Ingress.acl", .handle = 1, .stages = 2, .stageStart = 6 } );
         BfResourceInfo::BfZelResource counter;
         counter.name = "hits";
         parser.resourceHandlesIs( 5, counter );
@@ -71,6 +72,7 @@ selHandle           -
 adtName             -
 selName             -
 logicalPipe         -
+placed              2 stage tables, the first in stage 6, egress
 stageStart          6
 statReferences      0x00000005 hits
                     0x00000006 -
@@ -85,7 +87,8 @@ TEST_F( Table, TellsZeroFromAbsent ) {
     EXPECT_THAT( text, HasSubstr( "maxAdtEntries       0\n" ) );
     EXPECT_THAT( text, HasSubstr( "adtHandle           0x00000000\n" ) );
     EXPECT_THAT( text, HasSubstr( "selHandle           0x00000000\n" ) );
-    EXPECT_THAT( text, HasSubstr( "stageStart          -\n" ) ); // no entry for its handle
+    EXPECT_THAT( text,
+                 HasSubstr( "placed              no\nstageStart          -\n" ) ); // no entry for its handle
 }
 
 TEST_F( Table, AsJsonHasTheRecordsOwnFieldsThenThePlacement ) {
@@ -95,7 +98,7 @@ TEST_F( Table, AsJsonHasTheRecordsOwnFieldsThenThePlacement ) {
                               "idleTimePrecision", "hitBitSmashOffset", "hitBitSmashLast", "maxEntries",
                               "maxPartitions", "maxPrios", "hasActionProfile", "maxAdtEntries",
                               "maxSelGroups", "maxSelEntries", "adtHandle", "selHandle", "adtName", "selName",
-                              "logicalPipe", "stageStart", "statReferences", "meterReferences",
+                              "logicalPipe", "placed", "stageStart", "statReferences", "meterReferences",
                               "statefulReferences" ) );
     EXPECT_EQ( answer[ "idleTimePrecision" ].GetUint(), 0U ); // as the record has it
     EXPECT_EQ( compact( answer[ "statReferences" ] ),
@@ -108,6 +111,8 @@ TEST_F( Table, WithoutAnEntryForItsHandleHasNullsForThePlacement ) {
     for( char const* const name :
          { "stageStart", "statReferences", "meterReferences", "statefulReferences" } )
         EXPECT_TRUE( answer[ name ].IsNull() ) << name;
+    EXPECT_FALSE( answer[ "placed" ].GetBool() );
+    EXPECT_TRUE( jsonAnswerOf( "table", *model, "pipe.Ingress.acl" )[ "placed" ].GetBool() );
 }
 
 TEST_F( Table, IsFoundByAUniqueSuffix ) {
@@ -118,6 +123,35 @@ TEST_F( Table, IsFoundByAUniqueSuffix ) {
 TEST_F( Table, IsPreferredByItsExactName ) {
     model->parser()->bfTablesPush( named<BfTableInfo>( "lpm", 9 ) );
     EXPECT_EQ( jsonAnswerOf( "table", *model, "lpm" )[ "handle" ].GetUint(), 9U );
+}
+
+TEST_F( Table, IsFoundByItsHandleWhenThatIsNoName ) {
+    model->parser()->bfTablesPush( named<BfTableInfo>( "pipe.16", 0x11 ) );
+    for( char const* const word : { "0x11", "17", "0x00000011" } )
+        EXPECT_STREQ( jsonAnswerOf( "table", *model, word )[ "name" ].GetString(), "pipe.16" ) << word;
+    EXPECT_STREQ( jsonAnswerOf( "table", *model, "16" )[ "name" ].GetString(), "pipe.16" );
+    model->parser()->bfTablesPush( named<BfTableInfo>( "17", 4 ) );
+    EXPECT_STREQ( jsonAnswerOf( "table", *model, "17" )[ "name" ].GetString(), "17" );
+}
+
+TEST_F( Table, OfAHandleThatSeveralHaveIsTheFirstAndSaysSo ) {
+    model->parser()->bfTablesPush( named<BfTableInfo>( "other", 2 ) );
+    std::ostringstream out;
+    std::ostringstream err;
+    Bfri::table( *model, { nullptr, { "", "0x2" } }, { out, err } );
+    EXPECT_THAT( out.str(), HasSubstr( "name                pipe.Ingress.lpm\n" ) );
+    EXPECT_EQ( err.str(), "bfri: 2 tables have this handle; this is the first\n" );
+}
+
+TEST_F( Table, OfTheHandleOfSomethingElseSaysOfWhat ) {
+    BfTableCounterInfo counter = named<BfTableCounterInfo>( "hits", 5 );
+    counter.ownHandle = 5;
+    model->parser()->bfCountersPush( counter );
+    model->parser()->bfResourcesPush( named<BfResource>( "hits", 5 ) );
+    EXPECT_EQ( failureOf( "0x5" ).first, ExitStatus::no );
+    EXPECT_EQ( message, "no match table '0x5': it is the handle of the counter \"hits\"" );
+    failureOf( "0x99" );
+    EXPECT_EQ( message, "no match table '0x99': nothing has that handle" );
 }
 
 TEST_F( Table, OfAnAmbiguousSuffixIsNotFoundButTheCandidatesAreListed ) {
