@@ -168,7 +168,8 @@ String conditionOf( Fault const& fault ) {
 }
 
 String subjectOf( Fault const& fault ) {
-    return ( fault.inContextFile ? "context file " : "switch configuration " ) + fault.file;
+    return ( fault.inContextFile ? "context file " : "switch configuration " ) +
+           ( fault.file.empty() ? "with an empty path" : fault.file );
 }
 
 String sentenceOf( Fault const& fault ) {

@@ -329,6 +329,13 @@ TEST_F( ContextFile, OfThePipelineThatFailsIsTheOneNamed ) {
                  StartsWith( "bfri: can't use context file a.json\n" ) );
 }
 
+TEST_F( ContextFile, WithoutANameIsSaidToHaveNone ) {
+    writeSwitchConf( "" );
+    EXPECT_THAT(
+        bfri( { "summary", "switch.conf" } ).err,
+        StartsWith( "bfri: can't use context file with an empty path\n  problem:   can't open it: " ) );
+}
+
 TEST_F( ContextFile, IsNamedByNoDeviceWithoutPipelines ) {
     writeFile( "switch.conf", R"({ "devices": [ { "pipelines": [] } ] })" );
     auto const outcome = bfri( { "summary", "switch.conf" } );
