@@ -31,14 +31,14 @@ String counted( std::size_t number, String const& one ) {
     return std::to_string( number ) + " " + one + ( number == 1 ? "" : one == "hash" ? "es" : "s" );
 }
 
-/// "33 match tables, 62 hardware resources, ...": what there is none of is left out.
+/// " in 33 match tables, 62 hardware resources, ...": what there is none of is left out.
 String countsText( std::vector<Count> const& counts ) {
     String text;
     for( Count const& count : counts ) {
         if( count.number )
             text += ( text.empty() ? "" : ", " ) + counted( count.number, count.one );
     }
-    return text.empty() ? "nothing" : text;
+    return text.empty() ? ", without a context file to look into" : " in " + text;
 }
 
 Row countsRow( std::vector<Count> const& counts ) {
@@ -166,7 +166,7 @@ void print( Checked const& checked, Streams const& io ) {
         printFault( *checked.fault, io.out );
         return;
     }
-    io.out << ( checked.findings.empty() ? "sound" : totalsText( checked.findings ) ) << " in "
+    io.out << ( checked.findings.empty() ? "sound" : totalsText( checked.findings ) )
            << countsText( checked.counts ) << '\n';
     printFindings( checked.findings, checked.counts.front().number > 1, io );
 }

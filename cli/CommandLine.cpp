@@ -58,6 +58,12 @@ String optionNameIn( String const& word ) {
     return word.starts_with( "--" ) ? word.substr( 0, word.find( '=' ) ) : word.substr( 0, 2 );
 }
 
+/// Or other words that are no paths.
+bool takesNames( Command const& command ) {
+    return std::any_of( command.arguments.begin(), command.arguments.end(),
+                        []( Argument const& argument ) { return argument.offer != Offer::file; } );
+}
+
 Option const& requireKnownOption( Command const& command, std::vector<Option> const& options,
                                   String const& name ) {
     std::vector<String> known = { "-h", "--help" };
@@ -66,7 +72,11 @@ Option const& requireKnownOption( Command const& command, std::vector<Option> co
             return option;
         known.emplace_back( option.name );
     }
-    refuse( String( "'" ) + command.word + "' has no option '" + name + "'" + whatWasMeant( known, name ) );
+    String const meant = whatWasMeant( known, name );
+    bool const mayBeName = takesNames( command ) && ( meant.empty() || !name.starts_with( "--" ) );
+    char const* const howName = "Names that start with a dash come behind '--'";
+    refuse( String( "'" ) + command.word + "' has no option '" + name + "'" + meant +
+            ( mayBeName ? ( meant.empty() ? ". " : " " ) + String( howName ) : "" ) );
 }
 
 [[noreturn]] void refuseWithoutValue( Option const& option ) {

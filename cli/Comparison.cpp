@@ -36,9 +36,9 @@ bool isHandles( Listing const& kind ) { return kind.word == std::string_view( "h
 
 /// Takes from the record of a placed table what other records say of it, too: its resource, and who owns it.
 void leaveToOthers( ChangedRecord& record ) {
-    record.move.reset();
     std::erase_if( record.fields, []( Change const& change ) {
-        return change.field == "size" || change.field == "parent" || change.field == "severalParents";
+        return change.field == "size" || change.field == "stageStart" || change.field == "parent" ||
+               change.field == "severalParents";
     } );
 }
 

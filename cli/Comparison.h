@@ -22,7 +22,7 @@ struct ChangedRecord {
     Row row = {}; ///< as it was
     Row now = {};
     std::vector<Change> fields = {};
-    std::optional<Change> move = {}; ///< to another stage
+    std::optional<Change> move = {}; ///< of all its stages by one distance: of the first
     bool displaced = false;          ///< queries by name answer for another record of its name now
 };
 

@@ -55,21 +55,36 @@ std::vector<String> namesOf( BfResourceInfo::BfResourceParser const& parser, Lis
     return { names.begin(), names.end() };
 }
 
+/// Of all that is placed, or of a kind.
+std::set<U32> handlesOf( BfResourceInfo::BfResourceParser const& parser, Listing const* kind ) {
+    std::set<U32> handles;
+    if( !kind ) {
+        for( auto const& entry : parser.resourceHandles() )
+            handles.insert( entry.first );
+        return handles;
+    }
+    for( Row const& row : kind->rows( parser ) ) {
+        if( auto const* const handle = std::get_if<Hex>( &valueOf( row, "handle" ).is ) )
+            handles.insert( handle->value );
+    }
+    return handles;
+}
+
 /// In the form of the word: decimal; or as texts show them, without the zeros in front where it has none, and
 /// with capitals where it has them.
-std::vector<String> handlesOf( BfResourceInfo::BfResourceParser const& parser, String const& word ) {
+std::vector<String> inFormOf( String const& word, std::set<U32> const& all ) {
     bool const isDecimal = !word.empty() && word[ 0 ] != '0';
     bool const withZeros = word.size() < 3 || word[ 2 ] == '0';
     String const prefix = isDecimal ? "" : word.starts_with( "0X" ) ? "0X" : "0x";
     bool const inCapitals = word.find_first_of( "ABCDEF" ) != String::npos;
     std::vector<String> handles;
-    for( auto const* const entry : sortedByKey( parser.resourceHandles() ) ) {
+    for( U32 const handle : all ) {
         std::ostringstream digits;
         if( inCapitals )
             digits << std::uppercase;
         if( !isDecimal )
             digits << std::hex << std::setfill( '0' ) << std::setw( withZeros ? 8 : 0 );
-        digits << entry->first;
+        digits << handle;
         handles.push_back( prefix + digits.str() );
     }
     return handles;
@@ -85,8 +100,13 @@ std::vector<String> tablesOf( BfResourceInfo::BfResourceParser const& parser, St
     return { tables.begin(), tables.end() };
 }
 
+/// The kind in front of the word; null without one.
+Listing const* kindAsked( Line const& line ) {
+    return line.positionals.size() > 1 ? kindOf( line.positionals[ 1 ] ) : nullptr;
+}
+
 std::vector<String> namesFor( Line& line, BfResourceInfo::BfResourceParser const& parser ) {
-    Listing const* const kind = line.positionals.size() > 1 ? kindOf( line.positionals[ 1 ] ) : nullptr;
+    Listing const* const kind = kindAsked( line );
     if( !kind || kind == kindOf( "action" ) ) {
         for( ActionWord const& reading : actionWordsIn( line.word ) ) {
             auto tables = tablesOf( parser, reading.action );
@@ -108,8 +128,14 @@ std::vector<String> fromModel( Line& line, Offer offer ) {
         auto const model = load( line.positionals.front(), OnBadData::explain, unheard );
         auto const& parser = *model->parser();
         if( offer == Offer::handle )
-            return handlesOf( parser, line.word );
-        return offer == Offer::table ? namesOf( parser, kindOf( "table" ) ) : namesFor( line, parser );
+            return inFormOf( line.word, handlesOf( parser, nullptr ) );
+        Listing const* const kind = offer == Offer::table ? kindOf( "table" ) : kindAsked( line );
+        auto names = offer == Offer::table ? namesOf( parser, kind ) : namesFor( line, parser );
+        if( !line.word.empty() && line.word[ 0 ] >= '0' && line.word[ 0 ] <= '9' ) {
+            auto const handles = inFormOf( line.word, handlesOf( parser, kind ) );
+            names.insert( names.end(), handles.begin(), handles.end() );
+        }
+        return names;
     } catch( Failure const& ) {
         return {};
     }
@@ -151,7 +177,7 @@ std::vector<String> orderWords( Line& line ) {
 }
 
 std::vector<String> fieldWords( Line const& line ) {
-    Listing const* const kind = line.positionals.size() > 1 ? kindOf( line.positionals[ 1 ] ) : nullptr;
+    Listing const* const kind = kindAsked( line );
     return kind ? fieldsOf( *kind ) : std::vector<String>();
 }
 

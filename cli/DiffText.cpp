@@ -221,8 +221,7 @@ Row totalsOf( KindComparison const& comparison ) {
     auto const changed = std::count_if( records.begin(), records.end(), []( auto const& record ) {
         return !record.fields.empty() || record.displaced;
     } );
-    Row const blank = comparison.kind->blank();
-    bool const movable = valueOf( blank, "stageStart" ).is.index() != 0;
+    bool const movable = comparison.kind->word == std::string_view( "resources" );
     return { { "KIND", comparison.kind->word },
              { "ADDED", number( comparison.added.size() ) },
              { "REMOVED", number( comparison.removed.size() ) },
@@ -246,6 +245,14 @@ void printTotals( std::ostream& out, Look const& look, Comparison const& compari
     out << '\n';
 }
 
+/// "1 table", "2 PHV fields".
+String counted( Listing const& kind, std::size_t count ) {
+    bool const isPhv = kind.word == std::string_view( "phv" );
+    char const* const one = isPhv ? "PHV field" : kind.one;
+    char const* const several = isPhv ? "PHV fields" : kind.word;
+    return std::to_string( count ) + ' ' + ( count == 1 ? one : several );
+}
+
 /// "2 tables removed, 1 action removed". The notices of a kind stand together.
 String countsOf( std::vector<Notice> const& notices ) {
     std::vector<std::pair<Notice, std::size_t>> counts;
@@ -257,8 +264,7 @@ String countsOf( std::vector<Notice> const& notices ) {
     }
     String text;
     for( auto const& [ notice, count ] : counts )
-        text += ( text.empty() ? "" : ", " ) + std::to_string( count ) + ' ' +
-                ( count == 1 ? notice.kind->one : notice.kind->word ) + ' ' + textOf( notice.effect );
+        text += ( text.empty() ? "" : ", " ) + counted( *notice.kind, count ) + ' ' + textOf( notice.effect );
     return text;
 }
 

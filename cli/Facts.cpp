@@ -79,7 +79,12 @@ U32 pipeBitsOf( BfResourceInfo::BfResourceParser const& parser, U32 pipeMask ) {
     return parser.bfrtConfig().empty() ? 0 : static_cast<U32>( std::countr_zero( pipeMask ) ) % 16 << 28;
 }
 
-String quoted( std::string_view name ) { return '"' + shown( name ) + '"'; }
+String quoted( std::string_view name ) {
+    String text;
+    for( char const c : name )
+        text.append( c == '"' || c == '\\' ? "\\" : "" ) += c;
+    return '"' + shown( text ) + '"';
+}
 
 String hexOf( U32 number ) {
     char text[ 16 ];

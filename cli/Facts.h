@@ -51,11 +51,13 @@ struct Losses {
     std::map<String, LostSize> egressPhv;
     std::map<String, LostSize> headers; ///< of headers of 65,536 bits and more the bits
     std::vector<Loss> leftOut;          ///< match tables: why
-    std::vector<Loss> tableTypes;       ///< unknown ones
+    std::vector<Loss> leftOutQuantas;
+    std::vector<Loss> tableTypes; ///< unknown ones
     std::vector<Loss> directions;
-    std::vector<Loss> words;    ///< other unknown ones
-    std::vector<Loss> repeated; ///< members, in quotes
-    std::vector<Loss> stages;   ///< behind the first: no stages
+    std::vector<Loss> words;       ///< other unknown ones
+    std::vector<Loss> repeated;    ///< members, in quotes
+    std::vector<Loss> firstStages; ///< beyond 8 bits
+    std::vector<Loss> stages;      ///< behind the first: no stages
     /// Of a handle the names of tables without a stage table that list it.
     std::unordered_map<U32, std::vector<String>> unplacedReferrers;
 };
@@ -91,6 +93,7 @@ struct Facts {
 /// runtime_config.
 U32 pipeBitsOf( BfResourceInfo::BfResourceParser const& parser, U32 pipeMask );
 
+/// For people, in quotes; those in it have a backslash in front.
 String quoted( std::string_view name );
 String hexOf( U32 number );
 
@@ -133,6 +136,7 @@ void findWrappingHeaders( Facts const& facts, Findings& findings );
 void findRepeatedHashFields( Facts const& facts, Findings& findings );
 void findUnknownTableTypes( Facts const& facts, Findings& findings );
 void findUnknownDirections( Facts const& facts, Findings& findings );
+void findLeftOut( Facts const& facts, Findings& findings );
 void findLeftOutTables( Facts const& facts, Findings& findings );
 void findUnknownWords( Facts const& facts, Findings& findings );
 void findRepeatedMembers( Facts const& facts, Findings& findings );

@@ -54,6 +54,19 @@ void addIfOther( std::vector<Change>& changes, Field const& from, Field const& t
         changes.push_back( { from.name, from.value, to.value } );
 }
 
+/// Whether a resource takes the same stages, all by one distance elsewhere. Where they are not known, as of
+/// records of other kinds, it cannot be told.
+bool haveMoved( Row const& from, Row const& to ) {
+    List const* const old = std::get_if<List>( &valueOf( from, "stageNumbers" ).is );
+    List const* const now = std::get_if<List>( &valueOf( to, "stageNumbers" ).is );
+    U32 const distance = valueAs<U32>( to, "stageStart" ) - valueAs<U32>( from, "stageStart" );
+    auto const isThere = [ distance ]( Value const& before, Value const& after ) {
+        return std::get<U32>( before.is ) + distance == std::get<U32>( after.is );
+    };
+    return old && now && distance != 0 &&
+           std::equal( old->begin(), old->end(), now->begin(), now->end(), isThere );
+}
+
 } // namespace
 
 Referents::Referents( BfResourceInfo::BfResourceParser const& parser ) : parser_( parser ) {
@@ -103,11 +116,14 @@ ChangedRecord FieldComparer::compare( Listing const& kind, Row const& from, Row 
             compareReferences( record, from[ i ], to[ i ] );
             break;
         case Meaning::stage:
-            if( !same( from[ i ].value, to[ i ].value ) )
+            if( haveMoved( from, to ) )
                 record.move = { from[ i ].name, from[ i ].value, to[ i ].value };
+            else
+                addIfOther( record.fields, from[ i ], to[ i ] );
             break;
-        case Meaning::stages:
-            compareStages( record, from[ i ], to[ i ] );
+        case Meaning::stages: // behind the first
+            if( !record.move )
+                addIfOther( record.fields, from[ i ], to[ i ] );
             break;
         case Meaning::firstHitBit:
             compareHitBits( record, from, to );
@@ -155,20 +171,6 @@ void FieldComparer::compareReferences( ChangedRecord& record, Field const& from,
         record.fields.push_back( { from.name, old_.standFor( old ), now_.standFor( now ) } );
     for( std::size_t i = 0; alike && i < old.size(); ++i )
         countReference( old[ i ], now[ i ] );
-}
-
-/// Stages that all move as the first does are said with that, and of unknown ones nothing.
-void FieldComparer::compareStages( ChangedRecord& record, Field const& from, Field const& to ) {
-    List const* const old = std::get_if<List>( &from.value.is );
-    List const* const now = std::get_if<List>( &to.value.is );
-    if( !old || !now )
-        return;
-    auto const number = []( Value const& stage ) { return std::get<U32>( stage.is ); };
-    U32 const shift = number( now->front() ) - number( old->front() );
-    bool const alike = std::equal( old->begin(), old->end(), now->begin(), now->end(),
-                                   [ & ]( auto& a, auto& b ) { return number( a ) + shift == number( b ); } );
-    if( !alike )
-        record.fields.push_back( { from.name, from.value, to.value } );
 }
 
 void FieldComparer::compareHitBits( ChangedRecord& record, Row const& from, Row const& to ) {

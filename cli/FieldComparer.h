@@ -43,7 +43,6 @@ class FieldComparer {
   private:
     void compareReference( ChangedRecord& record, Field const& from, Field const& to );
     void compareReferences( ChangedRecord& record, Field const& from, Field const& to );
-    static void compareStages( ChangedRecord& record, Field const& from, Field const& to );
     void compareHitBits( ChangedRecord& record, Row const& from, Row const& to );
     bool standForTheSame( Value const& old, Value const& now ) const;
     void countReference( Value const& old, Value const& now );

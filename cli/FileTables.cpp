@@ -7,13 +7,13 @@
 
 namespace Bfri {
 
-namespace {
-
 std::optional<U32> handleOf( FirstMembers& text ) {
     auto const number = wholeNumber( text.literal() );
     bool const fits = number && *number >= 0 && *number <= std::numeric_limits<U32>::max();
     return fits ? std::optional( static_cast<U32>( *number ) ) : std::nullopt;
 }
+
+namespace {
 
 std::size_t elements( FirstMembers& text ) {
     std::size_t count = 0;

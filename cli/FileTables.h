@@ -38,6 +38,9 @@ struct FileTable : FileName {
     String whyLeftOut() const;
 };
 
+/// Takes the value that comes; the handle that it is.
+std::optional<U32> handleOf( FirstMembers& text );
+
 enum class Detail { brief, full };
 
 /// Takes the table that comes.

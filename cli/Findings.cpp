@@ -148,7 +148,8 @@ constexpr FindingKind kinds[] = {
     { "BF402", "empty-table", warning, "A table has a size of 0.", "It can hold no entry.",
       "Give it a size in the P4 program, or take it out.", findEmptyTables },
     { "BF403", "lost-stage", error,
-      "The number of a table's first stage is beyond 255. The entry by handle keeps its lowest 8 bits.",
+      "The number of a table's first stage is none from 0 to 255. The entry by handle keeps its lowest 8 "
+      "bits, and the resource its lowest 32.",
       "Resource and entry by handle have different stages.",
       "Compile the program again; no chip has such a stage.", findLostStages },
     { "BF404", "lost-phv-width", warning,
@@ -179,14 +180,16 @@ constexpr FindingKind kinds[] = {
       "A table has a \"direction\" other than \"ingress\" and \"egress\". The model takes it for egress.",
       "An agent looks for the table on the wrong side, if it is an ingress table.",
       "Correct the word in the context file, or compile the program again.", findUnknownDirections },
-    { "BF409", "left-out-table", note,
+    { "BF409", "left-out-record", note,
       "A match table of the context file is not among those of the model, and neither are its actions: the "
-      "model has the match tables alone that are resource-controllable and have no static entries.",
-      "An agent cannot find the table or its actions by name. If it has stage tables, its resource and its "
-      "entry by handle are there.",
-      "Nothing, if an agent has no entries to add to it. Else let the compiler mark it as controllable, and "
-      "take its constant entries out of the P4 program.",
-      findLeftOutTables },
+      "model has the match tables alone that are resource-controllable and have no static entries. Or a "
+      "learn quanta is not among those of the model: it has those alone that have an \"lq_cfg_type\".",
+      "An agent cannot find the table or its actions, or the learn quanta, by name. If a table has stage "
+      "tables, its resource and its entry by handle are there.",
+      "Nothing, if an agent has no entries to add to the table, or does not learn with the quanta. Else let "
+      "the compiler mark the table as controllable, and take its constant entries out of the P4 program; or "
+      "let it write the \"lq_cfg_type\".",
+      findLeftOut },
     { "BF410", "unknown-word", warning,
       "A counter has a \"statistics_type\", or a counter, meter, WRED table or register a "
       "\"how_referenced\", that the model does not know. Of such a type it has the counter count neither "

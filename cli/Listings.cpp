@@ -11,6 +11,10 @@ constexpr char const* ofLeftOut =
     "Of the match tables of a context file the model has those that are resource-controllable and have no\n"
     "static entries, with their actions. 'bfri check' names the others (BF409).\n\n";
 
+constexpr char const* ofLeftOutQuantas =
+    "Of the learn quantas of a context file the model has those that have an \"lq_cfg_type\". 'bfri check'\n"
+    "names the others (BF409).\n\n";
+
 // What fields of several kinds say.
 
 constexpr char const* ofName = "name in the P4 program";
@@ -167,7 +171,7 @@ constexpr Listing table_[] = {
     { "registers", "register", "The registers, their cells, and the tables that they belong to",
       "bfRegisterInfos", blankRegister, registerRows, registerColumns, shownParent },
     { "learn-quantas", "learn-quanta", "The learn quantas", "bfLearnQuantaInfos", blankLearnQuanta,
-      learnQuantaRows, learnQuantaColumns },
+      learnQuantaRows, learnQuantaColumns, nullptr, ofLeftOutQuantas },
     { "actions", "action", "The actions of the match tables", "bfActions", blankAction, actionRows,
       actionColumns },
     { "headers", "header", "The flexible headers, and their bytes", "bfHeaders", blankHeader, headerRows,

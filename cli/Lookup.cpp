@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <unordered_map>
 
 namespace Bfri {
@@ -26,7 +27,7 @@ struct Found {
     U32 handle = 0;
     Bearers bearers = {};
     Bearers others = {}; ///< of handles that differ in the pipe's bits alone
-    std::optional<LeftOut> leftOut = {};
+    LeftOuts leftOut = {};
     std::optional<U32> behind0x = {}; ///< of a word that nothing bears, another reading that something does
 };
 
@@ -53,18 +54,30 @@ bool isAttachable( Bearer const& bearer ) {
            } );
 }
 
-/// The table that the model leaves out and that something with the handle belongs to, or is the resource of.
-std::optional<LeftOut> leftOutBehind( Bearers const& bearers, LeftOutTables& tables ) {
-    bool const isTable = std::any_of( bearers.begin(), bearers.end(), []( Bearer const& bearer ) {
-        return bearer.kind == std::string_view( "table" );
-    } );
-    std::optional<LeftOut> leftOut;
+/// The match tables behind what has the handle as its own, and what of the files has it where nothing does.
+LeftOuts leftOutBehind( U32 handle, Bearers const& bearers, LeftOutTables& tables ) {
+    LeftOuts all;
+    std::set<String> names;
+    bool isOwned = false;
     for( Bearer const& bearer : bearers ) {
-        bool const belongs = bearer.owner == bearer.name && !bearer.severalTables && isAttachable( bearer );
-        if( !leftOut && !isTable && belongs )
-            leftOut = tables.behind( bearer.handle, bearer.table );
+        if( bearer.owner != bearer.name || bearer.owner.empty() )
+            continue;
+        if( bearer.kind == std::string_view( "table" ) )
+            return {};
+        isOwned = true;
+        if( isAttachable( bearer ) )
+            names.emplace( bearer.name );
     }
-    return leftOut;
+    if( !isOwned ) {
+        all = tables.withHandle( handle );
+        bool const isResource = !all.empty() && all.front().missing == Missing::handle;
+        names.insert( isResource ? all.front().table : "" );
+    }
+    for( String const& name : names ) {
+        for( LeftOut& one : tables.behind( handle, name ) )
+            all.push_back( std::move( one ) );
+    }
+    return all;
 }
 
 /// One pass over the model, however many handles are asked for.
@@ -94,8 +107,7 @@ std::vector<Found> find( Model const& model, std::span<String const> words ) {
     for( Found& one : all ) {
         for( Bearer const& bearer : like.at( one.handle & withoutPipe ) )
             ( bearer.handle == one.handle ? one.bearers : one.others ).push_back( bearer );
-        one.leftOut =
-            one.bearers.empty() ? tables.withHandle( one.handle ) : leftOutBehind( one.bearers, tables );
+        one.leftOut = leftOutBehind( one.handle, one.bearers, tables );
         if( !one.bearers.empty() || !one.behind0x ||
             !areOf( like.at( *one.behind0x & withoutPipe ), *one.behind0x ) )
             one.behind0x.reset();
@@ -131,26 +143,15 @@ Row shownRow( Row row ) {
     return row;
 }
 
-/// Without field and table, so that what tells the rows apart has room.
-void narrow( RowList& list ) {
-    auto const erase = []( Row& row ) {
-        row.erase( row.begin() + 4 );
-        row.erase( row.begin() + 2 );
-    };
-    erase( list.header );
-    std::for_each( list.rows.begin(), list.rows.end(), erase );
-}
-
 void printAsText( std::vector<Row> rows, Streams const& io ) {
-    constexpr std::size_t enough = 60;
+    constexpr std::size_t fewest = 60; // more than other lists, as names of tables stand behind names
     if( rows.empty() )
         return;
     std::transform( rows.begin(), rows.end(), rows.begin(), shownRow );
-    RowList list{ { { "HANDLE", {} }, { "KIND", {} }, { "IN FIELD", {} }, { "NAME", {} }, { "TABLE", {} } },
-                  std::move( rows ) };
-    if( io.look.columns > 0 && io.look.columns < enough )
-        narrow( list );
-    printColumns( io.out, list, io.look );
+    RowList const list{
+        { { "HANDLE", {} }, { "KIND", {} }, { "IN FIELD", {} }, { "NAME", {} }, { "TABLE", {} } },
+        std::move( rows ) };
+    printColumns( io.out, list, io.look, fewest );
 }
 
 void printAsCsv( std::vector<Row> rows, std::ostream& out ) {
@@ -183,7 +184,7 @@ void printAsJson( std::vector<Found> const& all, bool pipesInHandles, std::ostre
                                   return Row{ { "handle", Hex( one.handle ) },
                                               { "found", listOf( one.bearers, rowOf ) },
                                               { "suggestions", suggestionsFor( one, pipesInHandles ) },
-                                              { "leftOut", valueOf( one.leftOut ) } };
+                                              { "leftOut", valuesOf( one.leftOut ) } };
                               } ) );
 }
 
@@ -195,8 +196,8 @@ void sayUnknown( Found const& one, bool pipesInHandles, std::ostream& err ) {
                              : "; without a pipe in the upper four bits, as there is no runtime_config: ";
     for( auto const& [ handle, name ] : othersOf( one, pipesInHandles ) )
         err << std::exchange( before, ", " ) << textOf( Hex( handle ) ) << " (" << shown( name ) << ")";
-    if( one.leftOut )
-        err << "; " << sentenceOf( *one.leftOut );
+    if( !one.leftOut.empty() )
+        err << "; " << sentencesOf( one.leftOut );
     if( one.behind0x )
         err << "; did you mean " << textOf( Hex( *one.behind0x ) ) << "?";
     err << '\n';
@@ -223,8 +224,10 @@ ExitStatus lookup( Model const& model, Request const& request, Streams const& io
         if( one.bearers.empty() ) {
             sayUnknown( one, pipesInHandles, io.err );
             status = ExitStatus::no;
-        } else if( one.leftOut )
-            io.err << "bfri: " << one.word << ": " << sentenceOf( *one.leftOut ) << '\n';
+            continue;
+        }
+        for( LeftOut const& leftOut : one.leftOut )
+            io.err << "bfri: " << one.word << ": " << sentenceOf( leftOut ) << '\n';
     }
     return status;
 }

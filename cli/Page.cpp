@@ -80,8 +80,6 @@ class PageBuilder {
 
     bool isAsked( U32 handle ) const { return !handle_ || *handle_ == handle; }
     bool isAsked( Row const& record ) const;
-    /// The table that the model leaves out, of what has these tables or may have one.
-    std::optional<LeftOut> leftOutBehind( U32 handle, std::vector<Row> const& tables );
 
     BfZelResource const* placed( U32 handle, String const& name ) const;
     BfResource const* placeOf( Attachment const& attachment, Row const& record ) const;
@@ -204,25 +202,24 @@ Entry PageBuilder::attachedEntry( Attachment const& attachment, Row const& recor
             owners.push_back( tableRow( table.handle, table.name, table.size ) );
     }
     BfResource const* const place = taken.empty() ? nullptr : taken.front();
-    U32 const handle = place ? place->handle : valueAs<Hex>( record, "handle" ).value;
-    auto leftOut = leftOutBehind( handle, owners );
+    auto const handle = place ? std::optional( place->handle )
+                              : leftOut_.ownHandle( name_, valueAs<Hex>( record, "handle" ).value );
     return { record,
              true,
              place,
              { resourcesPart( taken ), tablesPart( std::move( owners ) ) },
-             std::move( leftOut ) };
+             handle ? leftOut_.behind( *handle, name_ ) : LeftOuts() };
 }
 
 Entry PageBuilder::resourceEntry( BfResource const& record ) {
     Resources taken;
     auto attached = attachmentsOf( placed( record.handle, record.name ), taken );
     auto owners = tablesUsing( record );
-    auto leftOut = leftOutBehind( record.handle, owners );
     Entry entry{ withParents( withTypeName( rowOf( record ) ) ),
                  false,
                  nullptr,
                  { tablesPart( std::move( owners ), ifNoTables( record ) ), resourcesPart( taken ) },
-                 std::move( leftOut ) };
+                 leftOut_.behind( record.handle, name_ ) };
     std::move( attached.begin(), attached.end(), std::back_inserter( entry.parts ) );
     return entry;
 }
@@ -259,17 +256,6 @@ bool PageBuilder::isAsked( Row const& record ) const {
         auto const* const handle = std::get_if<Hex>( &field.value.is );
         return handle && handle->value == *handle_;
     } );
-}
-
-std::optional<LeftOut> PageBuilder::leftOutBehind( U32 handle, std::vector<Row> const& tables ) {
-    if( tables.empty() )
-        return leftOut_.behind( handle, {} );
-    std::optional<LeftOut> leftOut;
-    for( Row const& table : tables ) {
-        if( !leftOut )
-            leftOut = leftOut_.behind( handle, valueAs<String>( table, "name" ) );
-    }
-    return leftOut;
 }
 
 BfZelResource const* PageBuilder::placed( U32 handle, String const& name ) const {

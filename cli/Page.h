@@ -21,7 +21,7 @@ struct Entry {
     bool placeable = false;            ///< may have a place of its own on the chip
     BfResource const* place = nullptr; ///< where it is; null when it is nowhere
     std::vector<Part> parts = {};
-    std::optional<LeftOut> leftOut = {}; ///< its table, where the model has no record of that
+    LeftOuts leftOutTables = {}; ///< those it belongs to
 };
 
 /// The records of one kind, at least one.

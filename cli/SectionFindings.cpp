@@ -62,14 +62,60 @@ void readHeader( FirstMembers& text, String const& file, Losses& losses ) {
         add( losses.headers, name, bits, file );
 }
 
-void readTable( ContextText& text, FileTables const& tables, Losses& losses ) {
-    FileTable const table = fileTable( text, Detail::brief );
-    addLosses( table, tables, losses );
-    if( table.type == "condition" )
-        return;
-    auto const handle = table.handle ? std::optional( *table.handle | tables.pipeBits ) : std::nullopt;
+std::optional<U32> modelHandle( FileName const& record, FileTables const& tables ) {
+    return record.handle ? std::optional( *record.handle | tables.pipeBits ) : std::nullopt;
+}
+
+void addStages( FileTable const& table, FileTables const& tables, Losses& losses ) {
+    auto const handle = modelHandle( table, tables );
+    if( !table.stages.empty() && ( table.stages.front() < 0 || table.stages.front() > 255 ) )
+        losses.firstStages.push_back(
+            { "placed table", table.name, handle,
+              "its first stage is " + std::to_string( table.stages.front() ) + ", its entry by handle says " +
+                  std::to_string( static_cast<std::uint8_t>( table.stages.front() ) ),
+              tables.file } );
     for( String const& odd : table.oddStages )
         losses.stages.push_back( { "placed table", table.name, handle, odd, tables.file } );
+}
+
+/// Makes one loss of those that are of one member, which says how often that comes.
+void foldRepeats( std::vector<Loss>& repeated, std::size_t from ) {
+    std::map<String, std::size_t> again;
+    auto const first = repeated.begin() + static_cast<std::ptrdiff_t>( from );
+    repeated.erase( std::remove_if( first, repeated.end(),
+                                    [ & ]( Loss const& loss ) { return again[ loss.says ]++ > 0; } ),
+                    repeated.end() );
+    for( std::size_t i = from; i < repeated.size(); ++i ) {
+        if( std::size_t const more = again[ repeated[ i ].says ]; more > 1 )
+            repeated[ i ].says += " (" + std::to_string( more + 1 ) + " times)";
+    }
+}
+
+void readTable( ContextText& text, FileTables const& tables, Losses& losses ) {
+    FileTable const table = fileTable( text, Detail::brief );
+    std::size_t const repeatedBefore = losses.repeated.size();
+    addLosses( table, tables, losses );
+    foldRepeats( losses.repeated, repeatedBefore );
+    if( table.type != "condition" )
+        addStages( table, tables, losses );
+}
+
+void readLearnQuanta( FirstMembers& text, FileTables const& tables, Losses& losses ) {
+    FileName quanta;
+    bool hasType = false;
+    text.eachMember( [ & ]( std::string_view member ) {
+        hasType |= member == "lq_cfg_type";
+        if( member == "name" )
+            quanta.name = text.scalar();
+        else if( member == "handle" )
+            quanta.handle = handleOf( text );
+        else
+            text.walk();
+    } );
+    if( !hasType )
+        losses.leftOutQuantas.push_back( { "learn quanta", quanta.name, modelHandle( quanta, tables ),
+                                           "the model has no record of it: it has no \"lq_cfg_type\"",
+                                           tables.file } );
 }
 
 void readFile( FileTables const& tables, Losses& losses ) {
@@ -78,6 +124,8 @@ void readFile( FileTables const& tables, Losses& losses ) {
     file.eachMember( [ & ]( std::string_view section ) {
         if( section == "tables" )
             file.eachElement( [ & ] { readTable( text, tables, losses ); } );
+        else if( section == "learn_quanta" )
+            file.eachElement( [ & ] { readLearnQuanta( file, tables, losses ); } );
         else if( section == "phv_allocation" )
             file.eachElement( [ & ] { readPhvStage( file, tables.file, losses ); } );
         else if( section == "flexible_headers" )
@@ -85,8 +133,10 @@ void readFile( FileTables const& tables, Losses& losses ) {
         else
             file.walk();
     } );
+    std::size_t const repeatedBefore = losses.repeated.size();
     for( String const& member : file.repeated() )
         losses.repeated.push_back( { "context file", tables.file, {}, quoted( member ), tables.file } );
+    foldRepeats( losses.repeated, repeatedBefore );
 }
 
 /// Of a switch configuration the members that are read.
@@ -105,6 +155,7 @@ void readSwitchConf( String const& path, Losses& losses ) {
     members.walk();
     for( String const& member : members.repeated() )
         losses.repeated.push_back( { "switch configuration", path, {}, quoted( member ), "" } );
+    foldRepeats( losses.repeated, 0 );
 }
 
 template<class Containers>
@@ -128,6 +179,12 @@ Losses lossesOf( BfResourceInfo::BfResourceParser const& parser ) {
     for( auto const& entry : parser.contextFile() )
         readFile( { entry.value(), pipeBitsOf( parser, entry.key().value() ), parser }, losses );
     return losses;
+}
+
+void findLeftOut( Facts const& facts, Findings& findings ) {
+    findLeftOutTables( facts, findings );
+    for( Loss const& loss : facts.losses.leftOutQuantas )
+        findings.add( loss.what, loss.name, loss.handle, loss.says, loss.file );
 }
 
 void findLostPhvWidths( Facts const& facts, Findings& findings ) {

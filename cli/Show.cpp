@@ -45,11 +45,13 @@ std::vector<Page> pagesOfHandle( Model const& model, U32 handle ) {
         if( bearer.handle == handle )
             ( bearer.owner == bearer.name ? owners : others ).emplace( bearer.name );
     } );
-    if( owners.empty() && !others.empty() )
+    if( owners.empty() && !others.empty() ) {
+        String const known = sentencesOf( LeftOutTables( *model.parser() ).withHandle( handle ) );
         throw Failure( ExitStatus::no,
-                       "nothing has the handle " + textOf( Hex( handle ) ) +
-                           " as its own; these refer to it:",
+                       "nothing has the handle " + textOf( Hex( handle ) ) + " as its own; " +
+                           ( known.empty() ? known : known + "; " ) + "these refer to it:",
                        { others.begin(), others.end() } );
+    }
     std::vector<Page> pages;
     pages.reserve( owners.size() );
     for( String const& name : owners )
@@ -107,8 +109,8 @@ Row memberOf( Entry entry ) {
     for( Part& part : entry.parts )
         row.push_back( { part.title, List( std::move_iterator( part.rows.begin() ),
                                            std::move_iterator( part.rows.end() ) ) } );
-    if( entry.leftOut )
-        row.push_back( { "leftOutTable", valueOf( entry.leftOut ) } );
+    if( !entry.leftOutTables.empty() )
+        row.push_back( { "leftOutTables", valuesOf( entry.leftOutTables ) } );
     return row;
 }
 
@@ -189,9 +191,9 @@ void printRecord( std::ostream& out, Look const& look, Listing const& kind, Entr
     std::ostringstream lines;
     printFields( lines, row );
     printIndented( out, "  ", lines.str() );
-    if( entry.leftOut ) {
+    for( LeftOut const& table : entry.leftOutTables ) {
         out << '\n';
-        printIndented( out, "  ", inLines( sentenceOf( *entry.leftOut ), within( look, "  " ) ) );
+        printIndented( out, "  ", inLines( sentenceOf( table ), within( look, "  " ) ) );
     }
 }
 
@@ -243,7 +245,7 @@ void printActions( std::ostream& out, Look const& look, Section const& section )
 }
 
 void printSection( std::ostream& out, Look const& look, Section const& section, String const& name ) {
-    String const title = section.kind->one + ( " " + shown( name ) ) + '\n';
+    String const title = section.kind->one + ( " " + textOf( name ) ) + '\n';
     if( std::string_view( section.kind->word ) == "actions" ) {
         out << title;
         return printActions( out, look, section );

@@ -27,13 +27,8 @@ void findEmptyTables( Facts const& facts, Findings& findings ) {
 }
 
 void findLostStages( Facts const& facts, Findings& findings ) {
-    for( BfResource const& resource : facts.parser.bfResources() ) {
-        if( resource.stageStart > 255 )
-            findings.add( "placed table", resource.name, resource.handle,
-                          "its first stage is " +
-                              std::to_string( static_cast<std::int32_t>( resource.stageStart ) ) +
-                              ", its entry by handle says " + std::to_string( resource.stageStart % 256 ) );
-    }
+    for( Loss const& loss : facts.losses.firstStages )
+        findings.add( loss.what, loss.name, loss.handle, loss.says, loss.file );
 }
 
 void findOddStages( Facts const& facts, Findings& findings ) {

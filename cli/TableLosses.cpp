@@ -24,10 +24,11 @@ char const* takenFor( FileTable const& table ) {
 
 /// As the model calls it.
 char const* recordOf( FileTable const& table ) {
-    return table.type == "statistics" ? "counter"
-           : table.type == "meter"    ? "meter"
-           : table.type == "stateful" ? "register"
-                                      : "table";
+    return table.type == "match"        ? "match table"
+           : table.type == "statistics" ? "counter"
+           : table.type == "meter"      ? "meter"
+           : table.type == "stateful"   ? "register"
+                                        : "table";
 }
 
 String isWord( char const* member, String const& word ) {

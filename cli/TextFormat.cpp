@@ -240,8 +240,7 @@ void printBlocks( std::ostream& out, RowList const& list ) {
 
 } // namespace
 
-void printColumns( std::ostream& out, RowList const& list, Look const& look ) {
-    constexpr std::size_t fewest = 40; // of which columns can be read
+void printColumns( std::ostream& out, RowList const& list, Look const& look, std::size_t fewest ) {
     if( look.columns > 0 && look.columns < fewest && !list.rows.empty() )
         return printBlocks( out, list );
     std::vector<Line> lines( 1 );

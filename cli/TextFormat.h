@@ -22,9 +22,9 @@ String inLines( String const& text, Look const& look );
 /// Aligned columns under their names, numbers to the right. Absent and empty values show as "-". Where the
 /// terminal is too narrow, columns that are absent in every row go first; then names lose their front, and,
 /// for what is left of them to be readable, the columns before them give way to one of marks. Lines that
-/// still are too long are cut. A terminal of fewer than 40 columns has a block for each row instead, a line a
-/// field, of which nothing is cut.
-void printColumns( std::ostream& out, RowList const& list, Look const& look = {} );
+/// still are too long are cut. A terminal of fewer than the fewest columns has a block for each row instead,
+/// a line a field, of which nothing is cut.
+void printColumns( std::ostream& out, RowList const& list, Look const& look = {}, std::size_t fewest = 40 );
 
 /// A line a field: its name, and its value in a second column. A value that is a list of rows takes a line
 /// for each of them.

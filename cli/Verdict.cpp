@@ -14,8 +14,8 @@ bool isQueried( Listing const& kind ) { return kind.word != std::string_view( "h
 
 /// What only placement decides.
 bool isPlacement( std::string_view field ) {
-    static constexpr std::string_view fields[] = { "stages", "stageNumbers", "hitBitSmashOffset",
-                                                   "hitBitSmashLast" };
+    static constexpr std::string_view fields[] = { "stages", "stageStart", "stageNumbers",
+                                                   "hitBitSmashOffset", "hitBitSmashLast" };
     return isOneOf( fields, field );
 }
 
@@ -30,8 +30,11 @@ bool isCapacity( Listing const& kind, std::string_view field ) {
 Effect effectOf( Listing const& kind, Change const& change ) {
     if( isPlacement( change.field ) )
         return Effect::none;
-    if( isCapacity( kind, change.field ) )
+    if( isCapacity( kind, change.field ) ) {
+        if( change.to.is.index() == 0 ) // of a PHV field on one side of the switch
+            return Effect::removed;
         return change.to < change.from ? Effect::shrunk : Effect::none;
+    }
     return Effect::changed;
 }
 

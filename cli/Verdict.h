@@ -6,10 +6,10 @@
 
 namespace Bfri {
 
-/// Of one record, to that agent.
-enum class Effect { none, removed, shrunk, changed };
+/// Of one record, to that agent; of several of one record the last counts.
+enum class Effect { none, shrunk, changed, removed };
 
-/// "removed", "shrunk", "changed".
+/// "shrunk", "changed", "removed".
 char const* textOf( Effect effect );
 
 Effect effectOfRemoval( Listing const& kind );

@@ -180,8 +180,12 @@ TEST_F( Check, OfAConfigurationWithoutContextFilesIsNotSound ) {
     writeFile( "switch.conf", R"({"devices":[]})" );
     auto const outcome = bfri( { "check", "switch.conf" } );
     EXPECT_EQ( outcome.status, 1 );
-    EXPECT_THAT( outcome.out, HasSubstr( "BF107 warning, no-context-file: 1\n    switch configuration "
-                                         "\"switch.conf\": names no context file\n" ) );
+    EXPECT_THAT( outcome.out,
+                 StartsWith( "switch.conf: 1 finding (1 warning), without a context file to look "
+                             "into\n  BF107 warning, no-context-file: 1\n    switch configuration "
+                             "\"switch.conf\": names no context file\n" ) );
+    EXPECT_EQ( bfri( { "check", "switch.conf", "--ignore", "BF107" } ).out,
+               "switch.conf: sound, without a context file to look into\n" );
 }
 
 TEST_F( Check, OfAHeaderOfTwoSizesSaysBoth ) {

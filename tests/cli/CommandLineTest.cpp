@@ -120,6 +120,20 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{ "misspelt option",
                  { "tables", "conf", "--jsn" },
                  "'tables' has no option '--jsn'; did you mean '--json' or '--csv'?" },
+        BadLine{
+            "number with a sign",
+            { "lookup", "conf", "-1" },
+            "'lookup' has no option '-1'; did you mean '-h'? Names that start with a dash come behind '--'" },
+        BadLine{
+            "name with a dash in front",
+            { "field", "conf", "hash", "-dash", "fieldCount" },
+            "'field' has no option '-d'; did you mean '-h'? Names that start with a dash come behind '--'" },
+        BadLine{ "name with two dashes in front",
+                 { "table", "conf", "--acl" },
+                 "'table' has no option '--acl'. Names that start with a dash come behind '--'" },
+        BadLine{ "misspelt option of a command with names",
+                 { "table", "conf", "--jsn" },
+                 "'table' has no option '--jsn'; did you mean '--json'?" },
         BadLine{ "format not offered", { "summary", "conf", "--csv" }, "'summary' has no option '--csv'" },
         BadLine{ "format of dump", { "dump", "conf", "--json" }, "'dump' has no option '--json'" },
         BadLine{ "two formats", { "tables", "conf", "--json", "--csv" }, "--json excludes --csv" } ) );
@@ -418,6 +432,9 @@ TEST_F( Asking, ForWhatIsNotThereInJsonAnswersInJson ) {
 TEST_F( Asking, ForANameThatLooksLikeAnOptionWorksBehindTwoDashes ) {
     EXPECT_THAT( bfri( { "table", "switch.conf", "--", "--odd" } ).err,
                  HasSubstr( "no match table '--odd'" ) );
+    EXPECT_THAT( bfri( { "field", "switch.conf", "table", "--", "-dash", "size" } ).err,
+                 HasSubstr( "no table '-dash'" ) );
+    EXPECT_THAT( bfri( { "lookup", "switch.conf", "--", "-1" } ).err, HasSubstr( "'-1'" ) );
 }
 
 /// Where nothing can be written, for a reason of its own.

@@ -78,6 +78,30 @@ TEST_F( Completion, OfAHandleOffersThoseOfPlacedTables ) {
             << row.word;
 }
 
+TEST_F( Completion, OfANameThatBeginsAsAHandleOffersHandlesToo ) {
+    writeFile( "context.json", Support::ContextBuilder()
+                                   .table( Support::matchTable( "1st" ).handle( 1 ) )
+                                   .table( Support::statisticsTable( "counter" ).handle( 0x2000010 ) )
+                                   .text() );
+    struct {
+        std::vector<char const*> line;
+        char const* offered;
+    } const rows[] = { { { "show", "switch.conf", "0x" }, "0x00000001\n0x02000010\n" },
+                       { { "show", "switch.conf", "0x2" }, "0x2000010\n" },
+                       { { "show", "switch.conf", "33554" }, "33554448\n" },
+                       { { "show", "switch.conf", "1" }, "1st\n1\n" },
+                       { { "table", "switch.conf", "0x" }, "0x00000001\n" },
+                       { { "field", "switch.conf", "table", "0x0" }, "0x00000001\n" },
+                       { { "field", "switch.conf", "counter", "0x0" }, "0x02000010\n" },
+                       { { "field", "switch.conf", "header", "0x0" }, "" },
+                       { { "table", "switch.conf", "" }, "1st\n" } };
+    for( auto const& row : rows ) {
+        std::vector<char const*> line = { "complete", "--" };
+        line.insert( line.end(), row.line.begin(), row.line.end() );
+        EXPECT_EQ( bfri( line ).out, row.offered ) << row.line.back();
+    }
+}
+
 TEST_F( Completion, OfAHandleInCapitalsOffersCapitals ) {
     writeFile( "context.json", contextOf( matchTable( "a", 0x20000AB ) ) );
     for( auto const& [ word, offered ] :

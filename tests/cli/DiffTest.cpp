@@ -134,7 +134,7 @@ actions            1        1        0      -     3
 headers            0        0        0      -     0
 hashes             0        0        0      -     0
 phv                0        0        0      -     0
-handles            1        1        0      0     3
+handles            1        1        0      -     3
 
 an agent that programs by name would notice (!): 1 table removed, 1 table shrunk, 1 resource removed, 1 resource shrunk, 1 action removed
 )" );
@@ -237,7 +237,14 @@ INSTANTIATE_TEST_SUITE_P(
                 "phv\n  ~  f  ingressBytes, egressBytes 8 -> 16\n" },
         Others{ "FewerPhvBytes", context().phvStage( "f", 16 ).phvStage( "g", 8 ),
                 context().phvStage( "f", 8 ), "phv\n  -! g\n  ~! f  ingressBytes, egressBytes 16 -> 8\n",
-                "1 phv removed, 1 phv shrunk" },
+                "1 PHV field removed, 1 PHV field shrunk" },
+        Others{ "PhvSidesGone", context().phvStage( "f", 8 ).phvStage( "g", 8 ),
+                context()
+                    .phvStage( "f", 8 )
+                    .phvStage( "g", 8 )
+                    .with( "/phv_allocation/0/egress", "[]" )
+                    .with( "/phv_allocation/1/egress", "[]" ),
+                "phv\n  ~! f  egressBytes 8 -> -\n  ~! g  egressBytes 8 -> -\n", "2 PHV fields removed" },
         Others{ "LearnQuantas", context().learnQuanta( "l" ), context().learnQuanta( "m" ),
                 "learn-quantas\n  -! l\n  +  m\n", "1 learn-quanta removed" },
         Others{ "DirectCounterOfAnotherTable",

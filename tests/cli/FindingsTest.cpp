@@ -63,6 +63,8 @@ INSTANTIATE_TEST_SUITE_P(
              "\"NoAction\", \"drop\"" },
         Odd{ "BF208", ContextBuilder().table( Support::matchTable( "" ) ), "match table \"\" (" },
         Odd{ "BF208", ContextBuilder().table( Support::matchTable( "a\x1b" ) ), "match table \"a\\x1b\" (" },
+        Odd{ "BF208", ContextBuilder().table( Support::matchTable( "a\x1b,\"q\\\"" ) ),
+             R"(match table "a\x1b,\"q\\\"" ()" },
         Odd{ "BF208", ContextBuilder().learnQuanta( "\u202e" ), "can't be shown" },
         Odd{ "BF208", ContextBuilder().phvStage( "f\x7f", 8 ), "PHV field" } ) );
 
@@ -97,6 +99,10 @@ INSTANTIATE_TEST_SUITE_P(
         Odd{ "BF402", ContextBuilder().table( acl().size( 0 ) ), "has a size of 0" },
         Odd{ "BF403", ContextBuilder().table( acl().stages( { StageTable().number( 258 ) } ) ),
              "is 258, its entry by handle says 2" },
+        Odd{ "BF403", ContextBuilder().table( acl().stages( { StageTable().number( 4000000000 ) } ) ),
+             "is 4000000000, its entry by handle says 0" },
+        Odd{ "BF403", ContextBuilder().table( acl().stages( { StageTable().number( -1 ) } ) ),
+             "is -1, its entry by handle says 255" },
         Odd{ "BF405", ContextBuilder().flexibleHeader( "h", 65544 ), "65544 bits, the model says 1 bytes" },
         Odd{ "BF407", ContextBuilder().table( acl().with( "/table_type", "\"mach\"" ) ), "table \"acl\" (" },
         Odd{ "BF407", ContextBuilder().table( acl().with( "/table_type", "\"mach\"" ) ),
@@ -113,6 +119,10 @@ INSTANTIATE_TEST_SUITE_P(
                  acl().controllable( false ).with( "/static_entries", "[1,2]" ).stages( {} ) ),
              "it has 2 static entries, and its \"is_resource_controllable\" is false; it has no stage table "
              "either" },
+        Odd{ "BF409", ContextBuilder().learnQuanta( "l" ).without( "/learn_quanta/0/lq_cfg_type" ),
+             "learn quanta \"l\" (" },
+        Odd{ "BF409", ContextBuilder().learnQuanta( "l" ).without( "/learn_quanta/0/lq_cfg_type" ),
+             "the model has no record of it: it has no \"lq_cfg_type\"" },
         Odd{ "BF410", countedBy( statisticsTable( "c" ).with( "/statistics_type", "\"both\"" ) ),
              "\"both\", so that it counts neither packets nor bytes" },
         Odd{ "BF410", countedBy( statisticsTable( "c" ).referenced( "somehow" ) ),
@@ -172,7 +182,7 @@ TEST_F( Finding, OfRepeatedMembersIsMadeForThoseThatSomePassReads ) {
     };
     insertBehind( "{", R"("learn_quanta":[],"none":1,"none":2,)" );
     insertBehind( "\"tables\":[", R"({"table_type":"condition","name":"if","x":1,"x":2},)" );
-    insertBehind( "\"handle\":7", R"(,"size":5,"size":6)" );
+    insertBehind( "\"handle\":7", R"(,"size":5,"handle":8,"size":6)" );
     writeSwitchConf( "context.json" );
     writeFile( "context.json", text );
     std::vector<String> messages;
@@ -184,8 +194,9 @@ TEST_F( Finding, OfRepeatedMembersIsMadeForThoseThatSomePassReads ) {
         testing::UnorderedElementsAre(
             "BF411 context file \"context.json\": has more than one \"learn_quanta\", of which the "
             "first counts",
-            "BF411 table \"acl\" (0x00000007): has more than one \"size\", of which the first counts",
-            "BF411 table \"acl\" (0x00000007): has more than one \"size\", of which the first counts" ) );
+            "BF411 match table \"acl\" (0x00000007): has more than one \"handle\", of which the first counts",
+            "BF411 match table \"acl\" (0x00000007): has more than one \"size\" (3 times), of which the "
+            "first counts" ) );
 }
 
 /// A member of a context file that comes twice.
@@ -237,22 +248,22 @@ INSTANTIATE_TEST_SUITE_P(
     InAContextFile, RepeatedMember,
     testing::Values(
         Repeated{ "/tables", "context file \"context.json\"", "tables" },
-        Repeated{ "/tables/0/actions", "table \"acl\" (0x00000007)", "actions" },
-        Repeated{ "/tables/0/actions/0/name", "table \"acl\" (0x00000007)", "actions/0/name" },
-        Repeated{ "/tables/0/actions/1/indirect_resources/0/resource_name", "table \"acl\" (0x00000007)",
-                  "actions/1/indirect_resources/0/resource_name" },
-        Repeated{ "/tables/0/statistics_table_refs/0/handle", "table \"acl\" (0x00000007)",
+        Repeated{ "/tables/0/actions", "match table \"acl\" (0x00000007)", "actions" },
+        Repeated{ "/tables/0/actions/0/name", "match table \"acl\" (0x00000007)", "actions/0/name" },
+        Repeated{ "/tables/0/actions/1/indirect_resources/0/resource_name",
+                  "match table \"acl\" (0x00000007)", "actions/1/indirect_resources/0/resource_name" },
+        Repeated{ "/tables/0/statistics_table_refs/0/handle", "match table \"acl\" (0x00000007)",
                   "statistics_table_refs/0/handle" },
-        Repeated{ "/tables/0/match_attributes/match_type", "table \"acl\" (0x00000007)",
+        Repeated{ "/tables/0/match_attributes/match_type", "match table \"acl\" (0x00000007)",
                   "match_attributes/match_type" },
-        Repeated{ "/tables/0/match_attributes/stage_tables/0/stage_number", "table \"acl\" (0x00000007)",
-                  "match_attributes/stage_tables/0/stage_number" },
-        Repeated{ "/tables/1/match_attributes/units", "table \"wide\" (0x00000008)",
+        Repeated{ "/tables/0/match_attributes/stage_tables/0/stage_number",
+                  "match table \"acl\" (0x00000007)", "match_attributes/stage_tables/0/stage_number" },
+        Repeated{ "/tables/1/match_attributes/units", "match table \"wide\" (0x00000008)",
                   "match_attributes/units" },
-        Repeated{ "/tables/1/match_attributes/units/0/match_attributes", "table \"wide\" (0x00000008)",
+        Repeated{ "/tables/1/match_attributes/units/0/match_attributes", "match table \"wide\" (0x00000008)",
                   "match_attributes/units/0/match_attributes" },
         Repeated{ "/tables/1/match_attributes/units/0/match_attributes/stage_tables/1/size",
-                  "table \"wide\" (0x00000008)",
+                  "match table \"wide\" (0x00000008)",
                   "match_attributes/units/0/match_attributes/stage_tables/1/size" },
         Repeated{ "/learn_quanta/0/name", "context file \"context.json\"", "learn_quanta/0/name" },
         Repeated{ "/phv_allocation/0/egress", "context file \"context.json\"", "phv_allocation/0/egress" },
@@ -275,11 +286,13 @@ TEST_F( Finding, OfARepeatedMemberIsNotMadeWhereNoPassReads ) {
 TEST_F( Finding, OfRepeatedMembersIsMadeOfTheSwitchConfigurationToo ) {
     writeFile( "context.json", ContextBuilder().table( acl() ).text() );
     writeFile( "switch.conf", R"({"devices":[{"other":1,"other":2,"runtime_config":"r","runtime_config":"r",
-        "pipelines":[{"context_file":"context.json","pipes":[0],"pipes":[1]}]}],"devices":[]})" );
+        "pipelines":[{"context_file":"context.json","pipes":[0],"pipes":[1]}]}],"devices":[],"devices":1})" );
     String const conf = "switch configuration \"switch.conf\"";
-    EXPECT_THAT( messagesOf( "BF411" ), ElementsAre( repeated( conf, "devices/0/runtime_config" ),
-                                                     repeated( conf, "devices/0/pipelines/0/pipes" ),
-                                                     repeated( conf, "devices" ) ) );
+    EXPECT_THAT( messagesOf( "BF411" ),
+                 ElementsAre( repeated( conf, "devices/0/runtime_config" ),
+                              repeated( conf, "devices/0/pipelines/0/pipes" ),
+                              conf + ": has more than one \"devices\" (3 times), of which the first "
+                                     "counts" ) );
     for( auto const& finding :
          Bfri::findingsOf( *BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" ) ) )
         EXPECT_EQ( finding.contextFile, "" );

@@ -47,8 +47,9 @@ class LeftOut : public InFolder {
     }
 };
 
-/// As a sentence; empty for nothing.
+/// As sentences; empty for nothing.
 String said( std::optional<Bfri::LeftOut> const& leftOut ) { return leftOut ? sentenceOf( *leftOut ) : ""; }
+String said( Bfri::LeftOuts const& all ) { return sentencesOf( all ); }
 
 TEST_F( LeftOut, IsKnownByNameAndByTheEndOfIt ) {
     auto const model = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
@@ -73,12 +74,37 @@ TEST_F( LeftOut, IsKnownByHandle ) {
 TEST_F( LeftOut, IsKnownBehindWhatTheModelHas ) {
     auto const model = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
     Bfri::LeftOutTables leftOut( *model->parser() );
-    EXPECT_EQ( said( leftOut.behind( 0x10000005, "" ) ), ofWhatItHas );           // lists it
-    EXPECT_EQ( said( leftOut.behind( 0x10000007, "" ) ), of );                    // has it
-    EXPECT_EQ( said( leftOut.behind( 0x10000099, "pipe.marks" ) ), ofWhatItHas ); // is named
-    EXPECT_EQ( said( leftOut.behind( 0x10000005, "pipe.acl" ) ), "" );            // another is known
+    EXPECT_EQ( said( leftOut.behind( 0x10000005, "" ) ), ofWhatItHas );  // lists it
+    EXPECT_EQ( said( leftOut.behind( 0x10000007, "pipe.marks" ) ), of ); // is it
+    EXPECT_EQ( said( leftOut.behind( 0x10000007, "hits" ) ), "" );
+    model->parser()->parentTableIs( "named", "pipe.marks" );
+    EXPECT_EQ( said( leftOut.behind( 0x10000099, "named" ) ), ofWhatItHas );
+    EXPECT_EQ( said( leftOut.behind( 0x20000099, "named" ) ), "" ); // of another file
     for( U32 const handle : { 5U, 0x10000006U } )
         EXPECT_EQ( said( leftOut.behind( handle, "" ) ), "" ) << handle;
+}
+
+TEST_F( LeftOut, IsNotReadBehindWhatIsOfAKnownTableAlone ) {
+    auto const files = []( char const* how, char const* staticEntries ) {
+        String const hits = String( R"([{"handle":5,"name":"hits","how_referenced":")" ) + how + R"("}])";
+        writeFile( "context.json", ContextBuilder()
+                                       .table( Support::matchTable( "pipe.acl" )
+                                                   .handle( 1 )
+                                                   .with( "/statistics_table_refs", hits.c_str() )
+                                                   .with( "/static_entries", staticEntries ) )
+                                       .table( statisticsTable( "hits" ).handle( 5 ).referenced( how ) )
+                                       .text() );
+    };
+    for( char const* const how : { "direct", "indirect" } ) {
+        files( how, "[]" );
+        auto const model = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
+        files( how, "[{}]" ); // since then
+        Bfri::LeftOutTables leftOut( *model->parser() );
+        EXPECT_EQ( leftOut.behind( 0x10000005, "hits" ).empty(), how == String( "direct" ) ) << how;
+    }
+    files( "direct", "[{}]" );
+    auto const leftOutNow = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
+    EXPECT_EQ( Bfri::LeftOutTables( *leftOutNow->parser() ).behind( 0x10000005, "hits" ).size(), 1U );
 }
 
 TEST_F( LeftOut, IsSaidOfAHandleThatIsLookedUp ) {
@@ -91,12 +117,12 @@ TEST_F( LeftOut, IsAMemberOfTheJsonOfLookup ) {
     auto const answer =
         parsed( bfri( { "lookup", "switch.conf", "0x10000007", "0x1000004d", "--json" } ).out );
     EXPECT_EQ( compact( answer[ "handles" ][ 0 ] ),
-               R"({"handle":268435463,"found":[],"suggestions":[],"leftOut":{"kind":"table",)"
+               R"({"handle":268435463,"found":[],"suggestions":[],"leftOut":[{"kind":"table",)"
                R"("name":"pipe.marks","table":null,"handle":268435463,"contextFile":"context.json",)"
-               R"("reason":"it has 1 static entry"}})" );
+               R"("missing":"record","reason":"it has 1 static entry"}]})" );
     EXPECT_EQ( compact( answer[ "handles" ][ 1 ][ "leftOut" ] ),
-               R"({"kind":"action","name":"mark","table":"pipe.marks","handle":268435533,)"
-               R"("contextFile":"context.json","reason":"it has 1 static entry"})" );
+               R"([{"kind":"action","name":"mark","table":"pipe.marks","handle":268435533,)"
+               R"("contextFile":"context.json","missing":"record","reason":"it has 1 static entry"}])" );
 }
 
 TEST_F( LeftOut, IsSaidOfAFieldThatIsAskedFor ) {
@@ -141,7 +167,7 @@ TEST_F( LeftOut, IsSaidOfWhatAPlacedOneHas ) {
             EXPECT_THAT( outcome.out + outcome.err, HasSubstr( row.start + row.said + "\n" ) ) << row.word;
         }
         EXPECT_EQ( parsed( bfri( { "show", "switch.conf", "marks", "--json" } )
-                               .out )[ "bfResources" ][ 0 ][ "leftOutTable" ][ "reason" ],
+                               .out )[ "bfResources" ][ 0 ][ "leftOutTables" ][ 0 ][ "reason" ],
                    "it has 1 static entry" );
     }
 }
@@ -154,6 +180,86 @@ TEST_F( LeftOut, IsNotSaidOfWhatOthersHave ) {
         EXPECT_THAT( page.out, Not( HasSubstr( "leaves out" ) ) ) << word;
     }
     EXPECT_EQ( bfri( { "lookup", "switch.conf", "0x10000001", "0x10000006" } ).err, "" );
+}
+
+/// Registers of which several tables are left out, or on no stage, or which are on none themselves.
+class SeveralLeftOut : public LeftOut {
+  protected:
+    SeveralLeftOut() {
+        auto const table = []( char const* name, U32 handle, char const* reference ) {
+            return Support::matchTable( name ).handle( handle ).with( "/stateful_table_refs", reference );
+        };
+        constexpr char const* cells = R"([{"handle":5,"name":"cells","how_referenced":"indirect"}])";
+        constexpr char const* own = R"([{"handle":6,"name":"own","how_referenced":"direct"}])";
+        constexpr char const* members = R"([{"handle":10,"name":"members","how_referenced":"indirect"}])";
+        constexpr char const* few = R"([{"handle":9,"name":"few","how_referenced":"indirect"}])";
+        writeFile(
+            "context.json",
+            ContextBuilder()
+                .table( table( "acl", 1, cells ) )
+                .table( table( "marks", 2, cells ).with( "/static_entries", "[{}]" ) )
+                .table( table( "more", 3, cells ).with( "/static_entries", "[{},{}]" ) )
+                .table( table( "big", 4, few ).stages( {} ).with( "/action_data_table_refs", members ) )
+                .table( actionDataTable( "members" ).handle( 10 ) )
+                .table( table( "lpm", 7, own ) )
+                .table( table( "late", 8, own ).with( "/static_entries", "[{}]" ) )
+                .table( statefulTable( "cells" ).handle( 5 ) )
+                .table( statefulTable( "own" ).handle( 6 ).referenced( "direct" ).stages( {} ) )
+                .table( statefulTable( "few" ).handle( 9 ) )
+                .text() );
+    }
+};
+
+TEST_F( SeveralLeftOut, AreTheSameForLookupAndShow ) {
+    using Lines = std::vector<String>;
+    String const has = "context.json has it with the match table ";
+    String const ofOwn = has + R"("late", which the model leaves out: it has 1 static entry)";
+    struct {
+        char const* handle;
+        char const* name;
+        Lines said;
+    } const rows[] = {
+        { "0x10000005",
+          "cells",
+          { has + R"("marks", which the model leaves out: it has 1 static entry)",
+            has + R"("more", which the model leaves out: it has 2 static entries)" } },
+        { "0x10000009",
+          "few",
+          { has + R"("big", whose references the model leaves out: it has no stage table)" } },
+        { "0x10000001", "acl", {} },
+        { "0x1000000a", "members", {} }, // which the model knows the table of
+    };
+    for( auto const& row : rows ) {
+        SCOPED_TRACE( row.name );
+        String notes;
+        for( String const& line : row.said )
+            notes += "bfri: " + String( row.handle ) + ": " + line + '\n';
+        EXPECT_EQ( bfri( { "lookup", "switch.conf", row.handle } ).err, notes );
+        for( char const* const word : { row.name, row.handle } ) {
+            String const page = bfri( { "show", "switch.conf", word } ).out;
+            for( String const& line : row.said )
+                EXPECT_THAT( page, HasSubstr( "\n\n  " + line + '\n' ) );
+            EXPECT_EQ( page.find( "leaves out" ) != String::npos, !row.said.empty() );
+        }
+    }
+    EXPECT_THAT( bfri( { "show", "switch.conf", "own" } ).out, HasSubstr( "\n\n  " + ofOwn + '\n' ) );
+}
+
+TEST_F( SeveralLeftOut, HaveTheOwnHandleOfWhatIsOnNoStage ) {
+    String const own = R"(context.json has the stateful table "own", whose handle the model leaves out: )"
+                       "it has no stage table";
+    String const owner = R"(context.json has it with the match table "late", which the model leaves out: )"
+                         "it has 1 static entry";
+    auto const found = bfri( { "lookup", "switch.conf", "0x10000006" } );
+    EXPECT_EQ( found.status, 0 );
+    EXPECT_EQ( found.err, "bfri: 0x10000006: " + own + "\nbfri: 0x10000006: " + owner + '\n' );
+    EXPECT_EQ( compact( parsed( bfri( { "lookup", "switch.conf", "0x10000006", "--json" } )
+                                    .out )[ "handles" ][ 0 ][ "leftOut" ][ 0 ] ),
+               R"({"kind":"resource","name":"own","table":null,"handle":268435462,)"
+               R"("contextFile":"context.json","missing":"handle","reason":"it has no stage table"})" );
+    auto const page = bfri( { "show", "switch.conf", "0x10000006" } );
+    EXPECT_EQ( page.status, 1 );
+    EXPECT_THAT( page.err, HasSubstr( " as its own; " + own + "; these refer to it:\n" ) );
 }
 
 } // namespace

@@ -102,9 +102,9 @@ TEST_F( Lookup, AsJsonHasAnElementForEachHandleAskedFor ) {
         R"({"format":1,"handles":[{"handle":536870913,"found":[)"
         R"({"kind":"action","field":"handle","name":"drop","table":"pipe.acl","severalTables":false},)"
         R"({"kind":"action","field":"handle","name":"drop","table":"pipe.lpm","severalTables":false}],)"
-        R"("suggestions":[],"leftOut":null},{"handle":7,"found":[],"suggestions":[],"leftOut":null},)"
+        R"("suggestions":[],"leftOut":[]},{"handle":7,"found":[],"suggestions":[],"leftOut":[]},)"
         R"({"handle":0,"found":[{"kind":"learn-quanta","field":"handle","name":"learn",)"
-        R"("table":null,"severalTables":false}],"suggestions":[],"leftOut":null}]})" );
+        R"("table":null,"severalTables":false}],"suggestions":[],"leftOut":[]}]})" );
     EXPECT_EQ( err, "bfri: nothing has the handle 7\n" );
 }
 
@@ -154,7 +154,7 @@ TEST_F( Lookup, HintsAtAHandleThatLacksIts0x ) {
     }
     EXPECT_EQ( ask( { "01000001" }, Format::json ), 1 );
     EXPECT_EQ( compact( parsed( out )[ "handles" ] ),
-               R"([{"handle":1000001,"found":[],"suggestions":["0x01000001"],"leftOut":null}])" );
+               R"([{"handle":1000001,"found":[],"suggestions":["0x01000001"],"leftOut":[]}])" );
     EXPECT_EQ( ask( { "01000009" } ), 1 );
     EXPECT_EQ( err, "bfri: nothing has the handle 01000009\n" );
     model->parser()->bfTablesPush( named<BfTableInfo>( "t", 0x100001F ) );
@@ -312,18 +312,30 @@ TEST_F( HandlesOfAFile, OfWhatIsDirectAreItsOwnToo ) {
                  HasSubstr( R"({"kind":"wred","field":null,"name":"wred","table":"pipe.lpm",)" ) );
 }
 
-TEST_F( Lookup, KeepsHandleAndKindWhereTheTerminalIsNarrow ) {
+TEST_F( Lookup, HasABlockForEachRowWhereTheTerminalIsNarrow ) {
     model->parser()->bfActionsPush(
         { 0x20000002, "pipe.SwitchIngress.some_control.drop", "pipe.SwitchIngress.some_control.acl" } );
-    for( std::size_t const columns : { 80U, 60U, 59U, 40U } ) {
-        SCOPED_TRACE( columns );
+    auto const textOn = [ & ]( std::size_t columns ) {
         std::ostringstream text;
-        Bfri::lookup( *model, { nullptr, { "switch.conf", "0x1000001", "0x4000001", "0x20000002" } },
+        Bfri::lookup( *model, { nullptr, { "switch.conf", "0x4000001", "0x20000002" } },
                       { text, text, { .columns = columns } } );
-        EXPECT_THAT( text.str(), HasSubstr( "\n0x01000001  table    " ) );
-        EXPECT_THAT( text.str(), HasSubstr( "\n0x04000001  counter  " ) );
-        EXPECT_THAT( text.str(), HasSubstr( "\n0x20000002  action   " ) );
-        std::istringstream lines( text.str() );
+        return text.str();
+    };
+    for( std::size_t const columns : { 59U, 40U, 39U, 25U, 10U } )
+        EXPECT_EQ( textOn( columns ), "HANDLE    0x04000001\n"
+                                      "KIND      counter\n"
+                                      "IN FIELD  ownHandle\n"
+                                      "NAME      hits\n"
+                                      "TABLE     pipe.acl\n\n"
+                                      "HANDLE    0x20000002\n"
+                                      "KIND      action\n"
+                                      "IN FIELD  handle\n"
+                                      "NAME      pipe.SwitchIngress.some_control.drop\n"
+                                      "TABLE     pipe.SwitchIngress.some_control.acl\n" )
+            << columns;
+    for( std::size_t const columns : { 80U, 60U } ) {
+        EXPECT_THAT( textOn( columns ), HasSubstr( "\n0x20000002  action   " ) ) << columns;
+        std::istringstream lines( textOn( columns ) );
         for( String line; std::getline( lines, line ); )
             EXPECT_LE( line.size(), columns );
     }

@@ -249,6 +249,11 @@ TEST_F( Show, ShowsEveryKindThatBearsTheName ) {
     EXPECT_THAT( text, HasSubstr( "\n\nlearn-quanta x\n  handle  0x00000009\n\nheader x\n  size  14\n" ) );
 }
 
+TEST_F( Show, OfAnEmptyNameHasADashAsListsHave ) {
+    parser.bfTablesPush( named<BfTableInfo>( "", 1 ) );
+    EXPECT_THAT( answerOf( "show", *model, Format::text, "0x1" ), StartsWith( "table -\n  handle" ) );
+}
+
 TEST_F( Show, GivesAResourceThatIsNoOtherRecordsPlaceTheTablesThatUseIt ) {
     BfTableInfo table = named<BfTableInfo>( "acl", 1 );
     table.adtName = "members";
