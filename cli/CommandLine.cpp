@@ -200,10 +200,10 @@ void requirePaths( Request const& request ) {
     }
 }
 
-[[noreturn]] void refuseSurplus( CLI::App const& app, Command const& command ) {
-    String const word = app.remaining( true ).front();
-    refuse( "'" + word + "' is too much: the command is 'bfri " + command.word + argumentsOf( command ) +
-            "'" );
+/// With the command that was given, if one was.
+[[noreturn]] void refuseSurplus( CLI::App const& app, Command const* command ) {
+    String const line = command ? command->word + argumentsOf( *command ) : "COMMAND";
+    refuse( "'" + app.remaining( true ).front() + "' is too much: the command is 'bfri " + line + "'" );
 }
 
 } // namespace
@@ -234,7 +234,7 @@ std::optional<Request> parseCommandLine( int argc, char const* const* argv, std:
         app.exit( asked, out, out );
         return std::nullopt;
     } catch( CLI::ExtrasError const& ) {
-        refuseSurplus( app, *command ); // what stands in front of a command is refused already
+        refuseSurplus( app, command );
     } catch( CLI::ParseError const& error ) {
         refuse( error.what() );
     }
