@@ -1,12 +1,12 @@
 #include "cli/Run.h"
 
-#include "cli/CheckReport.h"
-#include "cli/CommandLine.h"
-#include "cli/Evidence.h"
-#include "cli/JsonFormat.h"
-#include "cli/Load.h"
-#include "cli/Utf8.h"
-#include "cli/WrongWord.h"
+#include "cli/grammar/CommandLine.h"
+#include "cli/grammar/WrongWord.h"
+#include "cli/terminal/CheckReport.h"
+#include "inspect/load/FaultDetails.h"
+#include "inspect/load/Load.h"
+#include "inspect/rows/JsonFormat.h"
+#include "inspect/rows/Utf8.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -86,7 +86,7 @@ Streams asAskedFor( Streams io, Request const& request ) {
 ExitStatus report( Failure const& failure, Command const* command, std::ostream& err ) {
     err << "bfri: " << failure.what() << '\n';
     for( String const& name : failure.suggestions )
-        err << "  " << shown( name ) << '\n';
+        err << "  " << escapeForTerminal( name ) << '\n';
     if( failure.status == ExitStatus::usage )
         err << "Run 'bfri " << ( command ? command->word + String( " " ) : "" )
             << "--help' to see how it is used.\n";
@@ -109,8 +109,9 @@ ExitStatus run( int argc, char const* const* argv, Streams const& io ) {
     } catch( Failure const& failure ) {
         return report( failure, commandIn( argc, argv ), io.err );
     } catch( std::exception const& error ) {
-        return report( Failure( ExitStatus::internal, "internal error: " + shown( error.what() ) ), nullptr,
-                       io.err );
+        return report(
+            Failure( ExitStatus::internal, "internal error: " + escapeForTerminal( error.what() ) ), nullptr,
+            io.err );
     }
 }
 

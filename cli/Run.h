@@ -1,7 +1,7 @@
 #pragma once
 
-#include "cli/Commands.h"
 #include "cli/Failure.h"
+#include "cli/grammar/Commands.h"
 
 namespace Bfri {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "AttendantInventor.h"
+#include "AttachedTableInventor.h"
 #include "MatchKind.h"
 #include "ProgramBuilder.h"
 #include "Random.h"
@@ -36,7 +36,7 @@ class TableInventor {
     ProgramBuilder& builder_;
     Random& random_;
     std::size_t tableLimit_;
-    AttendantInventor attendants_;
+    AttachedTableInventor attendants_;
 
     static constexpr std::nullopt_t condition = std::nullopt;
     Deck<std::optional<MatchKind>> kinds_{

@@ -1,7 +1,7 @@
 #include "tests/cli/Inputs.h"
 
-#include "cli/Annotator.h"
-#include "cli/Answers.h"
+#include "cli/commands/Annotator.h"
+#include "cli/commands/Answers.h"
 
 #include <cstring>
 #include <fcntl.h>

@@ -1,4 +1,4 @@
-#include "cli/Choice.h"
+#include "cli/commands/RowSelection.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@ Row record( char const* name, U32 size, Value value = {} ) {
     return { { "name", name }, { "size", size }, { "value", std::move( value ) } };
 }
 
-std::vector<String> namesOf( std::vector<Row> rows, Choice const& choice ) {
+std::vector<String> namesOf( std::vector<Row> rows, RowSelection const& choice ) {
     choose( rows, choice );
     std::vector<String> names;
     for( Row const& row : rows )
@@ -21,9 +21,9 @@ std::vector<String> namesOf( std::vector<Row> rows, Choice const& choice ) {
     return names;
 }
 
-Choice filtered( char const* expression ) { return { Pattern( expression ), {}, Choice().most }; }
-Choice sorted( char const* field, bool descending = false ) {
-    return { {}, Order{ field, descending }, Choice().most };
+RowSelection filtered( char const* expression ) { return { Pattern( expression ), {}, RowSelection().most }; }
+RowSelection sorted( char const* field, bool descending = false ) {
+    return { {}, Order{ field, descending }, RowSelection().most };
 }
 
 std::vector<Row> const tables = { record( "b", 9 ), record( "ab", 10 ), record( "a", 9 ),

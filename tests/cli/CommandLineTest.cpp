@@ -1,7 +1,7 @@
 #include "tests/cli/Inputs.h"
 
-#include "cli/Listings.h"
 #include "cli/Run.h"
+#include "inspect/model/RecordKinds.h"
 
 #include <gmock/gmock.h>
 #include <set>
@@ -256,7 +256,7 @@ TEST( Help, OfAListSaysWhatItsFieldsAre ) {
 }
 
 TEST( Help, OfAListSaysItOfEveryField ) {
-    for( Bfri::Listing const& listing : Bfri::listings() ) {
+    for( Bfri::RecordKind const& listing : Bfri::recordKinds() ) {
         std::vector<std::string_view> explained;
         std::vector<std::string_view> fields;
         for( Bfri::Column const& column : listing.columns ) {
@@ -270,7 +270,7 @@ TEST( Help, OfAListSaysItOfEveryField ) {
 }
 
 TEST( Help, OfAListFitsTheTerminal ) {
-    for( Bfri::Listing const& listing : Bfri::listings() ) {
+    for( Bfri::RecordKind const& listing : Bfri::recordKinds() ) {
         std::istringstream lines( bfri( { listing.word, "--help" } ).out );
         for( String line; std::getline( lines, line ); )
             EXPECT_LE( line.size(), 100U ) << line;

@@ -1,6 +1,6 @@
 #include "tests/cli/Inputs.h"
 
-#include "cli/Completion.h"
+#include "cli/grammar/Completion.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "cli/ContextText.h"
+#include "inspect/load/ContextText.h"
 #include "tests/cli/Inputs.h"
 
 #include <gmock/gmock.h>

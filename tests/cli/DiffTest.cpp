@@ -1,7 +1,7 @@
-#include "cli/Listings.h"
-#include "cli/Paint.h"
 #include "cli/Run.h"
-#include "cli/TextFormat.h"
+#include "cli/terminal/Paint.h"
+#include "cli/terminal/TextFormat.h"
+#include "inspect/model/RecordKinds.h"
 #include "tests/cli/Inputs.h"
 
 #include <gmock/gmock.h>
@@ -527,7 +527,7 @@ TEST_F( Diff, AsJsonHoldsTheRecordsAndEachFieldThatDiffers ) {
                                                              "handles", "hitBitRanges", "verdict" } ) );
     EXPECT_EQ( compact( answer[ "new" ] ), "\"new\"" );
     auto const& kinds = answer[ "kinds" ];
-    EXPECT_EQ( memberNames( kinds ).size(), Bfri::listings().size() );
+    EXPECT_EQ( memberNames( kinds ).size(), Bfri::recordKinds().size() );
     EXPECT_EQ( compact( kinds[ "bfResources" ] ),
                R"({"added":[],"removed":[],"changed":[{"name":"t","fields":[)"
                R"({"field":"size","from":1024,"to":512}],"firstOfName":true}],)"

@@ -1,8 +1,8 @@
 #include "tests/cli/Inputs.h"
 
-#include "cli/Answers.h"
-#include "cli/Listings.h"
-#include "cli/Utf8.h"
+#include "cli/commands/Answers.h"
+#include "inspect/model/RecordKinds.h"
+#include "inspect/rows/Utf8.h"
 
 #include <gmock/gmock.h>
 
@@ -210,7 +210,8 @@ TEST_F( FieldOfARecord, ThatPeopleSeeAsAbsentIsNotFound ) {
         { "register", "cells\n", "parent" } };
     for( auto const& row : rows ) {
         EXPECT_EQ( statusOf( row.kind, row.name, row.field ), ExitStatus::no ) << row.field;
-        EXPECT_EQ( notes, String( row.kind ) + " '" + Bfri::shown( row.name ) + "' has no " + row.field );
+        EXPECT_EQ( notes, String( row.kind ) + " '" + Bfri::escapeForTerminal( row.name ) + "' has no " +
+                              row.field );
     }
 }
 
@@ -238,7 +239,7 @@ TEST_F( FieldOfARecord, OfNoSuchNameIsWrongUsage ) {
 
 TEST_F( FieldOfARecord, HelpNamesEveryKind ) {
     auto const help = bfri( { "field", "--help" } ).out;
-    for( Bfri::Listing const& kind : Bfri::listings() )
+    for( Bfri::RecordKind const& kind : Bfri::recordKinds() )
         EXPECT_THAT( help, HasSubstr( kind.one ) );
 }
 

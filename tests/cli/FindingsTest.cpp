@@ -1,4 +1,4 @@
-#include "cli/Findings.h"
+#include "inspect/check/Findings.h"
 
 #include "tests/cli/Inputs.h"
 

@@ -1,7 +1,7 @@
-#include "cli/CsvFormat.h"
-#include "cli/JsonFormat.h"
-#include "cli/StageText.h"
-#include "cli/TextFormat.h"
+#include "cli/terminal/StageText.h"
+#include "cli/terminal/TextFormat.h"
+#include "inspect/rows/CsvFormat.h"
+#include "inspect/rows/JsonFormat.h"
 
 #include <gmock/gmock.h>
 #include <sstream>
@@ -19,7 +19,7 @@ RowList const list{
         { "", List{ Hex( 1 ), Hex( 2 ) } } },
       { { "", "\xC3\xA9\x1B" }, { "", U32{ 1000 } }, { "", {} }, { "", false }, { "", List{} } } } };
 
-String columnsOf( RowList const& rows, Look const& look = {} ) {
+String columnsOf( RowList const& rows, TerminalStyle const& look = {} ) {
     std::ostringstream out;
     printColumns( out, rows, look );
     return out.str();
@@ -148,7 +148,7 @@ StageMap mapOf( BfResource const& resource, std::vector<Stage> const& stages, U3
     return { {}, stages, loads, { { resource.ingress, resource.type, placed, loads } }, {} };
 }
 
-String gridOf( StageMap const& map, Look const& look = {} ) {
+String gridOf( StageMap const& map, TerminalStyle const& look = {} ) {
     std::ostringstream out;
     printGrid( out, look, map );
     return out.str();

@@ -1,4 +1,4 @@
-#include "cli/Kinds.h"
+#include "inspect/model/Kinds.h"
 #include "tests/cli/Inputs.h"
 
 #include <gmock/gmock.h>
@@ -24,7 +24,7 @@ TEST_F( Kinds, BearNamesInTheOrderOfTheListingsEachPairOnce ) {
 }
 
 TEST_F( Kinds, AreKnownBySingularAndPlural ) {
-    for( Bfri::Listing const& kind : Bfri::listings() ) {
+    for( Bfri::RecordKind const& kind : Bfri::recordKinds() ) {
         EXPECT_EQ( kindOf( kind.word ), &kind );
         EXPECT_EQ( kindOf( kind.one ), &kind );
     }

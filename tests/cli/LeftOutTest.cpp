@@ -1,4 +1,4 @@
-#include "cli/LeftOut.h"
+#include "inspect/model/Omissions.h"
 
 #include "tests/cli/Inputs.h"
 

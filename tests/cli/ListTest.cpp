@@ -1,7 +1,7 @@
 #include "tests/cli/Inputs.h"
 
-#include "cli/Listings.h"
-#include "cli/Records.h"
+#include "inspect/model/RecordKinds.h"
+#include "inspect/model/Records.h"
 
 #include <gmock/gmock.h>
 
@@ -267,7 +267,7 @@ TEST_F( FilteredList, SaysThatNoNameMatches ) {
 class EveryList : public InFolder {};
 
 TEST_F( EveryList, HasANameToFilterByAndColumnsOfFieldsThatThereAre ) {
-    for( Bfri::Listing const& listing : Bfri::listings() ) {
+    for( Bfri::RecordKind const& listing : Bfri::recordKinds() ) {
         Bfri::Row const blank = listing.blank();
         auto const has = [ & ]( std::string_view name ) {
             return std::any_of( blank.begin(), blank.end(),
@@ -282,7 +282,7 @@ TEST_F( EveryList, HasANameToFilterByAndColumnsOfFieldsThatThereAre ) {
 TEST_F( EveryList, HasTheRecordsOfTheDump ) {
     auto const model = modelOf( completeContext() );
     auto const dump = jsonAnswerOf( "dump", *model );
-    for( Bfri::Listing const& listing : Bfri::listings() ) {
+    for( Bfri::RecordKind const& listing : Bfri::recordKinds() ) {
         auto const list = jsonAnswerOf( listing.word, *model );
         auto const& rows = ( list.MemberBegin() + 1 )->value;
         ASSERT_GE( rows.Size(), 1U ) << listing.word;

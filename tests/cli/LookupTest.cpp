@@ -1,8 +1,8 @@
 #include "tests/cli/Inputs.h"
 
-#include "cli/Answers.h"
-#include "cli/Bearers.h"
-#include "cli/Kinds.h"
+#include "cli/commands/Answers.h"
+#include "inspect/model/HandleUses.h"
+#include "inspect/model/Kinds.h"
 
 #include <gmock/gmock.h>
 #include <set>
@@ -223,7 +223,7 @@ class HandlesOfAFile : public InFolder {
     /// What bears a table's handle: "KIND.FIELD NAME/TABLE=OWNER", in order.
     std::vector<String> bearersOf( char const* table ) {
         std::vector<String> texts;
-        Bfri::eachBearer( *model->parser(), [ & ]( Bfri::Bearer const& bearer ) {
+        Bfri::eachHandleUse( *model->parser(), [ & ]( Bfri::HandleUse const& bearer ) {
             if( bearer.handle == Support::handleOf( table ) )
                 texts.push_back( String( bearer.kind ) + "." + bearer.field + " " + String( bearer.name ) +
                                  "/" + String( bearer.table ) + "=" + String( bearer.owner ) );
@@ -281,7 +281,7 @@ TEST_F( HandlesOfAFile, AreOfTheTablesThatThePageOfAResourceHas ) {
     for( auto const& row : rows ) {
         SCOPED_TRACE( row.resource );
         String table;
-        Bfri::eachBearer( *model->parser(), [ & ]( Bfri::Bearer const& bearer ) {
+        Bfri::eachHandleUse( *model->parser(), [ & ]( Bfri::HandleUse const& bearer ) {
             if( bearer.kind == String( "resource" ) && bearer.name == row.resource )
                 table = bearer.severalTables ? "(several)" : String( bearer.table );
         } );
@@ -344,7 +344,7 @@ TEST_F( Lookup, HasABlockForEachRowWhereTheTerminalIsNarrow ) {
 /// Against the lists, which show whole records: a field of handles that a record gains is missed here.
 TEST_F( HandlesOfAFile, AreAllThatTheListsShow ) {
     std::set<String> listed;
-    for( Bfri::Listing const& kind : Bfri::listings() ) {
+    for( Bfri::RecordKind const& kind : Bfri::recordKinds() ) {
         for( Bfri::Row const& row : kind.rows( *model->parser() ) ) {
             auto const add = [ & ]( Bfri::Field const& field, Bfri::Value const& value ) {
                 auto const* const handle = std::get_if<Bfri::Hex>( &value.is );
@@ -361,7 +361,7 @@ TEST_F( HandlesOfAFile, AreAllThatTheListsShow ) {
         }
     }
     std::set<String> visited;
-    Bfri::eachBearer( *model->parser(), [ & ]( Bfri::Bearer const& bearer ) {
+    Bfri::eachHandleUse( *model->parser(), [ & ]( Bfri::HandleUse const& bearer ) {
         EXPECT_NE( Bfri::kindOf( bearer.kind ), nullptr ) << bearer.kind;
         visited.insert( std::to_string( bearer.handle ) + bearer.kind + "." + bearer.field );
     } );

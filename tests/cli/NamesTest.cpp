@@ -1,4 +1,4 @@
-#include "cli/Names.h"
+#include "inspect/model/Names.h"
 
 #include "cli/Failure.h"
 

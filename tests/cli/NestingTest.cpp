@@ -1,4 +1,4 @@
-#include "cli/Nesting.h"
+#include "inspect/load/Nesting.h"
 #include "vessa/Types.h"
 
 #include <algorithm>

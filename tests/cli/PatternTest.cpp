@@ -1,4 +1,4 @@
-#include "cli/Pattern.h"
+#include "cli/commands/Pattern.h"
 #include "cli/Failure.h"
 
 #include <gmock/gmock.h>

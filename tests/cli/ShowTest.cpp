@@ -1,6 +1,6 @@
 #include "tests/cli/Inputs.h"
 
-#include "cli/Answers.h"
+#include "cli/commands/Answers.h"
 
 #include <gmock/gmock.h>
 

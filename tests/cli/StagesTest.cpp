@@ -1,7 +1,7 @@
 #include "tests/cli/Inputs.h"
 
-#include "cli/Answers.h"
-#include "cli/Utf8.h"
+#include "cli/commands/Answers.h"
+#include "inspect/rows/Utf8.h"
 
 #include <gmock/gmock.h>
 
@@ -9,7 +9,7 @@ namespace {
 
 using Bfri::ExitStatus;
 using Bfri::Format;
-using Bfri::Look;
+using Bfri::TerminalStyle;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -56,10 +56,10 @@ class Stages : public InFolder {
                    i % 2 == 0 ? Numbers{ i % stages } : Numbers{ i % stages, i % stages + 1 }, 1000 * i );
     }
 
-    String answer( Look const& look = {}, std::map<String, String> const& options = {} ) {
+    String answer( TerminalStyle const& look = {}, std::map<String, String> const& options = {} ) {
         return answerOf( *modelOf( context ), look, options );
     }
-    static String answerOf( Bfri::Model const& model, Look const& look = {},
+    static String answerOf( Bfri::Model const& model, TerminalStyle const& look = {},
                             std::map<String, String> const& options = {} ) {
         std::ostringstream out;
         std::ostringstream err;
@@ -299,7 +299,7 @@ TEST_F( Stages, HaveNumbers ) {
         } catch( Bfri::Failure const& failure ) {
             EXPECT_EQ( failure.status, ExitStatus::usage );
             EXPECT_EQ( failure.what(),
-                       "--stage takes the number of a stage, not '" + Bfri::shown( word ) + "'" );
+                       "--stage takes the number of a stage, not '" + Bfri::escapeForTerminal( word ) + "'" );
         }
     }
 }

@@ -1,4 +1,4 @@
-#include "cli/Utf8.h"
+#include "inspect/rows/Utf8.h"
 
 #include <gtest/gtest.h>
 
@@ -25,8 +25,8 @@ class Texts : public testing::TestWithParam<Row> {};
 TEST_P( Texts, AreSafeInJsonAndOnATerminal ) {
     auto const& [ text, json, terminal, columns ] = GetParam();
     EXPECT_EQ( Bfri::jsonQuoted( text ), json );
-    EXPECT_EQ( Bfri::shown( text ), terminal );
-    EXPECT_EQ( Bfri::width( Bfri::shown( text ) ), columns );
+    EXPECT_EQ( Bfri::escapeForTerminal( text ), terminal );
+    EXPECT_EQ( Bfri::width( Bfri::escapeForTerminal( text ) ), columns );
 }
 
 INSTANTIATE_TEST_SUITE_P(

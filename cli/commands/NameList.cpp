@@ -1,0 +1,46 @@
+#include "cli/commands/Answers.h"
+#include "cli/grammar/WrongWord.h"
+#include "inspect/model/Kinds.h"
+#include "inspect/rows/CsvFormat.h"
+#include "inspect/rows/JsonFormat.h"
+#include "inspect/rows/Utf8.h"
+
+namespace Bfri {
+
+namespace {
+
+/// A row a name, in the order of their bytes.
+std::vector<Row> rowsOf( Model const& model, RecordKind const* only ) {
+    std::map<String, List> kinds;
+    for( auto const& [ name, kind ] : namesOfKinds( *model.parser() ) ) {
+        if( !only || kind == only )
+            kinds[ name ].emplace_back( kind->one );
+    }
+    std::vector<Row> rows;
+    rows.reserve( kinds.size() );
+    for( auto const& [ name, ofName ] : kinds )
+        rows.push_back( { { "name", name }, { "kinds", ofName } } );
+    return rows;
+}
+
+} // namespace
+
+ExitStatus names( Model const& model, Request const& request, Streams const& io ) {
+    std::vector<Row> rows =
+        rowsOf( model, request.has( "--kind" ) ? &kindMeant( request.option( "--kind" ) ) : nullptr );
+    switch( request.format ) {
+    case Format::text:
+        for( Row const& row : rows )
+            io.out << escapeForTerminal( valueAs<String>( row, "name" ) ) << '\n';
+        break;
+    case Format::csv:
+        printCsv( io.out, { { { "name", {} }, { "kinds", {} } }, std::move( rows ) } );
+        break;
+    case Format::json:
+        JsonAnswer( io.out ).member( "names", listOf( rows, []( Row const& row ) { return row; } ) );
+        break;
+    }
+    return ExitStatus::done;
+}
+
+} // namespace Bfri

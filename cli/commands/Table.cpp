@@ -1,0 +1,87 @@
+#include "cli/commands/Answers.h"
+#include "cli/terminal/TextFormat.h"
+#include "inspect/model/HandleUses.h"
+#include "inspect/model/Names.h"
+#include "inspect/model/Omissions.h"
+#include "inspect/model/Relations.h"
+#include "inspect/rows/JsonFormat.h"
+
+namespace Bfri {
+
+namespace {
+
+std::vector<String> tableNames( Model const& model ) {
+    std::vector<String> names;
+    for( BfTableInfo const& record : model.parser()->bfTables() )
+        names.push_back( record.name );
+    return names;
+}
+
+/// Referenced handles, with the names of the tables behind them.
+List named( BfResourceInfo::BfResourceParser const& parser, Vessa::Queue<U32> const& handles ) {
+    return listOf( handles, [ & ]( U32 handle ) {
+        BfZelResource const* const resource = parser.resourceHandles().find( handle );
+        return Row{ { "handle", Hex( handle ) }, { "name", resource ? Value( resource->name ) : Value() } };
+    } );
+}
+
+/// What the handle's entry knows beyond the table's record; all absent for a table that is not placed.
+Row placement( Model const& model, U32 handle ) {
+    auto const& parser = *model.parser();
+    BfZelResource const* const resource = parser.resourceHandles().find( handle );
+    if( !resource )
+        return { { "stageStart", {} },
+                 { "statReferences", {} },
+                 { "meterReferences", {} },
+                 { "statefulReferences", {} } };
+    return { { "stageStart", U32{ resource->stageStart } },
+             { "statReferences", named( parser, resource->statReferences() ) },
+             { "meterReferences", named( parser, resource->meterReferences() ) },
+             { "statefulReferences", named( parser, resource->statefulReferences() ) } };
+}
+
+/// The place of the table that is meant: the first of its name, else of its handle. Says on err where there
+/// are others.
+U32 placeMeant( Model const& model, String const& word, std::ostream& err ) {
+    auto const& tables = model.parser()->bfTables();
+    auto const names = tableNames( model );
+    auto const handle = handleIn( word );
+    bool const isName = tables.first<BfByName<BfTableInfo>>( word ) < tables.size();
+    if( U32 const first =
+            handle && !isName ? tables.first<BfByHandle<BfTableInfo>>( *handle ) : tables.size();
+        first < tables.size() ) {
+        auto const count = std::count_if( tables.begin(), tables.end(), [ & ]( BfTableInfo const& table ) {
+            return table.handle == *handle;
+        } );
+        if( count > 1 )
+            err << "bfri: " << count << " tables have this handle; this is the first\n";
+        return first;
+    }
+    String const name = meantName( names, word, { "match table", "tables", "tables" },
+                                   [ & ] { return whyMissing( *model.parser(), word ); } );
+    noteSeveral( names, name, "tables", err );
+    return model.bfTableIndex( name );
+}
+
+} // namespace
+
+ExitStatus table( Model const& model, Request const& request, Streams const& io ) {
+    auto const& parser = *model.parser();
+    BfTableInfo const& record = parser.bfTables().at( placeMeant( model, request.words[ 1 ], io.err ) );
+    BfResource const* const place = Relations( parser ).placeOf( record.handle, record.name );
+    Row const placed = placement( model, record.handle );
+    if( request.format == Format::json ) {
+        JsonAnswer answer( io.out );
+        answer.members( rowOf( record ) );
+        answer.member( "placed", place != nullptr );
+        answer.members( placed );
+        return ExitStatus::done;
+    }
+    Row row = shownTable( rowOf( record ) );
+    row.push_back( { "placed", placeText( place ) } );
+    row.insert( row.end(), placed.begin(), placed.end() );
+    printFields( io.out, row );
+    return ExitStatus::done;
+}
+
+} // namespace Bfri

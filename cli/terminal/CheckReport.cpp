@@ -1,0 +1,174 @@
+#include "cli/terminal/CheckReport.h"
+
+#include "inspect/rows/Utf8.h"
+
+#include <algorithm>
+#include <span>
+
+namespace Bfri {
+
+namespace {
+
+Value textOrNothing( String const& text ) { return text.empty() ? Value() : Value( text ); }
+
+template<class Type>
+Value valueOr( std::optional<Type> const& value ) {
+    return value ? Value( *value ) : Value();
+}
+
+Row findingRow( Finding const& finding ) {
+    return { { "code", finding.kind->code },
+             { "title", finding.kind->title },
+             { "severity", wordOf( finding.kind->severity ) },
+             { "kind", finding.what },
+             { "name", finding.name },
+             { "handle", finding.handle ? Value( Hex( *finding.handle ) ) : Value() },
+             { "contextFile", textOrNothing( finding.contextFile ) },
+             { "message", finding.message() } };
+}
+
+String counted( std::size_t number, String const& one ) {
+    return std::to_string( number ) + " " + one + ( number == 1 ? "" : one == "hash" ? "es" : "s" );
+}
+
+/// " in 33 match tables, 62 hardware resources, ...": what there is none of is left out.
+String countsText( std::vector<Count> const& counts ) {
+    String text;
+    for( Count const& count : counts ) {
+        if( count.number )
+            text += ( text.empty() ? "" : ", " ) + counted( count.number, count.one );
+    }
+    return text.empty() ? ", without a context file to look into" : " in " + text;
+}
+
+Row countsRow( std::vector<Count> const& counts ) {
+    Row row;
+    for( Count const& count : counts )
+        row.push_back( { count.collection, static_cast<U32>( count.number ) } );
+    return row;
+}
+
+void printLine( std::ostream& out, String const& label, String const& text ) {
+    if( !text.empty() )
+        out << "  " << label << String( 11 - label.size(), ' ' ) << escapeForTerminal( text ) << '\n';
+}
+
+String placeOf( Fault const& fault ) {
+    String place;
+    if( fault.pointer )
+        place = fault.pointer->empty() ? "the top of the file" : *fault.pointer;
+    if( fault.pointer && !fault.member.empty() )
+        place += ", member \"" + fault.member + '"';
+    if( fault.line && !fault.column )
+        place += ", line " + std::to_string( *fault.line );
+    return place;
+}
+
+void printFault( Fault const& fault, std::ostream& out ) {
+    printLine( out, "file:", fault.file );
+    printLine( out, "problem:", problemOf( fault ) );
+    if( !fault.problem.empty() || !fault.column )
+        printLine( out, "where:", placeOf( fault ) );
+    else
+        printLine( out, "where:",
+                   "line " + std::to_string( *fault.line ) + ", column " + std::to_string( *fault.column ) );
+    if( fault.column ) {
+        printLine( out, "", fault.excerpt.empty() ? " " : fault.excerpt );
+        out << String( 13 + fault.caret, ' ' ) << "^\n";
+    }
+    if( fault.tableIndex )
+        printLine( out, "table:",
+                   std::to_string( *fault.tableIndex ) +
+                       ( fault.table.empty() ? "" : " \"" + fault.table + '"' ) );
+    printLine( out, "expected:", fault.expected );
+    printLine( out, "handle:", handleOf( fault ) );
+    printLine( out, "found:", fault.found );
+    printLine( out, "hint:", fault.hint );
+    for( String const& text : fault.reported )
+        printLine( out, "reported:", text );
+    printLine( out, "condition:", conditionOf( fault ) );
+}
+
+/// "3 findings (1 error, 2 notes)".
+String totalsText( std::vector<Finding> const& findings ) {
+    String text;
+    for( Severity const severity : { Severity::error, Severity::warning, Severity::note } ) {
+        auto const count = std::count_if( findings.begin(), findings.end(),
+                                          [ & ]( auto const& f ) { return f.kind->severity == severity; } );
+        if( count > 0 )
+            text += ( text.empty() ? "" : ", " ) +
+                    counted( static_cast<std::size_t>( count ), wordOf( severity ) );
+    }
+    return counted( findings.size(), "finding" ) + " (" + text + ")";
+}
+
+/// A pipeline is called by its context file.
+String subjectIn( Finding const& finding, bool severalFiles ) {
+    bool const tells = severalFiles && !finding.contextFile.empty() && finding.contextFile != finding.name;
+    return finding.subject() + ( tells ? " in " + escapeForTerminal( finding.contextFile ) : "" );
+}
+
+/// The findings of a kind stand together. What is the same of all of them stands once.
+void printFindings( std::vector<Finding> const& findings, bool severalFiles, Streams const& io ) {
+    auto const most = io.look.columns == 0 ? findings.size() : 10;
+    for( auto first = findings.begin(); first != findings.end(); ) {
+        FindingKind const& kind = *first->kind;
+        auto const end =
+            std::find_if( first, findings.end(), [ & ]( auto const& f ) { return f.kind != &kind; } );
+        auto const count = static_cast<std::size_t>( end - first );
+        bool const alike =
+            count > 1 && std::all_of( first, end, [ & ]( auto const& f ) { return f.says == first->says; } );
+        io.out << "  " << kind.code << ' ' << wordOf( kind.severity ) << ", " << kind.title << ": " << count
+               << ( alike ? " (" + first->says + ")" : "" ) << '\n';
+        for( auto const& finding : std::span( first, std::min( most, count ) ) )
+            io.out << "    " << subjectIn( finding, severalFiles ) << ( alike ? "" : ": " + finding.says )
+                   << '\n';
+        if( count > most )
+            io.out << "    and " << count - most << " more; --json has all\n";
+        first = end;
+    }
+}
+
+} // namespace
+
+Row rowOf( Fault const& fault ) {
+    return { { "file", fault.file },
+             { "isContextFile", fault.inContextFile },
+             { "problem", textOrNothing( fault.problem ) },
+             { "line", valueOr( fault.line ) },
+             { "column", valueOr( fault.column ) },
+             { "excerpt", textOrNothing( fault.excerpt ) },
+             { "pointer", valueOr( fault.pointer ) },
+             { "member", textOrNothing( fault.member ) },
+             { "tableIndex", valueOr( fault.tableIndex ) },
+             { "table", textOrNothing( fault.table ) },
+             { "expected", textOrNothing( fault.expected ) },
+             { "handle", valueOr( fault.handle ) },
+             { "found", textOrNothing( fault.found ) },
+             { "reported", listOf( fault.reported, []( String const& text ) { return text; } ) },
+             { "condition", textOrNothing( fault.condition ) },
+             { "function", textOrNothing( fault.function ) },
+             { "hint", textOrNothing( fault.hint ) } };
+}
+
+Row rowOf( Checked const& checked ) {
+    return { { "switchConf", checked.switchConf },
+             { "loads", !checked.fault.has_value() },
+             { "failure", checked.fault ? Value( rowOf( *checked.fault ) ) : Value() },
+             { "checked", checked.fault ? Value() : Value( countsRow( checked.counts ) ) },
+             { "findings", listOf( checked.findings, findingRow ) } };
+}
+
+void print( Checked const& checked, Streams const& io ) {
+    io.out << escapeForTerminal( checked.switchConf ) << ": ";
+    if( checked.fault ) {
+        io.out << "can't be loaded\n";
+        printFault( *checked.fault, io.out );
+        return;
+    }
+    io.out << ( checked.findings.empty() ? "sound" : totalsText( checked.findings ) )
+           << countsText( checked.counts ) << '\n';
+    printFindings( checked.findings, checked.counts.front().number > 1, io );
+}
+
+} // namespace Bfri

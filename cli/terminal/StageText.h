@@ -1,0 +1,19 @@
+#pragma once
+
+#include "cli/terminal/TerminalStyle.h"
+#include "inspect/stages/StageMap.h"
+
+#include <optional>
+#include <ostream>
+
+namespace Bfri {
+
+/// The stages across, types by direction down: how many resources start in each, and how many go on in it.
+/// Stages that the terminal has no room for follow in further blocks.
+void printGrid( std::ostream& out, TerminalStyle const& look, StageMap const& map );
+
+/// A line a resource, with a bar over its stages; of one stage only those that are in it.
+void printBars( std::ostream& out, TerminalStyle const& look, StageMap const& map,
+                std::optional<Stage> stage );
+
+} // namespace Bfri

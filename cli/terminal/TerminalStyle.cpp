@@ -1,0 +1,42 @@
+#include "cli/terminal/TerminalStyle.h"
+
+#include <cstdlib>
+#include <string_view>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace Bfri {
+
+namespace {
+
+std::string_view environment( char const* name ) {
+    char const* const value = std::getenv( name );
+    return value ? value : "";
+}
+
+std::size_t terminalColumns() {
+    winsize size = {};
+    if( ioctl( STDOUT_FILENO, TIOCGWINSZ, &size ) != 0 || size.ws_col == 0 )
+        return 80;
+    return size.ws_col;
+}
+
+/// The first of the variables that is set says it, as for every program of the system.
+bool localeIsUtf8() {
+    for( char const* const name : { "LC_ALL", "LC_CTYPE", "LANG" } ) {
+        std::string_view const locale = environment( name );
+        if( !locale.empty() )
+            return locale.find( "UTF-8" ) != locale.npos || locale.find( "utf8" ) != locale.npos;
+    }
+    return false;
+}
+
+} // namespace
+
+TerminalStyle lookOfStandardOutput() {
+    bool const terminal = isatty( STDOUT_FILENO ) == 1;
+    bool const color = terminal && environment( "NO_COLOR" ).empty() && environment( "TERM" ) != "dumb";
+    return { terminal ? terminalColumns() : 0, color, localeIsUtf8() };
+}
+
+} // namespace Bfri

@@ -1,0 +1,274 @@
+#include "cli/terminal/TextFormat.h"
+
+#include "inspect/rows/Utf8.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <sstream>
+
+namespace Bfri {
+
+namespace {
+
+struct ShownText {
+    String operator()( std::monostate ) const { return "-"; }
+    String operator()( bool flag ) const { return flag ? "yes" : "no"; }
+    String operator()( U32 number ) const { return std::to_string( number ); }
+    String operator()( Hex number ) const {
+        char text[ 16 ];
+        std::snprintf( text, sizeof text, "0x%08x", number.value );
+        return text;
+    }
+    String operator()( String const& text ) const { return text.empty() ? "-" : escapeForTerminal( text ); }
+    String operator()( List const& list ) const {
+        String text;
+        for( Value const& value : list )
+            text += ( text.empty() ? "" : " " ) + std::visit( *this, value.is );
+        return text.empty() ? "-" : text;
+    }
+    String operator()( Row const& row ) const {
+        return ( *this )( listOf( row, []( Field const& field ) { return field.value; } ) );
+    }
+};
+
+} // namespace
+
+String textOf( Value const& value ) { return std::visit( ShownText(), value.is ); }
+
+namespace {
+
+struct Column {
+    String title;
+    std::size_t width = 0;
+    bool hasNumbers = false;
+    bool hasTexts = false;
+
+    bool toTheRight() const { return hasNumbers && !hasTexts; }
+    bool hasNames() const {
+        static constexpr std::string_view titles[] = { "NAME", "TABLE", "OF TABLE", "PARENT", "FIELD" };
+        return std::find( std::begin( titles ), std::end( titles ), title ) != std::end( titles );
+    }
+    /// The width that it has where room is scarce.
+    std::size_t least() const {
+        constexpr std::size_t readable = 16;
+        return hasNames() ? std::min( width, readable ) : width;
+    }
+};
+
+using Line = std::vector<String>;
+
+String lineOf( Line const& cells, std::vector<Column> const& columns ) {
+    String line;
+    for( std::size_t i = 0; i < cells.size(); ++i ) {
+        String const padding( columns[ i ].width - width( cells[ i ] ), ' ' );
+        line += i == 0 ? "" : "  ";
+        line += columns[ i ].toTheRight() ? padding + cells[ i ] : cells[ i ] + padding;
+    }
+    line.erase( line.find_last_not_of( ' ' ) + 1 );
+    return line;
+}
+
+/// Lines of cells, the columns as wide as their widest.
+class Grid {
+  public:
+    Grid( std::vector<Line> lines, std::vector<Column> columns );
+
+    /// Takes away from columns and names what the terminal has no room for.
+    void fit( TerminalStyle const& look );
+    void print( std::ostream& out, TerminalStyle const& look ) const;
+
+  private:
+    /// Of the first columns of a line, with the gaps between them.
+    std::size_t widthOf( std::size_t columns, std::size_t ( *width )( Column const& ) ) const;
+    std::size_t wholeWidth( std::size_t columns ) const {
+        return widthOf( columns, []( Column const& column ) { return column.width; } );
+    }
+    std::size_t leastWidth( std::size_t columns ) const {
+        return widthOf( columns, []( Column const& column ) { return column.least(); } );
+    }
+    /// Those up to the last one of names.
+    std::size_t columnsWithNames() const;
+    void erase( std::size_t column );
+    void eraseAbsent();
+    void makeWayForNames( TerminalStyle const& look );
+    void shortenNames( std::size_t columns, TerminalStyle const& look );
+
+    std::vector<Line> lines_; ///< titles first
+    std::vector<Column> columns_;
+};
+
+Grid::Grid( std::vector<Line> lines, std::vector<Column> columns )
+    : lines_( std::move( lines ) ), columns_( std::move( columns ) ) {
+    for( Line const& cells : lines_ ) {
+        for( std::size_t i = 0; i < cells.size(); ++i )
+            columns_[ i ].width = std::max( columns_[ i ].width, width( cells[ i ] ) );
+    }
+}
+
+void Grid::fit( TerminalStyle const& look ) {
+    if( look.columns == 0 || wholeWidth( columns_.size() ) <= look.columns )
+        return;
+    eraseAbsent();
+    bool const canHoldAll = leastWidth( columns_.size() ) <= look.columns;
+    if( !canHoldAll )
+        makeWayForNames( look );
+    shortenNames( canHoldAll ? columns_.size() : columnsWithNames(), look );
+}
+
+void Grid::print( std::ostream& out, TerminalStyle const& look ) const {
+    for( Line const& cells : lines_ ) {
+        String const line = lineOf( cells, columns_ );
+        out << ( look.columns == 0 ? line : cutAtEnd( line, look.columns, look ) ) << '\n';
+    }
+}
+
+std::size_t Grid::widthOf( std::size_t columns, std::size_t ( *width )( Column const& ) ) const {
+    std::size_t sum = 0;
+    for( std::size_t i = 0; i < columns; ++i )
+        sum += ( i == 0 ? 0 : 2 ) + width( columns_[ i ] );
+    return sum;
+}
+
+std::size_t Grid::columnsWithNames() const {
+    std::size_t count = columns_.size();
+    while( count > 0 && !columns_[ count - 1 ].hasNames() )
+        --count;
+    return count;
+}
+
+void Grid::erase( std::size_t column ) {
+    auto const place = static_cast<std::ptrdiff_t>( column );
+    columns_.erase( columns_.begin() + place );
+    for( Line& cells : lines_ )
+        cells.erase( cells.begin() + place );
+}
+
+void Grid::eraseAbsent() {
+    for( std::size_t i = columns_.size(); i-- > 0; ) {
+        bool const absent = std::all_of( lines_.begin() + 1, lines_.end(),
+                                         [ & ]( Line const& cells ) { return cells[ i ] == "-"; } );
+        if( absent && lines_.size() > 1 && columns_[ i ].title != "NAME" )
+            erase( i );
+    }
+}
+
+/// From the right, as a cut would take them.
+void Grid::makeWayForNames( TerminalStyle const& look ) {
+    bool marked = false;
+    for( std::size_t i = columnsWithNames(); i-- > 0 && leastWidth( columnsWithNames() ) > look.columns; ) {
+        if( columns_[ i ].hasNames() )
+            continue;
+        if( std::exchange( marked, true ) )
+            erase( i + 1 );
+        columns_[ i ] = { "", 1 };
+        for( Line& cells : lines_ )
+            cells[ i ] = look.utf8 ? "\u2026" : ">";
+    }
+}
+
+/// The longest first, so that they end up alike.
+void Grid::shortenNames( std::size_t columns, TerminalStyle const& look ) {
+    while( wholeWidth( columns ) > look.columns ) {
+        auto const surplus = []( Column const& column ) { return column.width - column.least(); };
+        auto const widest =
+            std::max_element( columns_.begin(), columns_.end(), [ & ]( Column const& a, Column const& b ) {
+                return surplus( a ) < surplus( b );
+            } );
+        if( surplus( *widest ) == 0 )
+            break;
+        --widest->width;
+    }
+    for( Line& cells : lines_ ) {
+        for( std::size_t i = 0; i < cells.size(); ++i )
+            cells[ i ] = cutAtFront( cells[ i ], columns_[ i ].width, look );
+    }
+}
+
+void addField( std::vector<Line>& lines, Field const& field ) {
+    String const name = escapeForTerminal( field.name );
+    List const* const list = std::get_if<List>( &field.value.is );
+    if( !list || list->empty() || !std::holds_alternative<Row>( list->front().is ) ) {
+        lines.push_back( { name, textOf( field.value ) } );
+        return;
+    }
+    for( Value const& value : *list )
+        lines.push_back( { &value == &list->front() ? name : "", textOf( value ) } );
+}
+
+} // namespace
+
+String cutAtFront( String const& shownText, std::size_t most, TerminalStyle const& look ) {
+    std::size_t const columns = width( shownText );
+    if( columns <= most )
+        return shownText;
+    std::size_t const surplus = columns + 1 - most;
+    return ( look.utf8 ? "\u2026" : "<" ) + shownText.substr( firstColumns( shownText, surplus ).size() );
+}
+
+String cutAtEnd( String const& shownText, std::size_t most, TerminalStyle const& look ) {
+    if( width( shownText ) <= most )
+        return shownText;
+    return firstColumns( shownText, most - 1 ) + ( look.utf8 ? "\u2026" : ">" );
+}
+
+String inLines( String const& text, TerminalStyle const& look ) {
+    std::istringstream words( text );
+    String lines;
+    std::size_t column = 0;
+    for( String word; words >> word; ) {
+        bool const fits = look.columns == 0 || column + 1 + width( word ) <= look.columns;
+        lines += ( lines.empty() ? "" : fits ? " " : "\n" ) + word;
+        column = ( fits && column > 0 ? column + 1 : 0 ) + width( word );
+    }
+    return lines + '\n';
+}
+
+namespace {
+
+/// Each row as a block of its own, its fields under the names of the header; nothing of what is absent.
+void printBlocks( std::ostream& out, RowList const& list ) {
+    for( Row const& row : list.rows ) {
+        Row block;
+        for( std::size_t i = 0; i < row.size(); ++i ) {
+            if( textOf( row[ i ].value ) != "-" )
+                block.push_back( { list.header[ i ].name, row[ i ].value } );
+        }
+        out << ( &row == &list.rows.front() ? "" : "\n" );
+        printFields( out, block );
+    }
+}
+
+} // namespace
+
+void printColumns( std::ostream& out, RowList const& list, TerminalStyle const& look, std::size_t fewest ) {
+    if( look.columns > 0 && look.columns < fewest && !list.rows.empty() )
+        return printBlocks( out, list );
+    std::vector<Line> lines( 1 );
+    std::vector<Column> columns;
+    for( Field const& field : list.header ) {
+        lines.front().emplace_back( field.name );
+        columns.push_back( { String( field.name ), 0, std::holds_alternative<U32>( field.value.is ) } );
+    }
+    for( Row const& row : list.rows ) {
+        Line& line = lines.emplace_back();
+        for( Field const& field : row ) {
+            Column& column = columns[ line.size() ];
+            column.hasNumbers |= std::holds_alternative<U32>( field.value.is );
+            column.hasTexts |= std::holds_alternative<String>( field.value.is );
+            line.push_back( textOf( field.value ) );
+        }
+    }
+    Grid grid( std::move( lines ), std::move( columns ) );
+    grid.fit( look );
+    grid.print( out, look );
+}
+
+void printFields( std::ostream& out, Row const& row ) {
+    std::vector<Line> lines;
+    for( Field const& field : row )
+        addField( lines, field );
+    Grid const grid( std::move( lines ), std::vector<Column>( 2 ) );
+    grid.print( out, {} );
+}
+
+} // namespace Bfri

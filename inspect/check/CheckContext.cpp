@@ -1,0 +1,95 @@
+#include "inspect/check/CheckContext.h"
+
+#include "inspect/rows/Utf8.h"
+#include "ostler/Ostler.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdio>
+
+namespace Bfri {
+
+using BfResourceInfo::BfZelResource;
+
+ReferenceKind const referenceKinds[ 3 ] = {
+    { "statistics_table_refs",
+      &BfZelResource::statReferences,
+      { BfResourceType::statistics, BfResourceType::statistics } },
+    { "meter_table_refs", &BfZelResource::meterReferences, { BfResourceType::meter, BfResourceType::wred } },
+    { "stateful_table_refs",
+      &BfZelResource::statefulReferences,
+      { BfResourceType::stateful, BfResourceType::stateful } },
+};
+
+namespace {
+
+std::vector<Attached> attachedOf( BfResourceInfo::BfResourceParser const& parser ) {
+    std::vector<Attached> all;
+    for( auto const& r : parser.bfCounters() )
+        all.push_back( { "counter", &r.name, r.handle, r.direct, r.ownHandle, 0 } );
+    for( auto const& r : parser.bfMeters() )
+        all.push_back( { "meter", &r.name, r.handle, r.direct, r.direct ? 0 : r.handle, 1 } );
+    for( auto const& r : parser.bfWreds() )
+        all.push_back( { "WRED table", &r.name, r.handle, r.direct, r.direct ? 0 : r.handle, 1 } );
+    for( auto const& r : parser.bfRegisterInfos() )
+        all.push_back( { "register", &r.name, r.handle, !r.indirect, r.indirect ? r.handle : 0, 2 } );
+    return all;
+}
+
+} // namespace
+
+CheckContext::CheckContext( Model const& model )
+    : parser( *model.parser() ),
+      profile( Ostler::sdkContext()->profile ),
+      attached( attachedOf( parser ) ),
+      losses( lossesOf( parser ) ) {
+    for( BfResource const& resource : parser.bfResources() ) {
+        placed.emplace( resource.handle, &resource );
+        placedNames.insert( resource.name );
+    }
+    for( auto const& [ handle, resource ] : parser.resourceHandles() ) {
+        for( ReferenceKind const& kind : referenceKinds ) {
+            for( U32 const reference : ( resource.*kind.queue )() )
+                referrers[ reference ].push_back( handle );
+        }
+    }
+    for( auto& [ handle, tables ] : referrers ) {
+        std::sort( tables.begin(), tables.end() );
+        tables.erase( std::unique( tables.begin(), tables.end() ), tables.end() );
+    }
+    for( auto const& entry : parser.contextFile() ) {
+        files_[ pipeBitsOf( parser, entry.key().value() ) >> 28 ].push_back( entry.value() );
+    }
+}
+
+std::size_t CheckContext::filesWith( U32 handle ) const {
+    auto const found = files_.find( pipeBits( handle ) );
+    return found == files_.end() ? 0 : found->second.size();
+}
+
+String CheckContext::contextFileOf( std::optional<U32> handle ) const {
+    bool const tells = handle && hasPipeBits();
+    if( !tells && files_.size() != 1 )
+        return {};
+    auto const found = tells ? files_.find( pipeBits( *handle ) ) : files_.begin();
+    return found != files_.end() && found->second.size() == 1 ? found->second.front() : String();
+}
+
+U32 pipeBitsOf( BfResourceInfo::BfResourceParser const& parser, U32 pipeMask ) {
+    return parser.bfrtConfig().empty() ? 0 : static_cast<U32>( std::countr_zero( pipeMask ) ) % 16 << 28;
+}
+
+String quoted( std::string_view name ) {
+    String text;
+    for( char const c : name )
+        text.append( c == '"' || c == '\\' ? "\\" : "" ) += c;
+    return '"' + escapeForTerminal( text ) + '"';
+}
+
+String hexOf( U32 number ) {
+    char text[ 16 ];
+    std::snprintf( text, sizeof text, "0x%08x", number );
+    return text;
+}
+
+} // namespace Bfri

@@ -1,0 +1,144 @@
+#pragma once
+
+// What the rules of the findings read, and the rules. Each takes time in proportion to the model, but for
+// sorting.
+
+#include "inspect/check/Findings.h"
+#include "ostler/DeviceProfile.h"
+
+#include <map>
+#include <unordered_set>
+
+namespace Bfri {
+
+/// A record that belongs to match tables.
+struct Attached {
+    char const* kind;
+    String const* name;
+    U32 handle; ///< of a direct one that is no counter: of its match table
+    bool direct;
+    U32 ownHandle;             ///< its own handle, where the model keeps it; else 0
+    std::size_t referenceKind; ///< index in referenceKinds
+};
+
+/// The three lists of handles that a placed table has.
+struct ReferenceKind {
+    char const* list;
+    Vessa::Queue<U32> const& ( BfResourceInfo::BfZelResource::*queue )() const;
+    BfResourceType types[ 2 ]; ///< what it may point to
+};
+
+extern ReferenceKind const referenceKinds[ 3 ];
+
+/// A size that the model has no room for, and the context file that says so.
+struct LostSize {
+    std::uint64_t size = 0;
+    String file = {};
+};
+
+/// What the model lacks of one record of a context file, or has otherwise.
+struct Loss {
+    String what; ///< the kind of record: "table"
+    String name;
+    std::optional<U32> handle; ///< as the model has it
+    String says;
+    String file;
+};
+
+/// What context files say that the model does not keep.
+struct Losses {
+    std::map<String, LostSize> ingressPhv; ///< of fields of 32 bytes and more the bytes
+    std::map<String, LostSize> egressPhv;
+    std::map<String, LostSize> headers; ///< of headers of 65,536 bits and more the bits
+    std::vector<Loss> leftOut;          ///< match tables: why
+    std::vector<Loss> leftOutQuantas;
+    std::vector<Loss> tableTypes; ///< unknown ones
+    std::vector<Loss> directions;
+    std::vector<Loss> words;       ///< other unknown ones
+    std::vector<Loss> repeated;    ///< members, in quotes
+    std::vector<Loss> firstStages; ///< beyond 8 bits
+    std::vector<Loss> stages;      ///< behind the first: no stages
+    /// Of a handle the names of tables without a stage table that list it.
+    std::unordered_map<U32, std::vector<String>> unplacedReferrers;
+};
+
+/// Reads the context files once more.
+Losses lossesOf( BfResourceInfo::BfResourceParser const& parser );
+
+struct CheckContext {
+    explicit CheckContext( Model const& model );
+
+    BfResourceInfo::BfResourceParser const& parser;
+    Ostler::DeviceProfile const& profile;
+    std::vector<Attached> attached;                    ///< counters, meters, WRED tables, registers
+    std::unordered_map<U32, BfResource const*> placed; ///< by handle
+    std::unordered_set<std::string_view> placedNames;
+    std::unordered_map<U32, std::vector<U32>> referrers; ///< of a handle: the placed tables that list it
+    Losses losses;
+
+    bool hasPipeBits() const { return !parser.bfrtConfig().empty(); }
+    /// In how many context files a handle may stand: those whose handles carry the same pipe, or all.
+    std::size_t filesWith( U32 handle ) const;
+    /// The part of a handle that tells the context files apart; 0 when nothing does.
+    U32 pipeBits( U32 handle ) const { return hasPipeBits() ? handle >> 28 : 0; }
+    /// The only context file that a record with that handle, or without one, may stand in; empty when there
+    /// are several.
+    String contextFileOf( std::optional<U32> handle ) const;
+
+  private:
+    std::unordered_map<U32, std::vector<String>> files_; // by pipe bits
+};
+
+/// The pipe that the handles of a context file carry in their upper bits: the lowest of its mask; 0 without a
+/// runtime_config.
+U32 pipeBitsOf( BfResourceInfo::BfResourceParser const& parser, U32 pipeMask );
+
+/// For people, in quotes; those in it have a backslash in front.
+String quoted( std::string_view name );
+String hexOf( U32 number );
+
+// Pipelines.
+void findUnreadContextFiles( CheckContext const& facts, Findings& findings );
+void findOverlappingPipes( CheckContext const& facts, Findings& findings );
+void findWrappingPipes( CheckContext const& facts, Findings& findings );
+void findPipelinesWithoutPipes( CheckContext const& facts, Findings& findings );
+void findLostPipeBits( CheckContext const& facts, Findings& findings );
+void findHandlesInPipeBits( CheckContext const& facts, Findings& findings );
+void findNoContextFile( CheckContext const& facts, Findings& findings );
+
+// Names and handles.
+void findDuplicateTableNames( CheckContext const& facts, Findings& findings );
+void findDuplicateResourceNames( CheckContext const& facts, Findings& findings );
+void findDuplicateActions( CheckContext const& facts, Findings& findings );
+void findDuplicateTableHandles( CheckContext const& facts, Findings& findings );
+void findDuplicateActionHandles( CheckContext const& facts, Findings& findings );
+void findNamesInSeveralPipelines( CheckContext const& facts, Findings& findings );
+void findHandlesInSeveralPipelines( CheckContext const& facts, Findings& findings );
+void findOddNames( CheckContext const& facts, Findings& findings );
+
+// Who references whom.
+void findUnknownReferences( CheckContext const& facts, Findings& findings );
+void findReferencesOfWrongKind( CheckContext const& facts, Findings& findings );
+void findReferencesOfWrongName( CheckContext const& facts, Findings& findings );
+void findSeveralParents( CheckContext const& facts, Findings& findings );
+void findUnreferenced( CheckContext const& facts, Findings& findings );
+void findDisagreeingLinks( CheckContext const& facts, Findings& findings );
+void findSharedDirect( CheckContext const& facts, Findings& findings );
+void findUnknownResourceNames( CheckContext const& facts, Findings& findings );
+
+// Stages, sizes, types.
+void findUnplacedTables( CheckContext const& facts, Findings& findings );
+void findEmptyTables( CheckContext const& facts, Findings& findings );
+void findLostStages( CheckContext const& facts, Findings& findings );
+void findOddStages( CheckContext const& facts, Findings& findings );
+void findLostPhvWidths( CheckContext const& facts, Findings& findings );
+void findWrappingHeaders( CheckContext const& facts, Findings& findings );
+void findRepeatedHashFields( CheckContext const& facts, Findings& findings );
+void findUnknownTableTypes( CheckContext const& facts, Findings& findings );
+void findUnknownDirections( CheckContext const& facts, Findings& findings );
+void findLeftOut( CheckContext const& facts, Findings& findings );
+void findLeftOutTables( CheckContext const& facts, Findings& findings );
+void findUnknownWords( CheckContext const& facts, Findings& findings );
+void findRepeatedMembers( CheckContext const& facts, Findings& findings );
+
+} // namespace Bfri

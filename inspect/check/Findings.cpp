@@ -1,0 +1,279 @@
+#include "inspect/check/CheckContext.h"
+
+#include "cli/Failure.h"
+#include "inspect/model/Names.h"
+#include "inspect/rows/Utf8.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace Bfri {
+
+namespace {
+
+constexpr auto note = Severity::note;
+constexpr auto warning = Severity::warning;
+constexpr auto error = Severity::error;
+
+constexpr FindingKind kinds[] = {
+    // The switch configuration.
+    { "BF101", "unread-context-file", error,
+      "Two pipelines have the same pipes; only the context file of the last one is read.",
+      "Nothing of the other program is in the model: an agent does not find its tables.",
+      "Give each pipeline pipes of its own, or take the one that is not meant out of the switch "
+      "configuration.",
+      findUnreadContextFiles },
+    { "BF102", "overlapping-pipes", error,
+      "Two pipelines have some pipe in common. Both context files are read.",
+      "A pipe runs one program. The model has the tables of both, and with a runtime_config their handles "
+      "may be "
+      "the same.",
+      "Name each pipe in one pipeline only.", findOverlappingPipes },
+    { "BF103", "wrapping-pipe", error, "A pipe number is 32 or more. Pipes count modulo 32.",
+      "The pipeline is taken for one on other pipes, and may displace the one that is there.",
+      "Correct the number in \"pipes\".", findWrappingPipes },
+    { "BF104", "no-pipes", warning,
+      "A pipeline has an empty list of pipes. Its context file is read all the same.",
+      "An agent finds tables that run nowhere, and a second pipeline without pipes displaces the first.",
+      "Name its pipes, or take the pipeline out.", findPipelinesWithoutPipes },
+    { "BF105", "lost-pipe-bits", error,
+      "The lowest pipe of a pipeline is 16 or more. With a runtime_config, handles carry that pipe in their "
+      "upper "
+      "four bits, which have no room for it.",
+      "Its handles look like those of the pipeline whose lowest pipe is 16 less.",
+      "Give the pipeline a pipe below 16, or leave runtime_config out.", findLostPipeBits },
+    { "BF106", "handle-in-pipe-bits", error,
+      "A handle of the context file uses the upper four bits, which with a runtime_config are the pipe's; "
+      "the model "
+      "has both mixed.",
+      "The handle is not the one that the context file has, and its pipe is wrong.",
+      "Ask the compiler for handles below 0x10000000, or leave runtime_config out.", findHandlesInPipeBits },
+    { "BF107", "no-context-file", warning, "The switch configuration names no context file.",
+      "The model is empty: nothing was looked at.",
+      "Look whether this is the right file, and why it names no device.", findNoContextFile },
+    // Names and handles.
+    { "BF201", "duplicate-table-name", error, "Several match tables of a context file have one name.",
+      "A query by name answers for the first; the others are found by index and handle only.",
+      "Rename all but one in the P4 program.", findDuplicateTableNames },
+    { "BF202", "duplicate-resource-name", warning,
+      "Several placed tables of a context file that are no match tables of the model have one name.",
+      "A query by name answers for the first, and they share the tables whose actions name them.",
+      "Rename all but one in the P4 program.", findDuplicateResourceNames },
+    { "BF203", "duplicate-action", warning, "A match table has several actions of one name.",
+      "An agent that looks for table and action finds the first.",
+      "Rename all but one in the P4 program, or name the action once in the table.", findDuplicateActions },
+    { "BF204", "duplicate-table-handle", error,
+      "Tables with different names have one handle, which should be one table's.",
+      "A look-up by handle answers for one of them, and references by handle go astray.",
+      "Compile the program again; the compiler numbers its tables.", findDuplicateTableHandles },
+    { "BF205", "duplicate-action-handle", warning, "Actions with different names have one handle.",
+      "A look-up by handle answers for the first.",
+      "Compile the program again; the compiler numbers its actions.", findDuplicateActionHandles },
+    { "BF206", "name-in-several-pipelines", note,
+      "A name comes again, no more often than there are context files that can have it: most likely one "
+      "program, or "
+      "a part of it, runs in several pipelines.",
+      "A query by name answers for the first pipeline only.",
+      "In the agent, go by handle, or by index and handle. If all pipelines run the same program, one "
+      "pipeline with all "
+      "pipes will do.",
+      findNamesInSeveralPipelines },
+    { "BF207", "handle-in-several-pipelines", warning,
+      "A handle stands for different names, no more of them than there are context files that can have it: "
+      "handles "
+      "of several pipelines are the same.",
+      "A look-up by handle answers for one pipeline, and references by handle may lead into another's "
+      "tables.",
+      "Name a runtime_config in the switch configuration: handles then carry their pipeline's lowest pipe.",
+      findHandlesInSeveralPipelines },
+    { "BF208", "odd-name", warning,
+      "A name is empty, or has characters that a terminal can't show, or is no valid UTF-8.",
+      "It is hard to type and to find, and looks otherwise in every program that shows it; in JSON, bytes "
+      "that are no UTF-8 "
+      "are lost.",
+      "Look for the name in the context file, and rename it in the P4 program.", findOddNames },
+    // References.
+    { "BF301", "unknown-reference", error, "A placed table lists a handle that no table of the model has.",
+      "What the table counts, meters or remembers there cannot be reached.",
+      "Compile the program again; if it stays, report it to the compiler's makers.", findUnknownReferences },
+    { "BF302", "wrong-kind-reference", error,
+      "A table lists a handle where it should have one of another kind: as its counter something that is no "
+      "statistics table, say.",
+      "An agent that follows the reference works on the wrong table.",
+      "Look at both tables in the context file; handles of two pipelines that are the same (BF207) do this, "
+      "too.",
+      findReferencesOfWrongKind },
+    { "BF303", "wrong-name-reference", warning,
+      "A match table calls its action-data or selection table by another name than the table with that "
+      "handle has.",
+      "Name and handle of the record lead to different tables.",
+      "Look at both tables in the context file; handles of two pipelines that are the same (BF207) do this, "
+      "too.",
+      findReferencesOfWrongName },
+    { "BF304", "several-parents", note,
+      "Actions of several tables name an indirect counter, meter, WRED table or register.",
+      "It belongs to no one table: its associated table is empty. P4 allows this; an agent that needs the "
+      "table must "
+      "know it from elsewhere.",
+      "Nothing, if it is meant to be shared. Else give each table one of its own.", findSeveralParents },
+    { "BF305", "unreferenced", warning,
+      "No placed table lists the handle of an indirect counter, meter, WRED table or register, and no action "
+      "of "
+      "one names it.",
+      "It takes memory on the chip, but no packet reaches it through a table of the model.",
+      "Take it out of the P4 program, or use it. A table that lists it but has no stage table is named here, "
+      "and under BF401 or BF409.",
+      findUnreferenced },
+    { "BF306", "disagreeing-links", warning,
+      "The tables that list the handle of an indirect counter, meter, WRED table or register are not those "
+      "whose "
+      "actions name it.",
+      "The table that it belongs to in the model is derived from the actions alone; who goes by the lists of "
+      "handles "
+      "comes to another answer.",
+      "Compile the program again; if it stays, report it to the compiler's makers.", findDisagreeingLinks },
+    { "BF307", "shared-direct", warning,
+      "Several tables list a counter, meter, WRED table or register that is direct, so that its entries are "
+      "those of "
+      "one table.",
+      "In the model it belongs to the one with the lowest handle.",
+      "Make it indirect in the P4 program, or give each table one of its own.", findSharedDirect },
+    { "BF308", "unknown-resource", warning, "Actions of a table name a resource that is no table's name.",
+      "Nothing has this table as its parent, though something should.",
+      "Look for the name in the context file: it may be spelled in two ways.", findUnknownResourceNames },
+    // Stages, sizes, widths, types.
+    { "BF401", "unplaced-table", note, "A match table has no stage table: it is not on the chip.",
+      "An agent finds its record, but no resource and no entry by handle; entries of it match no packet.",
+      "See in the compiler's log whether it was optimised away or did not fit.", findUnplacedTables },
+    { "BF402", "empty-table", warning, "A table has a size of 0.", "It can hold no entry.",
+      "Give it a size in the P4 program, or take it out.", findEmptyTables },
+    { "BF403", "lost-stage", error,
+      "The number of a table's first stage is none from 0 to 255. The entry by handle keeps its lowest 8 "
+      "bits, and the resource its lowest 32.",
+      "Resource and entry by handle have different stages.",
+      "Compile the program again; no chip has such a stage.", findLostStages },
+    { "BF404", "lost-phv-width", warning,
+      "A field in the PHV is 32 bytes or wider. The model keeps its bytes modulo 32, of several stages the "
+      "most.",
+      "An agent that lays out fields by the model gives this one too little room.",
+      "Split the field in the P4 program, or keep the agent from relying on its width.", findLostPhvWidths },
+    { "BF405", "wrapping-header", error,
+      "The fields of a flexible header have 65,536 bits or more together. The model counts them modulo "
+      "65,536.",
+      "The header's size in the model is too small.", "Split the header in the P4 program.",
+      findWrappingHeaders },
+    { "BF406", "repeated-hash-field", warning,
+      "A dynamic hash calculation has a field more than once in its list.",
+      "Who finds its fields by name takes the first for all of them; the repetition adds nothing to the "
+      "hash's "
+      "input that is not there.",
+      "Name the field once in the P4 program, unless slices of it are meant.", findRepeatedHashFields },
+    { "BF407", "unknown-table-type", warning,
+      "A table has a \"table_type\" that the model does not know: it is taken for none of the kinds of "
+      "tables.",
+      "Were it a match table, a counter, a meter or a register, an agent would not find it as such: no query "
+      "for that "
+      "kind answers for it.",
+      "Look for a word that is misspelled; else the compiler knows more types than the model.",
+      findUnknownTableTypes },
+    { "BF408", "unknown-direction", error,
+      "A table has a \"direction\" other than \"ingress\" and \"egress\". The model takes it for egress.",
+      "An agent looks for the table on the wrong side, if it is an ingress table.",
+      "Correct the word in the context file, or compile the program again.", findUnknownDirections },
+    { "BF409", "left-out-record", note,
+      "A match table of the context file is not among those of the model, and neither are its actions: the "
+      "model has the match tables alone that are resource-controllable and have no static entries. Or a "
+      "learn quanta is not among those of the model: it has those alone that have an \"lq_cfg_type\".",
+      "An agent cannot find the table or its actions, or the learn quanta, by name. If a table has stage "
+      "tables, its resource and its entry by handle are there.",
+      "Nothing, if an agent has no entries to add to the table, or does not learn with the quanta. Else let "
+      "the compiler mark the table as controllable, and take its constant entries out of the P4 program; or "
+      "let it write the \"lq_cfg_type\".",
+      findLeftOut },
+    { "BF410", "unknown-word", warning,
+      "A counter has a \"statistics_type\", or a counter, meter, WRED table or register a "
+      "\"how_referenced\", that the model does not know. Of such a type it has the counter count neither "
+      "packets nor bytes; the other it takes for \"direct\", of a meter or WRED table for \"indirect\".",
+      "An agent takes it for something else than it is, or looks for it at the wrong table.",
+      "Look for a word that is misspelled, or compile the program again.", findUnknownWords },
+    { "BF411", "repeated-member", warning,
+      "An object of the switch configuration or of a context file has several members of one name, of the "
+      "names that are read in such a file. The first counts. The finding says the way to it from the table "
+      "or "
+      "the file.",
+      "Others that read the file may take the last one.",
+      "Take all but the right one out, or compile the program again.", findRepeatedMembers },
+    { "BF412", "odd-stage", warning,
+      "A stage table behind a table's first has no \"stage_number\", or one that is no number from 0 to 255. "
+      "The model reads that of the first alone.",
+      "Which stages the table takes is not known. 'bfri stages' shows a number of up to 32 bits as it is, "
+      "and "
+      "leaves tables with anything else off its map.",
+      "Correct the number in the context file, or compile the program again.", findOddStages },
+};
+
+String capitals( String text ) {
+    std::transform( text.begin(), text.end(), text.begin(),
+                    []( unsigned char c ) { return static_cast<char>( std::toupper( c ) ); } );
+    return text;
+}
+
+} // namespace
+
+char const* wordOf( Severity severity ) {
+    return severity == error ? "error" : severity == warning ? "warning" : "note";
+}
+
+Severity severityOf( String const& word ) {
+    for( Severity const severity : { note, warning, error } ) {
+        if( word == wordOf( severity ) )
+            return severity;
+    }
+    throw Failure( ExitStatus::usage,
+                   "--fail-on takes error, warning or note, not '" + escapeForTerminal( word ) + "'" );
+}
+
+String Finding::subject() const {
+    return what + " " + quoted( name ) + ( handle ? " (" + hexOf( *handle ) + ")" : "" );
+}
+
+std::span<FindingKind const> findingKinds() { return kinds; }
+
+FindingKind const& findingKindOf( String const& word ) {
+    String const wanted = capitals( word );
+    std::vector<String> codes;
+    std::vector<String> titles;
+    for( FindingKind const& kind : kinds ) {
+        if( wanted == kind.code || wanted == capitals( kind.title ) )
+            return kind;
+        codes.emplace_back( kind.code );
+        titles.emplace_back( kind.title );
+    }
+    auto suggestions = nearest( codes, wanted );
+    if( suggestions.empty() )
+        suggestions = nearest( titles, word );
+    throw Failure( ExitStatus::usage,
+                   "no finding has the code '" + escapeForTerminal( word ) +
+                       ( suggestions.empty() ? "'; '--explain all' lists them" : "'; codes like it:" ),
+                   suggestions );
+}
+
+std::vector<Finding> findingsOf( Model const& model ) {
+    CheckContext const facts( model );
+    std::vector<Finding> all;
+    for( FindingKind const& kind : kinds ) {
+        Findings findings( kind, all );
+        kind.find( facts, findings );
+    }
+    for( Finding& finding : all ) {
+        if( finding.contextFile.empty() && finding.what != "switch configuration" )
+            finding.contextFile =
+                finding.what == "pipeline" ? finding.name : facts.contextFileOf( finding.handle );
+    }
+    std::stable_sort( all.begin(), all.end(), []( Finding const& a, Finding const& b ) {
+        return a.kind->severity > b.kind->severity;
+    } );
+    return all;
+}
+
+} // namespace Bfri

@@ -1,0 +1,73 @@
+#pragma once
+
+// What may be odd about a configuration that loads: one row a kind of finding, with its rule and its words.
+
+#include "cli/grammar/Commands.h"
+
+#include <optional>
+#include <unordered_map>
+
+namespace Bfri {
+
+struct CheckContext;
+struct FindingKind;
+
+enum class Severity { note, warning, error };
+
+char const* wordOf( Severity severity );
+
+/// The severity of a word; else a Failure of status usage.
+Severity severityOf( String const& word );
+
+/// One thing that is odd, and whose.
+struct Finding {
+    FindingKind const* kind;
+    String what;               ///< the kind of record: "counter"
+    String name;               ///< its name; of a pipeline its context file
+    std::optional<U32> handle; ///< where one record bears it
+    String says;               ///< goes behind what, name and handle
+    String contextFile;        ///< empty when it is not known, or when there is not one alone
+
+    /// `counter "c" (0x00000001)`.
+    String subject() const;
+    /// The whole sentence: `counter "c" (0x00000001): ...`.
+    String message() const { return subject() + ": " + says; }
+};
+
+/// Takes the findings of one rule.
+class Findings {
+  public:
+    Findings( FindingKind const& kind, std::vector<Finding>& all ) : kind_( kind ), all_( all ) {}
+    /// Without a context file it is taken from the handle, where that tells.
+    void add( String what, String name, std::optional<U32> handle, String says, String contextFile = {} ) {
+        all_.push_back( { &kind_, std::move( what ), std::move( name ), handle, std::move( says ),
+                          std::move( contextFile ) } );
+    }
+
+  private:
+    FindingKind const& kind_;
+    std::vector<Finding>& all_;
+};
+
+struct FindingKind {
+    char const* code;  ///< "BF101"; stays the same for good, as does the title
+    char const* title; ///< "unread-context-file"
+    Severity severity;
+    char const* meaning; ///< sentences, one line
+    char const* matters;
+    char const* advice;
+    void ( *find )( CheckContext const& facts, Findings& findings );
+};
+
+/// Every kind, by ascending code.
+std::span<FindingKind const> findingKinds();
+
+/// The kind of that code or title, capital letters or not; else a Failure of status usage, with what may be
+/// meant.
+FindingKind const& findingKindOf( String const& word );
+
+/// All findings of the model that was loaded last: errors, warnings, notes, and of those in the order of the
+/// kinds. Reads the context files once more.
+std::vector<Finding> findingsOf( Model const& model );
+
+} // namespace Bfri

@@ -1,0 +1,335 @@
+#include "inspect/load/FaultDetails.h"
+
+#include "inspect/load/ContextText.h"
+#include "inspect/load/FileHeaders.h"
+#include "inspect/load/TableHandles.h"
+#include "inspect/rows/Utf8.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+#include <rapidjson/reader.h>
+
+namespace Bfri {
+
+namespace {
+
+/// The steps of a JSON pointer, unescaped.
+std::vector<String> stepsOf( std::string_view pointer ) {
+    std::vector<String> steps;
+    for( std::size_t i = 0; i < pointer.size(); ++i ) {
+        if( pointer[ i ] == '/' )
+            steps.emplace_back();
+        else if( pointer[ i ] == '~' && i + 1 < pointer.size() )
+            steps.back() += pointer[ ++i ] == '0' ? '~' : '/';
+        else
+            steps.back() += pointer[ i ];
+    }
+    return steps;
+}
+
+bool isUtf8Continuation( char c ) { return ( c & 0xC0 ) == 0x80; }
+
+/// The front of a text, at most so many bytes, no character torn.
+String cutTo( std::size_t most, String text ) {
+    if( text.size() <= most )
+        return text;
+    while( most > 0 && isUtf8Continuation( text[ most ] ) )
+        --most;
+    return text.substr( 0, most ) + "...";
+}
+
+/// Follows a JSON pointer through the reader's events and says what stands there.
+class Finder {
+    using Text = Vessa::String;
+
+  public:
+    using Ch = char;
+
+    Finder( std::vector<Text> steps, ContextText const& text )
+        : steps_( std::move( steps ) ), text_( text ) {}
+
+    Text const& found() const { return found_; }
+    U32 line() const { return line_; }
+
+    bool Null() { return value( "null" ); }
+    bool Bool( bool flag ) { return value( flag ? "true" : "false" ); }
+    bool RawNumber( char const* text, rapidjson::SizeType length, bool ) {
+        return value( "the number " + cutTo( 60, { text, length } ) );
+    }
+    bool String( char const* text, rapidjson::SizeType length, bool ) {
+        return value( "a string, \"" + cutTo( 60, { text, length } ) + '"' );
+    }
+    bool Key( char const* name, rapidjson::SizeType length, bool ) {
+        if( within_ && depth_ == steps_.size() + 1 )
+            names_.emplace_back( name, length );
+        if( !within_ && onPath_ + 1 == depth_ )
+            here_ = steps_[ onPath_ ] == std::string_view( name, length );
+        return true;
+    }
+    bool StartObject() { return start( false ); }
+    bool StartArray() { return start( true ); }
+    bool EndObject( rapidjson::SizeType ) {
+        return end( [ this ] { return object(); } );
+    }
+    bool EndArray( rapidjson::SizeType count ) {
+        return end( [ count ]() -> Text {
+            if( count == 0 )
+                return "an empty array";
+            return "an array of " + std::to_string( count ) + ( count == 1 ? " element" : " elements" );
+        } );
+    }
+    // Numbers come raw.
+    bool Int( int ) { return false; }
+    bool Uint( unsigned ) { return false; }
+    bool Int64( std::int64_t ) { return false; }
+    bool Uint64( std::uint64_t ) { return false; }
+    bool Double( double ) { return false; }
+
+  private:
+    /// Whether the value that comes now is the next step of the pointer, or, at its end, the one itself.
+    bool arrives() {
+        if( within_ )
+            return false;
+        if( depth_ == 0 )
+            return true;
+        if( onPath_ + 1 != depth_ )
+            return false;
+        if( inArray_ )
+            here_ = std::to_string( index_++ ) == steps_[ onPath_ ];
+        return std::exchange( here_, false );
+    }
+    bool value( Text const& text ) {
+        bool const last = arrives() && depth_ == steps_.size();
+        return !last || say( text );
+    }
+    bool start( bool array ) {
+        if( arrives() ) {
+            onPath_ = depth_;
+            within_ = depth_ == steps_.size();
+            line_ = text_.line();
+            inArray_ = array;
+            index_ = 0;
+        }
+        ++depth_;
+        return true;
+    }
+    template<class Say>
+    bool end( Say text ) {
+        --depth_;
+        if( !within_ )
+            return depth_ != onPath_; // the container that should have had the next step ends
+        if( depth_ != steps_.size() )
+            return true;
+        found_ = text();
+        return false;
+    }
+    bool say( Text const& text ) {
+        found_ = text;
+        line_ = text_.line();
+        return false;
+    }
+    Text object() const {
+        constexpr std::size_t most = 12;
+        Text list;
+        for( std::size_t i = 0; i < std::min( most, names_.size() ); ++i )
+            list += ( i == 0 ? "\"" : ", \"" ) + cutTo( 60, names_[ i ] ) + '"';
+        if( names_.empty() )
+            return "an empty object";
+        return "an object with " + list + ( names_.size() > most ? ", ..." : "" );
+    }
+
+    std::vector<Text> const steps_;
+    ContextText const& text_;
+    std::size_t depth_ = 0;  // of open containers
+    std::size_t onPath_ = 0; // of them, those before the innermost on the pointer's way
+    bool inArray_ = false;   // is that one an array
+    std::size_t index_ = 0;  // of its next element
+    bool here_ = false;      // its next value is the next step
+    bool within_ = false;    // inside the value itself
+    std::vector<Text> names_;
+    Text found_;
+    U32 line_ = 0;
+};
+
+/// The pointer to the value that is to blame; none when there is no such one.
+std::optional<String> culpritOf( Fault const& fault ) {
+    if( !fault.pointer || fault.culprit.empty() )
+        return std::nullopt;
+    if( fault.culprit == "." )
+        return *fault.pointer;
+    return fault.pointer->substr( 0, fault.pointer->rfind( '/' ) ) + '/' + fault.culprit;
+}
+
+void addFound( Fault& fault ) {
+    auto const culprit = culpritOf( fault );
+    if( !fault.inContextFile || !culprit )
+        return;
+    ContextText text( fault.file );
+    Finder finder( stepsOf( *culprit ), text );
+    rapidjson::Reader reader;
+    reader.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag>( text, finder );
+    if( finder.found().empty() )
+        return;
+    fault.found = finder.found();
+    fault.line = finder.line();
+}
+
+/// Of a handle that leads to no table: the value that was read last is not what is wrong.
+void addHandles( Fault& fault ) {
+    auto const& devices = Ostler::sdkContext()->profile.devices;
+    bool const withPipe = std::any_of( devices.begin(), devices.end(), []( Ostler::Device const& device ) {
+        return device.runtimeConfig.has_value();
+    } );
+    MissingHandle const missing{ *fault.handle, withPipe ? *fault.handle & 0xF0000000 : 0 };
+    bool const isListed = fault.culprit == "handle"; // in the references of the table at fault
+    fault.found = ( isListed ? whoHas : whoLists )( missing, fault.file );
+}
+
+/// A tab takes one column, so that the caret stands where it should.
+String withoutTabs( String text ) {
+    std::replace( text.begin(), text.end(), '\t', ' ' );
+    return text;
+}
+
+constexpr std::string_view blanks = " \t\r\n";
+
+/// The end of a line, as much of it as an excerpt shows.
+class Tail {
+  public:
+    void add( char c ) {
+        text_ += c;
+        if( text_.size() >= 2 * most )
+            cut();
+    }
+    bool isBlank() const { return !cut_ && text_.find_first_not_of( blanks ) == String::npos; }
+    void withoutBlanksBehind() { text_.erase( text_.find_last_not_of( blanks ) + 1 ); }
+    String text() {
+        if( text_.size() > most )
+            cut();
+        while( cut_ && !text_.empty() && isUtf8Continuation( text_.front() ) )
+            text_.erase( 0, 1 );
+        return ( cut_ ? "..." : "" ) + withoutTabs( text_ );
+    }
+
+  private:
+    static constexpr std::size_t most = 48;
+
+    void cut() {
+        text_.erase( 0, text_.size() - most );
+        cut_ = true;
+    }
+
+    String text_;
+    bool cut_ = false;
+};
+
+/// Takes what is before that line; of this, the last line that has text.
+Tail takeLinesBefore( U32 line, ContextText& text ) {
+    Tail last;
+    Tail current;
+    while( text.line() < line && !text.atEnd() ) {
+        char const c = text.Take();
+        if( c != '\n' ) {
+            current.add( c );
+            continue;
+        }
+        if( !current.isBlank() )
+            last = current;
+        current = Tail();
+    }
+    last.withoutBlanksBehind();
+    return last;
+}
+
+/// The end of the text before the column, the front of that behind it. Where the file ends in a line without
+/// text, the line before.
+void addExcerpt( Fault& fault ) {
+    constexpr std::size_t mostBehind = 24;
+    ContextText text( fault.file );
+    Tail const lineBefore = takeLinesBefore( *fault.line, text );
+    Tail before;
+    for( U32 column = 1; column < *fault.column && !text.atEnd(); ++column )
+        before.add( text.Take() );
+    String behind;
+    while( behind.size() <= mostBehind + 4 && !text.atEnd() && text.Peek() != '\n' && text.Peek() != '\r' )
+        behind += text.Take();
+    if( text.atEnd() && behind.empty() ) {
+        fault.found = "the end of the file";
+        if( before.isBlank() )
+            before = lineBefore;
+    }
+    String const front = before.text();
+    fault.excerpt = front + withoutTabs( cutTo( mostBehind, behind ) );
+    fault.caret = width( escapeForTerminal( front ) );
+}
+
+String sized( HeaderBits const& header ) {
+    return std::to_string( static_cast<std::int64_t>( header.bits ) ) + " bits";
+}
+
+/// The same header as another context file of the configuration has it.
+String otherThan( HeaderBits const& header, String const& file ) {
+    for( Ostler::Device const& device : Ostler::sdkContext()->profile.devices ) {
+        for( Ostler::Pipeline const& pipeline : device.pipelines ) {
+            if( pipeline.contextFile == file )
+                continue;
+            for( HeaderBits const& other : headersOf( pipeline.contextFile ) ) {
+                if( other.name == header.name && other.bits != header.bits )
+                    return ", " + sized( other ) + " in " + pipeline.contextFile;
+            }
+        }
+    }
+    return "";
+}
+
+constexpr char const* sameSize = "parser->bfHeaders( hdrName ) == header";
+constexpr char const* wholeBytes = "header.size() % 8 == 0";
+
+/// Of a header of a size that it should not have: the value that was read last is only its last width.
+void addHeader( Fault& fault ) {
+    auto const steps = stepsOf( *fault.pointer );
+    auto const headers = headersOf( fault.file );
+    std::size_t index = headers.size();
+    if( steps.size() > 1 )
+        std::from_chars( steps[ 1 ].data(), steps[ 1 ].data() + steps[ 1 ].size(), index );
+    if( index >= headers.size() )
+        return;
+    fault.pointer = "/flexible_headers/" + steps[ 1 ];
+    fault.member.clear();
+    HeaderBits const& header = headers[ index ];
+    fault.found = '"' + header.name + "\" of " + sized( header );
+    if( fault.condition == sameSize )
+        fault.found += otherThan( header, fault.file );
+}
+
+/// Of those marks that JSON readers stumble over.
+bool hasByteOrderMark( String const& path ) {
+    ContextText text( path );
+    String front;
+    while( front.size() < 3 && !text.atEnd() )
+        front += text.Take();
+    return front == "\xEF\xBB\xBF" || front.starts_with( "\xFE\xFF" ) || front.starts_with( "\xFF\xFE" );
+}
+
+void addSyntax( Fault& fault ) {
+    addExcerpt( fault );
+    if( *fault.line == 1 && hasByteOrderMark( fault.file ) )
+        fault.found = "a file that starts with a byte-order mark";
+}
+
+} // namespace
+
+void addEvidence( Fault& fault ) {
+    if( fault.line && fault.column )
+        addSyntax( fault );
+    else if( fault.pointer && ( fault.condition == sameSize || fault.condition == wholeBytes ) )
+        addHeader( fault );
+    else
+        addFound( fault );
+    if( fault.handle )
+        addHandles( fault );
+}
+
+} // namespace Bfri

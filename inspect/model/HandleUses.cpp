@@ -1,0 +1,169 @@
+#include "inspect/model/HandleUses.h"
+
+#include "inspect/model/Relations.h"
+
+#include <charconv>
+
+namespace Bfri {
+
+namespace {
+
+using BfResourceInfo::BfResourceParser;
+using BfResourceInfo::BfZelResource;
+
+class Walk {
+  public:
+    Walk( BfResourceParser const& parser, std::function<void( HandleUse const& )> const& visit )
+        : parser_( parser ), visit_( visit ) {}
+
+    void of( BfTableInfo const& record ) const {
+        visit_( { record.handle, "table", record.name, "handle", {}, record.name } );
+        if( record.adtHandle != 0 || !record.adtName.empty() )
+            visit_( { record.adtHandle, "table", record.name, "adtHandle", {}, record.adtName } );
+        if( record.maxSelGroups != 0 )
+            visit_( { record.selHandle, "table", record.name, "selHandle", {}, record.selName } );
+    }
+    void of( BfResource const& record ) const {
+        auto const owner = owners_.of( record.handle, record.name );
+        visit_(
+            { record.handle, "resource", record.name, "handle", owner.table, record.name, owner.several } );
+    }
+    void of( BfTableCounterInfo const& record ) const {
+        bool const own = record.handle == record.ownHandle;
+        auto const owner = ownerOf( record, record.ownHandle );
+        visit_( { record.handle, "counter", record.name, "handle", owner.table,
+                  own ? record.name : std::string_view(), owner.several } );
+        if( !own )
+            visit_( { record.ownHandle, "counter", record.name, "ownHandle", owner.table, record.name } );
+    }
+    void of( BfTableMeterInfo const& record ) const {
+        auto const owner = ownerOf( record, record.handle );
+        visit_( { record.handle, "meter", record.name, "handle", owner.table,
+                  record.direct ? std::string_view() : record.name, owner.several } );
+        if( record.direct )
+            ofPlace( "meter", record.name, BfResourceType::meter, record.handle, owner.table );
+    }
+    void of( BfTableWredInfo const& record ) const {
+        ofAttached( "wred", record, record.direct, BfResourceType::wred );
+    }
+    void of( BfRegisterInfo const& record ) const {
+        ofAttached( "register", record, !record.indirect, BfResourceType::stateful );
+    }
+    void of( BfLearnQuantaInfo const& record ) const {
+        visit_( { record.handle, "learn-quanta", record.name, "handle", {}, record.name } );
+    }
+    void of( BfActionInfo const& record ) const {
+        visit_( { record.handle, "action", record.name, "handle", record.tableName, record.name } );
+    }
+    void of( String const& name, BfDynamicHashInfo const& record ) const {
+        visit_( { record.tableHdl, "hash", name, "tableHdl", {}, name } );
+        visit_( { record.fieldListHdl, "hash", name, "fieldListHdl", {}, name } );
+    }
+    /// What a placed table refers to; the handle itself is its resource's.
+    void of( BfZelResource const& resource ) const {
+        ofReferences( resource, "statReferences", resource.statReferences() );
+        ofReferences( resource, "meterReferences", resource.meterReferences() );
+        ofReferences( resource, "statefulReferences", resource.statefulReferences() );
+    }
+
+  private:
+    /// Records that do not name their table: a direct one bears the handle of its match table.
+    template<class Record>
+    void ofAttached( char const* kind, Record const& record, bool direct, BfResourceType type ) const {
+        auto const owner =
+            direct ? Owners::Owner{ placedAt( record.handle ) } : owners_.of( record.handle, record.name );
+        visit_( { record.handle, kind, record.name, "handle", owner.table,
+                  direct ? std::string_view() : record.name, owner.several } );
+        if( direct )
+            ofPlace( kind, record.name, type, record.handle, owner.table );
+    }
+    template<class Handles>
+    void ofReferences( BfZelResource const& resource, char const* field, Handles const& references ) const {
+        for( U32 const reference : references )
+            visit_( { reference, "handle", resource.name, field, {}, {} } );
+    }
+
+    /// Counters and meters name their table, as far as actions tell.
+    template<class Record>
+    Owners::Owner ownerOf( Record const& record, U32 ownHandle ) const {
+        return record.associatedTable.empty() ? owners_.of( ownHandle, record.name )
+                                              : Owners::Owner{ record.associatedTable };
+    }
+    std::string_view placedAt( U32 handle ) const {
+        BfZelResource const* const resource = parser_.resourceHandles().find( handle );
+        return resource ? resource->name : std::string_view();
+    }
+    /// The resource of a direct record, which bears the handle that this has not: of its name and type, and
+    /// of its context file.
+    BfResource const* placeOf( String const& name, BfResourceType type, U32 handle ) const {
+        auto const& all = parser_.bfResources();
+        for( U32 i = all.first<BfByName<BfResource>>( name ); i < all.size(); ++i ) {
+            BfResource const& resource = all.at( i );
+            if( resource.name == name && resource.type == static_cast<U32>( type ) &&
+                relations_.sameFile( resource.handle, handle ) )
+                return &resource;
+        }
+        return nullptr;
+    }
+    /// Of a direct record: its own handle, which none of its fields holds.
+    void ofPlace( char const* kind, String const& name, BfResourceType type, U32 handle,
+                  std::string_view table ) const {
+        if( BfResource const* const place = placeOf( name, type, handle ) )
+            visit_( { place->handle, kind, name, "", table, name } );
+    }
+
+    BfResourceParser const& parser_;
+    std::function<void( HandleUse const& )> const& visit_;
+    Relations const relations_{ parser_ };
+    Owners const owners_{ parser_ };
+};
+
+} // namespace
+
+void eachHandleUse( BfResourceParser const& parser, std::function<void( HandleUse const& )> const& visit ) {
+    Walk const walk( parser, visit );
+    auto const all = [ & ]( auto const& records ) {
+        for( auto const& record : records )
+            walk.of( record );
+    };
+    all( parser.bfTables() );
+    all( parser.bfResources() );
+    all( parser.bfCounters() );
+    all( parser.bfMeters() );
+    all( parser.bfWreds() );
+    all( parser.bfRegisterInfos() );
+    all( parser.bfLearnQuantaInfos() );
+    all( parser.bfActions() );
+    for( auto const* const entry : sortedByKey( parser.bfDynamicHashInfo() ) )
+        walk.of( entry->first, entry->second );
+    for( auto const* const entry : sortedByKey( parser.resourceHandles() ) )
+        walk.of( entry->second );
+}
+
+namespace {
+
+std::optional<U32> numberIn( std::string_view digits, int base ) {
+    char const* const end = digits.data() + digits.size();
+    U32 number = 0;
+    auto const [ rest, error ] = std::from_chars( digits.data(), end, number, base );
+    return error == std::errc() && rest == end ? std::optional( number ) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<U32> handleIn( std::string_view word ) {
+    bool const hexadecimal = word.starts_with( "0x" ) || word.starts_with( "0X" );
+    return hexadecimal ? numberIn( word.substr( 2 ), 16 ) : numberIn( word, 10 );
+}
+
+std::optional<U32> handleBehind0x( std::string_view word ) { return numberIn( word, 16 ); }
+
+std::optional<U32> handleWithout0x( BfResourceParser const& parser, std::string_view word ) {
+    auto const handle = handleBehind0x( word );
+    bool isBorne = false;
+    if( handle )
+        eachHandleUse( parser, [ & ]( HandleUse const& bearer ) { isBorne |= bearer.handle == handle; } );
+    return isBorne ? handle : std::nullopt;
+}
+
+} // namespace Bfri

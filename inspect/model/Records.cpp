@@ -1,0 +1,179 @@
+#include "inspect/model/Records.h"
+
+namespace Bfri {
+
+namespace {
+
+Value handles( Vessa::Queue<U32> const& queue ) {
+    return listOf( queue, []( U32 handle ) { return Hex( handle ); } );
+}
+
+/// The type of a resource as the context file has it; of a number that stands for none, the number.
+String typeName( U32 number ) {
+    for( auto const& [ type, text ] : bfResourceTypeTexts ) {
+        if( static_cast<U32>( type ) == number )
+            return String( text );
+    }
+    return std::to_string( number );
+}
+
+void replace( Row& row, std::initializer_list<std::string_view> names, Value const& value ) {
+    for( Field& field : row ) {
+        if( std::find( names.begin(), names.end(), field.name ) != names.end() )
+            field.value = value;
+    }
+}
+
+} // namespace
+
+// The bindings take each record apart as a whole: one that gains or loses a field does not compile here.
+
+Row rowOf( BfResource const& record ) {
+    auto const& [ name, handle, type, size, ingress, stages, stageStart ] = record;
+    return { { "name", name },
+             { "handle", Hex( handle ) },
+             { "type", type },
+             { "size", size },
+             { "ingress", ingress },
+             { "stages", stages },
+             { "stageStart", stageStart } };
+}
+
+Row rowOf( BfTableInfo const& record ) {
+    auto const& [ name, handle, size, totalEntries, hitBitSupported, idleTimePrecision, hitBitSmashOffset,
+                  hitBitSmashLast, maxEntries, maxPartitions, maxPrios, hasActionProfile, maxAdtEntries,
+                  maxSelGroups, maxSelEntries, adtHandle, selHandle, adtName, selName, logicalPipe ] = record;
+    return { { "name", name },
+             { "handle", Hex( handle ) },
+             { "size", size },
+             { "totalEntries", totalEntries },
+             { "hitBitSupported", hitBitSupported },
+             { "idleTimePrecision", idleTimePrecision },
+             { "hitBitSmashOffset", hitBitSmashOffset },
+             { "hitBitSmashLast", hitBitSmashLast },
+             { "maxEntries", maxEntries },
+             { "maxPartitions", maxPartitions },
+             { "maxPrios", maxPrios },
+             { "hasActionProfile", hasActionProfile },
+             { "maxAdtEntries", maxAdtEntries },
+             { "maxSelGroups", maxSelGroups },
+             { "maxSelEntries", maxSelEntries },
+             { "adtHandle", Hex( adtHandle ) },
+             { "selHandle", Hex( selHandle ) },
+             { "adtName", adtName },
+             { "selName", selName },
+             { "logicalPipe", logicalPipe } };
+}
+
+Row rowOf( BfTableCounterInfo const& record ) {
+    auto const& [ name, handle, ownHandle, size, direct, bytes, packets, associatedTable, logicalPipe ] =
+        record;
+    return { { "name", name },
+             { "handle", Hex( handle ) },
+             { "ownHandle", Hex( ownHandle ) },
+             { "size", size },
+             { "direct", direct },
+             { "bytes", bytes },
+             { "packets", packets },
+             { "associatedTable", associatedTable },
+             { "logicalPipe", logicalPipe } };
+}
+
+Row rowOf( BfTableMeterInfo const& record ) {
+    auto const& [ name, handle, direct, pps, hasPreColor, associatedTable, logicalPipe ] = record;
+    return { { "name", name },
+             { "handle", Hex( handle ) },
+             { "direct", direct },
+             { "pps", pps },
+             { "hasPreColor", hasPreColor },
+             { "associatedTable", associatedTable },
+             { "logicalPipe", logicalPipe } };
+}
+
+Row rowOf( BfTableWredInfo const& record ) {
+    auto const& [ name, handle, direct, logicalPipe ] = record;
+    return {
+        { "name", name }, { "handle", Hex( handle ) }, { "direct", direct }, { "logicalPipe", logicalPipe } };
+}
+
+Row rowOf( BfRegisterInfo const& record ) {
+    auto const& [ name, handle, indirect, dataType, width, dualWidth ] = record;
+    return { { "name", name },         { "handle", Hex( handle ) }, { "indirect", indirect },
+             { "dataType", dataType }, { "width", width },          { "dualWidth", dualWidth } };
+}
+
+Row rowOf( BfLearnQuantaInfo const& record ) {
+    auto const& [ name, handle ] = record;
+    return { { "name", name }, { "handle", Hex( handle ) } };
+}
+
+Row rowOf( BfActionInfo const& record ) {
+    auto const& [ handle, name, tableName ] = record;
+    return { { "handle", Hex( handle ) }, { "name", name }, { "tableName", tableName } };
+}
+
+Row rowOf( BfDynamicHashInfo const& record ) {
+    auto const& [ tableHdl, fieldListHdl, fieldCount, fieldNames ] = record;
+    return { { "tableHdl", Hex( tableHdl ) },
+             { "fieldListHdl", Hex( fieldListHdl ) },
+             { "fieldCount", fieldCount },
+             { "fieldNames", listOf( fieldNames, []( String const& name ) { return name; } ) } };
+}
+
+Row rowOf( BfZelResource const& record ) {
+    return { { "handle", Hex( record.handle ) },
+             { "name", record.name },
+             { "size", record.size },
+             { "stageStart", U32{ record.stageStart } },
+             { "statReferences", handles( record.statReferences() ) },
+             { "meterReferences", handles( record.meterReferences() ) },
+             { "statefulReferences", handles( record.statefulReferences() ) } };
+}
+
+Row shownTable( Row row ) {
+    if( !valueAs<bool>( row, "hitBitSupported" ) )
+        replace( row, { "idleTimePrecision", "hitBitSmashOffset", "hitBitSmashLast" }, {} );
+    if( valueAs<Hex>( row, "adtHandle" ).value == 0 && valueAs<String>( row, "adtName" ).empty() )
+        replace( row, { "maxAdtEntries", "adtHandle", "adtName" }, {} );
+    if( valueAs<U32>( row, "maxSelGroups" ) == 0 )
+        replace( row, { "maxSelGroups", "maxSelEntries", "selHandle", "selName" }, {} );
+    return row;
+}
+
+Row shownResource( Row row ) {
+    replace( row, { "type" }, typeName( valueAs<U32>( row, "type" ) ) );
+    replace( row, { "ingress" }, valueAs<bool>( row, "ingress" ) ? "ingress" : "egress" );
+    return row;
+}
+
+Row shownParent( Row row ) {
+    static Value const several( "(several)" );
+    if( !valueAs<bool>( row, "severalParents" ) )
+        return row;
+    for( Field& field : row ) {
+        String const* const table = std::get_if<String>( &field.value.is );
+        bool const known = table && !table->empty();
+        if( ( field.name == "parent" || field.name == "associatedTable" ) && !known )
+            field.value = several;
+    }
+    return row;
+}
+
+Row withTypeName( Row row ) {
+    auto const type =
+        std::find_if( row.begin(), row.end(), []( Field const& field ) { return field.name == "type"; } );
+    Value name = typeName( std::get<U32>( type->value.is ) );
+    row.insert( type + 1, { "typeName", std::move( name ) } );
+    return row;
+}
+
+List pipesOf( U32 mask ) {
+    List pipes;
+    for( U32 pipe = 0; pipe < 32; ++pipe ) {
+        if( mask >> pipe & 1 )
+            pipes.push_back( pipe );
+    }
+    return pipes;
+}
+
+} // namespace Bfri

@@ -1,0 +1,48 @@
+#pragma once
+
+// The records of the model as rows: every field, named and ordered as in the record.
+
+#include "inspect/rows/Row.h"
+#include "resourceinfo/BfResourceInfoIntf.h"
+
+#include <algorithm>
+
+namespace Bfri {
+
+using BfResourceInfo::BfZelResource;
+
+Row rowOf( BfResource const& record );
+Row rowOf( BfTableInfo const& record );
+Row rowOf( BfTableCounterInfo const& record );
+Row rowOf( BfTableMeterInfo const& record );
+Row rowOf( BfTableWredInfo const& record );
+Row rowOf( BfRegisterInfo const& record );
+Row rowOf( BfLearnQuantaInfo const& record );
+Row rowOf( BfActionInfo const& record );
+Row rowOf( BfDynamicHashInfo const& record );
+Row rowOf( BfZelResource const& record );
+
+/// A record's row for people: what a table does not have is absent, where the record holds a zero, and what a
+/// resource has as a code has its name.
+Row shownTable( Row row );
+Row shownResource( Row row );
+/// The same of a row that says which table the record belongs to, or that several have it.
+Row shownParent( Row row );
+
+/// A resource's row with the name of its type behind the type.
+Row withTypeName( Row row );
+
+/// The numbers of the pipes in a mask.
+List pipesOf( U32 mask );
+
+/// Pointers to the entries of a hash map, by ascending key.
+template<class Map>
+auto sortedByKey( Map const& map ) {
+    std::vector<decltype( &*map.begin() )> entries;
+    for( auto const& entry : map )
+        entries.push_back( &entry );
+    std::sort( entries.begin(), entries.end(), []( auto a, auto b ) { return a->first < b->first; } );
+    return entries;
+}
+
+} // namespace Bfri

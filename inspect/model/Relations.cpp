@@ -1,0 +1,95 @@
+#include "inspect/model/Relations.h"
+
+namespace Bfri {
+
+namespace {
+
+constexpr Attachment attachments_[] = {
+    { "counters", BfResourceType::statistics, &BfZelResource::statReferences },
+    { "meters", BfResourceType::meter, &BfZelResource::meterReferences },
+    { "wreds", BfResourceType::wred, &BfZelResource::meterReferences },
+    { "registers", BfResourceType::stateful, &BfZelResource::statefulReferences },
+};
+
+/// Registers say the contrary of what the others say.
+bool isDirect( Row const& record ) {
+    bool const* const direct = std::get_if<bool>( &valueOf( record, "direct" ).is );
+    return direct ? *direct : !valueAs<bool>( record, "indirect" );
+}
+
+} // namespace
+
+std::span<Attachment const> attachments() { return attachments_; }
+
+bool Relations::belongs( Attachment const& attachment, Row const& record, BfZelResource const& table ) const {
+    String const& name = valueAs<String>( record, "name" );
+    U32 const handle = valueAs<Hex>( record, "handle" ).value;
+    if( isDirect( record ) && handle == table.handle )
+        return true;
+    if( !sameFile( handle, table.handle ) )
+        return false;
+    for( U32 const reference : ( table.*attachment.references )() ) {
+        BfZelResource const* const referenced = parser_.resourceHandles().find( reference );
+        if( referenced ? referenced->name == name : reference == handle )
+            return true;
+    }
+    String const* const parent = parser_.parentTable().find( name );
+    return parent && *parent == table.name;
+}
+
+BfResource const* Relations::placeOf( U32 handle, String const& name ) const {
+    auto const& all = parser_.bfResources();
+    for( U32 i = all.first<BfByHandle<BfResource>>( handle ); i < all.size(); ++i ) {
+        if( all.at( i ).handle == handle && all.at( i ).name == name )
+            return &all.at( i );
+    }
+    return nullptr;
+}
+
+String placeText( BfResource const* place ) {
+    if( !place )
+        return "no";
+    String const stage = "stage " + std::to_string( place->stageStart );
+    String const several = std::to_string( place->stages ) + " stage tables, the first in " + stage;
+    return ( place->stages > 1 ? several : stage ) + ( place->ingress ? ", ingress" : ", egress" );
+}
+
+Owners::Owners( BfResourceInfo::BfResourceParser const& parser ) : parser_( parser ) {
+    for( BfTableInfo const& table : parser.bfTables() ) {
+        add( table.adtHandle, table.adtName, table.name );
+        add( table.selHandle, table.selName, table.name );
+    }
+    for( auto const& [ handle, placed ] : parser.resourceHandles() ) {
+        for( Attachment const& attachment : attachments_ ) {
+            for( U32 const reference : ( placed.*attachment.references )() ) {
+                if( auto const* const referenced = parser.resourceHandles().find( reference ) )
+                    add( reference, referenced->name, placed.name );
+            }
+        }
+    }
+}
+
+void Owners::add( U32 handle, std::string_view name, std::string_view table ) {
+    auto& resources = used_[ handle ];
+    auto const known = std::find_if( resources.begin(), resources.end(),
+                                     [ & ]( Resource const& resource ) { return resource.name == name; } );
+    if( known == resources.end() )
+        resources.push_back( { name, { table } } );
+    else if( known->owner.table != table )
+        known->owner = { .several = true };
+}
+
+Owners::Owner Owners::of( U32 handle, String const& name ) const {
+    if( parser_.multipleParentTablesHas( name ) )
+        return { {}, true };
+    if( auto const used = used_.find( handle ); used != used_.end() ) {
+        for( Resource const& resource : used->second ) {
+            if( resource.name == name )
+                return resource.owner;
+        }
+    }
+    String const* const parent = parser_.parentTable().find( name );
+    return { parent ? *parent : std::string_view() };
+}
+
+} // namespace Bfri

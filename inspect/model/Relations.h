@@ -1,0 +1,77 @@
+#pragma once
+
+// What belongs to what, as the model's own relations say: the handles that placed tables reference, and the
+// parents that resources have by name.
+
+#include "inspect/model/Records.h"
+
+#include <string_view>
+#include <unordered_map>
+
+namespace Bfri {
+
+/// A kind of record that belongs to tables.
+struct Attachment {
+    char const* kind; ///< the word of its listing
+    BfResourceType type;
+    Vessa::Queue<U32> const& ( BfZelResource::*references )() const; ///< where tables list its handle
+};
+
+/// Counters, meters, WRED tables and registers.
+std::span<Attachment const> attachments();
+
+/// Follows the relations of one model, which outlives it.
+class Relations {
+  public:
+    explicit Relations( BfResourceInfo::BfResourceParser const& parser ) : parser_( parser ) {}
+
+    /// Whether a counter, meter, WRED table or register belongs to a placed table: it is direct and known by
+    /// the table's handle, or the table references it, or it is the table's by name.
+    bool belongs( Attachment const& attachment, Row const& record, BfZelResource const& table ) const;
+
+    /// Whether a match table takes its action data or its selection from a resource.
+    static bool uses( BfTableInfo const& table, BfResource const& resource ) {
+        return ( table.adtHandle == resource.handle && table.adtName == resource.name ) ||
+               ( table.selHandle == resource.handle && table.selName == resource.name );
+    }
+
+    /// The resource of a record of that handle and name; null for one that is not placed.
+    BfResource const* placeOf( U32 handle, String const& name ) const;
+
+    /// Whether two handles may be of one context file. Without a run-time configuration any two may.
+    bool sameFile( U32 handle, U32 other ) const {
+        return parser_.bfrtConfig().empty() || handle >> 28 == other >> 28;
+    }
+
+  private:
+    BfResourceInfo::BfResourceParser const& parser_;
+};
+
+/// Where that is on the chip, for people.
+String placeText( BfResource const* place );
+
+/// The tables that have the placed resources of one model, which outlives it. Linear in the model to make.
+class Owners {
+  public:
+    explicit Owners( BfResourceInfo::BfResourceParser const& parser );
+
+    /// The only one of them, or that there are several; neither where the model knows none.
+    struct Owner {
+        std::string_view table = {};
+        bool several = false;
+    };
+    /// Of those that take or reference the resource, else of those whose actions name it.
+    Owner of( U32 handle, String const& name ) const;
+
+  private:
+    struct Resource {
+        std::string_view name;
+        Owner owner;
+    };
+    void add( U32 handle, std::string_view name, std::string_view table );
+
+    BfResourceInfo::BfResourceParser const& parser_;
+    std::unordered_map<U32, std::vector<Resource>> used_; // those of a handle
+};
+
+} // namespace Bfri

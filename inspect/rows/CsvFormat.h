@@ -1,0 +1,13 @@
+#pragma once
+
+#include "inspect/rows/Row.h"
+
+#include <ostream>
+
+namespace Bfri {
+
+/// A header line and a line a row. A field that holds a comma, a quote or a line end is quoted, its quotes
+/// doubled. Lists are separated by spaces, absent values are empty, texts are written byte for byte.
+void printCsv( std::ostream& out, RowList const& list );
+
+} // namespace Bfri

@@ -1,0 +1,99 @@
+#include "inspect/stages/StageMap.h"
+
+#include <algorithm>
+#include <bit>
+#include <map>
+#include <numeric>
+#include <set>
+#include <tuple>
+
+namespace Bfri {
+
+namespace {
+
+using BfResourceInfo::BfResourceParser;
+using Resources = std::vector<Placed>;
+
+/// All from 0 on, the empty ones too; of numbers that no chip has only those that are taken.
+std::vector<Stage> stagesOf( Resources const& resources ) {
+    constexpr Stage most = 64;
+    std::set<Stage> taken;
+    for( Placed const& placed : resources )
+        taken.insert( placed.stages.begin(), placed.stages.end() );
+    if( taken.empty() || *taken.rbegin() >= most )
+        return { taken.begin(), taken.end() };
+    std::vector<Stage> stages( *taken.rbegin() + 1 );
+    std::iota( stages.begin(), stages.end(), Stage( 0 ) );
+    return stages;
+}
+
+void add( Placed const& placed, std::vector<Stage> const& stages, std::vector<StageLoad>& loads ) {
+    auto const loadOf = [ & ]( Stage stage ) -> StageLoad& {
+        auto const place = std::lower_bound( stages.begin(), stages.end(), stage );
+        return loads[ static_cast<std::size_t>( place - stages.begin() ) ];
+    };
+    StageLoad& first = loadOf( placed.stages.front() );
+    ++first.starting;
+    first.entries += placed.resource->size;
+    for( Stage const stage : placed.stages )
+        ++loadOf( stage ).spanning;
+}
+
+bool isBefore( Placed const& a, Placed const& b ) {
+    auto const key = []( Placed const& placed ) {
+        auto const& [ resource, stages ] = placed;
+        return std::tuple( !resource->ingress, resource->type, stages.front(), stages.size(),
+                           std::string_view( resource->name ) );
+    };
+    return key( a ) < key( b );
+}
+
+void fill( StageMap& map, Resources resources ) {
+    std::stable_sort( resources.begin(), resources.end(), isBefore );
+    map.stages = stagesOf( resources );
+    map.loads.resize( map.stages.size() );
+    for( Placed& placed : resources ) {
+        auto const& [ ingress, type ] = std::tie( placed.resource->ingress, placed.resource->type );
+        if( map.groups.empty() || map.groups.back().ingress != ingress || map.groups.back().type != type )
+            map.groups.push_back( { ingress, type, {}, std::vector<StageLoad>( map.stages.size() ) } );
+        add( placed, map.stages, map.groups.back().loads );
+        add( placed, map.stages, map.loads );
+        map.groups.back().resources.push_back( std::move( placed ) );
+    }
+}
+
+/// The upper bits that the handles of a file have: the number of its lowest pipe.
+U32 handleBits( BfResourceInfo::BfPipeMask mask ) {
+    return mask.value() == 0 ? 0 : static_cast<U32>( std::countr_zero( mask.value() ) ) & 0xFU;
+}
+
+} // namespace
+
+std::size_t StageMap::size() const {
+    return std::accumulate(
+        groups.begin(), groups.end(), std::size_t( 0 ),
+        []( std::size_t sum, auto const& group ) { return sum + group.resources.size(); } );
+}
+
+std::vector<StageMap> stageMapsOf( BfResourceParser const& parser ) {
+    bool const apart = !parser.bfrtConfig().empty();
+    std::map<U32, std::pair<StageMap, Resources>> byBits;
+    for( auto const& file : parser.contextFile() )
+        byBits[ apart ? handleBits( file.key() ) : 0 ].first.files.push_back( &file );
+    PlacedStages files( parser );
+    for( BfResource const& resource : parser.bfResources() ) {
+        auto& [ map, placed ] = byBits[ apart ? resource.handle >> 28 : 0 ];
+        if( auto stages = files.take( resource ) )
+            placed.push_back( { &resource, std::move( *stages ) } );
+        else
+            map.lost.push_back( &resource );
+    }
+    std::vector<StageMap> maps;
+    for( auto& [ bits, content ] : byBits ) {
+        fill( content.first, std::move( content.second ) );
+        maps.push_back( std::move( content.first ) );
+    }
+    return maps;
+}
+
+} // namespace Bfri

@@ -1,0 +1,49 @@
+#pragma once
+
+// Which stages the hardware resources take, and how many take each.
+
+#include "inspect/stages/PlacedStages.h"
+
+#include <algorithm>
+
+namespace Bfri {
+
+/// A resource in its stages, which are ascending, and at least one.
+struct Placed {
+    BfResource const* resource;
+    std::vector<Stage> stages;
+
+    bool isIn( Stage stage ) const { return std::binary_search( stages.begin(), stages.end(), stage ); }
+};
+
+/// What some resources are to a stage.
+struct StageLoad {
+    std::uint32_t starting = 0; ///< those that start in it
+    std::uint32_t spanning = 0; ///< those that are in it, started there or in an earlier one
+    std::uint64_t entries = 0;  ///< the sizes of those that start in it
+};
+
+/// The resources of one direction and type, by their stages and then by name; a load for each stage of the
+/// map.
+struct StageGroup {
+    bool ingress;
+    U32 type;
+    std::vector<Placed> resources;
+    std::vector<StageLoad> loads;
+};
+
+/// The stages of one context file, or of all when the handles do not tell the files apart.
+struct StageMap {
+    std::vector<BfResourceInfo::ZelContextFile const*> files;
+    std::vector<Stage> stages; ///< ascending
+    std::vector<StageLoad> loads;
+    std::vector<StageGroup> groups;      ///< ingress first, then by type
+    std::vector<BfResource const*> lost; ///< not on the map: the context files do not tell their stages
+
+    std::size_t size() const; ///< number of resources on the map
+};
+
+/// By the lowest pipe. Reads the context files once more. The parser outlives the maps.
+std::vector<StageMap> stageMapsOf( BfResourceInfo::BfResourceParser const& parser );
+
+} // namespace Bfri
