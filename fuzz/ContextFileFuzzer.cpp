@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+using namespace Context;
+
 namespace {
 
 /// The files of the seed corpus.

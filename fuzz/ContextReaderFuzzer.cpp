@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <string>
 
+using namespace Context;
+
 namespace {
 
 /// A text in memory as a file.

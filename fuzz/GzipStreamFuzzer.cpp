@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <vector>
 
+using namespace Context;
+
 namespace {
 
 constexpr std::size_t longestText = 1 << 20;

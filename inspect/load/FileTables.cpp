@@ -152,7 +152,7 @@ void readMember( FirstMembers& text, std::string_view member, Detail detail, Fil
 
 } // namespace
 
-FirstMembers passedMembers( ContextText& text ) { return { text, memberNameOf }; }
+FirstMembers passedMembers( ContextText& text ) { return { text, Context::memberNameOf }; }
 
 FileTable fileTable( ContextText& text, Detail detail ) {
     FileTable table;

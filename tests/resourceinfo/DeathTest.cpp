@@ -7,6 +7,8 @@
 #include <functional>
 #include <gmock/gmock.h>
 
+using namespace Context;
+
 // What a process without a handler shows and how it ends, once for each operation that can fail. All
 // conditions are tested elsewhere, through a handler that throws.
 

@@ -40,14 +40,14 @@ Reading readingOf( rapidjson::ParseResult const& result, Document const& documen
 }
 
 /// Reads an open file as context files are read, in a buffer of that size.
-inline Reading contextReading( InputFile& file, std::size_t bufferSize ) {
+inline Reading contextReading( Context::InputFile& file, std::size_t bufferSize ) {
     std::vector<char> buffer( bufferSize );
-    GZFileReadStream stream( file, buffer );
-    JsonDocument document;
+    Context::GZFileReadStream stream( file, buffer );
+    Context::JsonDocument document;
     rapidjson::ParseResult result;
-    auto parse = [ & ]( JsonDocument& ) {
-        PruningFilter filter( document );
-        result = ContextReader().Parse( stream, filter );
+    auto parse = [ & ]( Context::JsonDocument& ) {
+        Context::PruningFilter filter( document );
+        result = Context::ContextReader().Parse( stream, filter );
         return !result.IsError();
     };
     document.Populate( parse );
@@ -62,7 +62,8 @@ inline void prune( rapidjson::Value& value ) {
         return;
     for( auto member = value.MemberBegin(); member < value.MemberEnd(); ) {
         std::string_view const name( member->name.GetString(), member->name.GetStringLength() );
-        if( std::find( memberNames.begin(), memberNames.end(), name ) != memberNames.end() )
+        if( std::find( Context::memberNames.begin(), Context::memberNames.end(), name ) !=
+            Context::memberNames.end() )
             prune( ( member++ )->value );
         else
             member = value.EraseMember( member );

@@ -5,6 +5,7 @@
 #include "zel/Assert.h"
 
 using BfResourceInfo::BfResourceParser;
+using Context::Json;
 
 int parseBfAction( BfResourceParser* parser, Json table, BfResourceParserContext const& context ) {
     String const tableName( table[ "name" ].GetString() );

@@ -7,5 +7,5 @@
 /// The action step for a match table that was recorded: appends a BfActionInfo to `bfActions` for each of
 /// its "actions". Returns 0. Fatal: "actions.IsArray()", "action.IsObject()"; the actions before the faulty
 /// one are stored.
-int parseBfAction( BfResourceInfo::BfResourceParser* parser, Json table,
+int parseBfAction( BfResourceInfo::BfResourceParser* parser, Context::Json table,
                    BfResourceParserContext const& context );

@@ -6,6 +6,7 @@
 
 using BfResourceInfo::BfResourceParser;
 using BfResourceInfo::BfZelResource;
+using Context::Json;
 
 namespace {
 

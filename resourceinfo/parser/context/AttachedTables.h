@@ -11,15 +11,15 @@
 // table whose step fails.
 
 /// For "table_type" "statistics": appends a BfTableCounterInfo to `bfCounters`.
-int parseBfTableCounterInfo( BfResourceInfo::BfResourceParser* parser, Json table, String const& contextFile,
-                             BfResourceParserContext const& context );
+int parseBfTableCounterInfo( BfResourceInfo::BfResourceParser* parser, Context::Json table,
+                             String const& contextFile, BfResourceParserContext const& context );
 
 /// For "table_type" "meter": appends a BfTableWredInfo to `bfWreds` for a "meter_type" "red", else a
 /// BfTableMeterInfo to `bfMeters`.
-int parseBfTableMeterInfo( BfResourceInfo::BfResourceParser* parser, Json table, String const& contextFile,
-                           BfResourceParserContext const& context );
+int parseBfTableMeterInfo( BfResourceInfo::BfResourceParser* parser, Context::Json table,
+                           String const& contextFile, BfResourceParserContext const& context );
 
 /// For "table_type" "stateful": appends a BfRegisterInfo to `bfRegisterInfos`. Fatal: "width == 32" for a
 /// dual width of another "alu_width".
-int parseBfRegisterInfo( BfResourceInfo::BfResourceParser* parser, Json table,
+int parseBfRegisterInfo( BfResourceInfo::BfResourceParser* parser, Context::Json table,
                          BfResourceParserContext const& context );

@@ -11,6 +11,8 @@
 
 #include <rapidjson/error/en.h>
 
+namespace Context {
+
 namespace {
 
 /// How many lines end, and how many characters stand behind the last end, before a character of the file;
@@ -109,3 +111,5 @@ void ContextDocument::describe( std::ostream& os ) const {
     else
         os << ": " << problem_;
 }
+
+} // namespace Context

@@ -4,6 +4,8 @@
 #include "resourceinfo/parser/context/Json.h"
 #include "zel/Assert.h"
 
+namespace Context {
+
 /// The JSON document of one context file, null when the file cannot be opened or read, or is no valid JSON
 /// (also: when it nests deeper than 1,000 levels, holds a string or number longer than 16 MiB, or more than
 /// 128 MiB of values in members that are read). A file that cannot be opened or read leaves a trace line at
@@ -28,3 +30,5 @@ class ContextDocument : private Zel::InputScope {
     String problem_; // why the document is null
     JsonDocument document_;
 };
+
+} // namespace Context

@@ -14,6 +14,7 @@
 #include "resourceinfo/parser/context/Tables.h"
 
 using BfResourceInfo::BfResourceParser;
+using Context::Json;
 
 namespace {
 
@@ -30,7 +31,7 @@ void parseTables( BfResourceParser* parser, Json d, String const& path,
                   BfResourceParserContext const& context ) {
     ZEL_ASSERT( d[ "tables" ].IsArray() );
     BF_TRACE( 6 ) << "Parsing resources, tables and actions";
-    forEachTable( d, [ & ]( Json table ) { parseTable( parser, table, path, context ); } );
+    Context::forEachTable( d, [ & ]( Json table ) { parseTable( parser, table, path, context ); } );
 }
 
 void parseAttachedTable( BfResourceParser* parser, Json table, String const& path,
@@ -48,7 +49,7 @@ void parseAttachedTable( BfResourceParser* parser, Json table, String const& pat
 void parseAttachedTables( BfResourceParser* parser, Json d, String const& path,
                           BfResourceParserContext const& context ) {
     BF_TRACE( 6 ) << "Parsing counters, meters, and registers";
-    forEachTable( d, [ & ]( Json table ) { parseAttachedTable( parser, table, path, context ); } );
+    Context::forEachTable( d, [ & ]( Json table ) { parseAttachedTable( parser, table, path, context ); } );
 }
 
 } // namespace
@@ -56,11 +57,11 @@ void parseAttachedTables( BfResourceParser* parser, Json d, String const& path,
 // The order holds the model together: tables refer to handles that preprocessing found, in any order of the
 // file, and what comes behind the tables refers to them. It is also the order in which faults are met.
 void parseContextJson( BfResourceParser* parser, String const& path, BfResourceParserContext const& context,
-                       InputFile&& file ) {
+                       Context::InputFile&& file ) {
     BF_TRACE( 5 ) << "void parseContextJson(BfResourceInfo::BfResourceParser*, const String&, "
                      "const BfResourceParserContext&)"
                   << path;
-    ContextDocument const document( path, file );
+    Context::ContextDocument const document( path, file );
     Json const d = document.root();
     preprocessContext( parser, d, context );
     BF_TRACE( 6 ) << "Preprocessing done";

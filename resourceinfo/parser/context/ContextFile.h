@@ -8,4 +8,5 @@
 /// order. The document lives for this call only. Malformed data is fatal; a file that cannot be read, or is
 /// no valid JSON, fails the first look-up: "IsObject()". Tests bring another `file` to read through.
 void parseContextJson( BfResourceInfo::BfResourceParser* parser, String const& path,
-                       BfResourceParserContext const& context, InputFile&& file = GzipFile() );
+                       BfResourceParserContext const& context,
+                       Context::InputFile&& file = Context::GzipFile() );

@@ -13,6 +13,8 @@
 
 #include <rapidjson/reader.h>
 
+namespace Context {
+
 /// Most of a pretty-printed file is indentation.
 inline void SkipWhitespace( GZFileReadStream& stream ) {
     // Most tokens have none between them, or one space: one look tells.
@@ -46,14 +48,17 @@ struct NoText {
     std::size_t length = 0;
 };
 
+} // namespace Context
+
 namespace rapidjson {
 
 /// Takes the plain characters at the front of a string's rest. Comes behind each escape, too.
 template<>
 template<>
-inline void ContextReader::ScanCopyUnescapedString( GZFileReadStream& stream, StackStream<char>& text ) {
+inline void Context::ContextReader::ScanCopyUnescapedString( Context::GZFileReadStream& stream,
+                                                             StackStream<char>& text ) {
     stream.takeTo( ByteScan::findNoPlain<>, [ & ]( std::string_view run ) {
-        requireLength( text.Length() + run.size() );
+        Context::requireLength( text.Length() + run.size() );
         auto* const place = static_cast<char*>( text.Push( static_cast<SizeType>( run.size() ) ) );
         std::copy( run.begin(), run.end(), place );
     } );
@@ -61,17 +66,19 @@ inline void ContextReader::ScanCopyUnescapedString( GZFileReadStream& stream, St
 
 template<>
 template<>
-inline void ContextReader::ScanCopyUnescapedString( GZFileReadStream& stream, NoText& text ) {
+inline void Context::ContextReader::ScanCopyUnescapedString( Context::GZFileReadStream& stream,
+                                                             Context::NoText& text ) {
     stream.takeTo( ByteScan::findNoPlain<>, [ & ]( std::string_view run ) {
         text.length += run.size();
-        requireLength( text.length );
+        Context::requireLength( text.length );
     } );
 }
 
 template<>
 template<>
-inline void ContextReader::ParseString<kParseDefaultFlags>( GZFileReadStream& stream, PruningFilter& filter,
-                                                            bool isKey ) {
+inline void Context::ContextReader::ParseString<kParseDefaultFlags>( Context::GZFileReadStream& stream,
+                                                                     Context::PruningFilter& filter,
+                                                                     bool isKey ) {
     stream.tokenStarts();
     stream.Take(); // the quote
     StackStream<char> text( stack_ );
@@ -87,12 +94,13 @@ inline void ContextReader::ParseString<kParseDefaultFlags>( GZFileReadStream& st
 /// A dropped string, or the name of a member in a dropped value, needs no place in memory.
 template<>
 template<>
-inline void ContextReader::ParseString<kParseDefaultFlags>( GZFileReadStream& stream,
-                                                            [[maybe_unused]] DroppedValue& handler,
-                                                            [[maybe_unused]] bool isKey ) {
+inline void
+Context::ContextReader::ParseString<kParseDefaultFlags>( Context::GZFileReadStream& stream,
+                                                         [[maybe_unused]] Context::DroppedValue& handler,
+                                                         [[maybe_unused]] bool isKey ) {
     stream.tokenStarts();
     stream.Take(); // the quote
-    NoText text;
+    Context::NoText text;
     ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
 }
 
@@ -100,15 +108,18 @@ inline void ContextReader::ParseString<kParseDefaultFlags>( GZFileReadStream& st
 /// ten digits overflows; behind nine digits that count, more of them change no value, and are left out.
 template<>
 template<>
-class GenericReader<UTF8<>, UTF8<>, JsonAllocator>::NumberStream<GZFileReadStream, false, false> {
+class GenericReader<UTF8<>, UTF8<>, Context::JsonAllocator>::NumberStream<Context::GZFileReadStream, false,
+                                                                          false> {
   public:
     using Ch = char;
 
-    NumberStream( GenericReader&, GZFileReadStream& stream ) : stream_( stream ) { stream.tokenStarts(); }
+    NumberStream( GenericReader&, Context::GZFileReadStream& stream ) : stream_( stream ) {
+        stream.tokenStarts();
+    }
     Ch Peek() const { return stream_.Peek(); }
     /// Of the number in front of the exponent.
     Ch TakePush() {
-        requireLength( ++length_ );
+        Context::requireLength( ++length_ );
         return stream_.Take();
     }
     /// Signs, the point, and of the exponent.
@@ -129,7 +140,7 @@ class GenericReader<UTF8<>, UTF8<>, JsonAllocator>::NumberStream<GZFileReadStrea
   private:
     static bool isDigit( char c ) { return c >= '0' && c <= '9'; }
 
-    GZFileReadStream& stream_;
+    Context::GZFileReadStream& stream_;
     std::size_t length_ = 0;
     unsigned exponentDigits_ = 0;
 };
@@ -137,9 +148,10 @@ class GenericReader<UTF8<>, UTF8<>, JsonAllocator>::NumberStream<GZFileReadStrea
 /// The value of a member that is dropped goes to a handler that the compiler makes nothing of.
 template<>
 template<>
-inline void ContextReader::ParseValue<kParseDefaultFlags>( GZFileReadStream& stream, PruningFilter& filter ) {
+inline void Context::ContextReader::ParseValue<kParseDefaultFlags>( Context::GZFileReadStream& stream,
+                                                                    Context::PruningFilter& filter ) {
     if( filter.dropsNext() ) {
-        DroppedValue dropped = filter.dropped();
+        Context::DroppedValue dropped = filter.dropped();
         return ParseValue<kParseDefaultFlags>( stream, dropped );
     }
     switch( stream.Peek() ) {

@@ -5,6 +5,7 @@
 #include "zel/Assert.h"
 
 using BfResourceInfo::BfResourceParser;
+using Context::Json;
 
 void parseDynamicHashCalculations( BfResourceParser* parser, Json d,
                                    BfResourceParserContext const& context ) {

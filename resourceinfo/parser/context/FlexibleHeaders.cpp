@@ -4,6 +4,7 @@
 #include "zel/Assert.h"
 
 using BfResourceInfo::BfResourceParser;
+using Context::Json;
 
 namespace {
 

@@ -5,11 +5,11 @@
 #include "resourceinfo/parser/context/Json.h"
 
 /// The pass over "flexible_headers", which a file may lack.
-void parseFlexibleHeaders( BfResourceInfo::BfResourceParser* parser, Json d,
+void parseFlexibleHeaders( BfResourceInfo::BfResourceParser* parser, Context::Json d,
                            BfResourceParserContext const& context );
 
 /// The step for one element: keeps the header's size in bytes in `bfHeaders`; all files of a switch share the
 /// headers. Returns 0. Fatal: "header.size() % 8 == 0" for bits that make no whole bytes,
 /// "parser->bfHeaders( hdrName ) == header" for a header that is known with another size.
-int parseBfHeaderInfo( BfResourceInfo::BfResourceParser* parser, Json element,
+int parseBfHeaderInfo( BfResourceInfo::BfResourceParser* parser, Context::Json element,
                        BfResourceParserContext const& context );

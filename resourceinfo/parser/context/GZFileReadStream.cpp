@@ -1,5 +1,7 @@
 #include "resourceinfo/parser/context/GZFileReadStream.h"
 
+namespace Context {
+
 GZFileReadStream::GZFileReadStream( InputFile& file, std::span<char> buffer )
     : file_( file ), buffer_( buffer ), bufferLast_( buffer.data() ), current_( buffer.data() ) {
     refill();
@@ -29,3 +31,5 @@ void GZFileReadStream::drain() {
     while( !eof_ )
         refill();
 }
+
+} // namespace Context

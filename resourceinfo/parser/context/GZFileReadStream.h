@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+namespace Context {
+
 /// The characters of a file, plain or gzip, as RapidJSON's reader takes them. The end of the file is one NUL.
 /// A read error ends the characters like the end of the file does, and stays visible in failed(): what was
 /// read until then must not be used.
@@ -71,3 +73,5 @@ class GZFileReadStream {
     bool eof_ = false;
     bool failed_ = false;
 };
+
+} // namespace Context

@@ -7,6 +7,8 @@
 #include <unistd.h>
 #include <zlib.h>
 
+namespace Context {
+
 namespace {
 
 /// Of the gzip library; its own choice, 8 KiB, means a call of the system for every 16 KiB of a plain file.
@@ -62,3 +64,5 @@ String GzipFile::error() {
 }
 
 void GzipFile::close() { file_.reset(); }
+
+} // namespace Context

@@ -7,6 +7,8 @@
 
 struct gzFile_s; // zlib's open file
 
+namespace Context {
+
 /// A context file as it is read: a row of characters, whatever they are packed in. Tests stand between reader
 /// and file here. One object reads one file.
 class InputFile {
@@ -42,3 +44,5 @@ class GzipFile : public InputFile {
   private:
     std::unique_ptr<gzFile_s, int ( * )( gzFile_s* )> file_;
 };
+
+} // namespace Context

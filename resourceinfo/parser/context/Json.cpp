@@ -5,6 +5,8 @@
 
 #include <ostream>
 
+namespace Context {
+
 namespace {
 
 /// A step of a JSON pointer, with its two special characters escaped.
@@ -72,3 +74,5 @@ void describeLastAccess( std::ostream& os, JsonValue const& document ) {
     if( access.member )
         os << ", member \"" << access.member << '"';
 }
+
+} // namespace Context

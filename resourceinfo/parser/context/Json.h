@@ -15,13 +15,17 @@
 #include <string_view>
 
 /// Reports a failed access at the place and value that were noted last.
+namespace Context {
 [[noreturn]] void jsonAssertionFailed( char const* condition );
+}
 
 // Must be in force wherever RapidJSON is included in the library, so this header comes before any of
 // RapidJSON's.
 #define RAPIDJSON_ASSERT( condition )                                                                        \
-    ( ( condition ) ? static_cast<void>( 0 ) : jsonAssertionFailed( #condition ) )
+    ( ( condition ) ? static_cast<void>( 0 ) : ::Context::jsonAssertionFailed( #condition ) )
 #include <rapidjson/document.h>
+
+namespace Context {
 
 /// Memory for RapidJSON, which does not look whether its own allocator found any: here a lack of it throws.
 struct JsonAllocator {
@@ -130,3 +134,5 @@ class Json {
 /// Writes the place of the last access in a document, a JSON pointer: "/tables/3/match_attributes", and the
 /// member that was asked for: ", member \"units\"". Walks the document; for failures.
 void describeLastAccess( std::ostream& os, JsonValue const& document );
+
+} // namespace Context

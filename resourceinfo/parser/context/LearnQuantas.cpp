@@ -5,6 +5,7 @@
 #include "zel/Assert.h"
 
 using BfResourceInfo::BfResourceParser;
+using Context::Json;
 
 void parseLearnQuantas( BfResourceParser* parser, Json d, BfResourceParserContext const& context ) {
     Json const lqs = d[ "learn_quanta" ];

@@ -5,10 +5,10 @@
 #include "resourceinfo/parser/context/Json.h"
 
 /// The pass over "learn_quanta". Fatal: "lqs.IsArray()", "lq.IsObject()".
-void parseLearnQuantas( BfResourceInfo::BfResourceParser* parser, Json d,
+void parseLearnQuantas( BfResourceInfo::BfResourceParser* parser, Context::Json d,
                         BfResourceParserContext const& context );
 
 /// The step for one element: appends a BfLearnQuantaInfo to `bfLearnQuantaInfos` when the element has an
 /// "lq_cfg_type". Returns 0.
-int parseBfLearnQuantaInfo( BfResourceInfo::BfResourceParser* parser, Json lq,
+int parseBfLearnQuantaInfo( BfResourceInfo::BfResourceParser* parser, Context::Json lq,
                             BfResourceParserContext const& context );

@@ -4,6 +4,7 @@
 #include "resourceinfo/parser/context/Tables.h"
 
 using BfResourceInfo::BfResourceParser;
+using Context::Json;
 
 namespace {
 

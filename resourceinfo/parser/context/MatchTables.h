@@ -8,5 +8,5 @@
 /// returns 1 for a table that is no match table, is not resource-controllable or has static entries.
 /// `contextFile` is the path of the file, for the logical pipe. The tables that it refers to must be in
 /// `resourceHandles`. Every violation is fatal; nothing is stored then.
-int parseBfTable( BfResourceInfo::BfResourceParser* parser, Json table, String const& contextFile,
+int parseBfTable( BfResourceInfo::BfResourceParser* parser, Context::Json table, String const& contextFile,
                   BfResourceParserContext const& context );

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string_view>
 
+namespace Context {
+
 /// Every member of a context file that some pass asks for, wherever it stands. All others are dropped while
 /// the file is read; Json refuses to compile an access to one of them.
 inline constexpr std::array memberNames = std::to_array<std::string_view>( {
@@ -100,3 +102,5 @@ constexpr std::string_view memberNameOf( std::string_view name ) { return member
 
 /// Whether some pass asks for members of that name.
 constexpr bool isMemberName( std::string_view name ) { return !memberNameOf( name ).empty(); }
+
+} // namespace Context

@@ -6,6 +6,7 @@
 #include <map>
 
 using BfResourceInfo::BfResourceParser;
+using Context::Json;
 
 namespace {
 

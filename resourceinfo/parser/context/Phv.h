@@ -5,11 +5,12 @@
 
 /// The pass over "phv_allocation": parsePhvStage for the two directions of every stage. Fatal:
 /// "phvs.IsArray()", "phvStage.IsObject()".
-void parsePhv( BfResourceInfo::BfResourceParser* parser, Json d );
+void parsePhv( BfResourceInfo::BfResourceParser* parser, Context::Json d );
 
 /// Takes the fields that one stage places in PHV containers in one direction, "ingress" or "egress", into the
 /// collection of that direction, where each field keeps the largest number of bytes that any stage gives it.
 /// Returns 0. Fatal: "gress_info.IsArray()", "records.IsArray()", "record.IsObject()",
 /// "perStagePhvSize[ record_field_name ] == width" for a field with two widths, and for another direction, if
 /// it has fields, "false && \"Invalid Direction\"".
-int parsePhvStage( BfResourceInfo::BfResourceParser* parser, Json phvStage, String const& direction );
+int parsePhvStage( BfResourceInfo::BfResourceParser* parser, Context::Json phvStage,
+                   String const& direction );

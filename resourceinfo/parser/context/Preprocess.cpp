@@ -5,6 +5,7 @@
 
 using BfResourceInfo::BfResourceParser;
 using BfResourceInfo::BfZelResource;
+using Context::Json;
 
 namespace {
 
@@ -59,13 +60,13 @@ void preprocessTable( BfResourceParser* parser, Json table, BfResourceParserCont
     entry.name = name;
     entry.size = table[ "size" ].GetUint();
     table[ "direction" ].GetString(); // required here, used by later passes
-    auto const [ stages, count ] = findStageTables( table );
+    auto const [ stages, count ] = Context::findStageTables( table );
     if( count == 0 )
         return;
     ZEL_ASSERT( stages->IsArray() );
     Json const stage = ( *stages )[ 0 ];
     entry.stageStart = static_cast<U8>( stage[ "stage_number" ].GetInt64() );
-    stageTableType( table, stage ); // required here, used by later passes
+    Context::stageTableType( table, stage ); // required here, used by later passes
     addReferences( table, context, entry );
     addParents( parser, table, name );
     parser->resourceHandlesIs( handle, std::move( entry ) );
@@ -78,7 +79,7 @@ void preprocessContext( BfResourceParser* parser, Json d, BfResourceParserContex
                      "const BfResourceParserContext&)";
     ZEL_ASSERT( d[ "tables" ].IsArray() );
     BF_TRACE( 6 ) << "Preprocessing tables";
-    forEachTable( d, [ & ]( Json table ) { preprocessTable( parser, table, context ); } );
+    Context::forEachTable( d, [ & ]( Json table ) { preprocessTable( parser, table, context ); } );
     // The relation spans the files: a name that had several parents in an earlier one gets none here either.
     for( String const& name : parser->multipleParentTables() )
         parser->parentTableDel( name );

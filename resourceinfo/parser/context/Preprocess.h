@@ -8,7 +8,7 @@
 /// references, and `parentTable` and `multipleParentTables` with who names which resource in
 /// "indirect_resources". Every violation is fatal: "d[ \"tables\" ].IsArray()", "table.IsObject()", those of
 /// findStageTables, "stages->IsArray()".
-void preprocessContext( BfResourceInfo::BfResourceParser* parser, Json d,
+void preprocessContext( BfResourceInfo::BfResourceParser* parser, Context::Json d,
                         BfResourceParserContext const& context );
 
 /// The handle of the table whose `referenceKind` ("statistics_table_refs", "meter_table_refs" or

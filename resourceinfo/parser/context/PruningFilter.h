@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <utility>
 
+namespace Context {
+
 /// How deep the reader is in a file, and how deep it may get before its stack overflows: the 1,001st level
 /// ends the reading.
 class Depth {
@@ -124,3 +126,5 @@ class PruningFilter {
     bool dropsNext_ = false;
     std::array<Size, Depth::maximum + 1> keptMembers_; // of the object at each depth
 };
+
+} // namespace Context

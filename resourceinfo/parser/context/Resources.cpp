@@ -4,6 +4,7 @@
 #include "resourceinfo/parser/context/Tables.h"
 
 using BfResourceInfo::BfResourceParser;
+using Context::Json;
 
 BfResourceType stringToResourceType( std::string_view text ) {
     for( auto const& [ type, typeText ] : bfResourceTypeTexts ) {
@@ -20,14 +21,14 @@ int parseBfResource( BfResourceParser* parser, Json table, BfResourceParserConte
     record.handle = getHandle( table, context );
     record.size = table[ "size" ].GetUint();
     record.ingress = table[ "direction" ].GetString() == "ingress";
-    auto const [ stages, count ] = findStageTables( table );
+    auto const [ stages, count ] = Context::findStageTables( table );
     if( count == 0 )
         return 0;
     ZEL_ASSERT( stages->IsArray() );
     Json const stage = ( *stages )[ 0 ];
     record.stages = count;
     record.stageStart = static_cast<U32>( stage[ "stage_number" ].GetInt64() );
-    record.type = static_cast<U32>( stringToResourceType( stageTableType( table, stage ) ) );
+    record.type = static_cast<U32>( stringToResourceType( Context::stageTableType( table, stage ) ) );
     BF_TRACE( 7 ) << "Parsed resource " << record.name;
     parser->bfResourcesPush( std::move( record ) );
     return 0;

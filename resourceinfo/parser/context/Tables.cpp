@@ -4,6 +4,22 @@
 
 #include <ostream>
 
+U32 getHandle( Context::Json value, BfResourceParserContext const& context ) {
+    return value[ "handle" ].GetUint() | context.handlePipeBits;
+}
+
+String getLogicalPipe( Context::Json value, String const& fileName ) {
+    if( value.HasMember( "logical_pipe" ) )
+        return String( value[ "logical_pipe" ].GetString() );
+    if( fileName.ends_with( "context_a.json" ) )
+        return "a";
+    if( fileName.ends_with( "context_b.json" ) )
+        return "b";
+    return "";
+}
+
+namespace Context {
+
 namespace {
 
 StageTables unitStageTables( Json units ) {
@@ -26,20 +42,6 @@ StageTables matchStageTables( Json match_attributes ) {
 
 } // namespace
 
-U32 getHandle( Json value, BfResourceParserContext const& context ) {
-    return value[ "handle" ].GetUint() | context.handlePipeBits;
-}
-
-String getLogicalPipe( Json value, String const& fileName ) {
-    if( value.HasMember( "logical_pipe" ) )
-        return String( value[ "logical_pipe" ].GetString() );
-    if( fileName.ends_with( "context_a.json" ) )
-        return "a";
-    if( fileName.ends_with( "context_b.json" ) )
-        return "b";
-    return "";
-}
-
 StageTables findStageTables( Json table ) {
     if( table.HasMember( "stage_tables" ) ) {
         ZEL_ASSERT( !table.HasMember( "match_attributes" ) );
@@ -61,3 +63,5 @@ void TableScope::describe( std::ostream& os ) const {
     if( auto const name = table_.textOf( "name" ) )
         os << " \"" << *name << '"';
 }
+
+} // namespace Context

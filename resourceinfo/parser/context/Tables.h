@@ -10,12 +10,14 @@
 
 /// The "handle" of an object with the file's pipe bits: the rule for every handle that is read. A missing
 /// member or one that is no unsigned 32-bit number is fatal.
-U32 getHandle( Json value, BfResourceParserContext const& context );
+U32 getHandle( Context::Json value, BfResourceParserContext const& context );
 
 /// The logical pipe of a table: its "logical_pipe", else "a" or "b" when the file's name ends with
 /// "context_a.json" or "context_b.json", else empty. A value that is no object, and a "logical_pipe" that is
 /// no string, are fatal.
-String getLogicalPipe( Json value, String const& fileName );
+String getLogicalPipe( Context::Json value, String const& fileName );
+
+namespace Context {
 
 /// Where a table's stage tables stand and how many it has over all its units.
 struct StageTables {
@@ -56,3 +58,5 @@ void forEachTable( Json d, Step step ) {
         step( table );
     }
 }
+
+} // namespace Context

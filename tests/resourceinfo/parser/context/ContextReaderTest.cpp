@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Context;
+
 namespace {
 
 using namespace std::string_literals;

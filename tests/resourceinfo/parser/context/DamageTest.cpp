@@ -16,6 +16,8 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+using namespace Context;
+
 // Valid inputs, damaged in every place: loading either fails by a broken condition that names the file, or
 // succeeds; it never crashes, hangs, or leaves anything behind.
 
@@ -36,9 +38,7 @@ struct Outcome {
 /// The conditions that the steps for a context file may break, those without a test left out: they are listed
 /// on a page.
 std::set<String> documentedConditions() {
-    std::filesystem::path page( __FILE__ );
-    while( page.has_relative_path() && !exists( page / "docs/behaviour.md" ) )
-        page = page.parent_path();
+    std::filesystem::path const page = BFRI_TREE;
     std::ifstream lines( page / "docs/behaviour.md" );
     std::set<String> conditions;
     String section;
@@ -206,7 +206,7 @@ TEST_F( Damage, EveryMemberRemovedOrRetyped ) {
         }
     }
     EXPECT_THAT( touched, testing::IsSupersetOf( memberNames ) );
-    std::filesystem::path const path = std::filesystem::path( __FILE__ ).replace_filename( "damage.golden" );
+    std::filesystem::path const path = BFRI_TREE "/tests/resourceinfo/parser/context/damage.golden";
     String const table = legend + outcomes.text();
     if( std::getenv( "BFRI_UPDATE_GOLDEN" ) ) {
         std::ofstream( path ) << table;

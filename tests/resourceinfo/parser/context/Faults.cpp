@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <ostream>
 
+using namespace Context;
+
 namespace BfResourceInfo {
 
 namespace {

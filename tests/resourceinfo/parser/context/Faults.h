@@ -11,15 +11,17 @@
 
 namespace BfResourceInfo {
 
+using Context::Json;
+
 /// A JSON text as the passes see it.
 class ParsedJson {
   public:
     explicit ParsedJson( std::string const& text ) { document_.Parse( text.data(), text.size() ); }
     Json json() const { return Json( document_ ); }
-    JsonDocument const& document() const { return document_; }
+    Context::JsonDocument const& document() const { return document_; }
 
   private:
-    JsonDocument document_;
+    Context::JsonDocument document_;
 };
 
 /// A context file with something of everything that some pass reads. Its first tables are a direct counter

@@ -16,6 +16,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Context;
+
 // Files that cannot be opened, that fail while they are read, or that change meanwhile.
 
 namespace BfResourceInfo {

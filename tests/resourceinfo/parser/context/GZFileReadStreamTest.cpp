@@ -6,6 +6,8 @@
 #include <memory>
 #include <vector>
 
+using namespace Context;
+
 namespace {
 
 using Support::TemporaryFolder;
