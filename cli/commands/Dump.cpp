@@ -30,8 +30,9 @@ Row containerBytes( Containers const& containers ) {
     return row;
 }
 
-void dumpConfiguration( BfResourceParser const& parser, JsonAnswer& answer ) {
-    answer.member( "switchConf", parser.switchConf() );
+void dumpConfiguration( Configuration const& configuration, JsonAnswer& answer ) {
+    BfResourceParser const& parser = configuration.parser();
+    answer.member( "switchConf", configuration.path );
     answer.member( "contextFile", listOf( parser.contextFile(), []( auto const& entry ) {
                        return Row{ { "pipeMask", Hex( entry.key().value() ) }, { "path", entry.value() } };
                    } ) );
@@ -72,10 +73,10 @@ void dumpRelations( BfResourceParser const& parser, JsonAnswer& answer ) {
 
 } // namespace
 
-ExitStatus dump( Model const& model, Request const&, Streams const& io ) {
-    auto const& parser = *model.parser();
+ExitStatus dump( Configuration const& configuration, Request const&, Streams const& io ) {
+    auto const& parser = configuration.parser();
     JsonAnswer answer( io.out );
-    dumpConfiguration( parser, answer );
+    dumpConfiguration( configuration, answer );
     dumpRecords( parser, answer );
     dumpNamed( parser, answer );
     dumpRelations( parser, answer );

@@ -28,15 +28,15 @@ Rows chosen( std::vector<Row> const& rows, Rule rule ) {
 bool isAction( RecordKind const& kind ) { return kind.word == std::string_view( "actions" ); }
 
 Rows named( std::vector<Row> const& rows, RecordKind const& kind, String const& word,
-            BfResourceInfo::BfResourceParser const& parser ) {
+            Configuration const& configuration ) {
     std::vector<String> names;
     names.reserve( rows.size() );
     for( Row const& row : rows )
         names.push_back( valueAs<String>( row, "name" ) );
     String const name = meantName( names, word, { kind.one, kind.word, kind.word }, [ & ] {
-        String why = whyMissing( parser, word );
+        String why = whyMissing( configuration, word );
         if( why.empty() && isAction( kind ) )
-            refuseTableOf( parser, word );
+            refuseTableOf( configuration.parser(), word );
         return why;
     } );
     return chosen( rows, [ & ]( Row const& row ) { return valueAs<String>( row, "name" ) == name; } );
@@ -44,7 +44,7 @@ Rows named( std::vector<Row> const& rows, RecordKind const& kind, String const& 
 
 /// By name; where no record has it, by the words that tell records of one name apart.
 Rows rowsMeant( std::vector<Row> const& rows, RecordKind const& kind, String const& word,
-                BfResourceInfo::BfResourceParser const& parser ) {
+                Configuration const& configuration ) {
     auto exact = chosen( rows, [ & ]( Row const& row ) { return valueAs<String>( row, "name" ) == word; } );
     if( !exact.empty() )
         return exact;
@@ -57,20 +57,21 @@ Rows rowsMeant( std::vector<Row> const& rows, RecordKind const& kind, String con
         return withHandle;
     Rows actions;
     if( isAction( kind ) ) {
-        for( U32 const place : actionsMeant( parser, word ) )
+        for( U32 const place : actionsMeant( configuration.parser(), word ) )
             actions.push_back( &rows.at( place ) );
     }
-    return actions.empty() ? named( rows, kind, word, parser ) : actions;
+    return actions.empty() ? named( rows, kind, word, configuration ) : actions;
 }
 
 /// What to type for each of several records: of actions also the table, of others the handle.
 std::vector<String> wordsFor( Rows const& meant, std::vector<Row> const& rows, RecordKind const& kind,
-                              BfResourceInfo::BfResourceParser const& parser ) {
+                              Configuration const& configuration ) {
     std::vector<BfActionInfo const*> actions;
     std::set<String> words;
     for( Row const* const row : meant ) {
         if( isAction( kind ) )
-            actions.push_back( &parser.bfActions().at( static_cast<U32>( row - rows.data() ) ) );
+            actions.push_back(
+                &configuration.parser().bfActions().at( static_cast<U32>( row - rows.data() ) ) );
         else
             words.insert( textOf( valueOf( *row, "handle" ) ) );
     }
@@ -87,11 +88,11 @@ Rows differing( Rows rows ) {
 }
 
 Row const& rowMeant( std::vector<Row> const& rows, RecordKind const& kind, String const& word,
-                     BfResourceInfo::BfResourceParser const& parser ) {
-    Rows const meant = differing( rowsMeant( rows, kind, word, parser ) );
+                     Configuration const& configuration ) {
+    Rows const meant = differing( rowsMeant( rows, kind, word, configuration ) );
     if( meant.size() == 1 )
         return *meant.front();
-    auto const words = wordsFor( meant, rows, kind, parser );
+    auto const words = wordsFor( meant, rows, kind, configuration );
     String const means =
         "'" + escapeForTerminal( word ) + "' means " + std::to_string( meant.size() ) + ' ' + kind.word;
     if( words.size() == meant.size() )
@@ -130,12 +131,12 @@ struct Lines {
 
 } // namespace
 
-ExitStatus field( Model const& model, Request const& request, Streams const& io ) {
+ExitStatus field( Configuration const& configuration, Request const& request, Streams const& io ) {
     RecordKind const& kind = kindMeant( request.words[ 1 ] );
     String const& field = request.words[ 3 ];
     requireField( kind, field );
-    auto const rows = kind.rows( *model.parser() );
-    Row const& row = rowMeant( rows, kind, request.words[ 2 ], *model.parser() );
+    auto const rows = kind.rows( configuration.parser() );
+    Row const& row = rowMeant( rows, kind, request.words[ 2 ], configuration );
     Value const& value = valueOf( row, field );
     if( isNothing( value ) || isNothing( valueOf( kind.shown ? kind.shown( row ) : row, field ) ) )
         throw Failure( ExitStatus::no, String( kind.one ) + " '" +

@@ -27,7 +27,7 @@ struct Found {
     U32 handle = 0;
     Bearers bearers = {};
     Bearers others = {}; ///< of handles that differ in the pipe's bits alone
-    LeftOuts leftOut = {};
+    Omissions leftOut = {};
     std::optional<U32> behind0x = {}; ///< of a word that nothing bears, another reading that something does
 };
 
@@ -55,8 +55,8 @@ bool isAttachable( HandleUse const& bearer ) {
 }
 
 /// The match tables behind what has the handle as its own, and what of the files has it where nothing does.
-LeftOuts leftOutBehind( U32 handle, Bearers const& bearers, LeftOutTables& tables ) {
-    LeftOuts all;
+Omissions leftOutBehind( U32 handle, Bearers const& bearers, OmittedTables const& tables ) {
+    Omissions all;
     std::set<String> names;
     bool isOwned = false;
     for( HandleUse const& bearer : bearers ) {
@@ -70,25 +70,26 @@ LeftOuts leftOutBehind( U32 handle, Bearers const& bearers, LeftOutTables& table
     }
     if( !isOwned ) {
         all = tables.withHandle( handle );
-        bool const isResource = !all.empty() && all.front().missing == Missing::handle;
+        bool const isResource = !all.empty() && all.front().omitted == Omitted::handle;
         names.insert( isResource ? all.front().table : "" );
     }
     for( String const& name : names ) {
-        for( LeftOut& one : tables.behind( handle, name ) )
+        for( Omission& one : tables.of( handle, name ) )
             all.push_back( std::move( one ) );
     }
     return all;
 }
 
 /// One pass over the model, however many handles are asked for.
-std::unordered_map<U32, Bearers> bearersLike( Model const& model, std::vector<Found> const& asked ) {
+std::unordered_map<U32, Bearers> bearersLike( Configuration const& configuration,
+                                              std::vector<Found> const& asked ) {
     std::unordered_map<U32, Bearers> like;
     for( Found const& one : asked ) {
         like[ one.handle & withoutPipe ];
         if( one.behind0x )
             like[ *one.behind0x & withoutPipe ];
     }
-    eachHandleUse( *model.parser(), [ & ]( HandleUse const& bearer ) {
+    eachHandleUse( configuration.parser(), [ & ]( HandleUse const& bearer ) {
         auto const bucket = like.find( bearer.handle & withoutPipe );
         if( bucket != like.end() )
             bucket->second.push_back( bearer );
@@ -96,14 +97,14 @@ std::unordered_map<U32, Bearers> bearersLike( Model const& model, std::vector<Fo
     return like;
 }
 
-std::vector<Found> find( Model const& model, std::span<String const> words ) {
+std::vector<Found> find( Configuration const& configuration, std::span<String const> words ) {
     std::vector<Found> all;
     for( String const& word : words )
         all.push_back( { .word = word,
-                         .handle = handleMeant( *model.parser(), word ),
+                         .handle = handleMeant( configuration.parser(), word ),
                          .behind0x = handleBehind0x( word ) } );
-    auto const like = bearersLike( model, all );
-    LeftOutTables tables( *model.parser() );
+    auto const like = bearersLike( configuration, all );
+    OmittedTables const tables( configuration );
     for( Found& one : all ) {
         for( HandleUse const& bearer : like.at( one.handle & withoutPipe ) )
             ( bearer.handle == one.handle ? one.bearers : one.others ).push_back( bearer );
@@ -206,9 +207,9 @@ void sayUnknown( Found const& one, bool pipesInHandles, std::ostream& err ) {
 
 } // namespace
 
-ExitStatus lookup( Model const& model, Request const& request, Streams const& io ) {
-    bool const pipesInHandles = !model.parser()->bfrtConfig().empty();
-    auto const all = find( model, std::span( request.words ).subspan( 1 ) );
+ExitStatus lookup( Configuration const& configuration, Request const& request, Streams const& io ) {
+    bool const pipesInHandles = !configuration.parser().bfrtConfig().empty();
+    auto const all = find( configuration, std::span( request.words ).subspan( 1 ) );
     switch( request.format ) {
     case Format::text:
         printAsText( rowsOf( all ), io );
@@ -227,7 +228,7 @@ ExitStatus lookup( Model const& model, Request const& request, Streams const& io
             status = ExitStatus::no;
             continue;
         }
-        for( LeftOut const& leftOut : one.leftOut )
+        for( Omission const& leftOut : one.leftOut )
             io.err << "bfri: " << one.word << ": " << sentenceOf( leftOut ) << '\n';
     }
     return status;

@@ -19,10 +19,10 @@ namespace Bfri {
 
 namespace {
 
-std::vector<String> namesIn( Model const& model ) {
+std::vector<String> namesIn( Configuration const& configuration ) {
     std::vector<String> names;
     std::unordered_set<String> seen;
-    for( NameOfKind& bearer : namesOfKinds( *model.parser() ) ) {
+    for( NameOfKind& bearer : namesOfKinds( configuration.parser() ) ) {
         if( seen.insert( bearer.name ).second )
             names.push_back( std::move( bearer.name ) );
     }
@@ -35,18 +35,20 @@ struct Page {
     std::vector<Section> sections;
 };
 
-Page pageNamed( Model const& model, String const& name ) { return { name, pageOf( *model.parser(), name ) }; }
+Page pageNamed( Configuration const& configuration, String const& name ) {
+    return { name, pageOf( configuration, name ) };
+}
 
 /// A page for each name of what has the handle as its own; none where nothing has it.
-std::vector<Page> pagesOfHandle( Model const& model, U32 handle ) {
+std::vector<Page> pagesOfHandle( Configuration const& configuration, U32 handle ) {
     std::set<String> owners;
     std::set<String> others;
-    eachHandleUse( *model.parser(), [ & ]( HandleUse const& bearer ) {
+    eachHandleUse( configuration.parser(), [ & ]( HandleUse const& bearer ) {
         if( bearer.handle == handle )
             ( bearer.owner == bearer.name ? owners : others ).emplace( bearer.name );
     } );
     if( owners.empty() && !others.empty() ) {
-        String const known = sentencesOf( LeftOutTables( *model.parser() ).withHandle( handle ) );
+        String const known = sentencesOf( OmittedTables( configuration ).withHandle( handle ) );
         throw Failure( ExitStatus::no,
                        "nothing has the handle " + textOf( Hex( handle ) ) + " as its own; " +
                            ( known.empty() ? known : known + "; " ) + "these refer to it:",
@@ -55,20 +57,20 @@ std::vector<Page> pagesOfHandle( Model const& model, U32 handle ) {
     std::vector<Page> pages;
     pages.reserve( owners.size() );
     for( String const& name : owners )
-        pages.push_back( { name, pageOf( *model.parser(), name, handle ) } );
+        pages.push_back( { name, pageOf( configuration, name, handle ) } );
     return pages;
 }
 
 /// The actions of a table that 'ACTION of TABLE' means.
-std::vector<Page> pagesOfActions( Model const& model, String const& word ) {
-    auto const& actions = model.parser()->bfActions();
+std::vector<Page> pagesOfActions( Configuration const& configuration, String const& word ) {
+    auto const& actions = configuration.parser().bfActions();
     std::map<String, std::set<std::pair<String, U32>>> asked; // by name: tables and handles
-    for( U32 const place : actionsMeant( *model.parser(), word ) )
+    for( U32 const place : actionsMeant( configuration.parser(), word ) )
         asked[ actions.at( place ).name ].emplace( actions.at( place ).tableName,
                                                    actions.at( place ).handle );
     std::vector<Page> pages;
     for( auto const& entry : asked ) {
-        Page& page = pages.emplace_back( pageNamed( model, entry.first ) );
+        Page& page = pages.emplace_back( pageNamed( configuration, entry.first ) );
         std::erase_if( page.sections, []( Section const& section ) {
             return section.kind->word != std::string_view( "actions" );
         } );
@@ -81,18 +83,18 @@ std::vector<Page> pagesOfActions( Model const& model, String const& word ) {
 }
 
 /// The one page of a name, as a rule.
-std::vector<Page> pagesFor( Model const& model, String const& word ) {
-    auto const names = namesIn( model );
+std::vector<Page> pagesFor( Configuration const& configuration, String const& word ) {
+    auto const names = namesIn( configuration );
     auto const handle = handleIn( word );
     std::vector<Page> pages;
     if( std::find( names.begin(), names.end(), word ) == names.end() )
-        pages = handle ? pagesOfHandle( model, *handle ) : pagesOfActions( model, word );
+        pages = handle ? pagesOfHandle( configuration, *handle ) : pagesOfActions( configuration, word );
     if( pages.empty() )
         pages.push_back(
-            pageNamed( model, meantName( names, word, { "record named", "records", "names" }, [ & ] {
-                           String why = whyMissing( *model.parser(), word );
+            pageNamed( configuration, meantName( names, word, { "record named", "records", "names" }, [ & ] {
+                           String why = whyMissing( configuration, word );
                            if( why.empty() )
-                               refuseTableOf( *model.parser(), word );
+                               refuseTableOf( configuration.parser(), word );
                            return why;
                        } ) ) );
     return pages;
@@ -191,7 +193,7 @@ void printRecord( std::ostream& out, TerminalStyle const& look, RecordKind const
     std::ostringstream lines;
     printFields( lines, row );
     printIndented( out, "  ", lines.str() );
-    for( LeftOut const& table : entry.leftOutTables ) {
+    for( Omission const& table : entry.leftOutTables ) {
         out << '\n';
         printIndented( out, "  ", inLines( sentenceOf( table ), within( look, "  " ) ) );
     }
@@ -277,8 +279,8 @@ void printText( std::ostream& out, TerminalStyle const& look, std::vector<Page> 
 
 } // namespace
 
-ExitStatus show( Model const& model, Request const& request, Streams const& io ) {
-    auto pages = pagesFor( model, request.words[ 1 ] );
+ExitStatus show( Configuration const& configuration, Request const& request, Streams const& io ) {
+    auto pages = pagesFor( configuration, request.words[ 1 ] );
     if( request.format == Format::json )
         printJson( io.out, std::move( pages ) );
     else

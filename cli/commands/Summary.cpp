@@ -41,9 +41,10 @@ Row pipelineRow( BfResourceInfo::ZelContextFile const& entry ) {
              { "path", entry.value() } };
 }
 
-void printJson( BfResourceParser const& parser, std::ostream& out ) {
+void printJson( Configuration const& configuration, std::ostream& out ) {
+    BfResourceParser const& parser = configuration.parser();
     JsonAnswer answer( out );
-    answer.member( "switchConf", parser.switchConf() );
+    answer.member( "switchConf", configuration.path );
     answer.member( "bfrtConfig", parser.bfrtConfig() );
     answer.member( "contextFile", listOf( parser.contextFile(), pipelineRow ) );
     answer.member( "hitBitSmashEntries", parser.hitBitSmashEntries() );
@@ -53,8 +54,9 @@ void printJson( BfResourceParser const& parser, std::ostream& out ) {
     answer.member( "counts", std::move( counts ) );
 }
 
-void printText( BfResourceParser const& parser, std::ostream& out ) {
-    printFields( out, { { "switch configuration", parser.switchConf() },
+void printText( Configuration const& configuration, std::ostream& out ) {
+    BfResourceParser const& parser = configuration.parser();
+    printFields( out, { { "switch configuration", configuration.isContextFile ? "" : configuration.path },
                         { "run-time configuration", parser.bfrtConfig() } } );
     RowList pipelines{ { { "PIPE MASK", {} }, { "PIPES", {} }, { "CONTEXT FILE", {} } }, {} };
     for( auto const& entry : parser.contextFile() )
@@ -71,9 +73,8 @@ void printText( BfResourceParser const& parser, std::ostream& out ) {
 
 } // namespace
 
-ExitStatus summary( Model const& model, Request const& request, Streams const& io ) {
-    auto const& parser = *model.parser();
-    request.format == Format::json ? printJson( parser, io.out ) : printText( parser, io.out );
+ExitStatus summary( Configuration const& configuration, Request const& request, Streams const& io ) {
+    request.format == Format::json ? printJson( configuration, io.out ) : printText( configuration, io.out );
     return ExitStatus::done;
 }
 

@@ -77,6 +77,6 @@ struct Comparison {
 
 /// Of every kind, or of the only one that is asked for, then without the configuration. The models outlive
 /// the comparison. Linear in their records. With resources, the context files are read once more.
-Comparison compare( Model const& old, Model const& now, RecordKind const* only );
+Comparison compare( Configuration const& old, Configuration const& now, RecordKind const* only );
 
 } // namespace Bfri

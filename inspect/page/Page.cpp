@@ -59,8 +59,8 @@ void addOnce( Resources& resources, BfResource const* resource ) {
 
 class PageBuilder {
   public:
-    PageBuilder( BfResourceParser const& parser, String const& name, std::optional<U32> handle )
-        : parser_( parser ), name_( name ), handle_( handle ) {}
+    PageBuilder( Configuration const& configuration, String const& name, std::optional<U32> handle )
+        : parser_( configuration.parser() ), name_( name ), handle_( handle ), omitted_( configuration ) {}
 
     std::vector<Section> page() &&;
 
@@ -102,7 +102,7 @@ class PageBuilder {
     Relations const relations_{ parser_ };
     std::set<BfResource const*> joined_; // those that an entry says the place of
     std::map<RecordKind const*, std::vector<Row>> rows_;
-    LeftOutTables leftOut_{ parser_ };
+    OmittedTables const omitted_;
 };
 
 std::vector<Section> PageBuilder::page() && {
@@ -203,12 +203,12 @@ Entry PageBuilder::attachedEntry( Attachment const& attachment, Row const& recor
     }
     BfResource const* const place = taken.empty() ? nullptr : taken.front();
     auto const handle = place ? std::optional( place->handle )
-                              : leftOut_.ownHandle( name_, valueAs<Hex>( record, "handle" ).value );
+                              : omitted_.ownHandle( name_, valueAs<Hex>( record, "handle" ).value );
     return { record,
              true,
              place,
              { resourcesPart( taken ), tablesPart( std::move( owners ) ) },
-             handle ? leftOut_.behind( *handle, name_ ) : LeftOuts() };
+             handle ? omitted_.of( *handle, name_ ) : Omissions() };
 }
 
 Entry PageBuilder::resourceEntry( BfResource const& record ) {
@@ -219,7 +219,7 @@ Entry PageBuilder::resourceEntry( BfResource const& record ) {
                  false,
                  nullptr,
                  { tablesPart( std::move( owners ), ifNoTables( record ) ), resourcesPart( taken ) },
-                 leftOut_.behind( record.handle, name_ ) };
+                 omitted_.of( record.handle, name_ ) };
     std::move( attached.begin(), attached.end(), std::back_inserter( entry.parts ) );
     return entry;
 }
@@ -336,8 +336,9 @@ std::vector<Row> PageBuilder::rowsOfName( RecordKind const& kind ) {
 
 } // namespace
 
-std::vector<Section> pageOf( BfResourceParser const& parser, String const& name, std::optional<U32> handle ) {
-    return PageBuilder( parser, name, handle ).page();
+std::vector<Section> pageOf( Configuration const& configuration, String const& name,
+                             std::optional<U32> handle ) {
+    return PageBuilder( configuration, name, handle ).page();
 }
 
 } // namespace Bfri

@@ -21,7 +21,7 @@ struct Entry {
     bool placeable = false;            ///< may have a place of its own on the chip
     BfResource const* place = nullptr; ///< where it is; null when it is nowhere
     std::vector<Part> parts = {};
-    LeftOuts leftOutTables = {}; ///< those it belongs to
+    Omissions leftOutTables = {}; ///< those it belongs to
 };
 
 /// The records of one kind, at least one.
@@ -33,8 +33,8 @@ struct Section {
 
 /// Those of a name, or only those of them that have a handle. In the order of the recordKinds, of a kind the
 /// first few; actions all. A hardware resource has an entry of its own only when no other one says where it
-/// is. The parser outlives the page.
-std::vector<Section> pageOf( BfResourceInfo::BfResourceParser const& parser, String const& name,
+/// is. The configuration, which was loaded with a survey, outlives the page.
+std::vector<Section> pageOf( Configuration const& configuration, String const& name,
                              std::optional<U32> handle = {} );
 
 } // namespace Bfri

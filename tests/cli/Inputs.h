@@ -5,11 +5,12 @@
 
 #include "cli/Failure.h"
 #include "cli/grammar/Commands.h"
+#include "inspect/load/Load.h"
 #include "tests/support/ContextBuilder.h"
-#include "zel/Ptr.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <memory>
 #include <rapidjson/document.h>
 #include <vector>
 
@@ -48,17 +49,28 @@ Record named( String const& name, U32 handle = 0 ) {
     return record;
 }
 
-/// A model without devices, for a test to fill. Needs InFolder.
-Zel::Ptr<Bfri::Model> emptyModel();
+/// A configuration whose model a test may change.
+struct TestConfiguration : Bfri::Configuration {
+    BfResourceInfo::BfResourceParser& parser() const { return *model->parser(); }
+};
+using ConfigurationPtr = std::shared_ptr<TestConfiguration>;
+
+/// That of "switch.conf", with a survey. Needs InFolder.
+ConfigurationPtr loaded();
+
+/// One without devices, for a test to fill. Needs InFolder.
+ConfigurationPtr emptyModel();
 
 /// The model of a context file on pipes 0 and 1, read from "context.json". Needs InFolder.
-Zel::Ptr<Bfri::Model> modelOf( Support::ContextBuilder const& context );
+ConfigurationPtr modelOf( Support::ContextBuilder const& context );
 
 /// What a command says of a model.
-String answerOf( char const* word, Bfri::Model const& model, Bfri::Format format, String const& name = "" );
+String answerOf( char const* word, Bfri::Configuration const& configuration, Bfri::Format format,
+                 String const& name = "" );
 
 /// The same, parsed; checks that it is one JSON object of the known format.
-rapidjson::Document jsonAnswerOf( char const* word, Bfri::Model const& model, String const& name = "" );
+rapidjson::Document jsonAnswerOf( char const* word, Bfri::Configuration const& configuration,
+                                  String const& name = "" );
 
 /// Parses the text of one JSON object of the known format.
 rapidjson::Document parsed( String const& text );

@@ -12,7 +12,7 @@ class Kinds : public InFolder {};
 
 TEST_F( Kinds, BearNamesInTheOrderOfTheListingsEachPairOnce ) {
     auto const model = emptyModel();
-    auto& parser = *model->parser();
+    auto& parser = model->parser();
     parser.bfHeadersIs( "x", BfHeaderInfo( 1 ) );
     for( char const* const table : { "b", "x", "b" } )
         parser.bfTablesPush( named<BfTableInfo>( table ) );

@@ -18,7 +18,7 @@ using testing::StartsWith;
 class Lookup : public InFolder {
   protected:
     Lookup() {
-        auto& parser = *model->parser();
+        auto& parser = model->parser();
         BfTableInfo acl = named<BfTableInfo>( "pipe.acl", 0x1000001 );
         acl.adtHandle = 0x2000001;
         acl.adtName = "members";
@@ -47,7 +47,7 @@ class Lookup : public InFolder {
         return static_cast<int>( status );
     }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    ConfigurationPtr const model = emptyModel();
     String out;
     String err;
 };
@@ -111,11 +111,11 @@ TEST_F( Lookup, AsJsonHasAnElementForEachHandleAskedFor ) {
 TEST_F( Lookup, TellsSeveralTablesFromNone ) {
     BfTableCounterInfo counter = named<BfTableCounterInfo>( "shared", 9 );
     counter.ownHandle = 9;
-    model->parser()->bfCountersPush( counter );
+    model->parser().bfCountersPush( counter );
     BfRegisterInfo cells = named<BfRegisterInfo>( "shared", 9 );
     cells.indirect = true;
-    model->parser()->bfRegisterInfosPush( cells );
-    model->parser()->multipleParentTablesIs( "shared" );
+    model->parser().bfRegisterInfosPush( cells );
+    model->parser().multipleParentTablesIs( "shared" );
     EXPECT_EQ( ask( { "9" } ), 0 );
     EXPECT_EQ( out, "HANDLE      KIND      IN FIELD  NAME    TABLE\n"
                     "0x00000009  counter   handle    shared  (several)\n"
@@ -142,7 +142,7 @@ TEST_F( Lookup, HintsAtAHandleWithoutThePipeThatWasGiven ) {
                "is no runtime_config: 0x01000001 (pipe.acl)\n" );
     EXPECT_EQ( ask( { "0x1" } ), 1 ); // 0x20000001 has other lower bits
     EXPECT_EQ( err, "bfri: nothing has the handle 0x1\n" );
-    model->parser()->bfTablesPush( named<BfTableInfo>( "t", 0x10000077 ) ); // its upper bits are no pipe here
+    model->parser().bfTablesPush( named<BfTableInfo>( "t", 0x10000077 ) ); // its upper bits are no pipe here
     EXPECT_EQ( ask( { "0x77" } ), 1 );
     EXPECT_EQ( err, "bfri: nothing has the handle 0x77\n" );
 }
@@ -157,8 +157,8 @@ TEST_F( Lookup, HintsAtAHandleThatLacksIts0x ) {
                R"([{"handle":1000001,"found":[],"suggestions":["0x01000001"],"leftOut":[]}])" );
     EXPECT_EQ( ask( { "01000009" } ), 1 );
     EXPECT_EQ( err, "bfri: nothing has the handle 01000009\n" );
-    model->parser()->bfTablesPush( named<BfTableInfo>( "t", 0x100001F ) );
-    model->parser()->bfTablesPush( named<BfTableInfo>( "u", 1000001 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "t", 0x100001F ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "u", 1000001 ) );
     EXPECT_EQ( ask( { "01000001" } ), 0 ); // its decimal reading
     EXPECT_THAT( err, IsEmpty() );
     try {
@@ -171,8 +171,8 @@ TEST_F( Lookup, HintsAtAHandleThatLacksIts0x ) {
 }
 
 TEST_F( Lookup, HintsAtHandlesWithAnotherPipe ) {
-    model->parser()->bfrtConfigIs( "bfrt.json" );
-    model->parser()->bfTablesPush( named<BfTableInfo>( "pipe.\x1B", 0x21000001 ) );
+    model->parser().bfrtConfigIs( "bfrt.json" );
+    model->parser().bfTablesPush( named<BfTableInfo>( "pipe.\x1B", 0x21000001 ) );
     EXPECT_EQ( ask( { "822083585" } ), 1 ); // 0x31000001
     EXPECT_EQ( err, "bfri: nothing has the handle 822083585; with another pipe in the upper four bits: "
                     "0x01000001 (pipe.acl), 0x21000001 (pipe.\\x1b)\n" );
@@ -223,7 +223,7 @@ class HandlesOfAFile : public InFolder {
     /// What bears a table's handle: "KIND.FIELD NAME/TABLE=OWNER", in order.
     std::vector<String> bearersOf( char const* table ) {
         std::vector<String> texts;
-        Bfri::eachHandleUse( *model->parser(), [ & ]( Bfri::HandleUse const& bearer ) {
+        Bfri::eachHandleUse( model->parser(), [ & ]( Bfri::HandleUse const& bearer ) {
             if( bearer.handle == Support::handleOf( table ) )
                 texts.push_back( String( bearer.kind ) + "." + bearer.field + " " + String( bearer.name ) +
                                  "/" + String( bearer.table ) + "=" + String( bearer.owner ) );
@@ -232,7 +232,7 @@ class HandlesOfAFile : public InFolder {
     }
 
     Support::ContextBuilder context;
-    Zel::Ptr<Bfri::Model> model;
+    ConfigurationPtr model;
 };
 
 TEST_F( HandlesOfAFile, AreThoseOfEachRecordWithTheTableBehindIt ) {
@@ -281,7 +281,7 @@ TEST_F( HandlesOfAFile, AreOfTheTablesThatThePageOfAResourceHas ) {
     for( auto const& row : rows ) {
         SCOPED_TRACE( row.resource );
         String table;
-        Bfri::eachHandleUse( *model->parser(), [ & ]( Bfri::HandleUse const& bearer ) {
+        Bfri::eachHandleUse( model->parser(), [ & ]( Bfri::HandleUse const& bearer ) {
             if( bearer.kind == String( "resource" ) && bearer.name == row.resource )
                 table = bearer.severalTables ? "(several)" : String( bearer.table );
         } );
@@ -313,7 +313,7 @@ TEST_F( HandlesOfAFile, OfWhatIsDirectAreItsOwnToo ) {
 }
 
 TEST_F( Lookup, HasABlockForEachRowWhereTheTerminalIsNarrow ) {
-    model->parser()->bfActionsPush(
+    model->parser().bfActionsPush(
         { 0x20000002, "pipe.SwitchIngress.some_control.drop", "pipe.SwitchIngress.some_control.acl" } );
     auto const textOn = [ & ]( std::size_t columns ) {
         std::ostringstream text;
@@ -345,7 +345,7 @@ TEST_F( Lookup, HasABlockForEachRowWhereTheTerminalIsNarrow ) {
 TEST_F( HandlesOfAFile, AreAllThatTheListsShow ) {
     std::set<String> listed;
     for( Bfri::RecordKind const& kind : Bfri::recordKinds() ) {
-        for( Bfri::Row const& row : kind.rows( *model->parser() ) ) {
+        for( Bfri::Row const& row : kind.rows( model->parser() ) ) {
             auto const add = [ & ]( Bfri::Field const& field, Bfri::Value const& value ) {
                 auto const* const handle = std::get_if<Bfri::Hex>( &value.is );
                 if( handle && handle->value != 0 )
@@ -361,7 +361,7 @@ TEST_F( HandlesOfAFile, AreAllThatTheListsShow ) {
         }
     }
     std::set<String> visited;
-    Bfri::eachHandleUse( *model->parser(), [ & ]( Bfri::HandleUse const& bearer ) {
+    Bfri::eachHandleUse( model->parser(), [ & ]( Bfri::HandleUse const& bearer ) {
         EXPECT_NE( Bfri::kindOf( bearer.kind ), nullptr ) << bearer.kind;
         visited.insert( std::to_string( bearer.handle ) + bearer.kind + "." + bearer.field );
     } );
