@@ -1,15 +1,14 @@
 #include "ostler/Ostler.h"
 
 #include "ostler/Json.h"
+#include "vessa/OpenFile.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
 #include <memory>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace Ostler {
@@ -23,22 +22,15 @@ struct ReadError {
 
 using File = std::unique_ptr<std::FILE, int ( * )( std::FILE* )>;
 
-/// Opens a regular file. Of a folder the first read says what it is; others, a pipe say, may have no end.
 File openFile( String const& path ) {
-    // Without O_NONBLOCK, opening a pipe waits for its writer.
-    int const descriptor = open( path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC );
+    auto const [ descriptor, reason ] = Vessa::openRegularFile( path );
     if( descriptor < 0 )
-        throw ReadError{ std::strerror( errno ) };
+        throw ReadError{ reason };
     File file( fdopen( descriptor, "rb" ), std::fclose );
     if( !file ) {
         close( descriptor );
         throw ReadError{ std::strerror( ENOMEM ) };
     }
-    struct stat status;
-    if( fstat( descriptor, &status ) != 0 )
-        throw ReadError{ std::strerror( errno ) };
-    if( !S_ISREG( status.st_mode ) && !S_ISDIR( status.st_mode ) )
-        throw ReadError{ "Not a regular file" };
     return file;
 }
 

@@ -1,9 +1,9 @@
 #include "resourceinfo/parser/context/InputFile.h"
 
+#include "vessa/OpenFile.h"
+
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <zlib.h>
 
@@ -14,35 +14,21 @@ namespace {
 /// Of the gzip library; its own choice, 8 KiB, means a call of the system for every 16 KiB of a plain file.
 constexpr unsigned inputBufferSize = 65536;
 
-/// Says why a file that is open is not to be read; nothing for one that is. A folder is: the first read says
-/// what it is.
-char const* objectionTo( int descriptor ) {
-    struct stat status;
-    if( fstat( descriptor, &status ) != 0 )
-        return std::strerror( errno );
-    return S_ISREG( status.st_mode ) || S_ISDIR( status.st_mode ) ? nullptr : "Not a regular file";
-}
-
 } // namespace
 
 GzipFile::GzipFile() : file_( nullptr, gzclose ) {}
 
 String GzipFile::open( String const& path ) {
-    // Without O_NONBLOCK, opening a pipe waits for its writer.
-    int const descriptor = ::open( path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC );
+    auto const [ descriptor, reason ] = Vessa::openRegularFile( path );
     if( descriptor < 0 )
-        return std::strerror( errno );
-    char const* objection = objectionTo( descriptor );
-    if( !objection ) {
-        file_.reset( gzdopen( descriptor, "r" ) );
-        if( file_ ) {
-            gzbuffer( file_.get(), inputBufferSize );
-            return {};
-        }
-        objection = std::strerror( ENOMEM );
+        return reason;
+    file_.reset( gzdopen( descriptor, "r" ) );
+    if( !file_ ) {
+        ::close( descriptor );
+        return std::strerror( ENOMEM );
     }
-    ::close( descriptor );
-    return objection;
+    gzbuffer( file_.get(), inputBufferSize );
+    return {};
 }
 
 int GzipFile::read( std::span<char> buffer ) {
