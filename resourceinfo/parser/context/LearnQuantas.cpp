@@ -19,7 +19,7 @@ void parseLearnQuantas( BfResourceParser* parser, Json d, BfResourceParserContex
 
 int parseBfLearnQuantaInfo( BfResourceParser* parser, Json lq, BfResourceParserContext const& context ) {
     if( !lq.HasMember( "lq_cfg_type" ) )
-        return 0;
+        return 1;
     BfLearnQuantaInfo record;
     record.name = lq[ "name" ].GetString();
     record.handle = getHandle( lq, context );

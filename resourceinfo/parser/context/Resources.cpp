@@ -23,7 +23,7 @@ int parseBfResource( BfResourceParser* parser, Json table, BfResourceParserConte
     record.ingress = table[ "direction" ].GetString() == "ingress";
     auto const [ stages, count ] = Context::findStageTables( table );
     if( count == 0 )
-        return 0;
+        return 1;
     ZEL_ASSERT( stages->IsArray() );
     Json const stage = ( *stages )[ 0 ];
     record.stages = count;
