@@ -63,6 +63,11 @@ char const* nameOf( JsonValue::Kind kind ) {
     return "a value";
 }
 
+JsonError mismatch( JsonValue const& value, String const& expected, String const& found = {} ) {
+    String const reason = "expected " + expected + ( found.empty() ? "" : ", found " + found );
+    return { value.offset, reason, expected, found };
+}
+
 /// Reads the profile out of the configuration's value. What is wrong is thrown as a JsonError.
 class ProfileReader {
   public:
@@ -96,7 +101,7 @@ class ProfileReader {
         result.contextFile = path( value, "context_file" );
         for( JsonValue const& item : listOf( value, "pipes", 0x7FFFFFFF ) ) {
             if( !item.isUnsigned32 )
-                throw JsonError{ item.offset, "expected a pipe to be an unsigned 32-bit number" };
+                throw mismatch( item, "a pipe to be an unsigned 32-bit number" );
             result.pipeScope.push_back( item.number );
         }
         result.numPipesInScope = static_cast<S32>( result.pipeScope.size() );
@@ -112,8 +117,8 @@ class ProfileReader {
                                                  std::size_t most ) {
         JsonValue const& list = member( value, name, JsonValue::Kind::array );
         if( list.items.size() > most )
-            throw JsonError{ list.offset, String( "expected at most " ) + std::to_string( most ) + " " +
-                                              name + ", found " + std::to_string( list.items.size() ) };
+            throw mismatch( list, "at most " + std::to_string( most ) + " " + name,
+                            std::to_string( list.items.size() ) );
         return list.items;
     }
 
@@ -121,15 +126,14 @@ class ProfileReader {
         JsonValue const* const found = value.member( name );
         String const quoted = String( 1, '"' ).append( name ).append( 1, '"' );
         if( !found )
-            throw JsonError{ value.offset, "expected a member " + quoted };
+            throw mismatch( value, "a member " + quoted );
         require( *found, kind, quoted );
         return *found;
     }
 
     static void require( JsonValue const& value, JsonValue::Kind kind, String const& what ) {
         if( value.kind != kind )
-            throw JsonError{ value.offset, "expected " + what + " to be " + nameOf( kind ) + ", found " +
-                                               nameOf( value.kind ) };
+            throw mismatch( value, what + " to be " + nameOf( kind ), nameOf( value.kind ) );
     }
 
     std::filesystem::path folder_;
@@ -138,8 +142,12 @@ class ProfileReader {
 Status errorAt( String const& file, std::string_view text, JsonError const& error ) {
     std::string_view const before = text.substr( 0, error.offset );
     auto const lineStart = before.rfind( '\n' ); // npos + 1 is 0
-    return { error.reason, file, static_cast<U32>( 1 + std::count( before.begin(), before.end(), '\n' ) ),
-             static_cast<U32>( before.size() - ( lineStart + 1 ) + 1 ) };
+    return { error.reason,
+             file,
+             static_cast<U32>( 1 + std::count( before.begin(), before.end(), '\n' ) ),
+             static_cast<U32>( before.size() - ( lineStart + 1 ) + 1 ),
+             error.expected,
+             error.found };
 }
 
 Status readProfile( String const& switchConf, DeviceProfile& profile ) {
@@ -149,7 +157,7 @@ Status readProfile( String const& switchConf, DeviceProfile& profile ) {
         profile = ProfileReader( switchConf ).profile( parseJson( text ) );
         return {};
     } catch( ReadError const& error ) {
-        return { error.reason, switchConf };
+        return { .reason = error.reason, .file = switchConf };
     } catch( JsonError const& error ) {
         return errorAt( switchConf, text, error );
     }

@@ -34,12 +34,14 @@ class ContextDocument : private Zel::InputScope {
     JsonValue const& value() const { return document_; }
 
   private:
-    void read( InputFile& file, Notes* notes );
-    void unreadable( char const* what, String const& reason );
-    void describe( std::ostream& os ) const override;
+    using Problem = Zel::InputPlace::Problem;
 
-    String const path_;
-    String problem_; // why the document is null
+    void read( InputFile& file, Notes* notes );
+    void unreadable( Problem problem, String const& reason );
+    void malformed( InputFile& file, std::size_t offset, String const& reason );
+    void locate( Zel::InputPlace& place ) const override;
+
+    Zel::InputPlace place_; // the file, and why the document is null
     JsonDocument document_;
 };
 

@@ -108,6 +108,7 @@ void readActionData( BfResourceParser* parser, Json table, BfResourceParserConte
     record.adtName = ( *reference )[ "name" ].GetString();
     if( !parser->resourceHandlesHas( adtTblHdl ) )
         BF_TRACE( 0 ) << "Can't find action tbl hdl " << adtTblHdl;
+    Context::HandleScope const lookedUp( adtTblHdl );
     ZEL_ASSERT( parser->resourceHandlesHas( adtTblHdl ) );
     record.maxAdtEntries = parser->resourceHandles().find( adtTblHdl )->size;
 }
@@ -122,6 +123,7 @@ void readSelection( BfResourceParser* parser, Json table, BfResourceParserContex
     record.selName = ( *reference )[ "name" ].GetString();
     if( !parser->resourceHandlesHas( selTblHdl ) )
         BF_TRACE( 0 ) << "Can't find sel tbl hdl " << selTblHdl;
+    Context::HandleScope const lookedUp( selTblHdl );
     ZEL_ASSERT( parser->resourceHandlesHas( selTblHdl ) );
     record.maxSelEntries = parser->resourceHandles().find( selTblHdl )->size;
     record.maxSelGroups = 2;

@@ -89,6 +89,7 @@ U32 getTableThatReferences( BfResourceParser* parser, std::string_view reference
     if( auto const referrer = parser->resourceHandles().referrer( referenceKind, handle ) )
         return *referrer;
     BF_TRACE( 0 ) << "handle " << handle << " not found";
+    Context::HandleScope const lookedUp( handle );
     ZEL_ASSERT( false && "Table not found" );
 }
 

@@ -184,6 +184,66 @@ TEST_F( FailurePosition, NamesTheTableOfAReferenceThatIsMissing ) {
                  testing::AllOf( testing::StartsWith( file_ ), testing::EndsWith( ", table 0 \"acl\"" ) ) );
 }
 
+TEST_F( FailurePosition, IsThereInParts ) {
+    auto const failure = failureOfLoading( contextOfEveryPass().without( "/tables/1/actions/0/name" ) );
+    Zel::InputPlace const& place = failure.place;
+    EXPECT_EQ( place.kind, "context file" );
+    EXPECT_EQ( place.file, folder_.path( "context.json" ) );
+    EXPECT_EQ( place.problem, Zel::InputPlace::Problem::none );
+    EXPECT_EQ( place.pointer, "/tables/1/actions/0" );
+    EXPECT_EQ( place.member, "name" );
+    ASSERT_TRUE( place.element );
+    EXPECT_EQ( place.element->kind, "table" );
+    EXPECT_EQ( place.element->index, 1 );
+    EXPECT_EQ( place.element->name, "acl" );
+    EXPECT_EQ( place.handle, std::nullopt );
+    EXPECT_EQ( failure.expected, "an object that has this member" );
+    EXPECT_EQ( Zel::toText( place ), failure.position );
+}
+
+TEST_F( FailurePosition, OfTheTopOfTheFileHasNoTable ) {
+    auto const failure = failureOfLoading( ContextBuilder().without( "/tables" ) );
+    EXPECT_EQ( failure.place.pointer, "" );
+    EXPECT_EQ( failure.place.member, "tables" );
+    EXPECT_FALSE( failure.place.element );
+}
+
+TEST_F( FailurePosition, SaysWhatAnAccessExpected ) {
+    Support::TraceCollector const quiet( "BfResourceParser", {} );
+    struct Row {
+        char const* pointer;
+        char const* json;
+        char const* expected;
+    };
+    for( auto const& [ pointer, json, expected ] : {
+             Row{ "/tables/1/match_attributes/stage_tables/0", "7", "an object" },
+             Row{ "/tables/1/statistics_table_refs", "7", "an array" },
+             Row{ "/tables/1/name", "7", "a string" },
+             Row{ "/tables/1/is_resource_controllable", "7", "true or false" },
+             Row{ "/tables/1/size", "-1", "an unsigned 32-bit number" },
+             Row{ "/tables/1/match_attributes/stage_tables/0/stage_number", "1.5", "a signed 64-bit number" },
+             Row{ "/tables/10/match_attributes/units/0/match_attributes/stage_tables", "[]",
+                  "an array with more elements" },
+             Row{ "/tables/1", "{}", "an object that has this member" },
+             Row{ "/learn_quanta", "7", "" }, // the step's own condition says it
+         } )
+        EXPECT_EQ( failureOfLoading( contextOfEveryPass().with( pointer, json ) ).expected, expected )
+            << pointer;
+}
+
+TEST_F( FailurePosition, CarriesTheHandleThatLeadsNowhere ) {
+    Support::TraceCollector const quiet( "BfResourceParser", {} );
+    for( char const* const list : { "statistics_table_refs", "meter_table_refs", "stateful_table_refs" } ) {
+        auto const lost = failureOfLoading( contextOfEveryPass().without( String( "/tables/1/" ) + list ) );
+        ASSERT_TRUE( lost.place.element );
+        EXPECT_EQ( lost.place.handle, Support::handleOf( *lost.place.element->name ) ) << list;
+    }
+    for( char const* const list : { "action_data_table_refs", "selection_table_refs" } ) {
+        String const pointer = String( "/tables/1/" ) + list + "/0/handle";
+        EXPECT_EQ( failureOfLoading( contextOfEveryPass().with( pointer, "4711" ) ).place.handle, 4711 );
+    }
+}
+
 TEST_F( FailurePosition, IsPartOfTheWholeText ) {
     auto const failure = failureOfLoading( ContextBuilder().table( matchTable( "acl" ).without( "/size" ) ) );
     EXPECT_EQ( Zel::toText( failure ), "BfResourceParser:" + std::to_string( failure.line ) + ": " +

@@ -61,7 +61,10 @@ struct Outcome {
     String model;
     String condition;
     String position;
+    Zel::InputPlace place = {};
 };
+
+using Problem = Zel::InputPlace::Problem;
 
 Outcome load( String const& path, InputFile& file ) {
     Support::ThrowingAssertions const scope;
@@ -71,7 +74,7 @@ Outcome load( String const& path, InputFile& file ) {
         return { modelText( *parser ), "", "" };
     } catch( Zel::AssertionError const& error ) {
         EXPECT_EQ( modelText( *parser ), modelText( *emptyParser() ) ) << "nothing of a file that fails";
-        return { "", error.failure().condition, error.failure().position };
+        return { "", error.failure().condition, error.failure().position, error.failure().place };
     }
 }
 
@@ -134,6 +137,9 @@ TEST_F( FileFaults, WhatCannotBeOpenedOrReadIsNamedWithItsReason ) {
         auto const failure = failureOf( [ & ] { bfResourceInfoIntfFactory( bad ); } );
         EXPECT_EQ( failure.condition, "IsObject()" ) << path;
         EXPECT_EQ( failure.position, "context file " + file + ": can't " + what + " it: " + reason );
+        EXPECT_EQ( failure.place.problem, what == String( "open" ) ? Problem::open : Problem::read );
+        EXPECT_EQ( failure.place.reason, reason );
+        EXPECT_EQ( failure.place.file, file );
         ASSERT_EQ( trace_.texts().size(), traced + 1 );
         EXPECT_EQ( trace_.texts().back(),
                    String( "Can't " ) + what + " context file " + file + ": " + reason );
@@ -198,9 +204,18 @@ TEST_F( FileFaults, PlaceOfASyntaxErrorIsACharacterWhenTheFileCannotBeReadAgain 
     String const path = folder_.write( "context.json", "{\n \"tables\": [,]\n}" );
     String const reason = ": Invalid value.";
     EXPECT_EQ( load( path ).position, "context file " + path + ": line 2, column 13" + reason );
+    Zel::InputPlace const place = load( path ).place;
+    EXPECT_EQ( place.problem, Problem::syntax );
+    EXPECT_EQ( place.reason, "Invalid value." );
+    EXPECT_EQ( place.line, 2 );
+    EXPECT_EQ( place.column, 13 );
+    EXPECT_EQ( place.pointer, std::nullopt );
     FaultyFile stuck;
     stuck.rewinds = false;
-    EXPECT_EQ( load( path, stuck ).position, "context file " + path + ": character 14" + reason );
+    Outcome const withoutPlace = load( path, stuck );
+    EXPECT_EQ( withoutPlace.position, "context file " + path + ": character 14" + reason );
+    EXPECT_EQ( withoutPlace.place.reason, "character 14" + reason );
+    EXPECT_EQ( withoutPlace.place.line, std::nullopt );
     FaultyFile broken;
     broken.goodReads = 1;
     EXPECT_EQ( load( path, broken ).position,
