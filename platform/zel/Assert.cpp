@@ -12,6 +12,7 @@ namespace {
 std::atomic<AssertionHandler> currentHandler = nullptr;
 
 thread_local InputScope const* innermost = nullptr;
+thread_local char const* currentOperation = nullptr; // its signature
 
 String firstLine( AssertionFailure const& failure ) {
     return failure.source + ":" + std::to_string( failure.line ) + ": " + failure.function +
@@ -109,9 +110,14 @@ InputScope::~InputScope() { innermost = outer_; }
 
 InputScope const* InputScope::current() { return innermost; }
 
+Operation::Operation( char const* signature ) : outer_( std::exchange( currentOperation, signature ) ) {}
+
+Operation::~Operation() { currentOperation = outer_; }
+
 void AssertionSite::fail( String const& message ) const {
     InputPlace const place = currentPlace();
-    AssertionFailure const failure{ source,          line,  function, condition, message,
+    char const* const signature = currentOperation ? currentOperation : function;
+    AssertionFailure const failure{ source,          line,  signature, condition, message,
                                     toText( place ), place, expected };
     if( AssertionHandler const handler = currentHandler.load() )
         handler( failure );

@@ -46,7 +46,7 @@ VESSA_EXPORT String toText( InputPlace const& place );
 struct AssertionFailure {
     String source;    ///< source name, "BfResourceParser"
     U32 line = 0;     ///< line in it
-    String function;  ///< signature of the operation
+    String function;  ///< signature of the operation, see Operation; else of the function
     String condition; ///< the condition as written in the code
     String message;   ///< the streamed message; empty when there is none
     String position;  ///< where in the input, the place as a text; empty outside of a read
@@ -108,6 +108,20 @@ class VESSA_EXPORT InputScope {
 
   private:
     InputScope const* outer_;
+};
+
+/// Says which operation this thread is in, as long as the object lives: the failures of the thread carry this
+/// signature, whatever function the broken condition is in. The innermost counts. They nest strictly; the
+/// text must outlive the object.
+class VESSA_EXPORT Operation {
+  public:
+    explicit Operation( char const* signature );
+    Operation( Operation const& ) = delete;
+    Operation& operator=( Operation const& ) = delete;
+    ~Operation();
+
+  private:
+    char const* outer_;
 };
 
 /// What is streamed behind a condition.

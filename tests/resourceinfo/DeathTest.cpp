@@ -73,7 +73,7 @@ TEST( DeathTest, PreprocessingShowsTheTableThatFailed ) {
         ContextBuilder().table( matchTable( "acl" ).without( "/match_attributes" ) ).text().c_str() );
     EXPECT_EXIT( preprocessContext( parser.get(), Json( document ), {} ), KilledBySignal( SIGABRT ),
                  "BfResourceParser/0 [0-9]+ findStageTables: acl failed\n"
-                 "BfResourceParser:[0-9]+: .*findStageTables.*: assertion failed: false\n"
+                 "BfResourceParser:[0-9]+: void preprocessContext\\(.*: assertion failed: false\n"
                  "in table 0 \"acl\"\n" );
 }
 

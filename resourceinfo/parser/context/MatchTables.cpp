@@ -1,6 +1,7 @@
 #include "resourceinfo/parser/context/MatchTables.h"
 
 #include "resourceinfo/model/Source.h"
+#include "resourceinfo/parser/context/Signatures.h"
 #include "resourceinfo/parser/context/Tables.h"
 
 using BfResourceInfo::BfResourceParser;
@@ -133,6 +134,7 @@ void readSelection( BfResourceParser* parser, Json table, BfResourceParserContex
 
 int parseBfTable( BfResourceParser* parser, Json table, String const& contextFile,
                   BfResourceParserContext const& context ) {
+    Zel::Operation const operation( Context::Signatures::parseBfTable );
     BfTableInfo record;
     record.name = table[ "name" ].GetString();
     if( !isRecorded( table ) )

@@ -107,6 +107,29 @@ TEST_F( ThrowingAssert, GivenTextsAreCarried ) {
     EXPECT_EQ( failure.message, "n is 0" );
 }
 
+TEST_F( ThrowingAssert, TheOperationOfTheThreadIsNamed ) {
+    auto const function = [] { return failureOf( [] { requirePositive( 0 ); } ).function; };
+    Zel::Operation const outer( "void parse()" );
+    EXPECT_EQ( function(), "void parse()" );
+    {
+        Zel::Operation const inner( "int parseTable()" );
+        EXPECT_EQ( function(), "int parseTable()" );
+        String other;
+        std::thread( [ & ] { other = function(); } ).join();
+        EXPECT_THAT( other, testing::HasSubstr( "requirePositive(int)" ) );
+    }
+    EXPECT_EQ( function(), "void parse()" );
+}
+
+TEST_F( ThrowingAssert, AnOperationEndsWithAnException ) {
+    failureOf( [] {
+        Zel::Operation const operation( "void parse()" );
+        requirePositive( 0 );
+    } );
+    EXPECT_THAT( failureOf( [] { requirePositive( 0 ); } ).function,
+                 testing::HasSubstr( "requirePositive(int)" ) );
+}
+
 TEST_F( ThrowingAssert, WhatIsExpectedIsCarried ) {
     auto const failure = failureOf( [] {
         Zel::AssertionSite{ "Parser", 7, "void f()", "IsArray()", "an array" }.fail();

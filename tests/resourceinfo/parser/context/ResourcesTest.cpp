@@ -286,7 +286,9 @@ TEST( ResourceFaults, OfATableOfNeitherKind ) {
     auto const parser = emptyParser();
     auto const failure = Support::failureOf( [ & ] { parseBfResource( parser.get(), json.json(), {} ); } );
     EXPECT_EQ( failure.condition, "false" );
-    EXPECT_THAT( failure.function, testing::HasSubstr( "findStageTables" ) );
+    EXPECT_EQ( failure.function,
+               "int parseBfResource(BfResourceInfo::BfResourceParser*, const rapidjson::Value&, "
+               "const BfResourceParserContext&)" );
     EXPECT_THAT( trace.texts(), ElementsAre( "acl failed" ) );
 }
 
