@@ -226,22 +226,30 @@ std::vector<Command> allCommands() {
     return all;
 }
 
+constexpr Explanation exitStatuses[] = {
+    { "0", "Done" },
+    { "1", "The answer is no: not found, not unique, differs, findings" },
+    { "2", "Wrong usage" },
+    { "3", "Input can't be loaded" },
+    { "4", "Internal error, or output can't be written" } };
+
+constexpr Explanation environment[] = {
+    { "NO_COLOR", "Turns colours off, if it is set and not empty" },
+    { "ZEL_TRACE", "BfResourceParser/5-7 shows on standard error how files are read" } };
+
 } // namespace
 
 Program const& program() {
     static std::vector<Command> const commands = allCommands();
-    static Program const bfri = {
-        .name = "bfri",
-        .version = BFRI_VERSION,
-        .title = "inspect the context files of a switch chip's P4 compiler",
-        .description = "Shows what the P4 compiler's context files say about a switch chip.",
-        .usage = "COMMAND CONF [ARG...] [OPTIONS]",
-        .exitStatus = "0 done, 1 the answer is no (not found, not unique, differs, findings), 2 wrong usage, "
-                      "3 input can't be loaded, 4 internal error or output can't be written.",
-        .environment =
-            "NO_COLOR, if set and not empty, turns colours off. ZEL_TRACE=BfResourceParser/5-7 shows "
-            "on standard error how files are read.",
-        .commands = commands };
+    static Program const bfri = { .name = "bfri",
+                                  .version = BFRI_VERSION,
+                                  .title = "inspect the context files of a switch chip's P4 compiler",
+                                  .description =
+                                      "Shows what the P4 compiler's context files say about a switch chip.",
+                                  .usage = "COMMAND CONF [ARG...] [OPTIONS]",
+                                  .exitStatuses = exitStatuses,
+                                  .environment = environment,
+                                  .commands = commands };
     return bfri;
 }
 

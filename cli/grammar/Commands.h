@@ -83,6 +83,12 @@ struct Command {
     ExitStatus ( *run )( Request const&, Streams const& ) = nullptr;
 };
 
+/// A row of the help.
+struct Explanation {
+    char const* term;
+    char const* meaning;
+};
+
 /// A program: the command table, and what its help says besides.
 struct Program {
     char const* name;
@@ -90,9 +96,9 @@ struct Program {
     char const* title;       ///< for the manual page: "inspector of ..."
     char const* description; ///< a sentence
     char const* usage;       ///< what the program's own help shows after its name: "COMMAND CONF [ARG...]"
-    char const* exitStatus;
-    char const* environment;
-    std::span<Command const> commands; ///< in the order of the help
+    std::span<Explanation const> exitStatuses;
+    std::span<Explanation const> environment; ///< variables
+    std::span<Command const> commands;        ///< in the order of the help
 };
 
 // The options that every command takes, and those of the program itself.

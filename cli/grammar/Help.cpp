@@ -48,6 +48,12 @@ void printCommands( std::ostream& out, std::span<Command const> commands ) {
     }
 }
 
+void printExplanations( std::ostream& out, char const* title, std::span<Explanation const> rows ) {
+    fmt::print( out, "\n{}:\n", title );
+    for( auto const& [ term, meaning ] : rows )
+        printRow( out, term, meaning );
+}
+
 void printParagraph( std::ostream& out, String const& text ) {
     out << '\n' << inLines( text, { .columns = 100 } );
 }
@@ -81,8 +87,8 @@ void printHelp( std::ostream& out, Program const& program ) {
     printParagraph(
         out, fmt::format( "'{} COMMAND --help' shows the arguments and options of a command, with examples.",
                           program.name ) );
-    printParagraph( out, fmt::format( "Exit status: {}", program.exitStatus ) );
-    printParagraph( out, program.environment );
+    printExplanations( out, "Exit status", program.exitStatuses );
+    printExplanations( out, "Environment", program.environment );
 }
 
 } // namespace Bfri

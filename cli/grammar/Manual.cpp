@@ -87,6 +87,12 @@ void printCommands( std::ostream& out, Program const& program ) {
     }
 }
 
+void printExplanations( std::ostream& out, char const* title, std::span<Explanation const> rows ) {
+    fmt::print( out, ".SH \"{}\"\n", title );
+    for( auto const& [ term, meaning ] : rows )
+        fmt::print( out, ".TP\n\\fB{}\\fR\n{}\n", roff( term ), roff( meaning ) );
+}
+
 } // namespace
 
 void printManual( std::ostream& out, Program const& program ) {
@@ -100,8 +106,8 @@ void printManual( std::ostream& out, Program const& program ) {
     printOption( out, helpOption );
     printOption( out, versionOption );
     printCommands( out, program );
-    fmt::print( out, ".SH \"EXIT STATUS\"\n{}\n.SH ENVIRONMENT\n{}\n", roff( program.exitStatus ),
-                roff( program.environment ) );
+    printExplanations( out, "EXIT STATUS", program.exitStatuses );
+    printExplanations( out, "ENVIRONMENT", program.environment );
 }
 
 } // namespace Bfri

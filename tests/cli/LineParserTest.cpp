@@ -42,7 +42,14 @@ Program const& toy() {
           .json = true,
           .csv = true },
         { .word = "none", .group = "All", .description = "", .arguments = {} } };
-    static Program const program = { "toy", "1", "", "", "", "", "", commands };
+    static Program const program = { .name = "toy",
+                                     .version = "1",
+                                     .title = "",
+                                     .description = "",
+                                     .usage = "",
+                                     .exitStatuses = {},
+                                     .environment = {},
+                                     .commands = commands };
     return program;
 }
 
