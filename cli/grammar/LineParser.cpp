@@ -21,6 +21,17 @@ bool excludeEachOther( Option const& a, Option const& b ) {
     return ( a.excludes && isNamed( b, a.excludes ) ) || ( b.excludes && isNamed( a, b.excludes ) );
 }
 
+/// Of an option with those given before.
+std::optional<UsageError> conflictOf( Option const& option, std::span<Option const* const> given ) {
+    if( option.label && !option.repeatable && contains( given, &option ) )
+        return UsageError{ Mistake::repeatedOption, {}, &option };
+    for( Option const* const former : given ) {
+        if( excludeEachOther( *former, option ) )
+            return UsageError{ Mistake::conflictingOptions, {}, &option, former };
+    }
+    return std::nullopt;
+}
+
 Word wrong( String const& text, UsageError error ) {
     Word word{ text, Role::wrong };
     word.error = std::move( error );
@@ -58,9 +69,11 @@ Word LineParser::beforeCommand( String const& text ) const {
 
 Word LineParser::optionWord( String const& text ) const {
     Word word = text.starts_with( "--" ) ? longOption( text ) : shortOptions( text );
+    auto given = given_;
     for( Option const* const option : word.options ) {
-        if( auto const conflict = conflictOf( *option ) )
+        if( auto const conflict = conflictOf( *option, given ) )
             word.error = conflict;
+        given.push_back( option );
     }
     return word;
 }
@@ -112,17 +125,6 @@ Option const* LineParser::optionNamed( std::string_view name ) const {
     return found == known_.end() ? nullptr : *found;
 }
 
-/// With an option that was given before.
-std::optional<UsageError> LineParser::conflictOf( Option const& option ) const {
-    if( option.label && !option.repeatable && contains( given_, &option ) )
-        return UsageError{ Mistake::repeatedOption, {}, &option };
-    for( Option const* const former : given_ ) {
-        if( excludeEachOther( *former, option ) )
-            return UsageError{ Mistake::conflictingOptions, {}, &option, former };
-    }
-    return std::nullopt;
-}
-
 void LineParser::takeOptions( Word const& word ) {
     for( Option const* const option : word.options ) {
         given_.push_back( option );
@@ -136,10 +138,20 @@ void LineParser::takeOptions( Word const& word ) {
     }
 }
 
+/// Arguments too many count only where nothing else is wrong; after --help, nothing counts but the command.
+void LineParser::takeError( UsageError error ) {
+    error.position = line_.words.size();
+    auto& first = error.mistake == Mistake::unexpectedArgument ? surplus_ : line_.error;
+    bool const counts = line_.asked == ParsedLine::Asked::answer || error.mistake == Mistake::unknownCommand;
+    if( counts && !first )
+        first = std::move( error );
+}
+
 void LineParser::take( String const& text ) {
-    Word word = meaningOf( text );
-    bool const isHelped = line_.asked != ParsedLine::Asked::answer;
+    Word const word = meaningOf( text );
     awaiting_ = nullptr;
+    if( word.error )
+        takeError( *word.error );
     switch( word.role ) {
     case Role::command:
         line_.command = findCommand( program_, text );
@@ -162,13 +174,7 @@ void LineParser::take( String const& text ) {
     case Role::optionValue:
         break;
     }
-    if( word.error ) {
-        word.error->position = line_.words.size();
-        auto& error = word.error->mistake == Mistake::unexpectedArgument ? surplus_ : line_.error;
-        if( !error && ( !isHelped || lost_ ) )
-            error = word.error;
-    }
-    line_.words.push_back( std::move( word ) );
+    line_.words.push_back( word );
 }
 
 std::vector<Option const*> LineParser::possibleOptions() const {
@@ -177,7 +183,7 @@ std::vector<Option const*> LineParser::possibleOptions() const {
         std::copy_if( known_.begin(), known_.end(), std::back_inserter( options ),
                       [ & ]( Option const* option ) {
                           bool const isOver = !option->repeatable && contains( given_, option );
-                          return !isOver && !conflictOf( *option );
+                          return !isOver && !conflictOf( *option, given_ );
                       } );
     return options;
 }

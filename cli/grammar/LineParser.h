@@ -37,8 +37,8 @@ class LineParser {
     Word shortOptions( String const& text ) const;
     Word argumentWord( String const& text ) const;
     Option const* optionNamed( std::string_view name ) const;
-    std::optional<UsageError> conflictOf( Option const& option ) const;
     void takeOptions( Word const& word );
+    void takeError( UsageError error );
     std::optional<UsageError> arityError() const;
 
     Program const& program_;

@@ -11,13 +11,13 @@ namespace Bfri {
 enum class Mistake {
     noCommand,          ///< nothing but options on the line, or nothing at all
     unknownCommand,     ///< text is none
-    optionTooEarly,     ///< text is in front of the command
+    optionTooEarly,     ///< text comes before the command
     unknownOption,      ///< text is none of the command's
     missingValue,       ///< of the option
     unexpectedValue,    ///< the option is a flag
     repeatedOption,     ///< the option takes one value
     conflictingOptions, ///< the option can't be combined with the other one, which comes first
-    missingArgument,    ///< the line ends in front of it
+    missingArgument,    ///< the line ends before it
     unexpectedArgument, ///< text is one more than the command takes
     wrongValue,         ///< text is not of the type of the option or argument
 };
@@ -29,17 +29,16 @@ struct UsageError {
     Option const* option = nullptr;
     Option const* other = nullptr;
     Argument const* argument = nullptr;
-    std::size_t position =
-        0; ///< of the word, from 0; the number of words where something is missing at the end
+    std::size_t position = 0; ///< of the word, from 0; where something is missing, the number of words
 };
 
 enum class Role {
     command,
     option,       ///< one option or several short ones, perhaps with the value of the last one
-    optionValue,  ///< of the option in the word before
+    optionValue,  ///< of the option in the previous word
     endOfOptions, ///< "--": arguments may start with a dash from here on
     argument,
-    wrong, ///< none of these
+    wrong, ///< none of these; the error says why, unless the command is unknown
 };
 
 /// One word of a line, understood.
@@ -49,7 +48,7 @@ struct Word {
     std::vector<Option const*> options = {}; ///< which the word gives, or whose value it is
     Argument const* argument = nullptr;
     std::optional<std::size_t> valueAt = {}; ///< where the value of the option or argument begins in the text
-    std::optional<UsageError> error = {};
+    std::optional<UsageError> error = {};    ///< that this word makes; its value is not looked at
 
     /// The option or argument that the value is for.
     ValueType const& type() const { return argument ? argument->type : options.back()->type; }

@@ -184,6 +184,7 @@ TEST( Line, WithAMistakeSaysWhichWord ) {
         { "copy a b --level 1 -l2", Mistake::repeatedOption, 5, "--level given more than once" },
         { "copy a b -f --dry", Mistake::conflictingOptions, 4, "--force and --dry can't be combined" },
         { "copy a b -d --force", Mistake::conflictingOptions, 4, "--dry and --force can't be combined" },
+        { "copy a b -df", Mistake::conflictingOptions, 3, "--dry and --force can't be combined" },
         { "any --csv --json", Mistake::conflictingOptions, 2, "--csv and --json can't be combined" },
         { "copy", Mistake::missingArgument, 1, "FROM is required" },
         { "copy a --force", Mistake::missingArgument, 3, "TO is required" },
