@@ -183,6 +183,13 @@ TEST_F( Completion, OfTheEndOfANameOffersTheName ) {
     EXPECT_EQ( Bfri::beginningLike( "", names ), names );
 }
 
+TEST_F( Completion, OfANameThatLooksLikeAnOptionFollowsTwoDashes ) {
+    writeFile( "context.json", contextOf( matchTable( "-odd", 1 ) + "," + matchTable( "--odder", 2 ) ) );
+    EXPECT_EQ( bfri( { "complete", "--", "table", "switch.conf", "--", "-" } ).out, "--odder\n-odd\n" );
+    EXPECT_EQ( bfri( { "complete", "--", "table", "switch.conf", "--", "--" } ).out, "--odder\n" );
+    EXPECT_EQ( bfri( { "complete", "--", "table", "switch.conf", "-" } ).out, "--help\n--json\n--color\n" );
+}
+
 TEST_F( Completion, OfATableOffersNoOtherNames ) {
     EXPECT_THAT( wordsFor( { "table", "switch.conf", "" } ), ElementsAre( "pipe.acl" ) );
 }

@@ -246,6 +246,33 @@ TEST( Line, AsksForJsonAlsoWhereItIsNotUnderstood ) {
         EXPECT_FALSE( parsed( line ).json ) << line;
 }
 
+TEST( Line, SoFarSaysWhatMayComeNext ) {
+    struct {
+        char const* line;
+        bool command;
+        char const* options;
+    } const rows[] = { { "", true, "--help --version" },
+                       { "--help", true, "--version" },
+                       { "cpoy", false, "" },
+                       { "any", false, "--help --json --csv --color" },
+                       { "any a --json", false, "--help --color" },
+                       { "any --color", false, "" },
+                       { "any --color never", false, "--help --json --csv" },
+                       { "any --", false, "" },
+                       { "copy -l3 --tag=x --dry", false, "--help --tag --mode -n --color" } };
+    for( auto const& row : rows ) {
+        LineParser parser( toy() );
+        for( String const& word : wordsOf( row.line ) )
+            parser.take( word );
+        String options;
+        for( Option const* const option : parser.possibleOptions() )
+            options += ( options.empty() ? "" : " " ) + String( option->name );
+        EXPECT_EQ( options, row.options ) << row.line;
+        EXPECT_EQ( parser.takesOptions(), *row.options != '\0' ) << row.line;
+        EXPECT_EQ( parser.takesCommand(), row.command ) << row.line;
+    }
+}
+
 TEST( Request, HasArgumentsOptionsAndFormat ) {
     auto const request = requestOf( parsed( "copy a -f --tag x b --tag=y -l3 -- -c" ) );
     EXPECT_EQ( request.command->word, String( "copy" ) );
