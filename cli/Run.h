@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/Failure.h"
+#include "cli/grammar/Failure.h"
 #include "cli/terminal/Streams.h"
 
 namespace Bfri {

@@ -51,7 +51,7 @@ _bfri() {
             COMPREPLY+=("$line") # bash closes the quotes
         else
             printf -v line %q "$line"
-            COMPREPLY+=("${line//'\,'/,}") # bash does not need it, and people find it hard to read
+            COMPREPLY+=("${line//'\,'/,}") # a comma reads better without the backslash
         fi
     done < <("${words[0]}" complete -- "${words[@]:1}" 2>/dev/null)
     ((ends < 2)) || COMPREPLY+=(' ') # makes bash list them, instead of replacing the word by their common front

@@ -2,7 +2,7 @@
 
 // The rows of the command table. The line's parser, completion, help and manual page all read them.
 
-#include "cli/Failure.h"
+#include "cli/grammar/Failure.h"
 #include "cli/grammar/Request.h"
 #include "cli/terminal/Streams.h"
 #include "inspect/model/Configuration.h"
