@@ -17,6 +17,7 @@ set_target_properties( xxHash::xxHash PROPERTIES INTERFACE_INCLUDE_DIRECTORIES "
 
 if( BFRESOURCEINFO_TOOLS OR BFRESOURCEINFO_DEVELOPER )
     find_package( CLI11 REQUIRED )
+    find_package( fmt REQUIRED )
     find_path( PCRE2_INCLUDE_DIR pcre2.h REQUIRED )
     find_library( PCRE2_LIBRARY pcre2-8 REQUIRED )
     add_library( PCRE2::pcre2 UNKNOWN IMPORTED )

@@ -1,8 +1,8 @@
 #include "cli/commands/Answers.h"
-#include "cli/grammar/WrongWord.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/ActionWord.h"
 #include "inspect/model/HandleUses.h"
+#include "inspect/model/Kinds.h"
 #include "inspect/model/Names.h"
 #include "inspect/model/Omissions.h"
 #include "inspect/rows/Utf8.h"
@@ -132,9 +132,8 @@ struct Lines {
 } // namespace
 
 ExitStatus field( Configuration const& configuration, Request const& request, Streams const& io ) {
-    RecordKind const& kind = kindMeant( request.words[ 1 ] );
+    RecordKind const& kind = *kindOf( request.words[ 1 ] );
     String const& field = request.words[ 3 ];
-    requireField( kind, field );
     auto const rows = kind.rows( configuration.parser() );
     Row const& row = rowMeant( rows, kind, request.words[ 2 ], configuration );
     Value const& value = valueOf( row, field );

@@ -3,8 +3,7 @@
 // What the tests of the inspector share: files in a folder of their own, models that a test fills, and ways
 // to run a command within the process.
 
-#include "cli/Failure.h"
-#include "cli/grammar/Commands.h"
+#include "cli/CommandTable.h"
 #include "inspect/load/Load.h"
 #include "tests/support/ContextBuilder.h"
 

@@ -1,4 +1,4 @@
-#include "cli/commands/Pattern.h"
+#include "cli/grammar/Pattern.h"
 #include "cli/Failure.h"
 
 #include <gmock/gmock.h>

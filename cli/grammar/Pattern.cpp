@@ -1,6 +1,6 @@
-#include "cli/commands/Pattern.h"
+#include "cli/grammar/Pattern.h"
 
-#include "cli/Failure.h"
+#include "cli/grammar/Failure.h"
 #include "inspect/rows/Utf8.h"
 
 #include <cstdint>
