@@ -172,11 +172,28 @@ void write( std::string& out, RandomJson const& value, Random& random ) {
     writeSpace( out, random );
 }
 
-std::string hex( std::u32string const& text ) {
-    std::string out = "'";
-    for( char32_t const c : text )
-        out += std::to_string( static_cast<unsigned>( c ) ) + ' ';
-    return out;
+/// With the length in front, so that it ends.
+void addText( std::string& out, std::u32string const& text ) {
+    out += static_cast<char>( text.size() );
+    out.append( reinterpret_cast<char const*>( text.data() ), text.size() * sizeof( char32_t ) );
+}
+
+void addCanonical( std::string& out, RandomJson const& value ) {
+    out += static_cast<char>( value.kind );
+    out += static_cast<char>( value.number );
+    addText( out, value.text );
+    std::vector<std::size_t> order( value.children.size() );
+    for( std::size_t i = 0; i < order.size(); ++i )
+        order[ i ] = i;
+    if( value.kind == Kind::object )
+        std::stable_sort( order.begin(), order.end(),
+                          [ & ]( auto a, auto b ) { return value.names[ a ] < value.names[ b ]; } );
+    for( std::size_t const child : order ) {
+        if( value.kind == Kind::object )
+            addText( out, value.names[ child ] );
+        addCanonical( out, value.children[ child ] );
+    }
+    out += '\xFF'; // no kind of a value, and no length of a name
 }
 
 template<class Suits>
@@ -273,18 +290,9 @@ RandomJson randomContext( Random& random ) {
 }
 
 std::string canonical( RandomJson const& value ) {
-    std::string out = std::to_string( static_cast<int>( value.kind ) ) + '#' +
-                      std::to_string( value.number ) + hex( value.text ) + '(';
-    std::vector<std::size_t> order( value.children.size() );
-    for( std::size_t i = 0; i < order.size(); ++i )
-        order[ i ] = i;
-    if( value.kind == Kind::object )
-        std::stable_sort( order.begin(), order.end(),
-                          [ & ]( auto a, auto b ) { return value.names[ a ] < value.names[ b ]; } );
-    for( std::size_t const child : order )
-        out += ( value.kind == Kind::object ? hex( value.names[ child ] ) : "" ) +
-               canonical( value.children[ child ] );
-    return out + ')';
+    std::string out;
+    addCanonical( out, value );
+    return out;
 }
 
 std::string utf8( std::u32string const& text ) {

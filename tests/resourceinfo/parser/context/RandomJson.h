@@ -42,8 +42,7 @@ struct RandomJson {
 /// What looks like a context file, with the members that are digested part by part.
 RandomJson randomContext( Random& random );
 
-/// The one text of a value: equal for equal values, different for others. Members are in the order of their
-/// names.
+/// The one key of a value, not to be read: equal for equal values, different for others.
 std::string canonical( RandomJson const& value );
 
 /// A JSON text of the value, with white space, escapes, spellings of numbers and order of members by chance.
