@@ -33,7 +33,8 @@ struct Fault {
     std::vector<String> reported;  ///< what the library said besides
     String condition;              ///< the broken one, as written in the library's code
     String function;               ///< of the library, that requires it
-    std::vector<Context::FileSurvey> files; ///< surveyed up to the fault, the file at fault last
+    std::vector<Context::FileSurvey>
+        files; ///< surveyed up to the fault, the file at fault last; empty without a survey
 };
 
 /// The fault that the reading of a switch configuration ended with.

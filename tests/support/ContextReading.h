@@ -3,6 +3,7 @@
 // What the reader of context files makes of a text, and what RapidJSON's own reader makes of it.
 
 #include "resourceinfo/parser/context/ContextReader.h"
+#include "resourceinfo/parser/context/DigestingReader.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -39,22 +40,32 @@ Reading readingOf( rapidjson::ParseResult const& result, Document const& documen
     return { rapidjson::kParseErrorNone, 0, { text.GetString(), text.GetSize() } };
 }
 
+/// What is taken for a survey while a file is read; it makes no difference to what is read.
+enum class Surveying { nothing, notes, digests };
+
 /// Reads an open file as context files are read, in a buffer of that size.
-inline Reading contextReading( Context::InputFile& file, std::size_t bufferSize ) {
+inline Reading contextReading( Context::InputFile& file, std::size_t bufferSize,
+                               Surveying surveying = Surveying::nothing ) {
     std::vector<char> buffer( bufferSize );
     Context::GZFileReadStream stream( file, buffer );
     Context::JsonDocument document;
+    Context::SurveyNotes notes;
+    Context::ValueDigests digests;
     rapidjson::ParseResult result;
     auto parse = [ & ]( Context::JsonDocument& ) {
-        Context::PruningFilter filter( document );
-        result = Context::ContextReader().Parse( stream, filter );
+        Context::PruningFilter filter( document, surveying == Surveying::nothing ? nullptr : &notes );
+        result = surveying == Surveying::digests ? Context::readWithDigests( stream, filter, digests )
+                                                 : Context::ContextReader().Parse( stream, filter );
         return !result.IsError();
     };
+    if( surveying != Surveying::nothing )
+        notes.readsFrom( stream );
     document.Populate( parse );
     return readingOf( result, document );
 }
 
-/// Removes the members that no pass asks for. Looks at the list of names itself.
+/// Removes the members that no pass asks for, and has a null for all static entries. Looks at the list of
+/// names itself.
 inline void prune( rapidjson::Value& value ) {
     if( value.IsArray() )
         std::for_each( value.Begin(), value.End(), prune );
@@ -63,9 +74,14 @@ inline void prune( rapidjson::Value& value ) {
     for( auto member = value.MemberBegin(); member < value.MemberEnd(); ) {
         std::string_view const name( member->name.GetString(), member->name.GetStringLength() );
         if( std::find( Context::memberNames.begin(), Context::memberNames.end(), name ) !=
-            Context::memberNames.end() )
-            prune( ( member++ )->value );
-        else
+            Context::memberNames.end() ) {
+            prune( member->value );
+            if( name == "static_entries" && member->value.IsArray() && !member->value.Empty() ) {
+                member->value.Erase( member->value.Begin() + 1, member->value.End() );
+                member->value[ 0 ].SetNull();
+            }
+            ++member;
+        } else
             member = value.EraseMember( member );
     }
 }

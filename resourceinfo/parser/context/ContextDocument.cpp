@@ -2,6 +2,7 @@
 
 #include "resourceinfo/model/Source.h"
 #include "resourceinfo/parser/context/ContextReader.h"
+#include "resourceinfo/parser/context/DigestingReader.h"
 
 #include <algorithm>
 #include <array>
@@ -39,10 +40,8 @@ constexpr auto tokenTooLong = rapidjson::kParseErrorUnspecificSyntaxError;
 
 rapidjson::ParseResult parsed( GZFileReadStream& stream, PruningFilter& filter, ValueDigests* digests ) {
     try {
-        if( !digests )
-            return ContextReader().Parse( stream, filter );
-        DigestingFilter digesting( filter, *digests );
-        return ContextReader().Parse( stream, digesting );
+        return digests ? readWithDigests( stream, filter, *digests )
+                       : ContextReader().Parse( stream, filter );
     } catch( TokenTooLong ) {
         return { tokenTooLong, stream.tokenStart() };
     }

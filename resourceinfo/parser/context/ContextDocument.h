@@ -30,6 +30,8 @@ class ContextDocument : private Zel::InputScope {
     ContextDocument( String const& path, InputFile& file, Notes* notes = nullptr );
     ~ContextDocument() override;
 
+    /// Whether the file could be read to its end, and is valid JSON.
+    bool isRead() const { return problem_.empty(); }
     Json root() const { return Json( document_ ); }
     JsonValue const& value() const { return document_; }
 

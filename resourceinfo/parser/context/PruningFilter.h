@@ -115,6 +115,7 @@ class PruningFilter {
     }
     bool EndObject( Size ) {
         Size const members = keptMembers_[ depth_.value() ];
+        staticEntriesKey_ = noDepth; // its depth may be that of the next array, which then has no name
         depth_.ascend();
         if( notes_ )
             notes_->containerEnds();

@@ -14,18 +14,23 @@ namespace {
 
 using namespace std::string_literals;
 using Support::Reading;
+using Support::Surveying;
 
-Reading readingOf( std::string const& text, std::size_t bufferSize = 4096 ) {
+Reading readingOf( std::string const& text, std::size_t bufferSize = 4096,
+                   Surveying surveying = Surveying::nothing ) {
     static Support::TemporaryFolder const folder;
     GzipFile file;
     EXPECT_EQ( file.open( folder.write( "text.json", text ) ), "" );
-    return Support::contextReading( file, bufferSize );
+    return Support::contextReading( file, bufferSize, surveying );
 }
 
+/// With a survey as without one.
 void expectSameReading( std::string const& text, std::size_t bufferSize ) {
-    EXPECT_EQ( readingOf( text, bufferSize ), Support::plainReading( text ) )
-        << "buffer of " << bufferSize << "\n"
-        << text;
+    Reading const expected = Support::plainReading( text );
+    for( Surveying const surveying : { Surveying::nothing, Surveying::notes, Surveying::digests } )
+        EXPECT_EQ( readingOf( text, bufferSize, surveying ), expected )
+            << "buffer of " << bufferSize << ", survey " << static_cast<int>( surveying ) << "\n"
+            << text;
 }
 
 /// Buffers so small that every token is cut somewhere, one that fits a step of the processor, one that holds
@@ -50,6 +55,10 @@ std::string const texts[] = {
     R"({"x":"open)"s, R"({"x":[[[{"y":[]}]]],"name":"n"})"s, R"({"x")"s, R"({"x":)"s, R"({,})"s,
     R"({"name":1,"name":2,"x":3,"name":[]})"s, R"({"na\u006de":1,"na\u006dex":2})"s,
     R"({"name\u0000":1,"":2,"name":3})"s, "{\"x\":\"a\x01\"}"s, R"({"x":-})"s, R"({"x":1.5e+})"s,
+    R"({"static_entries":[]})"s, R"({"static_entries":[1,{"name":[2]},[3]],"name":4})"s, R"({"static_entries":[1,}]})"s,
+    R"({"static_entries":7,"units":[1,2]})"s, R"([{"static_entries":{}},[[1,2]]])"s, R"([{"static_entries":7},[[1,2]]])"s,
+    R"({"static_entries":{"units":[1,2]},"x":[3,4]})"s, R"({"static_entries":[[1,2]],"static_entries":[{"static_entries":[3]}]})"s,
+    R"({"static_entries":{"static_entries":[1,2]},"units":[[3],[4]]})"s,
     R"({"x":[1 2]})"s, R"([{"x":1},{"size":{"x":2,"units":[{"y":0},3]}}])"s,
 };
 // clang-format on
