@@ -9,7 +9,6 @@
 #include "resourceinfo/parser/context/GZFileReadStream.h"
 #include "resourceinfo/parser/context/MemberNames.h"
 
-#include <algorithm>
 #include <vector>
 
 using namespace Context;
@@ -24,14 +23,14 @@ constexpr std::string_view switchConf =
 std::optional<std::string> streamed( String const& path, std::size_t bufferSize ) {
     GzipFile file;
     require( file.open( path ).empty(), "cannot open the file" );
-    std::vector<char> buffer( bufferSize );
+    std::vector<char> buffer( bufferSize + GZFileReadStream::padding );
     GZFileReadStream stream( file, buffer );
     std::string text;
-    auto const findNul = []( char const* begin, char const* end ) { return std::find( begin, end, '\0' ); };
+    auto const isNul = []( auto c ) { return c == ByteScan::byte( '\0' ); };
     auto const append = [ & ]( std::string_view run ) { text += run; };
     while( stream.Peek() != '\0' ) {
         if( text.size() % 3 == 0 )
-            stream.takeTo( findNul, append );
+            stream.takeTo( isNul, append );
         else
             text += stream.Take();
         require( stream.Tell() == text.size(), "number of characters taken" );

@@ -81,7 +81,7 @@ ContextDocument::~ContextDocument() { lastJsonAccess() = {}; }
 void ContextDocument::read( InputFile& file ) {
     if( String const reason = file.open( path_ ); !reason.empty() )
         return unreadable( "open", reason );
-    std::array<char, 4096> buffer;
+    std::array<char, 4096 + GZFileReadStream::padding> buffer{};
     GZFileReadStream stream( file, buffer );
     PruningFilter filter( document_ );
     rapidjson::ParseResult result;
