@@ -223,7 +223,7 @@ std::optional<Request> parseCommandLine( int argc, char const* const* argv, std:
         requireGoodOptions( *command, words );
     Request request;
     CLI::App app( programDescription, "bfri" );
-    app.set_version_flag( "--version", "bfri " BFRI_VERSION );
+    app.set_version_flag( "--version", "bfri " BFRI_VERSION "\ninflate: " BFRI_INFLATE );
     app.require_subcommand( 0, 1 );
     app.get_formatter()->label( "SUBCOMMAND", "COMMAND CONF [ARG...]" );
     for( Command const& one : commands() )

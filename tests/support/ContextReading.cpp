@@ -15,8 +15,9 @@ namespace {
 
 using Context::GZFileReadStream;
 
+/// After the characters stands what looks like more of them.
 std::vector<char> bufferFor( std::size_t characters ) {
-    return std::vector<char>( characters + GZFileReadStream::padding );
+    return std::vector<char>( characters + GZFileReadStream::padding, ' ' );
 }
 
 template<class Document>

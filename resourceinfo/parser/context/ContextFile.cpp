@@ -57,7 +57,7 @@ void parseAttachedTables( BfResourceParser* parser, Json d, String const& path,
 // The order holds the model together: tables refer to handles that preprocessing found, in any order of the
 // file, and what comes behind the tables refers to them. It is also the order in which faults are met.
 void parseContextJson( BfResourceParser* parser, String const& path, BfResourceParserContext const& context,
-                       Context::InputFile&& file ) {
+                       Context::InputFile& file ) {
     BF_TRACE( 5 ) << "void parseContextJson(BfResourceInfo::BfResourceParser*, const String&, "
                      "const BfResourceParserContext&)"
                   << path;
@@ -71,4 +71,9 @@ void parseContextJson( BfResourceParser* parser, String const& path, BfResourceP
     parsePhv( parser, d );
     parseFlexibleHeaders( parser, d, context );
     parseDynamicHashCalculations( parser, d, context );
+}
+
+void parseContextJson( BfResourceParser* parser, String const& path,
+                       BfResourceParserContext const& context ) {
+    parseContextJson( parser, path, context, *Context::gzipFile() );
 }

@@ -13,7 +13,7 @@ namespace {
 using Support::TemporaryFolder;
 
 std::unique_ptr<InputFile> openFile( std::string const& path ) {
-    auto file = std::make_unique<GzipFile>();
+    auto file = gzipFile();
     EXPECT_EQ( file->open( path ), "" );
     return file;
 }
