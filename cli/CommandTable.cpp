@@ -243,6 +243,7 @@ Program const& program() {
     static std::vector<Command> const commands = allCommands();
     static Program const bfri = { .name = "bfri",
                                   .version = BFRI_VERSION,
+                                  .builtWith = "inflate: " BFRI_INFLATE,
                                   .title = "inspect the context files of a switch chip's P4 compiler",
                                   .description =
                                       "Shows what the P4 compiler's context files say about a switch chip.",

@@ -72,7 +72,7 @@ ExitStatus answered( ParsedLine const& line, Streams const& io ) {
         throw Failure( ExitStatus::usage, usageMessage( program(), line ) );
     switch( line.asked ) {
     case ParsedLine::Asked::version:
-        fmt::print( io.out, "{} {}\n", program().name, program().version );
+        fmt::print( io.out, "{} {}\n{}\n", program().name, program().version, program().builtWith );
         return ExitStatus::done;
     case ParsedLine::Asked::help:
         line.command ? printHelp( io.out, program(), *line.command ) : printHelp( io.out, program() );

@@ -1,6 +1,26 @@
 # Everything that comes from outside; why each is there stands in docs/architecture.md.
 
-find_package( ZLIB REQUIRED )
+find_path( ISAL_INCLUDE_DIR isa-l/igzip_lib.h )
+find_library( ISAL_LIBRARY isal )
+if( ISAL_INCLUDE_DIR AND ISAL_LIBRARY )
+    add_library( ISAL::isal UNKNOWN IMPORTED )
+    set_target_properties( ISAL::isal PROPERTIES IMPORTED_LOCATION "${ISAL_LIBRARY}"
+                                                 INTERFACE_INCLUDE_DIRECTORIES "${ISAL_INCLUDE_DIR}" )
+    set( inflate isal )
+else()
+    set( inflate zlib )
+endif()
+set( BFRESOURCEINFO_INFLATE ${inflate} CACHE STRING "What inflates gzip files: isal, the default where it is found, or zlib" )
+set_property( CACHE BFRESOURCEINFO_INFLATE PROPERTY STRINGS isal zlib )
+if( NOT BFRESOURCEINFO_INFLATE MATCHES "^(isal|zlib)$" )
+    message( FATAL_ERROR "BFRESOURCEINFO_INFLATE is ${BFRESOURCEINFO_INFLATE}: must be isal or zlib" )
+elseif( BFRESOURCEINFO_INFLATE STREQUAL isal AND NOT TARGET ISAL::isal )
+    message( FATAL_ERROR "BFRESOURCEINFO_INFLATE is isal, which is not found (package libisal-dev)" )
+endif()
+
+if( BFRESOURCEINFO_INFLATE STREQUAL zlib OR BFRESOURCEINFO_TOOLS OR BFRESOURCEINFO_EXAMPLES )
+    find_package( ZLIB REQUIRED )
+endif()
 
 find_path( RAPIDJSON_INCLUDE_DIR rapidjson/document.h REQUIRED )
 add_library( RapidJSON::RapidJSON INTERFACE IMPORTED )

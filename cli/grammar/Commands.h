@@ -93,6 +93,7 @@ struct Explanation {
 struct Program {
     char const* name;
     char const* version;
+    char const* builtWith;   ///< printed below the version: choices of the build
     char const* title;       ///< for the manual page: "inspector of ..."
     char const* description; ///< a sentence
     char const* usage;       ///< what the program's own help shows after its name: "COMMAND CONF [ARG...]"

@@ -280,10 +280,10 @@ TEST( Help, OfAListFitsTheTerminal ) {
     }
 }
 
-TEST( Version, IsThatOfTheProject ) {
+TEST( Version, IsThatOfTheProjectWithItsInflater ) {
     auto const outcome = bfri( { "--version" } );
     EXPECT_EQ( outcome.status, 0 );
-    EXPECT_EQ( outcome.out, "bfri " BFRI_VERSION "\n" );
+    EXPECT_EQ( outcome.out, "bfri " BFRI_VERSION "\ninflate: " BFRI_INFLATE "\n" );
 }
 
 TEST( Explaining, SeveralCodesIsOneBehindTheOtherEachOnce ) {

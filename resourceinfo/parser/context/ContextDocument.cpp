@@ -74,7 +74,7 @@ ContextDocument::~ContextDocument() { lastJsonAccess() = {}; }
 void ContextDocument::read( InputFile& file, Notes* notes ) {
     if( String const reason = file.open( place_.file ); !reason.empty() )
         return unreadable( Problem::open, reason );
-    std::array<char, 4096> buffer;
+    std::array<char, 4096 + GZFileReadStream::padding> buffer{};
     GZFileReadStream stream( file, buffer );
     if( notes )
         notes->places.readsFrom( stream );

@@ -31,7 +31,7 @@ class ContextDocument : private Zel::InputScope {
     ~ContextDocument() override;
 
     /// Whether the file could be read to its end, and is valid JSON.
-    bool isRead() const { return problem_.empty(); }
+    bool isRead() const { return place_.problem == Problem::none; }
     Json root() const { return Json( document_ ); }
     JsonValue const& value() const { return document_; }
 

@@ -59,7 +59,7 @@ void parseAttachedTables( BfResourceParser* parser, Json d, String const& path,
 // The order holds the model together: tables refer to handles that preprocessing found, in any order of the
 // file, and what comes behind the tables refers to them. It is also the order in which faults are met.
 void parseContextJson( BfResourceParser* parser, String const& path, BfResourceParserContext const& context,
-                       Context::InputFile&& file ) {
+                       Context::InputFile& file ) {
     Zel::Operation const operation( Context::Signatures::parseContextJson );
     BF_TRACE( 5 ) << Context::Signatures::parseContextJson << path;
     Context::FileSurveyor surveyor( *parser, path, context );
@@ -75,4 +75,9 @@ void parseContextJson( BfResourceParser* parser, String const& path, BfResourceP
     parseFlexibleHeaders( parser, d, context );
     parseDynamicHashCalculations( parser, d, context );
     surveyor.loaded();
+}
+
+void parseContextJson( BfResourceParser* parser, String const& path,
+                       BfResourceParserContext const& context ) {
+    parseContextJson( parser, path, context, *Context::gzipFile() );
 }

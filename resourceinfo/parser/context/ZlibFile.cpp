@@ -1,9 +1,8 @@
-#include "resourceinfo/parser/context/InputFile.h"
+#include "resourceinfo/parser/context/ZlibFile.h"
 
 #include "vessa/OpenFile.h"
 
-#include <cerrno>
-#include <cstring>
+#include <new>
 #include <unistd.h>
 #include <zlib.h>
 
@@ -16,30 +15,34 @@ constexpr unsigned inputBufferSize = 65536;
 
 } // namespace
 
-GzipFile::GzipFile() : file_( nullptr, gzclose ) {}
+ZlibFile::ZlibFile() : file_( nullptr, gzclose ) {}
 
-String GzipFile::open( String const& path ) {
+String ZlibFile::open( String const& path ) {
     auto const [ descriptor, reason ] = Vessa::openRegularFile( path );
     if( descriptor < 0 )
         return reason;
     file_.reset( gzdopen( descriptor, "r" ) );
     if( !file_ ) {
         ::close( descriptor );
-        return std::strerror( ENOMEM );
+        throw std::bad_alloc();
     }
     gzbuffer( file_.get(), inputBufferSize );
     return {};
 }
 
-int GzipFile::read( std::span<char> buffer ) {
-    return gzread( file_.get(), buffer.data(), static_cast<unsigned>( buffer.size() ) );
+int ZlibFile::read( std::span<char> buffer ) {
+    int const count = gzread( file_.get(), buffer.data(), static_cast<unsigned>( buffer.size() ) );
+    int code = Z_OK;
+    if( count < 0 && gzerror( file_.get(), &code ) && code == Z_MEM_ERROR )
+        throw std::bad_alloc();
+    return count;
 }
 
-bool GzipFile::rewind() { return gzrewind( file_.get() ) == 0; }
+bool ZlibFile::rewind() { return gzrewind( file_.get() ) == 0; }
 
-bool GzipFile::isCompressed() { return !gzdirect( file_.get() ); }
+bool ZlibFile::isCompressed() { return !gzdirect( file_.get() ); }
 
-String GzipFile::error() {
+String ZlibFile::error() {
     int code = Z_OK;
     String const text = gzerror( file_.get(), &code );
     if( code == Z_OK )
@@ -49,6 +52,6 @@ String GzipFile::error() {
     return nameEnd == String::npos ? text : text.substr( nameEnd + 2 );
 }
 
-void GzipFile::close() { file_.reset(); }
+void ZlibFile::close() { file_.reset(); }
 
 } // namespace Context
