@@ -133,8 +133,7 @@ void printText( Request const& request, Streams const& io, Comparison const& com
 } // namespace
 
 ExitStatus diff( Request const& request, Streams const& io ) {
-    RecordKind const* const only =
-        request.has( "--only" ) ? kindOf( request.option( "--only" ) ) : nullptr;
+    RecordKind const* const only = request.has( "--only" ) ? kindOf( request.option( "--only" ) ) : nullptr;
     auto const old = load( request.words[ 0 ], *request.command, io.err );
     auto const now = load( request.words[ 1 ], *request.command, io.err );
     Comparison const comparison = compare( old, now, only );
