@@ -46,7 +46,7 @@ inline Reading contextReading( Context::InputFile& file, std::size_t bufferSize 
     Context::JsonDocument document;
     rapidjson::ParseResult result;
     auto parse = [ & ]( Context::JsonDocument& ) {
-        Context::PruningFilter filter( document );
+        Context::PruningFilter filter( document, Context::PruningFilter::mostKeptOf( 0 ) );
         result = Context::ContextReader().Parse( stream, filter );
         return !result.IsError();
     };

@@ -19,14 +19,15 @@ constexpr unsigned inputBufferSize = 65536;
 GzipFile::GzipFile() : file_( nullptr, gzclose ) {}
 
 String GzipFile::open( String const& path ) {
-    auto const [ descriptor, reason ] = Vessa::openRegularFile( path );
-    if( descriptor < 0 )
-        return reason;
-    file_.reset( gzdopen( descriptor, "r" ) );
+    auto const opened = Vessa::openRegularFile( path );
+    if( opened.descriptor < 0 )
+        return opened.reason;
+    file_.reset( gzdopen( opened.descriptor, "r" ) );
     if( !file_ ) {
-        ::close( descriptor );
+        ::close( opened.descriptor );
         return std::strerror( ENOMEM );
     }
+    sizeOnDisk_ = opened.size;
     gzbuffer( file_.get(), inputBufferSize );
     return {};
 }

@@ -2,6 +2,7 @@
 
 #include "resourceinfo/model/Types.h"
 
+#include <cstdint>
 #include <memory>
 #include <span>
 
@@ -17,6 +18,8 @@ class InputFile {
 
     /// Opens the file at a path, before all else. Says why it cannot be opened; nothing when it is open.
     virtual String open( String const& path ) = 0;
+    /// The bytes that the open file takes on its disk: of a packed file fewer than its characters.
+    virtual std::uint64_t sizeOnDisk() = 0;
     /// Takes the next characters, at most so many as fit. How many: 0 at the end, negative after a failure.
     virtual int read( std::span<char> buffer ) = 0;
     /// Goes back to the first character; false when that cannot be.
@@ -35,6 +38,7 @@ class GzipFile : public InputFile {
     GzipFile();
 
     String open( String const& path ) override;
+    std::uint64_t sizeOnDisk() override { return sizeOnDisk_; }
     int read( std::span<char> buffer ) override;
     bool rewind() override;
     bool isCompressed() override;
@@ -43,6 +47,7 @@ class GzipFile : public InputFile {
 
   private:
     std::unique_ptr<gzFile_s, int ( * )( gzFile_s* )> file_;
+    std::uint64_t sizeOnDisk_ = 0;
 };
 
 } // namespace Context
