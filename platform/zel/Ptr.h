@@ -13,11 +13,12 @@ namespace Zel {
 
 using Vessa::U32;
 
-/// How reference counts change: with plain increments (one thread holds all references) or with atomic
-/// read-modify-write operations (references are held by several threads).
+/// How reference counts change: with plain increments (one thread takes and drops all references) or with
+/// atomic read-modify-write operations (several threads do).
 enum class PointerMode { plain, atomic };
 
-/// The process-wide mode; plain at start. Set it before references are shared between threads.
+/// The process-wide mode; plain at start. Set it before a second thread uses an entity: an operation may take
+/// and drop references of its own.
 VESSA_EXPORT PointerMode pointerMode();
 VESSA_EXPORT void pointerModeIs( PointerMode mode );
 
