@@ -11,6 +11,12 @@ if( CMAKE_CXX_COMPILER_ID STREQUAL Clang ) # whose sanitizer objects to sums wit
 endif()
 
 if( BFRESOURCEINFO_TOOLS OR BFRESOURCEINFO_DEVELOPER )
+    find_package( fmt REQUIRED )
+    find_path( UNISTRING_INCLUDE_DIR unistr.h REQUIRED )
+    find_library( UNISTRING_LIBRARY unistring REQUIRED )
+    add_library( Unistring::unistring UNKNOWN IMPORTED )
+    set_target_properties( Unistring::unistring PROPERTIES IMPORTED_LOCATION "${UNISTRING_LIBRARY}"
+                                                           INTERFACE_INCLUDE_DIRECTORIES "${UNISTRING_INCLUDE_DIR}" )
     find_package( CLI11 REQUIRED )
     find_path( PCRE2_INCLUDE_DIR pcre2.h REQUIRED )
     find_library( PCRE2_LIBRARY pcre2-8 REQUIRED )

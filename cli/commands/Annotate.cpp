@@ -20,7 +20,7 @@ constexpr std::size_t readAtOnce = 1U << 18;
 
 /// Many tables have an action of the same name.
 String nameOf( HandleUse const& bearer ) {
-    bool const isAction = bearer.kind == std::string_view( "action" ) && !bearer.table.empty();
+    bool const isAction = bearer.kind == Kind::actions && !bearer.table.empty();
     return String( bearer.owner ) + ( isAction ? " of " + String( bearer.table ) : "" );
 }
 

@@ -2,6 +2,8 @@
 #include "cli/terminal/CheckReport.h"
 #include "inspect/load/FaultDetails.h"
 #include "inspect/load/Load.h"
+#include "inspect/model/Collections.h"
+#include "inspect/model/RecordKinds.h"
 #include "inspect/rows/JsonFormat.h"
 #include "inspect/rows/Utf8.h"
 
@@ -13,17 +15,16 @@ namespace {
 
 std::vector<Count> countsOf( Model const& model ) {
     auto const& parser = *model.parser();
-    return { { "contextFile", "context file", parser.contextFile().size() },
-             { "bfTables", "match table", parser.bfTables().size() },
-             { "bfResources", "hardware resource", parser.bfResources().size() },
-             { "bfCounters", "counter", parser.bfCounters().size() },
-             { "bfMeters", "meter", parser.bfMeters().size() },
-             { "bfWreds", "WRED table", parser.bfWreds().size() },
-             { "bfRegisterInfos", "register", parser.bfRegisterInfos().size() },
-             { "bfActions", "action", parser.bfActions().size() },
-             { "bfLearnQuantaInfos", "learn quanta", parser.bfLearnQuantaInfos().size() },
-             { "bfHeaders", "flexible header", parser.bfHeaders().size() },
-             { "bfDynamicHashInfo", "hash", parser.bfDynamicHashInfo().size() } };
+    std::vector<Count> counts{
+        { "contextFile", "context file", "context files", parser.contextFile().size() } };
+    for( bool const ofTables : { true, false } ) { // match tables and what they have come first
+        for( RecordKind const& kind : recordKinds() ) {
+            if( kind.isCounted && kind.ofTables == ofTables )
+                counts.push_back(
+                    { kind.member, kind.noun, kind.nouns, collectionOf( kind.kind ).size( parser ) } );
+        }
+    }
+    return counts;
 }
 
 String withoutBlanksAround( String const& word ) {

@@ -1,7 +1,7 @@
 #include "cli/commands/Answers.h"
 #include "cli/grammar/WrongWord.h"
-#include "inspect/model/Kinds.h"
-#include "inspect/rows/CsvFormat.h"
+#include "cli/terminal/TextFormat.h"
+#include "inspect/model/Names.h"
 #include "inspect/rows/JsonFormat.h"
 #include "inspect/rows/Utf8.h"
 
@@ -34,7 +34,7 @@ ExitStatus names( Model const& model, Request const& request, Streams const& io 
             io.out << escapeForTerminal( valueAs<String>( row, "name" ) ) << '\n';
         break;
     case Format::csv:
-        printCsv( io.out, { { { "name", {} }, { "kinds", {} } }, std::move( rows ) } );
+        printCsv( io, { { { "name", {} }, { "kinds", {} } }, std::move( rows ) } );
         break;
     case Format::json:
         JsonAnswer( io.out ).member( "names", listOf( rows, []( Row const& row ) { return row; } ) );

@@ -1,6 +1,8 @@
 #include "cli/grammar/Commands.h"
 
 #include "cli/commands/Answers.h"
+#include "cli/grammar/ListTexts.h"
+#include "cli/terminal/RecordText.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/RecordKinds.h"
 
@@ -101,7 +103,7 @@ constexpr char const* lookupDetails =
     "Standard error names each handle that nothing bears, and what may be meant: the same behind 0x, or\n"
     "with other upper four bits, where a runtime_config puts the pipe; the exit status then is 1. It also\n"
     "names what the context files have of the handle and the model leaves out: match tables, and, without a\n"
-    "stage table, what they list and the handles of others. With --json that is suggestions and leftOut of\n"
+    "stage table, what they list and the handles of others. With --json that is suggestions and omitted of\n"
     "each handle.\n\n"
     "Examples:\n"
     "  bfri lookup switch.conf 0x1000001\n"
@@ -307,9 +309,9 @@ constexpr Option colorOption = { "--color", "WHEN", "auto (on a terminal, withou
                                  CompletionKind::color };
 
 Command listCommand( RecordKind const& listing ) {
-    return { .word = listing.word,
+    return { .word = listing.many,
              .group = lists,
-             .description = listing.description,
+             .description = listTextOf( listing.kind ).description,
              .arguments = onlyConf,
              .json = true,
              .csv = true,
@@ -319,27 +321,28 @@ Command listCommand( RecordKind const& listing ) {
 
 String fieldLines( RecordKind const& listing ) {
     RowList fields{ { { "COLUMN", {} }, { "FIELD", {} }, { "WHAT IT SAYS", {} } }, {} };
-    for( Column const& column : listing.columns )
-        fields.rows.push_back( { { "", column.title ? Value( column.title ) : Value() },
-                                 { "", column.field },
-                                 { "", column.meaning } } );
+    for( FieldInfo const& field : listing.fields ) {
+        char const* const title = columnTitleOf( listing.kind, field.name );
+        fields.rows.push_back(
+            { { "", title ? Value( title ) : Value() }, { "", field.name }, { "", field.meaning } } );
+    }
     std::ostringstream lines;
     printColumns( lines, fields );
-    return String( listing.note ) +
+    return String( listTextOf( listing.kind ).note ) +
            "Fields, as --sort, --json and --csv name them; the text has those with a column:\n\n" +
            lines.str();
 }
 
 /// What some names of the example switch begin with.
-char const* frontOfNames( std::string_view list ) {
-    if( list == "actions" )
+char const* frontOfNames( Kind kind ) {
+    if( kind == Kind::actions )
         return "set_";
-    return list == "headers" || list == "phv" ? "hdr" : "pipe_a";
+    return kind == Kind::headers || kind == Kind::phvFields ? "hdr" : "pipe_a";
 }
 
 String exampleLines( RecordKind const& listing ) {
-    String const start = String( "  bfri " ) + listing.word + " switch.conf";
-    return "\nExamples:\n" + start + "\n" + start + " --filter ^" + frontOfNames( listing.word ) +
+    String const start = String( "  bfri " ) + listing.many + " switch.conf";
+    return "\nExamples:\n" + start + "\n" + start + " --filter ^" + frontOfNames( listing.kind ) +
            " --sort=-name -n 10\n" + start + " --json";
 }
 

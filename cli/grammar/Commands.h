@@ -2,26 +2,15 @@
 
 #include "cli/Failure.h"
 #include "cli/commands/RowSelection.h"
-#include "cli/terminal/TerminalStyle.h"
-#include "resourceinfo/BfResourceInfoIntf.h"
+#include "cli/terminal/Streams.h"
+#include "inspect/model/Model.h"
 
 #include <map>
-#include <ostream>
 #include <span>
 
 namespace Bfri {
 
-using Model = BfResourceInfo::BfResourceInfoIntf;
-
 enum class Format { text, json, csv };
-
-/// Where a process talks: the answer goes to out and nothing else does.
-struct Streams {
-    std::ostream& out;
-    std::ostream& err;
-    TerminalStyle look = {}; ///< of texts on out
-    int in = 0; ///< standard input's descriptor: what is there can be had without a wait for more
-};
 
 struct Command;
 struct RecordKind;

@@ -5,7 +5,7 @@
 #include "inspect/check/Findings.h"
 #include "inspect/load/Load.h"
 #include "inspect/model/ActionWord.h"
-#include "inspect/model/Kinds.h"
+#include "inspect/model/Names.h"
 #include "inspect/model/Records.h"
 
 #include <cctype>
@@ -107,7 +107,7 @@ RecordKind const* kindAsked( Line const& line ) {
 
 std::vector<String> namesFor( Line& line, BfResourceInfo::BfResourceParser const& parser ) {
     RecordKind const* const kind = kindAsked( line );
-    if( !kind || kind == kindOf( "action" ) ) {
+    if( !kind || kind->kind == Kind::actions ) {
         for( ActionWord const& reading : actionWordsIn( line.word ) ) {
             auto tables = tablesOf( parser, reading.action );
             if( tables.empty() )
@@ -129,7 +129,8 @@ std::vector<String> fromModel( Line& line, CompletionKind offer ) {
         auto const& parser = *model->parser();
         if( offer == CompletionKind::handle )
             return inFormOf( line.word, handlesOf( parser, nullptr ) );
-        RecordKind const* const kind = offer == CompletionKind::table ? kindOf( "table" ) : kindAsked( line );
+        RecordKind const* const kind =
+            offer == CompletionKind::table ? &kindOf( Kind::tables ) : kindAsked( line );
         auto names = offer == CompletionKind::table ? namesOf( parser, kind ) : namesFor( line, parser );
         if( !line.word.empty() && line.word[ 0 ] >= '0' && line.word[ 0 ] <= '9' ) {
             auto const handles = inFormOf( line.word, handlesOf( parser, kind ) );

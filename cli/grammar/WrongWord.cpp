@@ -1,6 +1,6 @@
 #include "cli/grammar/WrongWord.h"
 
-#include "inspect/model/Kinds.h"
+#include "cli/Failure.h"
 #include "inspect/model/Names.h"
 #include "inspect/rows/Utf8.h"
 

@@ -1,5 +1,6 @@
 #include "cli/terminal/CheckReport.h"
 
+#include "cli/terminal/Characters.h"
 #include "inspect/rows/Utf8.h"
 
 #include <algorithm>
@@ -27,16 +28,18 @@ Row findingRow( Finding const& finding ) {
              { "message", finding.message() } };
 }
 
-String counted( std::size_t number, String const& one ) {
-    return std::to_string( number ) + " " + one + ( number == 1 ? "" : one == "hash" ? "es" : "s" );
+String counted( std::size_t number, String const& one, String const& several ) {
+    return std::to_string( number ) + " " + ( number == 1 ? one : several );
 }
+
+String counted( std::size_t number, String const& one ) { return counted( number, one, one + "s" ); }
 
 /// " in 33 match tables, 62 hardware resources, ...": what there is none of is left out.
 String countsText( std::vector<Count> const& counts ) {
     String text;
     for( Count const& count : counts ) {
         if( count.number )
-            text += ( text.empty() ? "" : ", " ) + counted( count.number, count.one );
+            text += ( text.empty() ? "" : ", " ) + counted( count.number, count.noun, count.nouns );
     }
     return text.empty() ? ", without a context file to look into" : " in " + text;
 }
@@ -74,7 +77,8 @@ void printFault( Fault const& fault, std::ostream& out ) {
                    "line " + std::to_string( *fault.line ) + ", column " + std::to_string( *fault.column ) );
     if( fault.column ) {
         printLine( out, "", fault.excerpt.empty() ? " " : fault.excerpt );
-        out << String( 13 + fault.caret, ' ' ) << "^\n";
+        String const front = escapeForTerminal( fault.excerpt.substr( 0, fault.caret ) );
+        out << String( 13 + width( front ), ' ' ) << "^\n";
     }
     if( fault.tableIndex )
         printLine( out, "table:",

@@ -12,8 +12,6 @@ namespace {
 
 using BfResourceInfo::BfResourceParser;
 
-bool isResources( RecordKind const& kind ) { return kind.word == std::string_view( "resources" ); }
-
 /// To the rows of resources the stages that they take, which stand in the context files alone.
 void addStages( std::vector<Row>& rows, BfResourceParser const& parser, PlacedStages files ) {
     auto const number = []( Stage stage ) { return static_cast<U32>( stage ); };
@@ -32,8 +30,6 @@ void addStages( std::vector<Row>& old, BfResourceParser const& from, std::vector
     addStages( now, to, newFiles.get() );
 }
 
-bool isHandles( RecordKind const& kind ) { return kind.word == std::string_view( "handles" ); }
-
 /// Takes from the record of a placed table what other records say of it, too: its resource, and who owns it.
 void leaveToOthers( ChangedRecord& record ) {
     std::erase_if( record.fields, []( Change const& change ) {
@@ -49,12 +45,13 @@ void moveRows( std::vector<Row>& to, std::vector<Row>& from, std::vector<std::si
 
 KindComparison compareKind( FieldComparer& comparer, RecordKind const& kind, bool isOnly,
                             std::vector<Row> old, std::vector<Row> now ) {
+    bool const areHandles = kind.kind == Kind::handles;
     KindComparison result{ &kind };
     Join const join = joinRows( old, now );
     for( Join::Pair const& pair : join.both ) {
         ChangedRecord record = comparer.compare( kind, old[ pair.old ], now[ pair.now ] );
-        record.displaced = pair.displaced && !isHandles( kind );
-        if( isHandles( kind ) && !isOnly )
+        record.displaced = pair.displaced && !areHandles;
+        if( areHandles && !isOnly )
             leaveToOthers( record );
         if( record.fields.empty() && !record.move && !record.displaced ) {
             ++result.same;
@@ -143,7 +140,7 @@ Comparison compare( Model const& old, Model const& now, RecordKind const* only )
             continue;
         auto oldRows = kind.rows( from );
         auto newRows = kind.rows( to );
-        if( isResources( kind ) )
+        if( kind.kind == Kind::resources )
             addStages( oldRows, from, newRows, to );
         result.kinds.push_back(
             compareKind( comparer, kind, only, std::move( oldRows ), std::move( newRows ) ) );

@@ -262,7 +262,7 @@ void addExcerpt( Fault& fault ) {
     }
     String const front = before.text();
     fault.excerpt = front + withoutTabs( cutTo( mostBehind, behind ) );
-    fault.caret = width( escapeForTerminal( front ) );
+    fault.caret = front.size();
 }
 
 String sized( HeaderBits const& header ) {

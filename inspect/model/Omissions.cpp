@@ -4,6 +4,7 @@
 #include "inspect/model/ActionWord.h"
 #include "inspect/model/HandleUses.h"
 #include "inspect/model/Names.h"
+#include "inspect/model/RecordKinds.h"
 #include "inspect/model/Relations.h"
 #include "inspect/rows/Utf8.h"
 
@@ -215,12 +216,12 @@ String whoHas( BfResourceInfo::BfResourceParser const& parser, U32 handle ) {
     HandleUse owner;
     eachHandleUse( parser, [ & ]( HandleUse const& bearer ) {
         bool const isOwn = bearer.handle == handle && bearer.owner == bearer.name;
-        if( isOwn && ( owner.name.empty() || owner.kind == std::string_view( "resource" ) ) )
+        if( isOwn && ( owner.name.empty() || owner.kind == Kind::resources ) )
             owner = bearer;
     } );
     return owner.name.empty()
                ? ""
-               : String( "it is the handle of the " ) + owner.kind + " " + quoted( owner.name );
+               : String( "it is the handle of the " ) + kindOf( owner.kind ).one + " " + quoted( owner.name );
 }
 
 } // namespace

@@ -52,29 +52,31 @@ String escape( char const* format, U32 code ) {
     return text;
 }
 
+/// A control character beyond ASCII.
+bool isC1( U32 code ) { return code >= 0x80 && code < 0xA0; }
+
+/// Marks and overrides of the writing direction.
+bool changesDirection( U32 code ) {
+    return code == 0x061C || code == 0x200E || code == 0x200F || ( code >= 0x202A && code <= 0x202E ) ||
+           ( code >= 0x2066 && code <= 0x2069 );
+}
+
 String jsonEscape( Character const& c ) {
     if( c.kind != Character::Kind::regular )
         return "\\ufffd"; // whatever else would be lost on some readers, and refused by others
     if( c.code == '\n' )
         return "\\n";
-    if( c.code < 0x20 )
+    if( c.code < 0x20 || isC1( c.code ) || changesDirection( c.code ) )
         return escape( "\\u%04x", c.code );
     if( c.code == '"' || c.code == '\\' )
         return String( "\\" ) + static_cast<char>( c.code );
     return {};
 }
 
-/// Marks and overrides of the writing direction.
-bool changesDirection( U32 code ) {
-    return code == 0x200E || code == 0x200F || ( code >= 0x202A && code <= 0x202E ) ||
-           ( code >= 0x2066 && code <= 0x2069 );
-}
-
 String terminalEscape( Character const& c ) {
-    bool const control = c.code < 0x20 || c.code == 0x7F || ( c.code >= 0x80 && c.code < 0xA0 );
-    if( c.kind == Character::Kind::strayByte || ( control && c.code < 0x80 ) )
+    if( c.kind == Character::Kind::strayByte || c.code < 0x20 || c.code == 0x7F )
         return escape( "\\x%02x", c.code );
-    if( c.kind == Character::Kind::surrogate || control || changesDirection( c.code ) )
+    if( c.kind == Character::Kind::surrogate || isC1( c.code ) || changesDirection( c.code ) )
         return escape( "\\u%04x", c.code );
     return {};
 }
@@ -96,17 +98,5 @@ String escaped( std::string_view text, String ( *escapeOf )( Character const& ) 
 String jsonQuoted( std::string_view text ) { return '"' + escaped( text, jsonEscape ) + '"'; }
 
 String escapeForTerminal( std::string_view text ) { return escaped( text, terminalEscape ); }
-
-std::size_t width( std::string_view shownText ) {
-    return static_cast<std::size_t>(
-        std::count_if( shownText.begin(), shownText.end(), []( char c ) { return ( c & 0xC0 ) != 0x80; } ) );
-}
-
-String firstColumns( std::string_view shownText, std::size_t columns ) {
-    std::size_t end = 0;
-    while( end < shownText.size() && columns-- > 0 )
-        end += firstCharacter( shownText.substr( end ) ).length;
-    return String( shownText.substr( 0, end ) );
-}
 
 } // namespace Bfri

@@ -18,10 +18,4 @@ String jsonQuoted( std::string_view text );
 /// shows as \xXX or \uXXXX.
 String escapeForTerminal( std::string_view text );
 
-/// The columns that a shown text takes: its number of characters.
-std::size_t width( std::string_view shownText );
-
-/// As much of the front of a shown text as takes that many columns.
-String firstColumns( std::string_view shownText, std::size_t columns );
-
 } // namespace Bfri

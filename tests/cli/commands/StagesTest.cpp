@@ -1,6 +1,7 @@
 #include "tests/cli/Inputs.h"
 
 #include "cli/commands/Answers.h"
+#include "cli/terminal/Characters.h"
 #include "inspect/rows/Utf8.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
 #include "inspect/load/ContextText.h"
-#include "tests/cli/Inputs.h"
+#include "tests/inspect/Inputs.h"
 
 #include <gmock/gmock.h>
 
