@@ -1,10 +1,11 @@
 #include "cli/Run.h"
 
+#include "cli/commands/Loading.h"
 #include "cli/grammar/CommandLine.h"
 #include "cli/grammar/WrongWord.h"
 #include "cli/terminal/CheckReport.h"
+#include "cli/terminal/FaultText.h"
 #include "inspect/load/FaultDetails.h"
-#include "inspect/load/Load.h"
 #include "inspect/rows/JsonFormat.h"
 #include "inspect/rows/Utf8.h"
 
@@ -54,8 +55,8 @@ ExitStatus answered( Request const& request, Streams const& io ) {
     Command const& command = *request.command;
     if( command.run )
         return command.run( request, io );
-    auto const model = load( request.words.front(), command.onBadData, io.err );
-    return command.show( *model, request, io );
+    Configuration const configuration = load( request.words.front(), command, io.err );
+    return command.show( configuration, request, io );
 }
 
 /// Where JSON is asked for, also a failure is an answer.

@@ -10,6 +10,11 @@ if( CMAKE_CXX_COMPILER_ID STREQUAL Clang ) # whose sanitizer objects to sums wit
         "RAPIDJSON_FORCEINLINE=__attribute__((no_sanitize(\"pointer-overflow\"),always_inline))" )
 endif()
 
+# Compiled in: headers alone.
+find_path( XXHASH_INCLUDE_DIR xxhash.h REQUIRED )
+add_library( xxHash::xxHash INTERFACE IMPORTED )
+set_target_properties( xxHash::xxHash PROPERTIES INTERFACE_INCLUDE_DIRECTORIES "${XXHASH_INCLUDE_DIR}" )
+
 if( BFRESOURCEINFO_TOOLS OR BFRESOURCEINFO_DEVELOPER )
     find_package( fmt REQUIRED )
     find_path( UNISTRING_INCLUDE_DIR unistr.h REQUIRED )

@@ -25,9 +25,9 @@ String nameOf( HandleUse const& bearer ) {
 }
 
 /// Of what has a handle as its own, each name once.
-std::unordered_map<U32, Names> ownersOf( Model const& model ) {
+std::unordered_map<U32, Names> ownersOf( Configuration const& configuration ) {
     std::unordered_map<U32, Names> owners;
-    eachHandleUse( *model.parser(), [ & ]( HandleUse const& bearer ) {
+    eachHandleUse( configuration.parser(), [ & ]( HandleUse const& bearer ) {
         if( bearer.owner.empty() )
             return;
         Names& names = owners[ bearer.handle ];
@@ -48,9 +48,9 @@ String noteOf( Names const& names ) {
     return note + '>';
 }
 
-Notes notesOf( Model const& model ) {
+Notes notesOf( Configuration const& configuration ) {
     Notes notes;
-    for( auto const& [ handle, names ] : ownersOf( model ) )
+    for( auto const& [ handle, names ] : ownersOf( configuration ) )
         notes.emplace( handle, noteOf( names ) );
     return notes;
 }
@@ -73,8 +73,8 @@ std::size_t readSome( int in, std::span<char> room ) {
 
 } // namespace
 
-ExitStatus annotate( Model const& model, Request const&, Streams const& io ) {
-    Annotator annotator( notesOf( model ) );
+ExitStatus annotate( Configuration const& configuration, Request const&, Streams const& io ) {
+    Annotator annotator( notesOf( configuration ) );
     std::vector<char> room( readAtOnce );
     String copy;
     while( io.out ) {

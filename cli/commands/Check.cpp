@@ -13,8 +13,8 @@ namespace Bfri {
 
 namespace {
 
-std::vector<Count> countsOf( Model const& model ) {
-    auto const& parser = *model.parser();
+std::vector<Count> countsOf( Configuration const& configuration ) {
+    auto const& parser = configuration.parser();
     std::vector<Count> counts{
         { "contextFile", "context file", "context files", parser.contextFile().size() } };
     for( bool const ofTables : { true, false } ) { // match tables and what they have come first
@@ -61,18 +61,17 @@ Kinds kindsOf( Request const& request, char const* option ) {
 }
 
 Checked checkedOf( String const& conf, Kinds const& ignored, std::ostream& err ) {
-    try {
-        auto const model = loadSilently( conf, OnBadData::explain, err );
-        Checked checked{ conf, {}, countsOf( *model ), findingsOf( *model ) };
-        std::erase_if( checked.findings, [ & ]( Finding const& finding ) {
-            return std::find( ignored.begin(), ignored.end(), finding.kind ) != ignored.end();
-        } );
-        return checked;
-    } catch( LoadFailure const& failure ) {
-        Checked checked{ conf, failure.fault };
-        addEvidence( *checked.fault );
-        return checked;
+    auto loaded = loadConfiguration( conf, Survey::facts, err );
+    if( auto* const fault = std::get_if<Fault>( &loaded ) ) {
+        addEvidence( *fault );
+        return { conf, std::move( *fault ) };
     }
+    auto const& configuration = std::get<Configuration>( loaded );
+    Checked checked{ conf, {}, countsOf( configuration ), findingsOf( configuration ) };
+    std::erase_if( checked.findings, [ & ]( Finding const& finding ) {
+        return std::find( ignored.begin(), ignored.end(), finding.kind ) != ignored.end();
+    } );
+    return checked;
 }
 
 ExitStatus statusOf( Checked const& checked, Severity failOn ) {

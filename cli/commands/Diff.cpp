@@ -1,7 +1,7 @@
 #include "cli/commands/Answers.h"
+#include "cli/commands/Loading.h"
 #include "cli/grammar/WrongWord.h"
 #include "cli/terminal/DiffText.h"
-#include "inspect/load/Load.h"
 #include "inspect/rows/JsonFormat.h"
 
 namespace Bfri {
@@ -29,9 +29,9 @@ void printText( Request const& request, Streams const& io, Comparison const& com
 ExitStatus diff( Request const& request, Streams const& io ) {
     RecordKind const* const only =
         request.has( "--only" ) ? &kindMeant( request.option( "--only" ) ) : nullptr;
-    auto const old = load( request.words[ 0 ], request.command->onBadData, io.err );
-    auto const now = load( request.words[ 1 ], request.command->onBadData, io.err );
-    Comparison const comparison = compare( *old, *now, only );
+    auto const old = load( request.words[ 0 ], *request.command, io.err );
+    auto const now = load( request.words[ 1 ], *request.command, io.err );
+    Comparison const comparison = compare( old, now, only );
     if( request.format == Format::json )
         printJson( io.out, request, comparison );
     else

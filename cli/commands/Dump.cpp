@@ -4,10 +4,10 @@
 
 namespace Bfri {
 
-ExitStatus dump( Model const& model, Request const&, Streams const& io ) {
-    auto const& parser = *model.parser();
+ExitStatus dump( Configuration const& configuration, Request const&, Streams const& io ) {
+    auto const& parser = configuration.parser();
     JsonAnswer answer( io.out );
-    answer.member( "switchConf", parser.switchConf() );
+    answer.member( "switchConf", configuration.path );
     answer.member( "contextFile", listOf( parser.contextFile(), []( auto const& entry ) {
                        return Row{ { "pipeMask", Hex( entry.key().value() ) }, { "path", entry.value() } };
                    } ) );

@@ -10,15 +10,16 @@ namespace Bfri {
 
 namespace {
 
-Row const& rowMeant( BfResourceInfo::BfResourceParser const& parser, RecordKind const& kind,
-                     std::vector<Row> const& rows, String const& word ) {
-    RecordFound const found = foundInReadings(
-        word, [ & ]( String const& reading ) { return recordFor( parser, kind, rows, reading ); } );
+Row const& rowMeant( Configuration const& configuration, RecordKind const& kind, std::vector<Row> const& rows,
+                     String const& word ) {
+    RecordFound const found = foundInReadings( word, [ & ]( String const& reading ) {
+        return recordFor( configuration.parser(), kind, rows, reading );
+    } );
     if( auto const* const row = std::get_if<Row const*>( &found ) )
         return **row;
     if( auto const* const several = std::get_if<SeveralRecords>( &found ) )
         refuse( word, *several );
-    refuse( parser, word, std::get<Meaning>( found ),
+    refuse( configuration, word, std::get<Meaning>( found ),
             { kind.one, kind.many, kind.many, kind.kind == Kind::actions } );
 }
 
@@ -51,12 +52,12 @@ struct Lines {
 
 } // namespace
 
-ExitStatus field( Model const& model, Request const& request, Streams const& io ) {
+ExitStatus field( Configuration const& configuration, Request const& request, Streams const& io ) {
     RecordKind const& kind = kindMeant( request.words[ 1 ] );
     String const& field = request.words[ 3 ];
     requireField( kind, field );
-    auto const rows = kind.rows( *model.parser() );
-    Row const& row = rowMeant( *model.parser(), kind, rows, request.words[ 2 ] );
+    auto const rows = kind.rows( configuration.parser() );
+    Row const& row = rowMeant( configuration, kind, rows, request.words[ 2 ] );
     Value const& value = valueOf( row, field );
     if( isNothing( value ) || isNothing( valueOf( rowForPeople( kind.kind, row ), field ) ) )
         throw Failure( ExitStatus::no,

@@ -7,9 +7,9 @@
 
 namespace Bfri {
 
-ExitStatus list( Model const& model, Request const& request, Streams const& io ) {
+ExitStatus list( Configuration const& configuration, Request const& request, Streams const& io ) {
     RecordKind const& listing = *request.command->listing;
-    std::vector<Row> rows = listing.rows( *model.parser() );
+    std::vector<Row> rows = listing.rows( configuration.parser() );
     bool const any = !rows.empty();
     choose( rows, request.choice );
     if( any && rows.empty() && request.choice.filter && request.choice.most > 0 )

@@ -30,10 +30,10 @@ std::vector<HandleWord> handlesMeant( BfResourceInfo::BfResourceParser const& pa
 
 } // namespace
 
-ExitStatus lookup( Model const& model, Request const& request, Streams const& io ) {
-    auto const& parser = *model.parser();
+ExitStatus lookup( Configuration const& configuration, Request const& request, Streams const& io ) {
+    auto const& parser = configuration.parser();
     auto const words = handlesMeant( parser, std::span( request.words ).subspan( 1 ) );
-    auto const answers = lookUp( parser, words );
+    auto const answers = lookUp( configuration, words );
     switch( request.format ) {
     case Format::text:
         printHandles( io.out, io.look, answers );

@@ -9,12 +9,13 @@ namespace Bfri {
 
 namespace {
 
-[[noreturn]] void refuseMissing( BfResourceInfo::BfResourceParser const& parser, String const& word,
+[[noreturn]] void refuseMissing( Configuration const& configuration, String const& word,
                                  Meaning const& meaning, Named const& named ) {
     String const missing = fmt::format( "no {} '{}'", named.one, escapeForTerminal( word ) );
-    if( String const why = whyMissing( parser, word ); !why.empty() )
+    if( String const why = whyMissing( configuration, word ); !why.empty() )
         throw Failure( ExitStatus::no, missing + ": " + why );
-    if( auto const actions = named.actions ? actionsLike( parser, word ) : std::vector<String>();
+    if( auto const actions =
+            named.actions ? actionsLike( configuration.parser(), word ) : std::vector<String>();
         !actions.empty() )
         throw Failure( ExitStatus::no,
                        fmt::format( "no action '{}'; actions like it:", escapeForTerminal( word ) ),
@@ -30,10 +31,10 @@ namespace {
 
 } // namespace
 
-void refuse( BfResourceInfo::BfResourceParser const& parser, String const& word, Meaning const& meaning,
+void refuse( Configuration const& configuration, String const& word, Meaning const& meaning,
              Named const& named ) {
     if( isMissing( meaning ) )
-        refuseMissing( parser, word, meaning, named );
+        refuseMissing( configuration, word, meaning, named );
     throw Failure(
         ExitStatus::no,
         fmt::format( "'{}' is the end of several {}' names:", escapeForTerminal( word ), named.many ),

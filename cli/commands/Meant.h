@@ -18,8 +18,8 @@ struct Named {
 
 /// A Failure of status no: the candidates of an ambiguous word; of a missing one why it is, or the nearest
 /// names.
-[[noreturn]] void refuse( BfResourceInfo::BfResourceParser const& parser, String const& word,
-                          Meaning const& meaning, Named const& named );
+[[noreturn]] void refuse( Configuration const& configuration, String const& word, Meaning const& meaning,
+                          Named const& named );
 
 /// The same with what to type for each.
 [[noreturn]] void refuse( String const& word, SeveralRecords const& several );

@@ -10,9 +10,9 @@ namespace Bfri {
 namespace {
 
 /// A row a name, in the order of their bytes.
-std::vector<Row> rowsOf( Model const& model, RecordKind const* only ) {
+std::vector<Row> rowsOf( Configuration const& configuration, RecordKind const* only ) {
     std::map<String, List> kinds;
-    for( auto const& [ name, kind ] : namesOfKinds( *model.parser() ) ) {
+    for( auto const& [ name, kind ] : namesOfKinds( configuration.parser() ) ) {
         if( !only || kind == only )
             kinds[ name ].emplace_back( kind->one );
     }
@@ -25,9 +25,9 @@ std::vector<Row> rowsOf( Model const& model, RecordKind const* only ) {
 
 } // namespace
 
-ExitStatus names( Model const& model, Request const& request, Streams const& io ) {
+ExitStatus names( Configuration const& configuration, Request const& request, Streams const& io ) {
     std::vector<Row> rows =
-        rowsOf( model, request.has( "--kind" ) ? &kindMeant( request.option( "--kind" ) ) : nullptr );
+        rowsOf( configuration, request.has( "--kind" ) ? &kindMeant( request.option( "--kind" ) ) : nullptr );
     switch( request.format ) {
     case Format::text:
         for( Row const& row : rows )

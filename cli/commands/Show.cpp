@@ -9,30 +9,30 @@ namespace Bfri {
 
 namespace {
 
-[[noreturn]] void refuse( BfResourceInfo::BfResourceParser const& parser, OnlyReferredTo const& handle ) {
-    String const known = sentencesOf( LeftOutTables( parser ).withHandle( handle.handle ) );
+[[noreturn]] void refuse( Configuration const& configuration, OnlyReferredTo const& handle ) {
+    String const known = sentencesOf( OmittedTables( configuration ).withHandle( handle.handle ) );
     throw Failure( ExitStatus::no,
                    fmt::format( "nothing has the handle {} as its own; {}these refer to it:",
                                 hexText( handle.handle ), known.empty() ? known : known + "; " ),
                    { handle.referrers.begin(), handle.referrers.end() } );
 }
 
-std::vector<Page> pagesMeant( BfResourceInfo::BfResourceParser const& parser, String const& word ) {
-    PagesFound found =
-        foundInReadings( word, [ & ]( String const& reading ) { return pagesFor( parser, reading ); } );
+std::vector<Page> pagesMeant( Configuration const& configuration, String const& word ) {
+    PagesFound found = foundInReadings(
+        word, [ & ]( String const& reading ) { return pagesFor( configuration, reading ); } );
     if( auto const* const handle = std::get_if<OnlyReferredTo>( &found ) )
-        refuse( parser, *handle );
+        refuse( configuration, *handle );
     if( auto const* const several = std::get_if<SeveralRecords>( &found ) )
         refuse( word, *several );
     if( auto const* const meaning = std::get_if<Meaning>( &found ) )
-        refuse( parser, word, *meaning, { "record named", "records", "names", true } );
+        refuse( configuration, word, *meaning, { "record named", "records", "names", true } );
     return std::get<std::vector<Page>>( std::move( found ) );
 }
 
 } // namespace
 
-ExitStatus show( Model const& model, Request const& request, Streams const& io ) {
-    auto pages = pagesMeant( *model.parser(), request.words[ 1 ] );
+ExitStatus show( Configuration const& configuration, Request const& request, Streams const& io ) {
+    auto pages = pagesMeant( configuration, request.words[ 1 ] );
     if( request.format == Format::json )
         JsonAnswer( io.out ).members( rowOf( std::move( pages ) ) );
     else

@@ -207,9 +207,9 @@ void printText( std::ostream& out, TerminalStyle const& look, std::vector<StageM
 
 } // namespace
 
-ExitStatus stages( Model const& model, Request const& request, Streams const& io ) {
+ExitStatus stages( Configuration const& configuration, Request const& request, Streams const& io ) {
     auto const asked = stageAskedFor( request );
-    auto const maps = stageMapsOf( *model.parser() );
+    auto const maps = stageMapsOf( configuration );
     if( asked )
         requireStage( *asked, maps );
     if( request.format == Format::json )

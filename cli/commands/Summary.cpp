@@ -9,9 +9,10 @@ namespace {
 
 using BfResourceInfo::BfResourceParser;
 
-void printJson( BfResourceParser const& parser, std::ostream& out ) {
+void printJson( Configuration const& configuration, std::ostream& out ) {
+    BfResourceParser const& parser = configuration.parser();
     JsonAnswer answer( out );
-    answer.member( "switchConf", parser.switchConf() );
+    answer.member( "switchConf", configuration.path );
     answer.member( "bfrtConfig", parser.bfrtConfig() );
     answer.member( "contextFile", pipelinesOf( parser ) );
     answer.member( "hitBitSmashEntries", parser.hitBitSmashEntries() );
@@ -21,8 +22,9 @@ void printJson( BfResourceParser const& parser, std::ostream& out ) {
     answer.member( "counts", std::move( counts ) );
 }
 
-void printText( BfResourceParser const& parser, std::ostream& out ) {
-    printFields( out, { { "switch configuration", parser.switchConf() },
+void printText( Configuration const& configuration, std::ostream& out ) {
+    BfResourceParser const& parser = configuration.parser();
+    printFields( out, { { "switch configuration", configuration.isContextFile ? "" : configuration.path },
                         { "run-time configuration", parser.bfrtConfig() } } );
     RowList pipelines{ { { "PIPE MASK", {} }, { "PIPES", {} }, { "CONTEXT FILE", {} } }, {} };
     for( Value const& pipeline : pipelinesOf( parser ) )
@@ -40,9 +42,8 @@ void printText( BfResourceParser const& parser, std::ostream& out ) {
 
 } // namespace
 
-ExitStatus summary( Model const& model, Request const& request, Streams const& io ) {
-    auto const& parser = *model.parser();
-    request.format == Format::json ? printJson( parser, io.out ) : printText( parser, io.out );
+ExitStatus summary( Configuration const& configuration, Request const& request, Streams const& io ) {
+    request.format == Format::json ? printJson( configuration, io.out ) : printText( configuration, io.out );
     return ExitStatus::done;
 }
 

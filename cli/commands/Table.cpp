@@ -11,9 +11,9 @@ namespace Bfri {
 
 namespace {
 
-std::vector<String> tableNames( Model const& model ) {
+std::vector<String> tableNames( Configuration const& configuration ) {
     std::vector<String> names;
-    for( BfTableInfo const& record : model.parser()->bfTables() )
+    for( BfTableInfo const& record : configuration.parser().bfTables() )
         names.push_back( record.name );
     return names;
 }
@@ -27,8 +27,8 @@ List named( BfResourceInfo::BfResourceParser const& parser, Vessa::Queue<U32> co
 }
 
 /// What the handle's entry knows beyond the table's record; all absent for a table that is not placed.
-Row placement( Model const& model, U32 handle ) {
-    auto const& parser = *model.parser();
+Row placement( Configuration const& configuration, U32 handle ) {
+    auto const& parser = configuration.parser();
     BfZelResource const* const resource = parser.resourceHandles().find( handle );
     if( !resource )
         return { { "stageStart", {} },
@@ -43,9 +43,9 @@ Row placement( Model const& model, U32 handle ) {
 
 /// The place of the table that is meant: the first of its name, else of its handle. Says on err where there
 /// are others.
-U32 placeMeant( Model const& model, String const& word, std::ostream& err ) {
-    auto const& tables = model.parser()->bfTables();
-    auto const names = tableNames( model );
+U32 placeMeant( Configuration const& configuration, String const& word, std::ostream& err ) {
+    auto const& tables = configuration.parser().bfTables();
+    auto const names = tableNames( configuration );
     auto const handle = handleIn( word );
     bool const isName = tables.first<BfByName<BfTableInfo>>( word ) < tables.size();
     if( U32 const first =
@@ -61,20 +61,21 @@ U32 placeMeant( Model const& model, String const& word, std::ostream& err ) {
     Meaning const meaning =
         foundInReadings( word, [ & ]( String const& reading ) { return meaningOf( names, reading ); } );
     if( meaning.is != Meaning::Is::found )
-        refuse( *model.parser(), word, meaning, { "match table", "tables", "tables" } );
+        refuse( configuration, word, meaning, { "match table", "tables", "tables" } );
     String const& name = meaning.names.front();
     if( auto const count = std::count( names.begin(), names.end(), name ); count > 1 )
         err << "bfri: " << count << " tables have this name; this is the first, as for every query\n";
-    return model.bfTableIndex( name );
+    return configuration.model->bfTableIndex( name );
 }
 
 } // namespace
 
-ExitStatus table( Model const& model, Request const& request, Streams const& io ) {
-    auto const& parser = *model.parser();
-    BfTableInfo const& record = parser.bfTables().at( placeMeant( model, request.words[ 1 ], io.err ) );
+ExitStatus table( Configuration const& configuration, Request const& request, Streams const& io ) {
+    auto const& parser = configuration.parser();
+    BfTableInfo const& record =
+        parser.bfTables().at( placeMeant( configuration, request.words[ 1 ], io.err ) );
     BfResource const* const place = Relations( parser ).placeOf( record.handle, record.name );
-    Row const placed = placement( model, record.handle );
+    Row const placed = placement( configuration, record.handle );
     if( request.format == Format::json ) {
         JsonAnswer answer( io.out );
         answer.members( rowOf( record ) );

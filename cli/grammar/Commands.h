@@ -3,7 +3,7 @@
 #include "cli/Failure.h"
 #include "cli/commands/RowSelection.h"
 #include "cli/terminal/Streams.h"
-#include "inspect/model/Model.h"
+#include "inspect/model/Configuration.h"
 
 #include <map>
 #include <span>
@@ -83,7 +83,7 @@ struct Command {
     RecordKind const* listing = nullptr; ///< what a list command lists, with a choice of rows; else null
     char const* details = "";            ///< what the help says behind the options, examples included
     /// Answers from the model of the configuration that is the first argument.
-    ExitStatus ( *show )( Model const&, Request const&, Streams const& ) = nullptr;
+    ExitStatus ( *show )( Configuration const&, Request const&, Streams const& ) = nullptr;
     /// Answers without a model made for it; a command has either this or the other.
     ExitStatus ( *run )( Request const&, Streams const& ) = nullptr;
 };

@@ -125,8 +125,11 @@ std::vector<String> fromModel( Line& line, CompletionKind offer ) {
         return {};
     std::ostringstream unheard;
     try {
-        auto const model = load( line.positionals.front(), OnBadData::explain, unheard );
-        auto const& parser = *model->parser();
+        auto const loaded = loadConfiguration( line.positionals.front(), Survey::none, unheard );
+        auto const* const configuration = std::get_if<Configuration>( &loaded );
+        if( !configuration )
+            return {};
+        auto const& parser = configuration->parser();
         if( offer == CompletionKind::handle )
             return inFormOf( line.word, handlesOf( parser, nullptr ) );
         RecordKind const* const kind =

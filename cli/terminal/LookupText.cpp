@@ -45,7 +45,7 @@ void printHandles( std::ostream& out, TerminalStyle const& look, std::vector<Han
 void printRemarks( std::ostream& err, String const& word, HandleAnswer const& answer, bool pipesInHandles ) {
     if( answer.uses.empty() )
         return printUnknown( err, word, answer, pipesInHandles );
-    for( LeftOut const& omitted : answer.omitted )
+    for( Omission const& omitted : answer.omitted )
         err << "bfri: " << word << ": " << sentenceOf( omitted ) << '\n';
 }
 

@@ -65,7 +65,7 @@ void printRecord( std::ostream& out, TerminalStyle const& look, RecordKind const
     std::ostringstream lines;
     printFields( lines, row );
     printIndented( out, "  ", lines.str() );
-    for( LeftOut const& table : entry.omitted ) {
+    for( Omission const& table : entry.omitted ) {
         out << '\n';
         printIndented( out, "  ", inLines( sentenceOf( table ), within( look, "  " ) ) );
     }

@@ -1,10 +1,8 @@
 #include "inspect/check/CheckContext.h"
 
 #include "inspect/rows/Utf8.h"
-#include "ostler/Ostler.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstdio>
 
 namespace Bfri {
@@ -38,11 +36,8 @@ std::vector<Attached> attachedOf( BfResourceInfo::BfResourceParser const& parser
 
 } // namespace
 
-CheckContext::CheckContext( Model const& model )
-    : parser( *model.parser() ),
-      profile( Ostler::sdkContext()->profile ),
-      attached( attachedOf( parser ) ),
-      losses( lossesOf( parser ) ) {
+CheckContext::CheckContext( Configuration const& loaded )
+    : configuration( loaded ), parser( loaded.parser() ), attached( attachedOf( parser ) ) {
     for( BfResource const& resource : parser.bfResources() ) {
         placed.emplace( resource.handle, &resource );
         placedNames.insert( resource.name );
@@ -57,8 +52,14 @@ CheckContext::CheckContext( Model const& model )
         std::sort( tables.begin(), tables.end() );
         tables.erase( std::unique( tables.begin(), tables.end() ), tables.end() );
     }
-    for( auto const& entry : parser.contextFile() ) {
-        files_[ pipeBitsOf( parser, entry.key().value() ) >> 28 ].push_back( entry.value() );
+    for( Context::FileSurvey const& file : configuration.files ) {
+        files_[ file.handlePipeBits >> 28 ].push_back( file.path );
+        for( Context::SurveyedTable const& table : file.tables ) {
+            if( table.handle && parser.resourceHandlesHas( *table.handle ) )
+                continue;
+            for( Context::SurveyedReference const& reference : table.references )
+                unplacedReferrers[ reference.handle ].push_back( table.name );
+        }
     }
 }
 
@@ -73,10 +74,6 @@ String CheckContext::contextFileOf( std::optional<U32> handle ) const {
         return {};
     auto const found = tells ? files_.find( pipeBits( *handle ) ) : files_.begin();
     return found != files_.end() && found->second.size() == 1 ? found->second.front() : String();
-}
-
-U32 pipeBitsOf( BfResourceInfo::BfResourceParser const& parser, U32 pipeMask ) {
-    return parser.bfrtConfig().empty() ? 0 : static_cast<U32>( std::countr_zero( pipeMask ) ) % 16 << 28;
 }
 
 String quoted( std::string_view name ) {

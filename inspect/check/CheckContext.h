@@ -1,12 +1,10 @@
 #pragma once
 
-// What the rules of the findings read, and the rules. Each takes time in proportion to the model, but for
-// sorting.
+// What the rules of the findings read, and the rules. Each takes time in proportion to the model and its
+// survey, but for sorting.
 
 #include "inspect/check/Findings.h"
-#include "ostler/DeviceProfile.h"
 
-#include <map>
 #include <unordered_set>
 
 namespace Bfri {
@@ -30,51 +28,17 @@ struct ReferenceKind {
 
 extern ReferenceKind const referenceKinds[ 3 ];
 
-/// A size that the model has no room for, and the context file that says so.
-struct LostSize {
-    std::uint64_t size = 0;
-    String file = {};
-};
-
-/// What the model lacks of one record of a context file, or has otherwise.
-struct Loss {
-    String what; ///< the kind of record: "table"
-    String name;
-    std::optional<U32> handle; ///< as the model has it
-    String says;
-    String file;
-};
-
-/// What context files say that the model does not keep.
-struct Losses {
-    std::map<String, LostSize> ingressPhv; ///< of fields of 32 bytes and more the bytes
-    std::map<String, LostSize> egressPhv;
-    std::map<String, LostSize> headers; ///< of headers of 65,536 bits and more the bits
-    std::vector<Loss> leftOut;          ///< match tables: why
-    std::vector<Loss> leftOutQuantas;
-    std::vector<Loss> tableTypes; ///< unknown ones
-    std::vector<Loss> directions;
-    std::vector<Loss> words;       ///< other unknown ones
-    std::vector<Loss> repeated;    ///< members, in quotes
-    std::vector<Loss> firstStages; ///< beyond 8 bits
-    std::vector<Loss> stages;      ///< behind the first: no stages
-    /// Of a handle the names of tables without a stage table that list it.
-    std::unordered_map<U32, std::vector<String>> unplacedReferrers;
-};
-
-/// Reads the context files once more.
-Losses lossesOf( BfResourceInfo::BfResourceParser const& parser );
-
 struct CheckContext {
-    explicit CheckContext( Model const& model );
+    explicit CheckContext( Configuration const& configuration );
 
+    Configuration const& configuration;
     BfResourceInfo::BfResourceParser const& parser;
-    Ostler::DeviceProfile const& profile;
     std::vector<Attached> attached;                    ///< counters, meters, WRED tables, registers
     std::unordered_map<U32, BfResource const*> placed; ///< by handle
     std::unordered_set<std::string_view> placedNames;
     std::unordered_map<U32, std::vector<U32>> referrers; ///< of a handle: the placed tables that list it
-    Losses losses;
+    /// Of a handle the names of tables without a stage table that list it.
+    std::unordered_map<U32, std::vector<String>> unplacedReferrers;
 
     bool hasPipeBits() const { return !parser.bfrtConfig().empty(); }
     /// In how many context files a handle may stand: those whose handles carry the same pipe, or all.
@@ -88,10 +52,6 @@ struct CheckContext {
   private:
     std::unordered_map<U32, std::vector<String>> files_; // by pipe bits
 };
-
-/// The pipe that the handles of a context file carry in their upper bits: the lowest of its mask; 0 without a
-/// runtime_config.
-U32 pipeBitsOf( BfResourceInfo::BfResourceParser const& parser, U32 pipeMask );
 
 /// For people, in quotes; those in it have a backslash in front.
 String quoted( std::string_view name );
@@ -136,8 +96,7 @@ void findWrappingHeaders( CheckContext const& facts, Findings& findings );
 void findRepeatedHashFields( CheckContext const& facts, Findings& findings );
 void findUnknownTableTypes( CheckContext const& facts, Findings& findings );
 void findUnknownDirections( CheckContext const& facts, Findings& findings );
-void findLeftOut( CheckContext const& facts, Findings& findings );
-void findLeftOutTables( CheckContext const& facts, Findings& findings );
+void findOmitted( CheckContext const& facts, Findings& findings );
 void findUnknownWords( CheckContext const& facts, Findings& findings );
 void findRepeatedMembers( CheckContext const& facts, Findings& findings );
 

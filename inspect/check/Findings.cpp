@@ -189,7 +189,7 @@ constexpr FindingKind kinds[] = {
       "Nothing, if an agent has no entries to add to the table, or does not learn with the quanta. Else let "
       "the compiler mark the table as controllable, and take its constant entries out of the P4 program; or "
       "let it write the \"lq_cfg_type\".",
-      findLeftOut },
+      findOmitted },
     { "BF410", "unknown-word", warning,
       "A counter has a \"statistics_type\", or a counter, meter, WRED table or register a "
       "\"how_referenced\", that the model does not know. Of such a type it has the counter count neither "
@@ -258,8 +258,8 @@ FindingKind const& findingKindOf( String const& word ) {
                    suggestions );
 }
 
-std::vector<Finding> findingsOf( Model const& model ) {
-    CheckContext const facts( model );
+std::vector<Finding> findingsOf( Configuration const& configuration ) {
+    CheckContext const facts( configuration );
     std::vector<Finding> all;
     for( FindingKind const& kind : kinds ) {
         Findings findings( kind, all );

@@ -2,7 +2,7 @@
 
 // What may be odd about a configuration that loads: one row a kind of finding, with its rule and its words.
 
-#include "cli/grammar/Commands.h"
+#include "inspect/model/Configuration.h"
 
 #include <optional>
 #include <unordered_map>
@@ -66,8 +66,8 @@ std::span<FindingKind const> findingKinds();
 /// meant.
 FindingKind const& findingKindOf( String const& word );
 
-/// All findings of the model that was loaded last: errors, warnings, notes, and of those in the order of the
-/// kinds. Reads the context files once more.
-std::vector<Finding> findingsOf( Model const& model );
+/// All findings of a configuration that was loaded with a survey: errors, warnings, notes, and each of these
+/// in the order of the kinds.
+std::vector<Finding> findingsOf( Configuration const& configuration );
 
 } // namespace Bfri

@@ -87,8 +87,8 @@ String disagreement( CheckContext const& facts, Attached const& record ) {
 
 /// Tables that would use a record if they were on the chip.
 String unplacedReferrers( CheckContext const& facts, U32 handle ) {
-    auto const found = facts.losses.unplacedReferrers.find( handle );
-    if( found == facts.losses.unplacedReferrers.end() )
+    auto const found = facts.unplacedReferrers.find( handle );
+    if( found == facts.unplacedReferrers.end() )
         return "";
     return "; listed by tables without a stage table: " +
            firstFew( found->second, []( String const& name ) { return quoted( name ); } );

@@ -25,7 +25,7 @@ String pipesOf( U32 mask ) {
 
 template<class Step>
 void forEachPipeline( CheckContext const& facts, Step step ) {
-    for( Ostler::Device const& device : facts.profile.devices ) {
+    for( Ostler::Device const& device : facts.configuration.profile.devices ) {
         for( Ostler::Pipeline const& pipeline : device.pipelines )
             step( pipeline );
     }
@@ -116,7 +116,7 @@ void findHandlesInPipeBits( CheckContext const& facts, Findings& findings ) {
 
 void findNoContextFile( CheckContext const& facts, Findings& findings ) {
     if( facts.parser.contextFile().empty() )
-        findings.add( "switch configuration", facts.parser.switchConf(), {}, "names no context file" );
+        findings.add( "switch configuration", facts.configuration.path, {}, "names no context file" );
 }
 
 } // namespace Bfri

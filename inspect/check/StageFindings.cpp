@@ -26,16 +26,6 @@ void findEmptyTables( CheckContext const& facts, Findings& findings ) {
     }
 }
 
-void findLostStages( CheckContext const& facts, Findings& findings ) {
-    for( Loss const& loss : facts.losses.firstStages )
-        findings.add( loss.what, loss.name, loss.handle, loss.says, loss.file );
-}
-
-void findOddStages( CheckContext const& facts, Findings& findings ) {
-    for( Loss const& loss : facts.losses.stages )
-        findings.add( loss.what, loss.name, loss.handle, loss.says, loss.file );
-}
-
 void findRepeatedHashFields( CheckContext const& facts, Findings& findings ) {
     for( auto const* const entry : sortedByKey( facts.parser.bfDynamicHashInfo() ) ) {
         std::unordered_set<std::string_view> seen;

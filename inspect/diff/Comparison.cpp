@@ -4,30 +4,19 @@
 #include "inspect/diff/Join.h"
 #include "inspect/stages/PlacedStages.h"
 
-#include <future>
-
 namespace Bfri {
 
 namespace {
 
 using BfResourceInfo::BfResourceParser;
 
-/// To the rows of resources the stages that they take, which stand in the context files alone.
-void addStages( std::vector<Row>& rows, BfResourceParser const& parser, PlacedStages files ) {
+/// To the rows of resources the stages that they take, which the survey knows.
+void addStages( std::vector<Row>& rows, Configuration const& configuration ) {
     auto const number = []( Stage stage ) { return static_cast<U32>( stage ); };
-    for( U32 i = 0; i < rows.size(); ++i ) {
-        auto const stages = files.take( parser.bfResources().at( i ) );
-        rows[ i ].push_back( { "stageNumbers", stages ? Value( listOf( *stages, number ) ) : Value() } );
-    }
-}
-
-/// The same of both models, whose files are read at the same time: that takes nearly half as long as the
-/// loads.
-void addStages( std::vector<Row>& old, BfResourceParser const& from, std::vector<Row>& now,
-                BfResourceParser const& to ) {
-    auto newFiles = std::async( std::launch::async, [ & ] { return PlacedStages( to ); } );
-    addStages( old, from, PlacedStages( from ) );
-    addStages( now, to, newFiles.get() );
+    auto const placed = placedStages( configuration );
+    for( U32 i = 0; i < rows.size(); ++i )
+        rows[ i ].push_back(
+            { "stageNumbers", placed[ i ] ? Value( listOf( *placed[ i ], number ) ) : Value() } );
 }
 
 /// Takes from the record of a placed table what other records say of it, too: its resource, and who owns it.
@@ -128,9 +117,9 @@ bool Comparison::differs() const {
            std::any_of( kinds.begin(), kinds.end(), []( auto const& kind ) { return kind.differs(); } );
 }
 
-Comparison compare( Model const& old, Model const& now, RecordKind const* only ) {
-    BfResourceParser const& from = *old.parser();
-    BfResourceParser const& to = *now.parser();
+Comparison compare( Configuration const& old, Configuration const& now, RecordKind const* only ) {
+    BfResourceParser const& from = old.parser();
+    BfResourceParser const& to = now.parser();
     Comparison result;
     if( !only )
         result.configuration = changesOf( configurationOf( from ), configurationOf( to ) );
@@ -140,8 +129,10 @@ Comparison compare( Model const& old, Model const& now, RecordKind const* only )
             continue;
         auto oldRows = kind.rows( from );
         auto newRows = kind.rows( to );
-        if( kind.kind == Kind::resources )
-            addStages( oldRows, from, newRows, to );
+        if( kind.kind == Kind::resources ) {
+            addStages( oldRows, old );
+            addStages( newRows, now );
+        }
         result.kinds.push_back(
             compareKind( comparer, kind, only, std::move( oldRows ), std::move( newRows ) ) );
     }

@@ -3,6 +3,7 @@
 // What differs between two models, as data: records of a kind are joined on their names, their fields
 // compared.
 
+#include "inspect/model/Configuration.h"
 #include "inspect/model/HandleOwners.h"
 #include "inspect/model/RecordKinds.h"
 
@@ -77,7 +78,7 @@ struct Comparison {
 
 /// Of every kind, or of the only one that is asked for, then without the configuration. The models outlive
 /// the comparison. Linear in their records. With resources, the context files are read once more.
-Comparison compare( Model const& old, Model const& now, RecordKind const* only );
+Comparison compare( Configuration const& old, Configuration const& now, RecordKind const* only );
 
 /// The members of a JSON object, verdict included.
 Row rowOf( Comparison const& comparison );

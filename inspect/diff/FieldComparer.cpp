@@ -93,8 +93,8 @@ List Referents::standFor( List const& handles ) const {
                    [ & ]( Value const& handle ) { return standsFor( std::get<Hex>( handle.is ) ); } );
 }
 
-FieldComparer::FieldComparer( Model const& old, Model const& now )
-    : old_( *old.parser() ), now_( *now.parser() ) {}
+FieldComparer::FieldComparer( Configuration const& old, Configuration const& now )
+    : old_( old.parser() ), now_( now.parser() ) {}
 
 ChangedRecord FieldComparer::compare( RecordKind const& kind, Row const& from, Row const& to ) {
     ChangedRecord record;

@@ -31,7 +31,7 @@ class Referents {
 /// Of all kinds, so that a handle counts once.
 class FieldComparer {
   public:
-    FieldComparer( Model const& old, Model const& now );
+    FieldComparer( Configuration const& old, Configuration const& now );
 
     /// What differs between two records of one kind; only fields and move are set.
     ChangedRecord compare( RecordKind const& kind, Row const& from, Row const& to );

@@ -2,7 +2,7 @@
 
 #include "cli/terminal/TextFormat.h"
 #include "inspect/load/AssertionWordings.h"
-#include "inspect/load/ConfHint.h"
+#include "inspect/load/ConfPath.h"
 #include "inspect/rows/Utf8.h"
 
 #include <algorithm>

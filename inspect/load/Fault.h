@@ -1,7 +1,7 @@
 #pragma once
 
-#include "cli/Failure.h"
 #include "ostler/Ostler.h"
+#include "resourceinfo/parser/context/Survey.h"
 #include "zel/Assert.h"
 #include "zel/Trace.h"
 
@@ -9,6 +9,7 @@
 
 namespace Bfri {
 
+using Vessa::String;
 using Vessa::U32;
 
 /// Why a configuration cannot be used, in parts. What does not apply is empty.
@@ -32,6 +33,7 @@ struct Fault {
     std::vector<String> reported;  ///< what the library said besides
     String condition;              ///< the broken one, as written in the library's code
     String function;               ///< of the library, that requires it
+    std::vector<Context::FileSurvey> files; ///< surveyed up to the fault, the file at fault last
 };
 
 /// The fault that the reading of a switch configuration ended with.
@@ -56,14 +58,5 @@ String subjectOf( Fault const& fault );
 
 /// All of a fault in a sentence: what cannot be used, and why.
 String sentenceOf( Fault const& fault );
-
-/// A configuration cannot be loaded.
-class LoadFailure : public Failure {
-  public:
-    LoadFailure( String const& message, Fault what )
-        : Failure( ExitStatus::notLoadable, message ), fault( std::move( what ) ) {}
-
-    Fault fault;
-};
 
 } // namespace Bfri

@@ -1,12 +1,12 @@
 #include "inspect/load/FaultDetails.h"
 
-#include "inspect/load/ContextText.h"
-#include "inspect/load/FileHeaders.h"
+#include "inspect/load/FileText.h"
 #include "inspect/load/TableHandles.h"
 #include "inspect/rows/Utf8.h"
 
 #include <algorithm>
 #include <charconv>
+#include <span>
 #include <utility>
 
 #include <rapidjson/reader.h>
@@ -47,8 +47,7 @@ class Finder {
   public:
     using Ch = char;
 
-    Finder( std::vector<Text> steps, ContextText const& text )
-        : steps_( std::move( steps ) ), text_( text ) {}
+    Finder( std::vector<Text> steps, FileText const& text ) : steps_( std::move( steps ) ), text_( text ) {}
 
     Text const& found() const { return found_; }
     U32 line() const { return line_; }
@@ -141,7 +140,7 @@ class Finder {
     }
 
     std::vector<Text> const steps_;
-    ContextText const& text_;
+    FileText const& text_;
     std::size_t depth_ = 0;  // of open containers
     std::size_t onPath_ = 0; // of them, those before the innermost on the pointer's way
     bool inArray_ = false;   // is that one an array
@@ -166,7 +165,7 @@ void addFound( Fault& fault ) {
     auto const culprit = culpritOf( fault );
     if( !fault.inContextFile || !culprit )
         return;
-    ContextText text( fault.file );
+    FileText text( fault.file );
     Finder finder( stepsOf( *culprit ), text );
     rapidjson::Reader reader;
     reader.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag>( text, finder );
@@ -178,13 +177,8 @@ void addFound( Fault& fault ) {
 
 /// Of a handle that leads to no table: the value that was read last is not what is wrong.
 void addHandles( Fault& fault ) {
-    auto const& devices = Ostler::sdkContext()->profile.devices;
-    bool const withPipe = std::any_of( devices.begin(), devices.end(), []( Ostler::Device const& device ) {
-        return device.runtimeConfig.has_value();
-    } );
-    MissingHandle const missing{ *fault.handle, withPipe ? *fault.handle & 0xF0000000 : 0 };
     bool const isListed = fault.culprit == "handle"; // in the references of the table at fault
-    fault.found = ( isListed ? whoHas : whoLists )( missing, fault.file );
+    fault.found = ( isListed ? whoHas : whoLists )( *fault.handle, fault.files.back().tables );
 }
 
 /// A tab takes one column, so that the caret stands where it should.
@@ -226,7 +220,7 @@ class Tail {
 };
 
 /// Takes what is before that line; of this, the last line that has text.
-Tail takeLinesBefore( U32 line, ContextText& text ) {
+Tail takeLinesBefore( U32 line, FileText& text ) {
     Tail last;
     Tail current;
     while( text.line() < line && !text.atEnd() ) {
@@ -247,7 +241,7 @@ Tail takeLinesBefore( U32 line, ContextText& text ) {
 /// text, the line before.
 void addExcerpt( Fault& fault ) {
     constexpr std::size_t mostBehind = 24;
-    ContextText text( fault.file );
+    FileText text( fault.file );
     Tail const lineBefore = takeLinesBefore( *fault.line, text );
     Tail before;
     for( U32 column = 1; column < *fault.column && !text.atEnd(); ++column )
@@ -265,20 +259,18 @@ void addExcerpt( Fault& fault ) {
     fault.caret = front.size();
 }
 
-String sized( HeaderBits const& header ) {
+using Header = Context::SurveyedHeader;
+
+String sized( Header const& header ) {
     return std::to_string( static_cast<std::int64_t>( header.bits ) ) + " bits";
 }
 
 /// The same header as another context file of the configuration has it.
-String otherThan( HeaderBits const& header, String const& file ) {
-    for( Ostler::Device const& device : Ostler::sdkContext()->profile.devices ) {
-        for( Ostler::Pipeline const& pipeline : device.pipelines ) {
-            if( pipeline.contextFile == file )
-                continue;
-            for( HeaderBits const& other : headersOf( pipeline.contextFile ) ) {
-                if( other.name == header.name && other.bits != header.bits )
-                    return ", " + sized( other ) + " in " + pipeline.contextFile;
-            }
+String otherThan( Header const& header, std::span<Context::FileSurvey const> others ) {
+    for( Context::FileSurvey const& file : others ) {
+        for( Header const& other : file.headers ) {
+            if( other.name == header.name && other.bits != header.bits )
+                return ", " + sized( other ) + " in " + file.path;
         }
     }
     return "";
@@ -290,7 +282,7 @@ constexpr char const* wholeBytes = "header.size() % 8 == 0";
 /// Of a header of a size that it should not have: the value that was read last is only its last width.
 void addHeader( Fault& fault ) {
     auto const steps = stepsOf( *fault.pointer );
-    auto const headers = headersOf( fault.file );
+    auto const& headers = fault.files.back().headers;
     std::size_t index = headers.size();
     if( steps.size() > 1 )
         std::from_chars( steps[ 1 ].data(), steps[ 1 ].data() + steps[ 1 ].size(), index );
@@ -298,15 +290,15 @@ void addHeader( Fault& fault ) {
         return;
     fault.pointer = "/flexible_headers/" + steps[ 1 ];
     fault.member.clear();
-    HeaderBits const& header = headers[ index ];
+    Header const& header = headers[ index ];
     fault.found = '"' + header.name + "\" of " + sized( header );
     if( fault.condition == sameSize )
-        fault.found += otherThan( header, fault.file );
+        fault.found += otherThan( header, std::span( fault.files ).first( fault.files.size() - 1 ) );
 }
 
 /// Of those marks that JSON readers stumble over.
 bool hasByteOrderMark( String const& path ) {
-    ContextText text( path );
+    FileText text( path );
     String front;
     while( front.size() < 3 && !text.atEnd() )
         front += text.Take();

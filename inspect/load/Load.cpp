@@ -1,7 +1,6 @@
 #include "inspect/load/Load.h"
 
-#include "inspect/load/ConfHint.h"
-#include "inspect/rows/Utf8.h"
+#include "inspect/load/ConfPath.h"
 #include "ostler/Ostler.h"
 #include "zel/Log.h"
 #include "zel/Trace.h"
@@ -64,57 +63,6 @@ String filledIn( String format, std::initializer_list<String> texts ) {
     return format;
 }
 
-/// The lines of a message: what cannot be used, then what is known about it.
-class Explanation {
-  public:
-    explicit Explanation( Fault const& fault )
-        : text_( "can't use " + escapeForTerminal( subjectOf( fault ) ) ) {}
-
-    void add( String const& label, String const& text ) {
-        if( !text.empty() )
-            text_ += "\n  " + label + String( 11 - label.size(), ' ' ) + escapeForTerminal( text );
-    }
-    String const& text() const { return text_; }
-
-  private:
-    String text_;
-};
-
-} // namespace
-
-String placeText( Fault const& fault ) {
-    String place = fault.pointer.value_or( "" ).empty() ? "" : "at " + *fault.pointer;
-    if( fault.line && fault.problem.empty() )
-        place = "line " + std::to_string( *fault.line ) + ", column " + std::to_string( *fault.column );
-    auto const add = [ & ]( String const& part ) { place += ( place.empty() ? "" : ", " ) + part; };
-    if( !fault.member.empty() )
-        add( "member \"" + fault.member + '"' );
-    if( fault.tableIndex )
-        add( "table " + std::to_string( *fault.tableIndex ) +
-             ( fault.table.empty() ? "" : " \"" + fault.table + '"' ) );
-    return place;
-}
-
-namespace {
-
-/// Whether `bfri check`, which reads the file again, has more to say of a fault.
-bool hasMore( Fault const& fault ) { return fault.pointer || fault.line; }
-
-[[noreturn]] void fail( String const& conf, Fault const& fault ) {
-    Explanation result( fault );
-    result.add( "where:", placeText( fault ) );
-    result.add( "problem:", problemOf( fault ) );
-    result.add( "expected:", fault.expected );
-    result.add( "handle:", handleOf( fault ) );
-    result.add( "found:", fault.found );
-    result.add( "hint:", fault.hint );
-    for( String const& text : fault.reported )
-        result.add( "reported:", text );
-    result.add( "condition:", conditionOf( fault ) );
-    String const more = "\n'bfri check " + escapeForTerminal( conf ) + "' says more";
-    throw LoadFailure( result.text() + ( hasMore( fault ) ? more : "" ), fault );
-}
-
 /// What the library has registered for a configuration that cannot be read.
 String registeredText( String const& conf, Ostler::Status const& status ) {
     String text = status.text();
@@ -126,53 +74,74 @@ String registeredText( String const& conf, Ostler::Status const& status ) {
     return message ? filledIn( message->format, { conf, text } ) + ' ' + message->recommendedAction : text;
 }
 
-[[noreturn]] void configurationFailed( String const& conf, Ostler::Status const& status ) {
-    Fault fault = faultOf( status );
-    addHint( fault );
-    fault.reported.push_back( registeredText( conf, status ) );
-    fail( conf, fault );
-}
+/// Takes the surveys of the files that are loaded.
+class Surveyor final : public Context::SurveySink {
+  public:
+    explicit Surveyor( Survey survey )
+        : survey_( survey ), former_( Context::surveySinkIs( survey == Survey::none ? nullptr : this ) ) {}
+    ~Surveyor() override { Context::surveySinkIs( former_ ); }
+    Surveyor( Surveyor const& ) = delete;
+    Surveyor& operator=( Surveyor const& ) = delete;
 
-Zel::Ptr<Model> loadWithExplanation( String const& conf, std::ostream& err ) {
-    ThrowingAssertions const throwing;
-    HeldExplanations explanations( err );
-    try {
-        return BfResourceInfo::bfResourceInfoIntfFactory( conf );
-    } catch( Zel::AssertionError const& error ) {
-        fail( conf, faultOf( error.failure(), explanations.lines(), conf, Ostler::sdkContext()->profile ) );
-    }
+    void take( Context::FileSurvey survey ) noexcept override { files_.push_back( std::move( survey ) ); }
+    bool wantsDigests() const override { return survey_ == Survey::digests; }
+    std::vector<Context::FileSurvey> files() { return std::move( files_ ); }
+
+  private:
+    Survey const survey_;
+    Context::SurveySink* const former_;
+    std::vector<Context::FileSurvey> files_;
+};
+
+/// What was loaded last.
+std::variant<Configuration, Fault> loaded( String const& path, ConfPath const& conf, Zel::Ptr<Model> model,
+                                           std::vector<Context::FileSurvey> files ) {
+    OstlerContext const& context = *Ostler::sdkContext();
+    if( context.status.ok() )
+        return Configuration{ conf.isContextFile() ? path : conf.switchConf(), conf.isContextFile(),
+                              std::move( model ), context.profile, std::move( files ) };
+    Fault fault = faultOf( context.status );
+    addHint( fault );
+    fault.reported.push_back( registeredText( conf.switchConf(), context.status ) );
+    return fault;
 }
 
 } // namespace
 
-Zel::Ptr<Model> loadSilently( String const& conf, OnBadData onBadData, std::ostream& err ) {
-    auto model = onBadData == OnBadData::explain ? loadWithExplanation( conf, err )
-                                                 : BfResourceInfo::bfResourceInfoIntfFactory( conf );
-    Ostler::Status const& status = Ostler::sdkContext()->status;
-    if( !status.ok() )
-        configurationFailed( conf, status );
-    return model;
+std::variant<Configuration, Fault> loadConfiguration( String const& path, Survey survey,
+                                                      std::ostream& trace ) {
+    ThrowingAssertions const throwing;
+    HeldExplanations const explanations( trace );
+    Surveyor surveyor( survey );
+    ConfPath const conf( path );
+    try {
+        auto model = BfResourceInfo::bfResourceInfoIntfFactory( conf.switchConf() );
+        return loaded( path, conf, std::move( model ), surveyor.files() );
+    } catch( Zel::AssertionError const& error ) {
+        Ostler::DeviceProfile const& profile = Ostler::sdkContext()->profile;
+        Fault fault = faultOf( error.failure(), explanations.lines(), conf.switchConf(), profile );
+        fault.files = surveyor.files();
+        return fault;
+    }
 }
 
-std::vector<String> unreadContextFiles( Model const& model ) {
+std::variant<Configuration, Fault> loadOrAbort( String const& path ) {
+    ConfPath const conf( path );
+    return loaded( path, conf, BfResourceInfo::bfResourceInfoIntfFactory( conf.switchConf() ), {} );
+}
+
+std::vector<String> unreadContextFiles( Configuration const& configuration ) {
     std::set<String> read;
-    for( auto const& entry : model.parser()->contextFile() )
+    for( auto const& entry : configuration.parser().contextFile() )
         read.insert( entry.value() );
     std::vector<String> unread;
-    for( Ostler::Device const& device : Ostler::sdkContext()->profile.devices ) {
+    for( Ostler::Device const& device : configuration.profile.devices ) {
         for( Ostler::Pipeline const& pipeline : device.pipelines ) {
             if( read.count( pipeline.contextFile ) == 0 )
                 unread.push_back( pipeline.contextFile );
         }
     }
     return unread;
-}
-
-Zel::Ptr<Model> load( String const& conf, OnBadData onBadData, std::ostream& err ) {
-    auto model = loadSilently( conf, onBadData, err );
-    for( String const& path : unreadContextFiles( *model ) )
-        err << "bfri: " << escapeForTerminal( path ) << " is not read: a later pipeline has the same pipes\n";
-    return model;
 }
 
 } // namespace Bfri

@@ -1,24 +1,29 @@
 #pragma once
 
-#include "cli/grammar/Commands.h"
 #include "inspect/load/Fault.h"
-#include "zel/Ptr.h"
+#include "inspect/model/Configuration.h"
+
+#include <ostream>
+#include <variant>
 
 namespace Bfri {
 
-/// Makes the model of a switch configuration. A configuration that cannot be read is a LoadFailure, and so is
-/// context data that cannot be used, unless it shall end the process as it ends every process that does not
-/// handle assertions. What the library traces meanwhile goes to err, and so does what is odd.
-Zel::Ptr<Model> load( String const& conf, OnBadData onBadData, std::ostream& err );
+/// What is wanted of context files beside the model.
+enum class Survey { none, facts, digests };
 
-/// The same, but what is odd goes nowhere.
-Zel::Ptr<Model> loadSilently( String const& conf, OnBadData onBadData, std::ostream& err );
+/// Loads a switch configuration. The fault says why it cannot be loaded: the configuration cannot be read, or
+/// its context data cannot be used. Lines that the library traces meanwhile go to `trace`, except for those
+/// of level 0, which explain a fault and are part of it. Configurations are loaded one after the other, as
+/// the SDK library has one context a process.
+std::variant<Configuration, Fault> loadConfiguration( String const& path, Survey survey,
+                                                      std::ostream& trace );
 
-/// Where a fault is in its file: "at /tables/0, member "name", table 0"; empty when that is not known.
-String placeText( Fault const& fault );
+/// The same without a survey, and bad context data ends the process, as it ends every process that does not
+/// handle assertions.
+std::variant<Configuration, Fault> loadOrAbort( String const& path );
 
-/// The context files that the configuration loaded last names, but whose pipes a later pipeline has, too: of
-/// several pipelines with the same pipes only the last is read.
-std::vector<String> unreadContextFiles( Model const& model );
+/// The context files that a configuration names, but whose pipes a later pipeline has, too: of several
+/// pipelines with the same pipes only the last is read.
+std::vector<String> unreadContextFiles( Configuration const& configuration );
 
 } // namespace Bfri

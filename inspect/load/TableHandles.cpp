@@ -1,7 +1,6 @@
 #include "inspect/load/TableHandles.h"
 
 #include "inspect/check/CheckContext.h"
-#include "inspect/load/FileTables.h"
 
 #include <algorithm>
 
@@ -9,21 +8,11 @@ namespace Bfri {
 
 namespace {
 
-/// With the handles as the model has them.
-std::vector<FileTable> tablesOf( MissingHandle const& missing, String const& contextFile ) {
-    std::vector<FileTable> tables;
-    eachTable( contextFile, Detail::full, [ & ]( FileTable table ) {
-        if( table.handle )
-            *table.handle |= missing.pipeBits;
-        for( FileReference& reference : table.references )
-            reference.handle |= missing.pipeBits;
-        tables.push_back( std::move( table ) );
-    } );
-    return tables;
-}
+using Context::SurveyedTable;
+using Tables = std::vector<SurveyedTable>;
 
 /// The list of a table that the handle stands in; null for none.
-FileReference const* listing( FileTable const& table, U32 handle ) {
+Context::SurveyedReference const* listing( SurveyedTable const& table, U32 handle ) {
     auto const found = std::find_if( table.references.begin(), table.references.end(),
                                      [ & ]( auto const& reference ) { return reference.handle == handle; } );
     return found == table.references.end() ? nullptr : &*found;
@@ -31,10 +20,10 @@ FileReference const* listing( FileTable const& table, U32 handle ) {
 
 /// The tables that a rule is true of; null in place of those that are too many to show.
 template<class Rule>
-std::vector<FileTable const*> fewOf( std::vector<FileTable> const& tables, Rule rule ) {
+std::vector<SurveyedTable const*> fewOf( Tables const& tables, Rule rule ) {
     constexpr std::size_t most = 4;
-    std::vector<FileTable const*> few;
-    for( FileTable const& table : tables ) {
+    std::vector<SurveyedTable const*> few;
+    for( SurveyedTable const& table : tables ) {
         if( few.size() <= most && rule( table ) )
             few.push_back( few.size() < most ? &table : nullptr );
     }
@@ -42,18 +31,18 @@ std::vector<FileTable const*> fewOf( std::vector<FileTable> const& tables, Rule 
 }
 
 /// `"a", "b", ...`
-String namesOf( std::vector<FileTable const*> const& tables ) {
+String namesOf( std::vector<SurveyedTable const*> const& tables ) {
     String text;
-    for( FileTable const* const table : tables )
+    for( SurveyedTable const* const table : tables )
         text += ( text.empty() ? "" : ", " ) + ( table ? '"' + table->name + '"' : "..." );
     return text;
 }
 
 /// Why a table that lists a handle is not found by it: it is not placed, or another has its own handle, too.
-String whyHidden( FileTable const& lister, std::vector<FileTable> const& tables ) {
-    if( lister.stageTables == 0 )
+String whyHidden( SurveyedTable const& lister, Tables const& tables ) {
+    if( lister.stageTables.empty() )
         return ", but has no stage table";
-    auto const rivals = fewOf( tables, [ & ]( FileTable const& table ) {
+    auto const rivals = fewOf( tables, [ & ]( SurveyedTable const& table ) {
         return &table != &lister && table.handle && table.handle == lister.handle;
     } );
     return rivals.empty() ? ""
@@ -63,27 +52,24 @@ String whyHidden( FileTable const& lister, std::vector<FileTable> const& tables 
 
 } // namespace
 
-String whoLists( MissingHandle const& missing, String const& contextFile ) {
-    auto const tables = tablesOf( missing, contextFile );
+String whoLists( U32 missing, Tables const& tables ) {
     String text;
-    for( FileTable const* const lister : fewOf( tables, [ & ]( FileTable const& table ) {
-             return listing( table, missing.handle ) != nullptr;
-         } ) )
+    for( SurveyedTable const* const lister : fewOf(
+             tables, [ & ]( SurveyedTable const& table ) { return listing( table, missing ) != nullptr; } ) )
         text += ( text.empty() ? "" : "; " ) +
-                ( lister ? '"' + lister->name + "\" lists it in \"" +
-                               listing( *lister, missing.handle )->list + '"' + whyHidden( *lister, tables )
+                ( lister ? '"' + lister->name + "\" lists it in \"" + listing( *lister, missing )->list +
+                               '"' + whyHidden( *lister, tables )
                          : "..." );
     if( text.empty() )
         text = "no table that lists it";
     auto const bearers =
-        fewOf( tables, [ & ]( FileTable const& table ) { return table.handle == missing.handle; } );
+        fewOf( tables, [ & ]( SurveyedTable const& table ) { return table.handle == missing; } );
     return bearers.size() > 1 ? text + "; it is the handle of " + namesOf( bearers ) : text;
 }
 
-String whoHas( MissingHandle const& missing, String const& contextFile ) {
-    auto const tables = tablesOf( missing, contextFile );
+String whoHas( U32 missing, Tables const& tables ) {
     auto const bearers =
-        fewOf( tables, [ & ]( FileTable const& table ) { return table.handle == missing.handle; } );
+        fewOf( tables, [ & ]( SurveyedTable const& table ) { return table.handle == missing; } );
     return bearers.empty() ? "no table with this handle"
                            : "this handle only with tables that are not placed: " + namesOf( bearers );
 }

@@ -16,7 +16,8 @@ bool isMeant( String const& name, String const& word ) {
     return name == word || !namesEndingIn( { name }, word ).empty();
 }
 
-bool isMeant( FileTable const& table, FileName const& action, String const& word ) {
+bool isMeant( Context::SurveyedTable const& table, Context::SurveyedAction const& action,
+              String const& word ) {
     if( isMeant( action.name, word ) )
         return true;
     auto const words = actionWordsIn( word );
@@ -27,118 +28,112 @@ bool isMeant( FileTable const& table, FileName const& action, String const& word
 
 } // namespace
 
-String sentenceOf( LeftOut const& leftOut ) {
+String sentenceOf( Omission const& omission ) {
     static constexpr char const* lost[] = { "which", "whose references", "whose handle" };
-    String const action = leftOut.action.empty() ? "" : "action " + quoted( leftOut.action ) + " of the ";
-    char const* const has = leftOut.isOwner ? " has it with the " : " has the ";
-    return escapeForTerminal( leftOut.contextFile ) + has + action + escapeForTerminal( leftOut.type ) +
-           " table " + quoted( leftOut.table ) + ", " + lost[ static_cast<int>( leftOut.missing ) ] +
-           " the model leaves out: " + leftOut.reason;
+    String const action = omission.action.empty() ? "" : "action " + quoted( omission.action ) + " of the ";
+    char const* const has = omission.isOwner ? " has it with the " : " has the ";
+    return escapeForTerminal( omission.contextFile ) + has + action + escapeForTerminal( omission.type ) +
+           " table " + quoted( omission.table ) + ", " + lost[ static_cast<int>( omission.omitted ) ] +
+           " the model leaves out: " + omission.reason;
 }
 
-String sentencesOf( LeftOuts const& all ) {
+String sentencesOf( Omissions const& all ) {
     String text;
-    for( LeftOut const& one : all )
+    for( Omission const& one : all )
         text += ( text.empty() ? "" : "; " ) + sentenceOf( one );
     return text;
 }
 
 namespace {
 
-Row rowOf( LeftOut const& leftOut ) {
+Row rowOf( Omission const& omission ) {
     static constexpr char const* lost[] = { "record", "references", "handle" };
-    bool const isAction = !leftOut.action.empty();
-    bool const isMatch = leftOut.type == "match";
+    bool const isAction = !omission.action.empty();
+    bool const isMatch = omission.type == "match";
     return { { "kind", isAction  ? "action"
                        : isMatch ? "table"
                                  : "resource" },
-             { "name", isAction ? leftOut.action : leftOut.table },
-             { "table", isAction ? Value( leftOut.table ) : Value() },
-             { "handle", leftOut.handle ? Value( Hex( *leftOut.handle ) ) : Value() },
-             { "contextFile", leftOut.contextFile },
-             { "missing", lost[ static_cast<int>( leftOut.missing ) ] },
-             { "reason", leftOut.reason } };
+             { "name", isAction ? omission.action : omission.table },
+             { "table", isAction ? Value( omission.table ) : Value() },
+             { "handle", omission.handle ? Value( Hex( *omission.handle ) ) : Value() },
+             { "contextFile", omission.contextFile },
+             { "missing", lost[ static_cast<int>( omission.omitted ) ] },
+             { "reason", omission.reason } };
 }
 
 /// What the model lacks of a table.
-std::optional<Missing> missingOf( FileTable const& table ) {
-    if( !table.whyLeftOut().empty() )
-        return Missing::record;
-    if( table.stageTables > 0 || table.type == "condition" )
+std::optional<Omitted> omittedOf( Context::SurveyedTable const& table ) {
+    if( table.isOmitted )
+        return Omitted::record;
+    if( !table.stageTables.empty() || table.type == "condition" )
         return std::nullopt;
-    return table.type == "match" ? Missing::references : Missing::handle;
+    return table.type == "match" ? Omitted::references : Omitted::handle;
 }
 
 } // namespace
 
-List valuesOf( LeftOuts const& all ) {
-    return listOf( all, []( LeftOut const& one ) { return rowOf( one ); } );
+List valuesOf( Omissions const& all ) {
+    return listOf( all, []( Omission const& one ) { return rowOf( one ); } );
 }
 
-void LeftOutTables::read( String const& contextFile, U32 pipeBits, Detail detail ) {
-    eachTable( contextFile, detail, [ & ]( FileTable table ) {
-        auto const missing = missingOf( table );
-        if( !missing )
-            return;
-        String reason = *missing == Missing::record ? table.whyLeftOut() : "it has no stage table";
-        tables_.push_back( { std::move( table ), contextFile, pipeBits, *missing, std::move( reason ) } );
-    } );
+String whyOmitted( Context::SurveyedTable const& table ) {
+    if( !table.isOmitted )
+        return "";
+    String why;
+    if( table.staticEntries > 0 )
+        why = "it has " + std::to_string( table.staticEntries ) +
+              ( table.staticEntries == 1 ? " static entry" : " static entries" );
+    if( !table.isControllable )
+        why += String( why.empty() ? "" : ", and " ) + "its \"is_resource_controllable\" is false";
+    return why;
 }
 
-std::vector<LeftOutTables::Table> const& LeftOutTables::tables( Detail detail ) {
-    if( read_ && ( read_ == Detail::full || detail == Detail::brief ) )
-        return tables_;
-    read_ = detail;
-    tables_.clear();
-    for( auto const& entry : parser_.contextFile() )
-        read( entry.value(), pipeBitsOf( parser_, entry.key().value() ), detail );
-    return tables_;
+OmittedTables::OmittedTables( Configuration const& configuration ) : parser_( configuration.parser() ) {
+    for( Context::FileSurvey const& file : configuration.files ) {
+        for( Context::SurveyedTable const& table : file.tables ) {
+            if( auto const omitted = omittedOf( table ) )
+                tables_.push_back( { &table, &file, *omitted } );
+        }
+    }
 }
 
-LeftOut LeftOutTables::leftOut( Table const& table, FileName const* action ) const {
-    auto handle = action ? action->handle : table.handle;
-    if( handle )
-        *handle |= table.pipeBits;
-    return { table.contextFile,          table.missing, table.type,  table.name,
-             action ? action->name : "", handle,        table.reason };
+Omission OmittedTables::omission( Table const& table, Context::SurveyedAction const* action ) {
+    return { table.file->path,
+             table.omitted,
+             table.survey->type,
+             table.survey->name,
+             action ? action->name : "",
+             action ? action->handle : table.survey->handle,
+             table.omitted == Omitted::record ? whyOmitted( *table.survey ) : "it has no stage table" };
 }
 
-std::optional<LeftOut> LeftOutTables::named( String const& word ) {
-    for( Table const& table : tables( Detail::full ) ) {
-        if( table.missing != Missing::record )
+std::optional<Omission> OmittedTables::named( String const& word ) const {
+    for( Table const& table : tables_ ) {
+        if( table.omitted != Omitted::record )
             continue;
-        if( isMeant( table.name, word ) )
-            return leftOut( table );
-        for( FileName const& action : table.actions ) {
-            if( isMeant( table, action, word ) )
-                return leftOut( table, &action );
+        if( isMeant( table.survey->name, word ) )
+            return omission( table );
+        for( Context::SurveyedAction const& action : table.survey->actions ) {
+            if( isMeant( *table.survey, action, word ) )
+                return omission( table, &action );
         }
     }
     return std::nullopt;
 }
 
-LeftOuts LeftOutTables::withHandle( U32 handle ) {
-    LeftOuts all;
-    for( Table const& table : tables( Detail::full ) ) {
-        if( table.missing == Missing::references ) // its own handle and its actions' the model has
+Omissions OmittedTables::withHandle( U32 handle ) const {
+    Omissions all;
+    for( Table const& table : tables_ ) {
+        if( table.omitted == Omitted::references ) // the model has its own handle and those of its actions
             continue;
-        if( table.has( table, handle ) )
-            all.push_back( leftOut( table ) );
-        for( FileName const& action : table.actions ) {
-            if( table.missing == Missing::record && table.has( action, handle ) )
-                all.push_back( leftOut( table, &action ) );
+        if( table.survey->handle == handle )
+            all.push_back( omission( table ) );
+        for( Context::SurveyedAction const& action : table.survey->actions ) {
+            if( table.omitted == Omitted::record && action.handle == handle )
+                all.push_back( omission( table, &action ) );
         }
     }
     return all;
-}
-
-/// Of a table on no stage the model has the action data and the selection.
-bool LeftOutTables::Table::lists( U32 asked ) const {
-    return std::any_of( references.begin(), references.end(), [ & ]( FileReference const& reference ) {
-        bool const isKept = missing == Missing::references && ( reference.list == "action_data_table_refs" ||
-                                                                reference.list == "selection_table_refs" );
-        return !isKept && ( reference.handle | pipeBits ) == asked;
-    } );
 }
 
 namespace {
@@ -181,30 +176,47 @@ bool isSettled( BfResourceInfo::BfResourceParser const& parser, U32 handle, Stri
 
 } // namespace
 
-LeftOuts LeftOutTables::behind( U32 handle, String const& name ) {
+namespace {
+
+/// Whether the model lacks a reference of a table to a handle. It has the action data and the selection of a
+/// table on no stage.
+bool lacksReference( Context::SurveyedTable const& table, Omitted omitted, U32 handle ) {
+    return std::any_of( table.references.begin(), table.references.end(), [ & ]( auto const& reference ) {
+        bool const isKept = omitted == Omitted::references && ( reference.list == "action_data_table_refs" ||
+                                                                reference.list == "selection_table_refs" );
+        return !isKept && reference.handle == handle;
+    } );
+}
+
+} // namespace
+
+Omissions OmittedTables::of( U32 handle, String const& name ) const {
     if( isSettled( parser_, handle, name ) )
         return {};
     String const* const parent = parser_.parentTable().find( name );
     Relations const relations( parser_ );
-    LeftOuts all;
-    for( Table const& table : tables( Detail::brief ) ) {
+    Omissions all;
+    for( Table const& table : tables_ ) {
+        auto const& survey = *table.survey;
         bool const isItself =
-            table.missing == Missing::record && table.name == name && table.has( table, handle );
-        bool const isNamed = parent && *parent == table.name && relations.sameFile( handle, table.pipeBits );
-        if( table.missing == Missing::handle || !( isItself || isNamed || table.lists( handle ) ) )
+            table.omitted == Omitted::record && survey.name == name && survey.handle == handle;
+        bool const isNamed =
+            parent && *parent == survey.name && relations.sameFile( handle, table.file->handlePipeBits );
+        if( table.omitted == Omitted::handle ||
+            !( isItself || isNamed || lacksReference( survey, table.omitted, handle ) ) )
             continue;
-        all.push_back( leftOut( table ) );
+        all.push_back( omission( table ) );
         all.back().isOwner = !isItself;
     }
     return all;
 }
 
-std::optional<U32> LeftOutTables::ownHandle( String const& name, U32 handleInFile ) {
+std::optional<U32> OmittedTables::ownHandle( String const& name, U32 handleInFile ) const {
     Relations const relations( parser_ );
-    for( Table const& table : tables( Detail::brief ) ) {
-        bool const isIt = table.missing == Missing::handle && table.name == name;
-        if( isIt && table.handle && relations.sameFile( handleInFile, table.pipeBits ) )
-            return *table.handle | table.pipeBits;
+    for( Table const& table : tables_ ) {
+        bool const isIt = table.omitted == Omitted::handle && table.survey->name == name;
+        if( isIt && table.survey->handle && relations.sameFile( handleInFile, table.file->handlePipeBits ) )
+            return table.survey->handle;
     }
     return std::nullopt;
 }
@@ -226,8 +238,9 @@ String whoHas( BfResourceInfo::BfResourceParser const& parser, U32 handle ) {
 
 } // namespace
 
-String whyMissing( BfResourceInfo::BfResourceParser const& parser, String const& word ) {
-    LeftOutTables tables( parser );
+String whyMissing( Configuration const& configuration, String const& word ) {
+    BfResourceInfo::BfResourceParser const& parser = configuration.parser();
+    OmittedTables const tables( configuration );
     auto const handle = handleIn( word );
     if( auto const found = tables.named( word ) )
         return sentenceOf( *found );

@@ -3,7 +3,6 @@
 // The kinds of record, in one table. A new one is a member of the enumeration, a row and its functions;
 // whoever shows records goes through this table, and asks for a kind by its member, never by a word.
 
-#include "inspect/model/Model.h"
 #include "inspect/model/Relations.h"
 #include "inspect/rows/Row.h"
 

@@ -39,8 +39,8 @@ bool isAttachable( HandleUse const& use ) {
 
 /// Tables that the model omits and that have what has the handle as its own; where nothing does, what they
 /// have of it.
-LeftOuts omittedOf( U32 handle, Uses const& uses, LeftOutTables& tables ) {
-    LeftOuts all;
+Omissions omittedOf( U32 handle, Uses const& uses, OmittedTables const& tables ) {
+    Omissions all;
     std::set<String> names;
     bool isOwned = false;
     for( HandleUse const& use : uses ) {
@@ -54,11 +54,11 @@ LeftOuts omittedOf( U32 handle, Uses const& uses, LeftOutTables& tables ) {
     }
     if( !isOwned ) {
         all = tables.withHandle( handle );
-        bool const isResource = !all.empty() && all.front().missing == Missing::handle;
+        bool const isResource = !all.empty() && all.front().omitted == Omitted::handle;
         names.insert( isResource ? all.front().table : "" );
     }
     for( String const& name : names ) {
-        for( LeftOut& one : tables.behind( handle, name ) )
+        for( Omission& one : tables.of( handle, name ) )
             all.push_back( std::move( one ) );
     }
     return all;
@@ -83,7 +83,7 @@ Uses usesOf( U32 handle, UsesByHandle const& like ) {
 }
 
 HandleAnswer answerFor( BfResourceParser const& parser, HandleWord const& word, UsesByHandle const& like,
-                        LeftOutTables& tables ) {
+                        OmittedTables const& tables ) {
     HandleAnswer answer{ word.handle, usesOf( word.handle, like ) };
     answer.omitted = omittedOf( word.handle, answer.uses, tables );
     if( !answer.uses.empty() )
@@ -120,9 +120,10 @@ List suggestionsOf( HandleAnswer const& answer ) {
 
 } // namespace
 
-std::vector<HandleAnswer> lookUp( BfResourceParser const& parser, std::span<HandleWord const> words ) {
+std::vector<HandleAnswer> lookUp( Configuration const& configuration, std::span<HandleWord const> words ) {
+    auto const& parser = configuration.parser();
     auto const like = usesLike( parser, words );
-    LeftOutTables tables( parser );
+    OmittedTables const tables( configuration );
     std::vector<HandleAnswer> answers;
     for( HandleWord const& word : words )
         answers.push_back( answerFor( parser, word, like, tables ) );

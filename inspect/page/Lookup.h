@@ -14,7 +14,7 @@ namespace Bfri {
 struct HandleAnswer {
     U32 handle = 0;
     std::vector<HandleUse> uses = {};
-    LeftOuts omitted = {};             ///< what has it, or has what has it, and the model omits
+    Omissions omitted = {};            ///< what has it, or has what has it, and the model omits
     std::map<U32, String> others = {}; ///< of an unknown one: handles that may be meant, each with a name
     std::optional<U32> without0x =
         {}; ///< of an unknown one: what the word means after a 0x, if that is known
@@ -27,8 +27,7 @@ struct HandleWord {
 };
 
 /// An answer for each, from one pass over the model. The texts are the model's.
-std::vector<HandleAnswer> lookUp( BfResourceInfo::BfResourceParser const& parser,
-                                  std::span<HandleWord const> words );
+std::vector<HandleAnswer> lookUp( Configuration const& configuration, std::span<HandleWord const> words );
 
 /// A row for each use of a handle: the fields of a CSV line.
 std::vector<Row> rowsOf( std::vector<HandleAnswer> const& answers );

@@ -47,8 +47,8 @@ void addOnce( Resources& resources, BfResource const* resource ) {
 
 class PageBuilder {
   public:
-    PageBuilder( BfResourceParser const& parser, String const& name, std::optional<U32> handle )
-        : parser_( parser ), name_( name ), handle_( handle ) {}
+    PageBuilder( Configuration const& configuration, String const& name, std::optional<U32> handle )
+        : parser_( configuration.parser() ), name_( name ), handle_( handle ), omitted_( configuration ) {}
 
     std::vector<Section> page() &&;
 
@@ -90,7 +90,7 @@ class PageBuilder {
     Relations const relations_{ parser_ };
     std::set<BfResource const*> joined_; // those that an entry says the place of
     std::map<RecordKind const*, std::vector<Row>> rows_;
-    LeftOutTables omitted_{ parser_ };
+    OmittedTables const omitted_;
 };
 
 std::vector<Section> PageBuilder::page() && {
@@ -193,7 +193,7 @@ Entry PageBuilder::attachedEntry( Attachment const& attachment, Row const& recor
              true,
              place,
              { resourcesPart( taken ), ownersPart( std::move( owners ) ) },
-             handle ? omitted_.behind( *handle, name_ ) : LeftOuts() };
+             handle ? omitted_.of( *handle, name_ ) : Omissions() };
 }
 
 Entry PageBuilder::resourceEntry( BfResource const& record ) {
@@ -204,7 +204,7 @@ Entry PageBuilder::resourceEntry( BfResource const& record ) {
                  false,
                  nullptr,
                  { ownersPart( std::move( owners ), whyNoOwners( record ) ), resourcesPart( taken ) },
-                 omitted_.behind( record.handle, name_ ) };
+                 omitted_.of( record.handle, name_ ) };
     std::move( attached.begin(), attached.end(), std::back_inserter( entry.parts ) );
     return entry;
 }
@@ -320,8 +320,8 @@ std::vector<Row> PageBuilder::rowsOfName( RecordKind const& kind ) {
 
 } // namespace
 
-Page pageOf( BfResourceParser const& parser, String const& name, std::optional<U32> handle ) {
-    return { name, PageBuilder( parser, name, handle ).page() };
+Page pageOf( Configuration const& configuration, String const& name, std::optional<U32> handle ) {
+    return { name, PageBuilder( configuration, name, handle ).page() };
 }
 
 } // namespace Bfri

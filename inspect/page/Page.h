@@ -32,7 +32,7 @@ struct Entry {
     bool placeable = false;            ///< may have a place of its own on the chip
     BfResource const* place = nullptr; ///< where it is; null when it is nowhere
     std::vector<Part> parts = {};
-    LeftOuts omitted = {}; ///< tables that it belongs to and the model omits
+    Omissions omitted = {}; ///< tables that it belongs to and the model omits
 };
 
 /// The records of one kind, at least one.
@@ -48,10 +48,9 @@ struct Page {
 };
 
 /// The records of a name, or only those of them that have a handle; of a kind the first few, actions all. A
-/// hardware resource has an entry of its own only when no other one says where it is. The parser outlives the
-/// page.
-Page pageOf( BfResourceInfo::BfResourceParser const& parser, String const& name,
-             std::optional<U32> handle = {} );
+/// hardware resource has an entry of its own only when no other one says where it is. The configuration,
+/// which was loaded with a survey, outlives the page.
+Page pageOf( Configuration const& configuration, String const& name, std::optional<U32> handle = {} );
 
 /// The members of a JSON object: the records of each kind with all fields, whatever their page, and their
 /// parts.

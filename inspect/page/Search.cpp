@@ -14,10 +14,10 @@ SeveralRecords severalActions( ActionsMeant const& meant ) {
     return { &kindOf( Kind::actions ), meant.places.size(), meant.words };
 }
 
-PagesFound pagesOfHandle( BfResourceParser const& parser, U32 handle ) {
+PagesFound pagesOfHandle( Configuration const& configuration, U32 handle ) {
     std::set<String> owners;
     std::set<String> others;
-    eachHandleUse( parser, [ & ]( HandleUse const& use ) {
+    eachHandleUse( configuration.parser(), [ & ]( HandleUse const& use ) {
         if( use.handle == handle )
             ( use.owner == use.name ? owners : others ).emplace( use.name );
     } );
@@ -26,7 +26,7 @@ PagesFound pagesOfHandle( BfResourceParser const& parser, U32 handle ) {
     std::vector<Page> pages;
     pages.reserve( owners.size() );
     for( String const& name : owners )
-        pages.push_back( pageOf( parser, name, handle ) );
+        pages.push_back( pageOf( configuration, name, handle ) );
     return pages;
 }
 
@@ -41,9 +41,9 @@ Page actionsOf( Page page, std::set<std::pair<String, U32>> const& asked ) {
     return page;
 }
 
-PagesFound pagesOfActions( BfResourceParser const& parser, String const& word ) {
-    auto const& actions = parser.bfActions();
-    ActionsMeant const meant = actionsMeant( parser, word );
+PagesFound pagesOfActions( Configuration const& configuration, String const& word ) {
+    auto const& actions = configuration.parser().bfActions();
+    ActionsMeant const meant = actionsMeant( configuration.parser(), word );
     if( !meant.words.empty() )
         return severalActions( meant );
     std::map<String, std::set<std::pair<String, U32>>> asked; // by name: tables and handles
@@ -52,7 +52,7 @@ PagesFound pagesOfActions( BfResourceParser const& parser, String const& word ) 
                                                    actions.at( place ).handle );
     std::vector<Page> pages;
     for( auto const& [ name, tables ] : asked )
-        pages.push_back( actionsOf( pageOf( parser, name ), tables ) );
+        pages.push_back( actionsOf( pageOf( configuration, name ), tables ) );
     return pages;
 }
 
@@ -112,11 +112,11 @@ std::vector<String> wordsFor( BfResourceParser const& parser, RecordKind const& 
 
 } // namespace
 
-PagesFound pagesFor( BfResourceParser const& parser, String const& word ) {
-    auto const names = allNames( parser );
+PagesFound pagesFor( Configuration const& configuration, String const& word ) {
+    auto const names = allNames( configuration.parser() );
     auto const handle = handleIn( word );
     if( std::find( names.begin(), names.end(), word ) == names.end() ) {
-        auto found = handle ? pagesOfHandle( parser, *handle ) : pagesOfActions( parser, word );
+        auto found = handle ? pagesOfHandle( configuration, *handle ) : pagesOfActions( configuration, word );
         auto const* const pages = std::get_if<std::vector<Page>>( &found );
         if( !pages || !pages->empty() )
             return found;
@@ -124,7 +124,7 @@ PagesFound pagesFor( BfResourceParser const& parser, String const& word ) {
     Meaning meaning = meaningOf( names, word );
     if( meaning.is != Meaning::Is::found )
         return meaning;
-    return std::vector{ pageOf( parser, meaning.names.front() ) };
+    return std::vector{ pageOf( configuration, meaning.names.front() ) };
 }
 
 RecordFound recordFor( BfResourceParser const& parser, RecordKind const& kind, std::vector<Row> const& rows,

@@ -29,7 +29,7 @@ using PagesFound = std::variant<std::vector<Page>, SeveralRecords, OnlyReferredT
 
 /// The page of a name; else of what has a handle as its own, a page for each name; else of the actions of a
 /// table.
-PagesFound pagesFor( BfResourceInfo::BfResourceParser const& parser, String const& word );
+PagesFound pagesFor( Configuration const& configuration, String const& word );
 
 /// The record that a word means among the rows of a kind, one of those; or what else it means.
 using RecordFound = std::variant<Row const*, SeveralRecords, Meaning>;

@@ -75,16 +75,18 @@ std::size_t StageMap::size() const {
         []( std::size_t sum, auto const& group ) { return sum + group.resources.size(); } );
 }
 
-std::vector<StageMap> stageMapsOf( BfResourceParser const& parser ) {
+std::vector<StageMap> stageMapsOf( Configuration const& configuration ) {
+    BfResourceParser const& parser = configuration.parser();
     bool const apart = !parser.bfrtConfig().empty();
     std::map<U32, std::pair<StageMap, Resources>> byBits;
     for( auto const& file : parser.contextFile() )
         byBits[ apart ? handleBits( file.key() ) : 0 ].first.files.push_back( &file );
-    PlacedStages files( parser );
+    auto allStages = placedStages( configuration );
+    auto stages = allStages.begin();
     for( BfResource const& resource : parser.bfResources() ) {
         auto& [ map, placed ] = byBits[ apart ? resource.handle >> 28 : 0 ];
-        if( auto stages = files.take( resource ) )
-            placed.push_back( { &resource, std::move( *stages ) } );
+        if( auto ofResource = std::move( *stages++ ) )
+            placed.push_back( { &resource, std::move( *ofResource ) } );
         else
             map.lost.push_back( &resource );
     }

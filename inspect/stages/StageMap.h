@@ -43,7 +43,7 @@ struct StageMap {
     std::size_t size() const; ///< number of resources on the map
 };
 
-/// By the lowest pipe. Reads the context files once more. The parser outlives the maps.
-std::vector<StageMap> stageMapsOf( BfResourceInfo::BfResourceParser const& parser );
+/// By the lowest pipe, of a configuration that was loaded with a survey and outlives the maps.
+std::vector<StageMap> stageMapsOf( Configuration const& configuration );
 
 } // namespace Bfri

@@ -5,7 +5,8 @@
 #include <algorithm>
 #include <sstream>
 
-String answerOf( char const* word, Bfri::Model const& model, Bfri::Format format, String const& name ) {
+String answerOf( char const* word, Bfri::Configuration const& configuration, Bfri::Format format,
+                 String const& name ) {
     auto const commands = Bfri::commands();
     auto const command = std::find_if( commands.begin(), commands.end(),
                                        [ & ]( auto const& row ) { return String( word ) == row.word; } );
@@ -15,14 +16,15 @@ String answerOf( char const* word, Bfri::Model const& model, Bfri::Format format
     std::ostringstream err;
     Bfri::Request const request{ &*command, { "switch.conf", name }, format };
     if( command->show )
-        command->show( model, request, { out, err } );
+        command->show( configuration, request, { out, err } );
     else
         command->run( request, { out, err } );
     return out.str();
 }
 
-rapidjson::Document jsonAnswerOf( char const* word, Bfri::Model const& model, String const& name ) {
-    return parsed( answerOf( word, model, Bfri::Format::json, name ) );
+rapidjson::Document jsonAnswerOf( char const* word, Bfri::Configuration const& configuration,
+                                  String const& name ) {
+    return parsed( answerOf( word, configuration, Bfri::Format::json, name ) );
 }
 
 rapidjson::Document parsed( String const& text ) {

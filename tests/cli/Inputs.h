@@ -7,10 +7,12 @@
 #include "tests/inspect/Inputs.h"
 
 /// What a command says of a model.
-String answerOf( char const* word, Bfri::Model const& model, Bfri::Format format, String const& name = "" );
+String answerOf( char const* word, Bfri::Configuration const& configuration, Bfri::Format format,
+                 String const& name = "" );
 
 /// The same, parsed; checks that it is one JSON object of the known format.
-rapidjson::Document jsonAnswerOf( char const* word, Bfri::Model const& model, String const& name = "" );
+rapidjson::Document jsonAnswerOf( char const* word, Bfri::Configuration const& configuration,
+                                  String const& name = "" );
 
 /// Parses the text of one JSON object of the known format.
 rapidjson::Document parsed( String const& text );

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
+#include <sstream>
 #include <unistd.h>
 
 namespace {
@@ -90,15 +91,21 @@ Support::ContextBuilder referringContext() {
         .dynamicHash( "hash", { "hdr.a" } );
 }
 
-Zel::Ptr<Bfri::Model> emptyModel() {
-    writeFile( "switch.conf", R"({ "devices": [] })" );
-    return BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
+ConfigurationPtr loaded() {
+    std::ostringstream trace;
+    return std::make_shared<TestConfiguration>( TestConfiguration{ std::get<Bfri::Configuration>(
+        Bfri::loadConfiguration( "switch.conf", Bfri::Survey::facts, trace ) ) } );
 }
 
-Zel::Ptr<Bfri::Model> modelOf( Support::ContextBuilder const& context ) {
+ConfigurationPtr emptyModel() {
+    writeFile( "switch.conf", R"({ "devices": [] })" );
+    return loaded();
+}
+
+ConfigurationPtr modelOf( Support::ContextBuilder const& context ) {
     writeSwitchConf( "context.json" );
     writeFile( "context.json", context.text() );
-    return BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
+    return loaded();
 }
 
 String compact( rapidjson::Value const& value ) {

@@ -2,12 +2,12 @@
 
 // What the tests of the inspector share: files in a folder of their own, and models that a test fills.
 
-#include "inspect/model/Model.h"
+#include "inspect/load/Load.h"
 #include "tests/support/ContextBuilder.h"
-#include "zel/Ptr.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <memory>
 #include <rapidjson/document.h>
 #include <vector>
 
@@ -49,11 +49,20 @@ Record named( String const& name, U32 handle = 0 ) {
     return record;
 }
 
-/// A model without devices, for a test to fill. Needs InFolder.
-Zel::Ptr<Bfri::Model> emptyModel();
+/// A configuration whose model a test may change.
+struct TestConfiguration : Bfri::Configuration {
+    BfResourceInfo::BfResourceParser& parser() const { return *model->parser(); }
+};
+using ConfigurationPtr = std::shared_ptr<TestConfiguration>;
+
+/// That of "switch.conf", with a survey. Needs InFolder.
+ConfigurationPtr loaded();
+
+/// One without devices, for a test to fill. Needs InFolder.
+ConfigurationPtr emptyModel();
 
 /// The model of a context file on pipes 0 and 1, read from "context.json". Needs InFolder.
-Zel::Ptr<Bfri::Model> modelOf( Support::ContextBuilder const& context );
+ConfigurationPtr modelOf( Support::ContextBuilder const& context );
 
 /// A value in one line of JSON, for comparing.
 String compact( rapidjson::Value const& value );

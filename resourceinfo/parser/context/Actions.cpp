@@ -22,3 +22,13 @@ int parseBfAction( BfResourceParser* parser, Json table, BfResourceParserContext
     }
     return 0;
 }
+
+std::vector<Context::SurveyedAction> surveyActions( Context::LooseJson table,
+                                                    BfResourceParserContext const& context ) {
+    std::vector<Context::SurveyedAction> actions;
+    for( auto const& element : table[ "actions" ].elements() ) {
+        Context::LooseJson const action( element );
+        actions.push_back( { action[ "name" ].text(), Context::surveyHandle( action, context ) } );
+    }
+    return actions;
+}

@@ -108,3 +108,11 @@ int parseBfRegisterInfo( BfResourceParser* parser, Json table, BfResourceParserC
     parser->bfRegisterInfosPush( std::move( record ) );
     return 0;
 }
+
+void surveyAttachedTable( Context::SurveyedTable const& table, Context::FileSurvey& file ) {
+    String const& type = table.statisticsType;
+    if( table.type == "statistics" && type != "packets" && type != "bytes" && type != "packets_and_bytes" )
+        file.unknownWords.push_back( { table.index, "statistics_type", type } );
+    if( table.howReferenced != "direct" && table.howReferenced != "indirect" )
+        file.unknownWords.push_back( { table.index, "how_referenced", table.howReferenced } );
+}

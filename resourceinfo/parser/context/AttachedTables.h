@@ -5,6 +5,7 @@
 #include "resourceinfo/model/BfResourceParserContext.h"
 #include "resourceinfo/parser/BfResourceParser.h"
 #include "resourceinfo/parser/context/Json.h"
+#include "resourceinfo/parser/context/Survey.h"
 
 // The steps for one element of "tables" each, to be run when preprocessing is done. They return 0. What is
 // referenced directly, but by no table, is fatal: "false && \"Table not found\"". Nothing is stored of a
@@ -23,3 +24,8 @@ int parseBfTableMeterInfo( BfResourceInfo::BfResourceParser* parser, Context::Js
 /// dual width of another "alu_width".
 int parseBfRegisterInfo( BfResourceInfo::BfResourceParser* parser, Context::Json table,
                          BfResourceParserContext const& context );
+
+/// Notes in the survey of a file the words of a table of one of these types that the steps do not know: a
+/// "statistics_type" counts nothing then, a "how_referenced" of a meter is taken for indirect, of others for
+/// direct.
+void surveyAttachedTable( Context::SurveyedTable const& table, Context::FileSurvey& file );

@@ -48,9 +48,12 @@ String syntaxError( InputFile& file, std::size_t offset, String const& reason ) 
 /// Where reading has ended, for a reason that the reader has no code for.
 constexpr auto tokenTooLong = rapidjson::kParseErrorUnspecificSyntaxError;
 
-rapidjson::ParseResult parsed( GZFileReadStream& stream, PruningFilter& filter ) {
+rapidjson::ParseResult parsed( GZFileReadStream& stream, PruningFilter& filter, ValueDigests* digests ) {
     try {
-        return ContextReader().Parse( stream, filter );
+        if( !digests )
+            return ContextReader().Parse( stream, filter );
+        DigestingFilter digesting( filter, *digests );
+        return ContextReader().Parse( stream, digesting );
     } catch( TokenTooLong ) {
         return { tokenTooLong, stream.tokenStart() };
     }
@@ -70,23 +73,25 @@ String reasonOf( rapidjson::ParseErrorCode code, Depth const& depth ) {
 
 } // namespace
 
-ContextDocument::ContextDocument( String const& path, InputFile& file ) : path_( path ) {
+ContextDocument::ContextDocument( String const& path, InputFile& file, Notes* notes ) : path_( path ) {
     lastJsonAccess() = {};
-    read( file );
+    read( file, notes );
     file.close();
 }
 
 ContextDocument::~ContextDocument() { lastJsonAccess() = {}; }
 
-void ContextDocument::read( InputFile& file ) {
+void ContextDocument::read( InputFile& file, Notes* notes ) {
     if( String const reason = file.open( path_ ); !reason.empty() )
         return unreadable( "open", reason );
     std::array<char, 4096> buffer;
     GZFileReadStream stream( file, buffer );
-    PruningFilter filter( document_ );
+    if( notes )
+        notes->places.readsFrom( stream );
+    PruningFilter filter( document_, notes ? &notes->places : nullptr );
     rapidjson::ParseResult result;
     auto parse = [ & ]( JsonDocument& ) {
-        result = parsed( stream, filter );
+        result = parsed( stream, filter, notes && notes->digests ? &*notes->digests : nullptr );
         // Damaged gzip shows as text that makes no sense, or behind a NUL, long before its checksum does.
         if( !result.IsError() || file.isCompressed() )
             stream.drain();

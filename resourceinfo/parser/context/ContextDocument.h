@@ -2,7 +2,11 @@
 
 #include "resourceinfo/parser/context/InputFile.h"
 #include "resourceinfo/parser/context/Json.h"
+#include "resourceinfo/parser/context/SurveyNotes.h"
+#include "resourceinfo/parser/context/ValueDigests.h"
 #include "zel/Assert.h"
+
+#include <optional>
 
 namespace Context {
 
@@ -15,14 +19,22 @@ namespace Context {
 /// why the document is null.
 class ContextDocument : private Zel::InputScope {
   public:
-    /// Reads the whole file at a path, through an object that has none open yet, and closes it.
-    ContextDocument( String const& path, InputFile& file );
+    /// What is taken while the file is read, for a survey.
+    struct Notes {
+        SurveyNotes places;
+        std::optional<ValueDigests> digests; ///< only those that are there are filled
+    };
+
+    /// Reads the whole file at a path, through an object that has none open yet, and closes it. Where there
+    /// are notes, it takes them.
+    ContextDocument( String const& path, InputFile& file, Notes* notes = nullptr );
     ~ContextDocument() override;
 
     Json root() const { return Json( document_ ); }
+    JsonValue const& value() const { return document_; }
 
   private:
-    void read( InputFile& file );
+    void read( InputFile& file, Notes* notes );
     void unreadable( char const* what, String const& reason );
     void describe( std::ostream& os ) const override;
 

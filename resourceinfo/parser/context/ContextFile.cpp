@@ -5,6 +5,7 @@
 #include "resourceinfo/parser/context/AttachedTables.h"
 #include "resourceinfo/parser/context/ContextDocument.h"
 #include "resourceinfo/parser/context/DynamicHashes.h"
+#include "resourceinfo/parser/context/FileSurveyor.h"
 #include "resourceinfo/parser/context/FlexibleHeaders.h"
 #include "resourceinfo/parser/context/LearnQuantas.h"
 #include "resourceinfo/parser/context/MatchTables.h"
@@ -61,7 +62,9 @@ void parseContextJson( BfResourceParser* parser, String const& path, BfResourceP
     BF_TRACE( 5 ) << "void parseContextJson(BfResourceInfo::BfResourceParser*, const String&, "
                      "const BfResourceParserContext&)"
                   << path;
-    Context::ContextDocument const document( path, file );
+    Context::FileSurveyor surveyor( *parser, path, context );
+    Context::ContextDocument const document( path, file, surveyor.notes() );
+    surveyor.read( document );
     Json const d = document.root();
     preprocessContext( parser, d, context );
     BF_TRACE( 6 ) << "Preprocessing done";
@@ -71,4 +74,5 @@ void parseContextJson( BfResourceParser* parser, String const& path, BfResourceP
     parsePhv( parser, d );
     parseFlexibleHeaders( parser, d, context );
     parseDynamicHashCalculations( parser, d, context );
+    surveyor.loaded();
 }

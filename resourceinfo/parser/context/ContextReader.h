@@ -5,6 +5,7 @@
 // syntax of what is dropped included.
 
 #include "resourceinfo/parser/context/ByteScan.h"
+#include "resourceinfo/parser/context/DigestingFilter.h"
 #include "resourceinfo/parser/context/GZFileReadStream.h"
 #include "resourceinfo/parser/context/PruningFilter.h"
 
@@ -86,6 +87,24 @@ inline void Context::ContextReader::ParseString<kParseDefaultFlags>( Context::GZ
     if( HasParseError() )
         return;
     auto const length = static_cast<SizeType>( text.Length() - 1 ); // without the NUL behind it
+    char const* const string = text.Pop();
+    if( !( isKey ? filter.Key( string, length, true ) : filter.String( string, length, true ) ) )
+        SetParseError( kParseErrorTermination, stream.Tell() );
+}
+
+/// The same, for digests.
+template<>
+template<>
+inline void Context::ContextReader::ParseString<kParseDefaultFlags>( Context::GZFileReadStream& stream,
+                                                                     Context::DigestingFilter& filter,
+                                                                     bool isKey ) {
+    stream.tokenStarts();
+    stream.Take(); // the quote
+    StackStream<char> text( stack_ );
+    ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
+    if( HasParseError() )
+        return;
+    auto const length = static_cast<SizeType>( text.Length() - 1 ); // without the NUL after it
     char const* const string = text.Pop();
     if( !( isKey ? filter.Key( string, length, true ) : filter.String( string, length, true ) ) )
         SetParseError( kParseErrorTermination, stream.Tell() );

@@ -37,3 +37,14 @@ int parseBfHeaderInfo( BfResourceParser* parser, Json element, BfResourceParserC
         parser->bfHeadersIs( hdrName, header );
     return 0;
 }
+
+void surveyHeader( Context::LooseJson element, Context::SurveyedHeader& result, Context::FileSurvey& file ) {
+    for( auto const& field : element[ "fields" ].elements() ) {
+        auto const bits = Context::LooseJson( field )[ "slice" ][ "bit_width" ].wholeNumber();
+        result.bits += static_cast<std::uint64_t>( bits.value_or( 0 ) );
+    }
+    if( result.bits != static_cast<U16>( result.bits ) )
+        file.truncatedSizes.push_back( { Context::TruncatedSize::Kind::header, result.index, result.name,
+                                         static_cast<std::int64_t>( result.bits ),
+                                         static_cast<U16>( result.bits ) } );
+}

@@ -3,6 +3,8 @@
 #include "resourceinfo/model/BfResourceParserContext.h"
 #include "resourceinfo/parser/BfResourceParser.h"
 #include "resourceinfo/parser/context/Json.h"
+#include "resourceinfo/parser/context/LooseJson.h"
+#include "resourceinfo/parser/context/Survey.h"
 
 /// The pass over "flexible_headers", which a file may lack.
 void parseFlexibleHeaders( BfResourceInfo::BfResourceParser* parser, Context::Json d,
@@ -13,3 +15,6 @@ void parseFlexibleHeaders( BfResourceInfo::BfResourceParser* parser, Context::Js
 /// "parser->bfHeaders( hdrName ) == header" for a header that is known with another size.
 int parseBfHeaderInfo( BfResourceInfo::BfResourceParser* parser, Context::Json element,
                        BfResourceParserContext const& context );
+
+/// Notes in the survey of a header its bits, and in that of the file when the step truncates them.
+void surveyHeader( Context::LooseJson element, Context::SurveyedHeader& result, Context::FileSurvey& file );

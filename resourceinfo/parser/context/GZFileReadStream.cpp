@@ -8,6 +8,8 @@ GZFileReadStream::GZFileReadStream( InputFile& file, std::span<char> buffer )
 }
 
 void GZFileReadStream::refill() {
+    if( lines_ )
+        lines_->bufferEnds( { buffer_.data(), readCount_ } );
     count_ += readCount_;
     readCount_ = 0;
     int result = 1;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "resourceinfo/parser/context/InputFile.h"
+#include "resourceinfo/parser/context/LineCounter.h"
 
 #include <string_view>
 
@@ -42,6 +43,11 @@ class GZFileReadStream {
     /// Number of characters taken.
     std::size_t Tell() const { return count_ + static_cast<std::size_t>( current_ - buffer_.data() ); }
 
+    /// Characters of the buffer that are taken.
+    std::string_view taken() const { return { buffer_.data(), current_ }; }
+    /// Has the lines of all buffers counted, for a survey; null for none.
+    void linesAre( LineCounter* lines ) { lines_ = lines; }
+
     /// True once the file could not deliver what it should hold: an I/O error, damaged or cut-off
     /// gzip.
     bool failed() const { return failed_; }
@@ -70,6 +76,7 @@ class GZFileReadStream {
     U32 readCount_ = 0;      // characters of the last read
     std::size_t count_ = 0;  // characters before the buffer
     std::size_t tokenStart_ = 0;
+    LineCounter* lines_ = nullptr;
     bool eof_ = false;
     bool failed_ = false;
 };

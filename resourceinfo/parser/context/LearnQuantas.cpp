@@ -27,3 +27,7 @@ int parseBfLearnQuantaInfo( BfResourceParser* parser, Json lq, BfResourceParserC
     parser->bfLearnQuantaInfosPush( std::move( record ) );
     return 0;
 }
+
+void surveyLearnQuanta( Context::LooseJson lq, Context::SurveyedLearnQuanta& result ) {
+    result.isOmitted = !lq[ "lq_cfg_type" ].exists();
+}

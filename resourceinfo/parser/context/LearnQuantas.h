@@ -3,6 +3,8 @@
 #include "resourceinfo/model/BfResourceParserContext.h"
 #include "resourceinfo/parser/BfResourceParser.h"
 #include "resourceinfo/parser/context/Json.h"
+#include "resourceinfo/parser/context/LooseJson.h"
+#include "resourceinfo/parser/context/Survey.h"
 
 /// The pass over "learn_quanta". Fatal: "lqs.IsArray()", "lq.IsObject()".
 void parseLearnQuantas( BfResourceInfo::BfResourceParser* parser, Context::Json d,
@@ -12,3 +14,6 @@ void parseLearnQuantas( BfResourceInfo::BfResourceParser* parser, Context::Json 
 /// "lq_cfg_type". Returns 0.
 int parseBfLearnQuantaInfo( BfResourceInfo::BfResourceParser* parser, Context::Json lq,
                             BfResourceParserContext const& context );
+
+/// Notes in the survey of a learn quanta whether the step leaves it out.
+void surveyLearnQuanta( Context::LooseJson lq, Context::SurveyedLearnQuanta& result );

@@ -155,3 +155,8 @@ int parseBfTable( BfResourceParser* parser, Json table, String const& contextFil
     BF_TRACE( 7 ) << "Parsed table " << table[ "name" ].GetString();
     return 0;
 }
+
+void surveyBfTable( Context::LooseJson table, Context::SurveyedTable& result ) {
+    result.isControllable = !table[ "is_resource_controllable" ].isFalse();
+    result.isOmitted = result.type == "match" && ( !result.isControllable || result.staticEntries > 0 );
+}

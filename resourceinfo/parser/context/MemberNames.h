@@ -67,14 +67,20 @@ class MemberNameTable {
   public:
     constexpr MemberNameTable() {
         slots_.fill( {} );
-        for( std::string_view const name : memberNames )
-            slots_[ find( name ) ] = name;
+        for( std::size_t i = 0; i < memberNames.size(); ++i ) {
+            std::size_t const slot = find( memberNames[ i ] );
+            slots_[ slot ] = memberNames[ i ];
+            positions_[ slot ] = i;
+        }
     }
 
     /// The table's own text of a name; an empty one when it is not there.
     constexpr std::string_view textOf( std::string_view name ) const {
         return name.empty() ? name : slots_[ find( name ) ];
     }
+
+    /// The position in memberNames of a name that is there.
+    constexpr std::size_t positionOf( std::string_view name ) const { return positions_[ find( name ) ]; }
 
   private:
     static constexpr unsigned hash( std::string_view name ) {
@@ -92,6 +98,7 @@ class MemberNameTable {
     }
 
     std::array<std::string_view, 256> slots_{}; // sparse: few names share a slot
+    std::array<std::size_t, 256> positions_{};
 };
 static_assert( memberNames.size() <= 64 );
 

@@ -3,6 +3,7 @@
 #include "resourceinfo/model/Source.h"
 #include "zel/Assert.h"
 
+#include <algorithm>
 #include <map>
 
 using BfResourceInfo::BfResourceParser;
@@ -75,4 +76,38 @@ int parsePhvStage( BfResourceParser* parser, Json phvStage, String const& direct
         }
     }
     return 0;
+}
+
+namespace {
+
+void surveyPhvStage( Context::LooseJson gress_info, U32 element, bool ingress, Context::FileSurvey& file ) {
+    using Kind = Context::TruncatedSize::Kind;
+    std::map<String, U32> bytesOfFields;
+    for( auto const& container : gress_info.elements() ) {
+        for( auto const& value : Context::LooseJson( container )[ "records" ].elements() ) {
+            Context::LooseJson const record( value );
+            auto const bytes = record[ "field_width" ].unsignedNumber();
+            if( record[ "is_pov" ].isFalse() && bytes ) {
+                U32& most = bytesOfFields[ record[ "field_name" ].text() ];
+                most = std::max( most, *bytes );
+            }
+        }
+    }
+    for( auto const& [ name, bytes ] : bytesOfFields ) {
+        file.phvFields.push_back( { element, ingress, name, bytes } );
+        if( bytes >= 32 )
+            file.truncatedSizes.push_back(
+                { ingress ? Kind::ingressPhv : Kind::egressPhv, element, name, bytes, bytes % 32 } );
+    }
+}
+
+} // namespace
+
+void surveyPhv( Context::LooseJson phvs, Context::FileSurvey& file ) {
+    U32 element = 0;
+    for( auto const& phvStage : phvs.elements() ) {
+        surveyPhvStage( Context::LooseJson( phvStage )[ "ingress" ], element, true, file );
+        surveyPhvStage( Context::LooseJson( phvStage )[ "egress" ], element, false, file );
+        ++element;
+    }
 }

@@ -2,6 +2,8 @@
 
 #include "resourceinfo/parser/BfResourceParser.h"
 #include "resourceinfo/parser/context/Json.h"
+#include "resourceinfo/parser/context/LooseJson.h"
+#include "resourceinfo/parser/context/Survey.h"
 
 /// The pass over "phv_allocation": parsePhvStage for the two directions of every stage. Fatal:
 /// "phvs.IsArray()", "phvStage.IsObject()".
@@ -14,3 +16,7 @@ void parsePhv( BfResourceInfo::BfResourceParser* parser, Context::Json d );
 /// it has fields, "false && \"Invalid Direction\"".
 int parsePhvStage( BfResourceInfo::BfResourceParser* parser, Context::Json phvStage,
                    String const& direction );
+
+/// Notes in the survey of a file the fields of each stage and direction, each once, and those that
+/// parsePhvStage truncates.
+void surveyPhv( Context::LooseJson phvs, Context::FileSurvey& file );

@@ -91,3 +91,18 @@ U32 getTableThatReferences( BfResourceParser* parser, std::string_view reference
     BF_TRACE( 0 ) << "handle " << handle << " not found";
     ZEL_ASSERT( false && "Table not found" );
 }
+
+std::vector<Context::SurveyedReference> surveyReferences( Context::LooseJson table,
+                                                          BfResourceParserContext const& context ) {
+    static constexpr Json::Member lists[] = { "statistics_table_refs", "meter_table_refs",
+                                              "stateful_table_refs", "action_data_table_refs",
+                                              "selection_table_refs" };
+    std::vector<Context::SurveyedReference> references;
+    for( Json::Member const& list : lists ) {
+        for( auto const& reference : table[ list ].elements() ) {
+            if( auto const handle = Context::surveyHandle( Context::LooseJson( reference ), context ) )
+                references.push_back( { list.name, *handle } );
+        }
+    }
+    return references;
+}

@@ -2,6 +2,7 @@
 
 #include "resourceinfo/parser/context/Json.h"
 #include "resourceinfo/parser/context/MemberNames.h"
+#include "resourceinfo/parser/context/SurveyNotes.h"
 
 #include <array>
 #include <cstdint>
@@ -54,31 +55,34 @@ class DroppedValue {
 };
 
 /// Stands between RapidJSON's reader and a document: hands on the members that some pass reads, so that the
-/// document takes the memory of what is used. To be used through ContextReader.h, with the reader's default
-/// flags: there the reader asks dropsNext() before each value.
+/// document takes the memory of what is used. Of the elements of "static_entries" only matters whether there
+/// are any: the document has a null for all of them. To be used through ContextReader.h, with the reader's
+/// default flags: there the reader asks dropsNext() before each value.
 class PruningFilter {
     using Size = rapidjson::SizeType;
 
   public:
-    explicit PruningFilter( JsonDocument& document ) : document_( document ) {}
+    /// Notes are taken where there are any.
+    explicit PruningFilter( JsonDocument& document, SurveyNotes* notes = nullptr )
+        : document_( document ), notes_( notes ) {}
 
     Depth const& depth() const { return depth_; }
     DroppedValue dropped() { return DroppedValue( depth_ ); }
     /// Whether the value that comes next is dropped. True once for each such value.
-    bool dropsNext() { return std::exchange( dropsNext_, false ); }
+    bool dropsNext() { return std::exchange( dropsNext_, false ) || depth_.value() == staticEntriesDepth_; }
 
-    bool Null() { return keeps() && document_.Null(); }
-    bool Bool( bool value ) { return keeps() && document_.Bool( value ); }
-    bool Int( int value ) { return keeps() && document_.Int( value ); }
-    bool Uint( unsigned value ) { return keeps() && document_.Uint( value ); }
-    bool Int64( std::int64_t value ) { return keeps() && document_.Int64( value ); }
-    bool Uint64( std::uint64_t value ) { return keeps() && document_.Uint64( value ); }
-    bool Double( double value ) { return keeps() && document_.Double( value ); }
+    bool Null() { return keepsScalar() && document_.Null(); }
+    bool Bool( bool value ) { return keepsScalar() && document_.Bool( value ); }
+    bool Int( int value ) { return keepsScalar() && document_.Int( value ); }
+    bool Uint( unsigned value ) { return keepsScalar() && document_.Uint( value ); }
+    bool Int64( std::int64_t value ) { return keepsScalar() && document_.Int64( value ); }
+    bool Uint64( std::uint64_t value ) { return keepsScalar() && document_.Uint64( value ); }
+    bool Double( double value ) { return keepsScalar() && document_.Double( value ); }
     bool RawNumber( char const* text, Size length, bool copy ) {
-        return keeps( length ) && document_.RawNumber( text, length, copy );
+        return keepsScalar( length ) && document_.RawNumber( text, length, copy );
     }
     bool String( char const* text, Size length, bool copy ) {
-        return keeps( length ) && document_.String( text, length, copy );
+        return keepsScalar( length ) && document_.String( text, length, copy );
     }
 
     /// The document points to the names in the table.
@@ -89,23 +93,39 @@ class PruningFilter {
             return true;
         }
         ++keptMembers_[ depth_.value() ];
+        staticEntriesKey_ = kept == "static_entries" ? depth_.value() : noDepth;
+        if( notes_ )
+            notes_->member( kept );
         return keeps() && document_.Key( kept.data(), length, false );
     }
 
     bool StartObject() {
-        if( !depth_.descend() || !keeps() )
+        if( !starts( false ) )
             return false;
         keptMembers_[ depth_.value() ] = 0;
         return document_.StartObject();
     }
-    bool StartArray() { return depth_.descend() && keeps() && document_.StartArray(); }
+    bool StartArray() {
+        bool const isStaticEntries = depth_.value() == staticEntriesKey_;
+        if( !starts( true ) )
+            return false;
+        if( isStaticEntries )
+            staticEntriesDepth_ = depth_.value();
+        return document_.StartArray();
+    }
     bool EndObject( Size ) {
         Size const members = keptMembers_[ depth_.value() ];
         depth_.ascend();
+        if( notes_ )
+            notes_->containerEnds();
         return document_.EndObject( members );
     }
     bool EndArray( Size elements ) {
+        if( depth_.value() == staticEntriesDepth_ )
+            return endStaticEntries( elements );
         depth_.ascend();
+        if( notes_ )
+            notes_->containerEnds();
         return document_.EndArray( elements );
     }
 
@@ -120,10 +140,35 @@ class PruningFilter {
         return kept_ <= mostKept;
     }
 
+    bool keepsScalar( std::size_t length = 0 ) {
+        if( notes_ )
+            notes_->scalar();
+        return keeps( length );
+    }
+    bool starts( bool isArray ) {
+        if( notes_ )
+            notes_->containerStarts( isArray );
+        return depth_.descend() && keeps();
+    }
+    bool endStaticEntries( Size elements ) {
+        staticEntriesDepth_ = noDepth;
+        depth_.ascend();
+        if( notes_ )
+            notes_->staticEntriesEnd( elements );
+        if( elements == 0 )
+            return document_.EndArray( 0 );
+        return document_.Null() && document_.EndArray( 1 );
+    }
+
+    static constexpr unsigned noDepth = Depth::maximum + 2;
+
     JsonDocument& document_;
+    SurveyNotes* notes_;
     Depth depth_;
     std::size_t kept_ = 0;
     bool dropsNext_ = false;
+    unsigned staticEntriesKey_ = noDepth;              // depth of the object whose last member has the name
+    unsigned staticEntriesDepth_ = noDepth;            // depth of the array whose elements are dropped
     std::array<Size, Depth::maximum + 1> keptMembers_; // of the object at each depth
 };
 

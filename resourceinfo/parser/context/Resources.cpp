@@ -33,3 +33,12 @@ int parseBfResource( BfResourceParser* parser, Json table, BfResourceParserConte
     parser->bfResourcesPush( std::move( record ) );
     return 0;
 }
+
+void surveyResource( Context::SurveyedTable const& table, Context::FileSurvey& file ) {
+    if( table.direction != "ingress" && table.direction != "egress" )
+        file.unknownWords.push_back( { table.index, "direction", table.direction } );
+    auto const stage = table.stageTables.empty() ? std::nullopt : table.stageTables.front().stage;
+    if( stage && *stage != static_cast<U8>( *stage ) )
+        file.truncatedSizes.push_back( { Context::TruncatedSize::Kind::firstStage, table.index, table.name,
+                                         *stage, static_cast<U8>( *stage ) } );
+}

@@ -53,6 +53,48 @@ StageTables findStageTables( Json table ) {
     ZEL_ASSERT( false );
 }
 
+namespace {
+
+SurveyedStageTable surveyStageTable( LooseJson stageTable, String path ) {
+    LooseJson const number = stageTable[ "stage_number" ];
+    return { .path = std::move( path ),
+             .stage = number.wholeNumber(),
+             .stageText = number.exists() ? std::optional( number.literal() ) : std::nullopt,
+             .type = stageTable[ "stage_table_type" ].text(),
+             .size = stageTable[ "size" ].unsignedNumber() };
+}
+
+void addStageTables( LooseJson stageTables, String const& path, std::vector<SurveyedStageTable>& result ) {
+    for( JsonValue const& stageTable : stageTables.elements() ) {
+        std::size_t const index = static_cast<std::size_t>( &stageTable - stageTables.elements().data() );
+        result.push_back(
+            surveyStageTable( LooseJson( stageTable ), path + "stage_tables/" + std::to_string( index ) ) );
+    }
+}
+
+} // namespace
+
+std::vector<SurveyedStageTable> surveyStageTables( LooseJson table ) {
+    std::vector<SurveyedStageTable> result;
+    LooseJson const match_attributes = table[ "match_attributes" ];
+    if( table[ "stage_tables" ].exists() )
+        addStageTables( table[ "stage_tables" ], "", result );
+    else if( match_attributes[ "units" ].exists() ) {
+        std::size_t index = 0;
+        for( JsonValue const& unit : match_attributes[ "units" ].elements() )
+            addStageTables( LooseJson( unit )[ "match_attributes" ][ "stage_tables" ],
+                            "match_attributes/units/" + std::to_string( index++ ) + "/match_attributes/",
+                            result );
+    } else
+        addStageTables( match_attributes[ "stage_tables" ], "match_attributes/", result );
+    return result;
+}
+
+std::optional<U32> surveyHandle( LooseJson value, BfResourceParserContext const& context ) {
+    auto const handle = value[ "handle" ].unsignedNumber();
+    return handle ? std::optional( *handle | context.handlePipeBits ) : std::nullopt;
+}
+
 std::string_view stageTableType( Json table, Json stage ) {
     std::string_view const type = stage[ "stage_table_type" ].GetString();
     return type == "meter" && table[ "meter_type" ].GetString() == "red" ? "wred" : type;

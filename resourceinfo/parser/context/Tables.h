@@ -4,6 +4,8 @@
 
 #include "resourceinfo/model/BfResourceParserContext.h"
 #include "resourceinfo/parser/context/Json.h"
+#include "resourceinfo/parser/context/LooseJson.h"
+#include "resourceinfo/parser/context/Survey.h"
 #include "zel/Assert.h"
 
 #include <optional>
@@ -32,6 +34,12 @@ struct StageTables {
 /// "match_attributes[ \"stage_tables\" ].IsArray()"; "false" for a table with neither, after a trace line at
 /// level 0.
 StageTables findStageTables( Json table );
+
+/// The same stage tables, one by one, for a survey.
+std::vector<SurveyedStageTable> surveyStageTables( LooseJson table );
+
+/// The handle of an object as getHandle takes it, for a survey.
+std::optional<U32> surveyHandle( LooseJson value, BfResourceParserContext const& context );
 
 /// What a placed table is, by its first stage table: "stage_table_type", or "wred" for a meter of
 /// "meter_type" "red".

@@ -120,7 +120,7 @@ TEST( Annotator, HoldsNothingBack ) {
 class Annotate : public InFolder {
   protected:
     Annotate() {
-        auto& parser = *model->parser();
+        auto& parser = model->parser();
         parser.bfTablesPush( named<BfTableInfo>( "pipe.acl", 0x1000042 ) );
         parser.bfResourcesPush( named<BfResource>( "pipe.acl", 0x1000042 ) );
         BfTableMeterInfo police = named<BfTableMeterInfo>( "police", 0x1000042 );
@@ -143,7 +143,7 @@ class Annotate : public InFolder {
         return out.str();
     }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    ConfigurationPtr const model = emptyModel();
 };
 
 TEST_F( Annotate, NamesWhatHasTheHandleAsItsOwnOnce ) {
@@ -152,11 +152,11 @@ TEST_F( Annotate, NamesWhatHasTheHandleAsItsOwnOnce ) {
 }
 
 TEST_F( Annotate, NamesAnActionWithItsTable ) {
-    model->parser()->bfActionsPush( { 0x2000001, "drop", "pipe.acl" } );
+    model->parser().bfActionsPush( { 0x2000001, "drop", "pipe.acl" } );
     EXPECT_EQ( annotationOf( "0x2000001" ), "0x2000001 <drop of pipe.acl>" );
-    model->parser()->bfActionsPush( { 0x2000001, "drop", "pipe.lpm" } );
+    model->parser().bfActionsPush( { 0x2000001, "drop", "pipe.lpm" } );
     EXPECT_EQ( annotationOf( "0x2000001" ), "0x2000001 <drop of pipe.acl|drop of pipe.lpm>" );
-    model->parser()->bfActionsPush( { 0x2000002, "miss", "" } );
+    model->parser().bfActionsPush( { 0x2000002, "miss", "" } );
     EXPECT_EQ( annotationOf( "0x2000002" ), "0x2000002 <miss>" );
 }
 

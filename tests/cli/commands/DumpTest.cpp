@@ -12,8 +12,8 @@ class Dump : public InFolder {
     /// A member of the dump, in one line.
     String member( char const* name ) const { return compact( parsed( text() )[ name ] ); }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
-    BfResourceInfo::BfResourceParser& parser = *model->parser();
+    ConfigurationPtr const model = emptyModel();
+    BfResourceInfo::BfResourceParser& parser = model->parser();
 };
 
 TEST_F( Dump, OfAnEmptyModelHasEveryMember ) {

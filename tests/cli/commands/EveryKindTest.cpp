@@ -18,7 +18,7 @@ class EveryKind : public InFolder {
   protected:
     EveryKind() {
         for( RecordKind const& kind : Bfri::recordKinds() )
-            expected[ kind.one ] = kind.rows( *model->parser() ).size();
+            expected[ kind.one ] = kind.rows( model->parser() ).size();
     }
 
     /// An answer of the program on the switch configuration.
@@ -40,7 +40,7 @@ class EveryKind : public InFolder {
         return counts;
     }
 
-    Zel::Ptr<Bfri::Model> const model = modelOf( completeContext() );
+    ConfigurationPtr const model = modelOf( completeContext() );
     Counts expected;
 };
 
@@ -96,7 +96,7 @@ TEST_F( EveryKind, HasItsNames ) {
     std::map<String, std::set<String>> names;
     std::map<String, std::set<String>> known;
     for( RecordKind const& kind : Bfri::recordKinds() ) {
-        for( Bfri::Row const& row : kind.rows( *model->parser() ) )
+        for( Bfri::Row const& row : kind.rows( model->parser() ) )
             known[ kind.one ].insert( Bfri::valueAs<String>( row, "name" ) );
         auto const listed = answer( { "names", "--kind", kind.one } );
         for( auto const& name : listed[ "names" ].GetArray() )
@@ -112,7 +112,7 @@ TEST_F( EveryKind, IsCompleted ) {
         for( String line; std::getline( lines, line ); )
             offered.insert( line );
         std::set<String> known;
-        for( Bfri::Row const& row : kind.rows( *model->parser() ) )
+        for( Bfri::Row const& row : kind.rows( model->parser() ) )
             known.insert( Bfri::valueAs<String>( row, "name" ) );
         EXPECT_EQ( offered, known ) << kind.one;
     }
@@ -123,7 +123,7 @@ TEST_F( EveryKind, HasItsPages ) {
     Counts counts;
     std::set<String> names;
     for( RecordKind const& kind : Bfri::recordKinds() ) {
-        for( Bfri::Row const& row : kind.rows( *model->parser() ) )
+        for( Bfri::Row const& row : kind.rows( model->parser() ) )
             names.insert( Bfri::valueAs<String>( row, "name" ) );
     }
     for( String const& name : names ) {
@@ -144,7 +144,7 @@ TEST_F( EveryKind, HasItsPages ) {
 TEST_F( EveryKind, IsLookedUp ) {
     std::set<String> asked;
     for( RecordKind const& kind : Bfri::recordKinds() ) {
-        for( Bfri::Row const& row : kind.rows( *model->parser() ) ) {
+        for( Bfri::Row const& row : kind.rows( model->parser() ) ) {
             for( char const* const field : { "handle", "tableHdl" } ) {
                 if( auto const* const handle = std::get_if<Bfri::Hex>( &valueOf( row, field ).is ) )
                     asked.insert( std::to_string( handle->value ) );

@@ -16,7 +16,7 @@ using testing::StartsWith;
 class FieldOfARecord : public InFolder {
   protected:
     FieldOfARecord() {
-        auto& parser = *model->parser();
+        auto& parser = model->parser();
         BfTableInfo acl = named<BfTableInfo>( "pipe.Ingress.acl", 0x1000001 );
         acl.size = 512;
         acl.hitBitSupported = true;
@@ -54,7 +54,7 @@ class FieldOfARecord : public InFolder {
         return ExitStatus::done;
     }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    ConfigurationPtr const model = emptyModel();
     String notes;
     std::vector<String> suggestions;
 };
@@ -75,7 +75,7 @@ TEST_F( FieldOfARecord, IsBare ) {
 
 TEST_F( FieldOfARecord, ThatIsAListTakesALineAnElement ) {
     EXPECT_EQ( answer( "hash", "hash", "fieldNames" ), "hdr.a\nhdr.b\n" );
-    model->parser()->resourceHandlesIs( 9, [] {
+    model->parser().resourceHandlesIs( 9, [] {
         BfResourceInfo::BfZelResource resource;
         resource.name = "acl";
         resource.statReferencesEnq( 17 );
@@ -109,7 +109,7 @@ TEST_F( FieldOfARecord, IsOfTheExactNameElseOfTheOneThatEndsInTheWord ) {
 }
 
 TEST_F( FieldOfARecord, OfSeveralOfANameIsAskedForByHandle ) {
-    model->parser()->bfTablesPush( named<BfTableInfo>( "pipe.lpm", 99 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "pipe.lpm", 99 ) );
     for( char const* const word : { "lpm", "pipe.lpm" } ) {
         EXPECT_EQ( statusOf( "table", word, "handle" ), ExitStatus::no );
         EXPECT_EQ( notes, String( "'" ) + word + "' means 2 tables; say which:" );
@@ -121,7 +121,7 @@ TEST_F( FieldOfARecord, OfSeveralOfANameIsAskedForByHandle ) {
 }
 
 TEST_F( FieldOfARecord, OfAnActionOfSeveralTablesIsAskedForByTheTable ) {
-    auto& parser = *model->parser();
+    auto& parser = model->parser();
     parser.bfActionsPush( { 11, "pipe.permit", "pipe.Ingress.acl" } );
     parser.bfActionsPush( { 12, "pipe.permit", "pipe.Egress.acl" } );
     parser.bfActionsPush( { 13, "deny", "pipe.Egress.acl" } );
@@ -155,7 +155,7 @@ TEST_F( FieldOfARecord, OfAnActionOfSeveralTablesIsAskedForByTheTable ) {
 }
 
 TEST_F( FieldOfARecord, OfActionsThatShareAHandleIsAskedForByHandleAndTable ) {
-    auto& parser = *model->parser();
+    auto& parser = model->parser();
     for( char const* const table : { "pipe.Ingress.acl", "pipe.Egress.acl" } ) {
         parser.bfActionsPush( { 11, "permit", table } );
         parser.bfActionsPush( { 12, "permit", table } );
@@ -168,7 +168,7 @@ TEST_F( FieldOfARecord, OfActionsThatShareAHandleIsAskedForByHandleAndTable ) {
 }
 
 TEST_F( FieldOfARecord, OfRecordsThatNoWordTellsApart ) {
-    auto& parser = *model->parser();
+    auto& parser = model->parser();
     BfTableInfo lpm = named<BfTableInfo>( "pipe.lpm", 4 );
     parser.bfTablesPush( lpm ); // the same once more
     EXPECT_EQ( answer( "table", "lpm", "handle" ), "4\n" );

@@ -16,7 +16,7 @@ class Handles : public InFolder {
             entry.meterReferencesEnq( 0x6000005 );
             entry.statefulReferencesEnq( 0x7000006 );
         } );
-        model->parser()->parentTableIs( "hits", "acl" );
+        model->parser().parentTableIs( "hits", "acl" );
     }
 
     void add(
@@ -28,10 +28,10 @@ class Handles : public InFolder {
         entry.size = size;
         entry.stageStart = stage;
         refer( entry );
-        model->parser()->resourceHandlesIs( handle, entry );
+        model->parser().resourceHandlesIs( handle, entry );
     }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    ConfigurationPtr const model = emptyModel();
 };
 
 TEST_F( Handles, AreListedByHandle ) {
@@ -59,8 +59,8 @@ TEST_F( Handles, AsJsonHaveANullParentWhenThereIsNone ) {
 }
 
 TEST_F( Handles, WithSeveralParentsAreToldFromThoseWithNone ) {
-    model->parser()->parentTableDel( "hits" );
-    model->parser()->multipleParentTablesIs( "hits" );
+    model->parser().parentTableDel( "hits" );
+    model->parser().multipleParentTablesIs( "hits" );
     EXPECT_EQ( answerOf( "handles", *model, Format::text ),
                "HANDLE      SIZE  STAGE  STATISTICS             METERS      STATEFUL    NAME  PARENT\n"
                "0x01000001   512      6  0x05000003 0x05000004  0x06000005  0x07000006  acl   -\n"
@@ -71,7 +71,7 @@ TEST_F( Handles, WithSeveralParentsAreToldFromThoseWithNone ) {
 }
 
 TEST_F( Handles, HaveTheParentThatLookupTells ) {
-    auto& parser = *model->parser();
+    auto& parser = model->parser();
     add( 0x6000005, "police", 8, 7 );  // referenced, named by no action
     add( 0x2000001, "members", 8, 7 ); // taken by one
     add( 0x3000001, "groups", 8, 7 );  // taken by two

@@ -22,11 +22,11 @@ class ListOf : public InFolder, public testing::WithParamInterface<Kind> {
   protected:
     String answer( Format format ) { return answerOf( GetParam().word, *model, format ); }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    ConfigurationPtr const model = emptyModel();
 };
 
 TEST_P( ListOf, AKindOfRecordIsForPeopleAndForMachines ) {
-    GetParam().fill( *model->parser() );
+    GetParam().fill( model->parser() );
     EXPECT_EQ( answer( Format::text ), GetParam().text );
     EXPECT_EQ( answer( Format::csv ), GetParam().csv );
     auto const json = parsed( answer( Format::json ) );

@@ -86,31 +86,71 @@ TEST_F( Loading, OfABadContextFileInJsonSaysWhereInItsSentence ) {
     }
 }
 
-TEST_F( Loading, OfSomethingElseThanAConfigurationSaysWhatThatIs ) {
-    std::filesystem::create_directory( "empty" );
-    EXPECT_THAT( bfri( { "summary", "empty" } ).err,
-                 HasSubstr( "\n  hint:      that is a folder; CONF is" ) );
-    writeSwitchConf( "context.json" );
-    EXPECT_THAT( bfri( { "summary", "." } ).err,
-                 HasSubstr( "\n  hint:      that is a folder; ./switch.conf is in it\n" ) );
-    writeFile( "context.json", contextOf( matchTable( "acl", 1 ) ) );
-    EXPECT_THAT( bfri( { "summary", "context.json" } ).err,
-                 HasSubstr( "\n  hint:      that is a context file; CONF is" ) );
-    writeFile( "switch.conf", "{ \"devices\": 7 }" );
-    EXPECT_THAT( bfri( { "summary", "switch.conf" } ).err, Not( HasSubstr( "hint:" ) ) );
+/// Writes a text as gzip.
+void writeGzip( char const* path, String const& text ) {
+    gzFile const file = gzopen( path, "wb" );
+    gzwrite( file, text.data(), static_cast<unsigned>( text.size() ) );
+    gzclose( file );
 }
 
-TEST_F( Loading, OfAGzipConfigurationSaysSo ) {
-    gzFile const file = gzopen( "switch.conf", "wb" );
-    gzputs( file, R"({"devices":[]})" );
-    gzclose( file );
-    for( char const* const command : { "summary", "check" } ) {
-        auto const outcome = bfri( { command, "switch.conf" } );
-        EXPECT_EQ( outcome.status, 3 );
-        String const text = outcome.out + outcome.err;
-        EXPECT_THAT( text, HasSubstr( "\n  problem:   the file is gzip, as only context files may be\n" ) );
-        EXPECT_THAT( text, Not( HasSubstr( "^" ) ) );
+TEST_F( Loading, TakesTheSwitchConfOfAFolder ) {
+    std::filesystem::create_directory( "leaf" );
+    EXPECT_THAT( bfri( { "summary", "leaf" } ).err,
+                 HasSubstr( "\n  hint:      that folder has no switch.conf" ) );
+    writeFile( "leaf/context.json", contextOf( matchTable( "acl", 1 ) ) );
+    writeFile( "leaf/switch.conf",
+               R"({"devices":[{"pipelines":[{"context_file":"context.json","pipes":[0]}]}]})" );
+    auto const outcome = bfri( { "summary", "leaf", "--json" } );
+    EXPECT_EQ( outcome.status, 0 );
+    auto const answer = parsed( outcome.out );
+    EXPECT_STREQ( answer[ "switchConf" ].GetString(), "leaf/switch.conf" );
+    EXPECT_EQ( answer[ "counts" ][ "bfTables" ].GetUint(), 1U );
+}
+
+TEST_F( Loading, TakesAContextFileAloneAsTheProgramOfPipe0 ) {
+    String const text = contextOf( matchTable( "acl", 1 ) );
+    String const context =
+        R"({"compiler":{"devices":[1],"version":[["9"]]},)" + text.substr( text.find( '{' ) + 1 );
+    writeFile( "plain.json", context );
+    writeGzip( "packed", context );
+    for( char const* const path : { "plain.json", "packed" } ) {
+        auto const summary = parsed( bfri( { "summary", path, "--json" } ).out );
+        EXPECT_STREQ( summary[ "switchConf" ].GetString(), path );
+        EXPECT_STREQ( summary[ "bfrtConfig" ].GetString(), "" );
+        ASSERT_EQ( summary[ "contextFile" ].Size(), 1U );
+        EXPECT_EQ( summary[ "contextFile" ][ 0 ][ "pipeMask" ].GetUint(), 1U );
+        EXPECT_EQ( summary[ "contextFile" ][ 0 ][ "path" ].GetString(), std::filesystem::absolute( path ) );
+        EXPECT_THAT( bfri( { "summary", path } ).out, HasSubstr( "switch configuration    -\n" ) );
+        EXPECT_STREQ( parsed( bfri( { "dump", path } ).out )[ "switchConf" ].GetString(), path );
+        EXPECT_THAT( bfri( { "tables", path, "--csv" } ).out, HasSubstr( "acl" ) );
+        EXPECT_EQ( bfri( { "check", path } ).status, bfri( { "check", path, "--json" } ).status );
     }
+}
+
+TEST_F( Loading, TellsAContextFileByItsFirstKnownMember ) {
+    writeFile( "both", R"({"devices":[],"tables":7})" ); // a switch configuration without devices
+    EXPECT_EQ( bfri( { "summary", "both" } ).status, 0 );
+    for( char const* const text : { R"({"tables":7})", R"({"x":{"devices":1},"tables":7})",
+                                    R"({"phv_allocation":[]})", R"({"tables":[1)" } ) {
+        writeFile( "context", text );
+        auto const outcome = bfri( { "summary", "context" } );
+        EXPECT_EQ( outcome.status, 3 );
+        EXPECT_THAT( outcome.err, HasSubstr( "can't use context file " ) ) << text;
+    }
+    for( char const* const text :
+         { "", "7", "[{\"tables\":1}]", "{", R"({"x":1})", R"({"x":{"tables":1}})" } ) {
+        writeFile( "other", text );
+        EXPECT_THAT( bfri( { "summary", "other" } ).err, HasSubstr( "can't use switch configuration other" ) )
+            << text;
+    }
+}
+
+TEST_F( Loading, OfAGzipSwitchConfigurationReadsItAsAContextFile ) {
+    writeGzip( "switch.conf", R"({"devices":[]})" );
+    auto const outcome = bfri( { "summary", "switch.conf" } );
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_THAT( outcome.err, HasSubstr( "can't use context file " ) );
+    EXPECT_THAT( outcome.err, HasSubstr( "\"tables\"" ) );
 }
 
 TEST_F( Loading, NamesThePipelineThatALaterOneWithTheSamePipesHides ) {

@@ -17,7 +17,7 @@ using testing::StartsWith;
 class Lookup : public InFolder {
   protected:
     Lookup() {
-        auto& parser = *model->parser();
+        auto& parser = model->parser();
         BfTableInfo acl = named<BfTableInfo>( "pipe.acl", 0x1000001 );
         acl.adtHandle = 0x2000001;
         acl.adtName = "members";
@@ -46,7 +46,7 @@ class Lookup : public InFolder {
         return static_cast<int>( status );
     }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    ConfigurationPtr const model = emptyModel();
     String out;
     String err;
 };
@@ -110,11 +110,11 @@ TEST_F( Lookup, AsJsonHasAnElementForEachHandleAskedFor ) {
 TEST_F( Lookup, TellsSeveralTablesFromNone ) {
     BfTableCounterInfo counter = named<BfTableCounterInfo>( "shared", 9 );
     counter.ownHandle = 9;
-    model->parser()->bfCountersPush( counter );
+    model->parser().bfCountersPush( counter );
     BfRegisterInfo cells = named<BfRegisterInfo>( "shared", 9 );
     cells.indirect = true;
-    model->parser()->bfRegisterInfosPush( cells );
-    model->parser()->multipleParentTablesIs( "shared" );
+    model->parser().bfRegisterInfosPush( cells );
+    model->parser().multipleParentTablesIs( "shared" );
     EXPECT_EQ( ask( { "9" } ), 0 );
     EXPECT_EQ( out, "HANDLE      KIND      IN FIELD  NAME    TABLE\n"
                     "0x00000009  counter   handle    shared  (several)\n"
@@ -141,7 +141,7 @@ TEST_F( Lookup, HintsAtAHandleWithoutThePipeThatWasGiven ) {
                "is no runtime_config: 0x01000001 (pipe.acl)\n" );
     EXPECT_EQ( ask( { "0x1" } ), 1 ); // 0x20000001 has other lower bits
     EXPECT_EQ( err, "bfri: nothing has the handle 0x1\n" );
-    model->parser()->bfTablesPush( named<BfTableInfo>( "t", 0x10000077 ) ); // its upper bits are no pipe here
+    model->parser().bfTablesPush( named<BfTableInfo>( "t", 0x10000077 ) ); // its upper bits are no pipe here
     EXPECT_EQ( ask( { "0x77" } ), 1 );
     EXPECT_EQ( err, "bfri: nothing has the handle 0x77\n" );
 }
@@ -156,8 +156,8 @@ TEST_F( Lookup, HintsAtAHandleThatLacksIts0x ) {
                R"([{"handle":1000001,"found":[],"suggestions":["0x01000001"],"omitted":[]}])" );
     EXPECT_EQ( ask( { "01000009" } ), 1 );
     EXPECT_EQ( err, "bfri: nothing has the handle 01000009\n" );
-    model->parser()->bfTablesPush( named<BfTableInfo>( "t", 0x100001F ) );
-    model->parser()->bfTablesPush( named<BfTableInfo>( "u", 1000001 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "t", 0x100001F ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "u", 1000001 ) );
     EXPECT_EQ( ask( { "01000001" } ), 0 ); // its decimal reading
     EXPECT_THAT( err, IsEmpty() );
     try {
@@ -170,8 +170,8 @@ TEST_F( Lookup, HintsAtAHandleThatLacksIts0x ) {
 }
 
 TEST_F( Lookup, HintsAtHandlesWithAnotherPipe ) {
-    model->parser()->bfrtConfigIs( "bfrt.json" );
-    model->parser()->bfTablesPush( named<BfTableInfo>( "pipe.\x1B", 0x21000001 ) );
+    model->parser().bfrtConfigIs( "bfrt.json" );
+    model->parser().bfTablesPush( named<BfTableInfo>( "pipe.\x1B", 0x21000001 ) );
     EXPECT_EQ( ask( { "822083585" } ), 1 ); // 0x31000001
     EXPECT_EQ( err, "bfri: nothing has the handle 822083585; with another pipe in the upper four bits: "
                     "0x01000001 (pipe.acl), 0x21000001 (pipe.\\x1b)\n" );
@@ -198,7 +198,7 @@ TEST_F( Lookup, OfAWordThatIsNoHandleIsWrongUsageThatNamesIt ) {
 class HandlesOfAFile : public InFolder {
   protected:
     Support::ContextBuilder context = referringContext();
-    Zel::Ptr<Bfri::Model> model = modelOf( context );
+    ConfigurationPtr model = modelOf( context );
 };
 
 TEST_F( HandlesOfAFile, AreOfTheTablesThatThePageOfAResourceHas ) {
@@ -222,7 +222,7 @@ TEST_F( HandlesOfAFile, AreOfTheTablesThatThePageOfAResourceHas ) {
     for( auto const& row : rows ) {
         SCOPED_TRACE( row.resource );
         String table;
-        Bfri::eachHandleUse( *model->parser(), [ & ]( Bfri::HandleUse const& bearer ) {
+        Bfri::eachHandleUse( model->parser(), [ & ]( Bfri::HandleUse const& bearer ) {
             if( bearer.kind == Bfri::Kind::resources && bearer.name == row.resource )
                 table = bearer.severalTables ? "(several)" : String( bearer.table );
         } );
@@ -251,7 +251,7 @@ TEST_F( HandlesOfAFile, OfWhatIsDirectAreItsOwnToo ) {
 }
 
 TEST_F( Lookup, HasABlockForEachRowWhereTheTerminalIsNarrow ) {
-    model->parser()->bfActionsPush(
+    model->parser().bfActionsPush(
         { 0x20000002, "pipe.SwitchIngress.some_control.drop", "pipe.SwitchIngress.some_control.acl" } );
     auto const textOn = [ & ]( std::size_t columns ) {
         std::ostringstream text;

@@ -10,14 +10,14 @@ using testing::StartsWith;
 class NamesOfAll : public InFolder {
   protected:
     NamesOfAll() {
-        auto& parser = *model->parser();
+        auto& parser = model->parser();
         for( char const* const name : { "b", "a.b", "\xC3\xBC", "B", "b" } )
             parser.bfTablesPush( named<BfTableInfo>( name ) );
         parser.bfResourcesPush( named<BfResource>( "b" ) );
         parser.bfHeadersIs( "two\nlines", {} );
     }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    ConfigurationPtr const model = emptyModel();
 };
 
 TEST_F( NamesOfAll, AreOnceEachOneALineInTheOrderOfTheirBytes ) {

@@ -32,12 +32,12 @@ class Show : public InFolder {
     /// A resource with its entry by handle.
     BfResourceInfo::BfZelResource place( String const& name, U32 handle, BfResourceType type, U32 first,
                                          U32 stages = 1 ) {
-        model->parser()->bfResourcesPush( resource( name, handle, type, first, stages ) );
+        model->parser().bfResourcesPush( resource( name, handle, type, first, stages ) );
         BfResourceInfo::BfZelResource entry;
         entry.name = name;
         entry.handle = handle;
         entry.size = 64;
-        model->parser()->resourceHandlesIs( handle, entry );
+        model->parser().resourceHandlesIs( handle, entry );
         return entry;
     }
 
@@ -51,8 +51,8 @@ class Show : public InFolder {
         return { ExitStatus::done, {} };
     }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
-    BfResourceInfo::BfResourceParser& parser = *model->parser();
+    ConfigurationPtr const model = emptyModel();
+    BfResourceInfo::BfResourceParser& parser = model->parser();
     String message;
 };
 

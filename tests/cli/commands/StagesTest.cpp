@@ -60,14 +60,14 @@ class Stages : public InFolder {
     String answer( TerminalStyle const& look = {}, std::map<String, String> const& options = {} ) {
         return answerOf( *modelOf( context ), look, options );
     }
-    static String answerOf( Bfri::Model const& model, TerminalStyle const& look = {},
+    static String answerOf( Bfri::Configuration const& configuration, TerminalStyle const& look = {},
                             std::map<String, String> const& options = {} ) {
         std::ostringstream out;
         std::ostringstream err;
         Bfri::Request request;
         request.words = { "switch.conf" };
         request.options = options;
-        Bfri::stages( model, request, { out, err, look } );
+        Bfri::stages( configuration, request, { out, err, look } );
         EXPECT_EQ( err.str(), "" );
         return out.str();
     }
@@ -195,43 +195,21 @@ TEST_F( Stages, OfOneHandleTwiceAreToldApartByTheirOrder ) {
     EXPECT_THAT( text, HasSubstr( "  64    .###  .###  .  t\n" ) );
 }
 
-TEST_F( Stages, ThatTheContextFileNoLongerTellsAreNotGuessed ) {
-    struct {
-        char const* what;
-        char const* file;
-    } const files[] = { { "nothing", "" },
-                        { "no JSON", "]]}}\"" },
-                        { "cut off", R"({ "tables": [ { "name": "pipe.a", "handle": )" },
-                        { "no table", R"({ "tables": [] })" },
-                        { "no array", R"({ "tables": { "name": [ 1e5 ] } })" } };
-    place( "pipe.a", "hash_match", true, { 1 } );
-    auto const model = modelOf( context );
-    for( auto const& file : files ) {
-        SCOPED_TRACE( file.what );
-        writeFile( "context.json", file.file );
-        EXPECT_EQ( answerOf( *model ), "pipes 0 1: context.json\nno resource has stages that are known\n"
-                                       "not on the map, as the context file does not tell all of their "
-                                       "stages: 1 resource\n  pipe.a\n" );
-        auto const shown = jsonAnswerOf( "stages", *model );
-        EXPECT_TRUE( shown[ "pipelines" ][ 0 ][ "bfResources" ][ 0 ][ "stageNumbers" ].IsNull() );
-        EXPECT_EQ( shown[ "pipelines" ][ 0 ][ "stages" ].Size(), 0U );
-    }
-    for( auto const& other :
-         { tableIn( "pipe.a", "hash_match", true, { 1, 2 } ), tableIn( "pipe.a", "hash_match", true, { 2 } ),
-           tableIn( "pipe.a", "hash_match", true, { 1 } ).handle( 3 ),
-           tableIn( "pipe.b", "hash_match", true, { 1 } ).handle( Support::handleOf( "pipe.a" ) ) } ) {
-        writeFile( "context.json", Support::ContextBuilder().table( other ).text() );
-        EXPECT_THAT( answerOf( *model ), HasSubstr( "not on the map, " ) );
-    }
+TEST_F( Stages, ThatAreNoNumbersOf32BitsAreNotGuessed ) {
     // A number beyond 32 bits is no stage, and a text is none.
     auto text = tableIn( "pipe.a", "hash_match", true, { 1, 2 } );
     text.with( "/match_attributes/stage_tables/1/stage_number", "\"2\"" );
-    EXPECT_THAT( answerOf( *modelOf( Support::ContextBuilder().table( text ) ) ),
-                 HasSubstr( "not on the map, " ) );
+    auto const model = modelOf( Support::ContextBuilder().table( text ) );
+    EXPECT_EQ( answerOf( *model ), "pipes 0 1: context.json\nno resource has stages that are known\n"
+                                   "not on the map, as the context file does not tell all of their "
+                                   "stages: 1 resource\n  pipe.a\n" );
+    auto const shown = jsonAnswerOf( "stages", *model );
+    EXPECT_TRUE( shown[ "pipelines" ][ 0 ][ "bfResources" ][ 0 ][ "stageNumbers" ].IsNull() );
+    EXPECT_EQ( shown[ "pipelines" ][ 0 ][ "stages" ].Size(), 0U );
     auto huge = tableIn( "pipe.a", "hash_match", true, { 1 } );
     huge.with( "/match_attributes/stage_tables/0/stage_number", "4294967297" );
-    writeFile( "context.json", Support::ContextBuilder().table( huge ).text() );
-    EXPECT_THAT( answerOf( *model ), HasSubstr( "not on the map, " ) );
+    EXPECT_THAT( answerOf( *modelOf( Support::ContextBuilder().table( huge ) ) ),
+                 HasSubstr( "not on the map, " ) );
 }
 
 TEST_F( Stages, AreDrawnInUtf8WhereTheTerminalHasIt ) {
@@ -285,7 +263,7 @@ TEST_F( Stages, OfANumberThatNoFileHasAreNotFound ) {
     placeSome();
     EXPECT_EQ( failure(), "no stage 4; the stages are 0 to 3" );
     writeTwo( true );
-    auto const model = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
+    auto const model = loaded();
     String const text = answerOf( *model, {}, { { "--stage", "2" } } );
     EXPECT_THAT( text, HasSubstr( "stage 2: 0 of 1 resource\n" ) );
     EXPECT_THAT( text, HasSubstr( "stage 2: 1 of 1 resource\n" ) );
@@ -358,12 +336,12 @@ TEST_F( Stages, InAListKeepTheEndOfNamesWhereTheTerminalIsNarrow ) {
 
 TEST_F( Stages, OfEachContextFileHaveAMapWhereHandlesTellThemApart ) {
     writeTwo( false );
-    EXPECT_THAT( answerOf( *BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" ) ),
+    EXPECT_THAT( answerOf( *loaded() ),
                  HasSubstr( "pipes 0 1: a.json\npipes 2 3: b.json\n"
                             "one map for all of these, as their handles do not tell them apart\n"
                             "2 resources in stages 0 to 2; the fullest are 1 and 2 with 1 each\n" ) );
     writeTwo( true );
-    auto const model = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
+    auto const model = loaded();
     String const text = answerOf( *model );
     EXPECT_THAT( text,
                  HasSubstr( "pipes 0 1: a.json\n1 resource in stages 0 to 1; the fullest is 1 with 1\n" ) );

@@ -6,8 +6,8 @@ using Bfri::Format;
 
 class Summary : public InFolder {
   protected:
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
-    BfResourceInfo::BfResourceParser& parser = *model->parser();
+    ConfigurationPtr const model = emptyModel();
+    BfResourceInfo::BfResourceParser& parser = model->parser();
 };
 
 TEST_F( Summary, OfAnEmptyConfigurationIsAllZeros ) {

@@ -14,7 +14,7 @@ using testing::HasSubstr;
 class Table : public InFolder {
   protected:
     Table() {
-        auto& parser = *model->parser();
+        auto& parser = model->parser();
         parser.bfTablesPush( named<BfTableInfo>( "pipe.Ingress.acl", 1 ) );
         BfTableInfo lpm = named<BfTableInfo>( "pipe.Ingress.lpm", 2 );
         lpm.hitBitSupported = true; // from slot 0 on
@@ -46,7 +46,7 @@ class Table : public InFolder {
         return { ExitStatus::done, {} };
     }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    ConfigurationPtr const model = emptyModel();
     String message;
 };
 
@@ -121,21 +121,21 @@ TEST_F( Table, IsFoundByAUniqueSuffix ) {
 }
 
 TEST_F( Table, IsPreferredByItsExactName ) {
-    model->parser()->bfTablesPush( named<BfTableInfo>( "lpm", 9 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "lpm", 9 ) );
     EXPECT_EQ( jsonAnswerOf( "table", *model, "lpm" )[ "handle" ].GetUint(), 9U );
 }
 
 TEST_F( Table, IsFoundByItsHandleWhenThatIsNoName ) {
-    model->parser()->bfTablesPush( named<BfTableInfo>( "pipe.16", 0x11 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "pipe.16", 0x11 ) );
     for( char const* const word : { "0x11", "17", "0x00000011" } )
         EXPECT_STREQ( jsonAnswerOf( "table", *model, word )[ "name" ].GetString(), "pipe.16" ) << word;
     EXPECT_STREQ( jsonAnswerOf( "table", *model, "16" )[ "name" ].GetString(), "pipe.16" );
-    model->parser()->bfTablesPush( named<BfTableInfo>( "17", 4 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "17", 4 ) );
     EXPECT_STREQ( jsonAnswerOf( "table", *model, "17" )[ "name" ].GetString(), "17" );
 }
 
 TEST_F( Table, OfAHandleThatSeveralHaveIsTheFirstAndSaysSo ) {
-    model->parser()->bfTablesPush( named<BfTableInfo>( "other", 2 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "other", 2 ) );
     std::ostringstream out;
     std::ostringstream err;
     Bfri::table( *model, { nullptr, { "", "0x2" } }, { out, err } );
@@ -146,8 +146,8 @@ TEST_F( Table, OfAHandleThatSeveralHaveIsTheFirstAndSaysSo ) {
 TEST_F( Table, OfTheHandleOfSomethingElseSaysOfWhat ) {
     BfTableCounterInfo counter = named<BfTableCounterInfo>( "hits", 5 );
     counter.ownHandle = 5;
-    model->parser()->bfCountersPush( counter );
-    model->parser()->bfResourcesPush( named<BfResource>( "hits", 5 ) );
+    model->parser().bfCountersPush( counter );
+    model->parser().bfResourcesPush( named<BfResource>( "hits", 5 ) );
     EXPECT_EQ( failureOf( "0x5" ).first, ExitStatus::no );
     EXPECT_EQ( message, "no match table '0x5': it is the handle of the counter \"hits\"" );
     failureOf( "0x99" );
@@ -176,7 +176,7 @@ TEST_F( Table, OfAnUnknownNameLikeNoOtherPointsAtTheList ) {
 }
 
 TEST_F( Table, OfANameThatSeveralHaveIsTheFirstAndSaysSo ) {
-    model->parser()->bfTablesPush( named<BfTableInfo>( "pipe.Ingress.lpm", 99 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "pipe.Ingress.lpm", 99 ) );
     std::ostringstream out;
     std::ostringstream err;
     Bfri::table( *model, { nullptr, { "", "lpm" } }, { out, err } );

@@ -30,12 +30,12 @@ BfTableInfo const full{ .name = "pipe.Ingress.ipv4_lpm",
 
 class Tables : public InFolder {
   protected:
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    ConfigurationPtr const model = emptyModel();
 };
 
 TEST_F( Tables, AreOneALineWithDashesForWhatATableDoesNotHave ) {
-    model->parser()->bfTablesPush( full );
-    model->parser()->bfTablesPush( bare );
+    model->parser().bfTablesPush( full );
+    model->parser().bfTablesPush( bare );
     EXPECT_EQ(
         answerOf( "tables", *model, Format::text ),
         "HANDLE       SIZE  ENTRIES  IDLE BITS  HIT FROM  HIT TO  PARTS  ACTION DATA  SELECTION   PIPE  "
@@ -47,8 +47,8 @@ TEST_F( Tables, AreOneALineWithDashesForWhatATableDoesNotHave ) {
 }
 
 TEST_F( Tables, AsCsvAreWholeRecords ) {
-    model->parser()->bfTablesPush( full );
-    model->parser()->bfTablesPush( bare );
+    model->parser().bfTablesPush( full );
+    model->parser().bfTablesPush( bare );
     EXPECT_EQ(
         answerOf( "tables", *model, Format::csv ),
         "name,handle,size,totalEntries,hitBitSupported,idleTimePrecision,hitBitSmashOffset,"
@@ -60,7 +60,7 @@ TEST_F( Tables, AsCsvAreWholeRecords ) {
 }
 
 TEST_F( Tables, AsJsonAreWholeRecords ) {
-    model->parser()->bfTablesPush( full );
+    model->parser().bfTablesPush( full );
     EXPECT_EQ( compact( jsonAnswerOf( "tables", *model ) ),
                R"({"format":1,"bfTables":[{"name":"pipe.Ingress.ipv4_lpm","handle":553648130,"size":16384,)"
                R"("totalEntries":20000,"hitBitSupported":true,"idleTimePrecision":3,"hitBitSmashOffset":0,)"
@@ -78,7 +78,7 @@ TEST_F( Tables, WhenThereAreNoneLeaveTheHeader ) {
 
 TEST_F( Tables, KeepTheOrderOfTheModel ) {
     for( char const* const name : { "b", "a", "b" } )
-        model->parser()->bfTablesPush( named<BfTableInfo>( name ) );
+        model->parser().bfTablesPush( named<BfTableInfo>( name ) );
     auto const answer = jsonAnswerOf( "tables", *model );
     ASSERT_EQ( answer[ "bfTables" ].Size(), 3U );
     EXPECT_STREQ( answer[ "bfTables" ][ 0 ][ "name" ].GetString(), "b" );

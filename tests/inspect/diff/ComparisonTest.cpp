@@ -15,8 +15,8 @@ class Compared : public InFolder {
   protected:
     Compared() {
         for( auto const& model : { old, now } ) {
-            model->parser()->bfTablesPush( table( "acl", 1, 64 ) );
-            model->parser()->bfActionsPush( { 17, "permit", "acl" } );
+            model->parser().bfTablesPush( table( "acl", 1, 64 ) );
+            model->parser().bfActionsPush( { 17, "permit", "acl" } );
         }
     }
 
@@ -32,8 +32,8 @@ class Compared : public InFolder {
         return comparison.kinds.at( static_cast<std::size_t>( kind ) );
     }
 
-    Zel::Ptr<Bfri::Model> const old = emptyModel();
-    Zel::Ptr<Bfri::Model> const now = emptyModel();
+    ConfigurationPtr const old = emptyModel();
+    ConfigurationPtr const now = emptyModel();
 };
 
 TEST_F( Compared, AlikeDoNotDiffer ) {
@@ -45,8 +45,8 @@ TEST_F( Compared, AlikeDoNotDiffer ) {
 }
 
 TEST_F( Compared, KnowWhatIsNewAndGone ) {
-    old->parser()->bfTablesPush( table( "gone", 2, 8 ) );
-    now->parser()->bfTablesPush( table( "new", 3, 8 ) );
+    old->parser().bfTablesPush( table( "gone", 2, 8 ) );
+    now->parser().bfTablesPush( table( "new", 3, 8 ) );
     auto const result = comparison();
     auto const& tables = of( result, Kind::tables );
     ASSERT_EQ( tables.removed.size(), 1U );
@@ -60,8 +60,8 @@ TEST_F( Compared, KnowWhatIsNewAndGone ) {
 }
 
 TEST_F( Compared, KnowFromWhatToWhatARecordHasChanged ) {
-    old->parser()->bfTablesPush( table( "lpm", 2, 512 ) );
-    now->parser()->bfTablesPush( table( "lpm", 2, 256 ) );
+    old->parser().bfTablesPush( table( "lpm", 2, 512 ) );
+    now->parser().bfTablesPush( table( "lpm", 2, 256 ) );
     auto const result = comparison();
     auto const notices = noticesOf( result );
     ASSERT_EQ( notices.size(), 1U );
@@ -76,8 +76,8 @@ TEST_F( Compared, KnowFromWhatToWhatARecordHasChanged ) {
 }
 
 TEST_F( Compared, FoldRenumberedHandles ) {
-    old->parser()->bfTablesPush( table( "lpm", 2, 8 ) );
-    now->parser()->bfTablesPush( table( "lpm", 5, 8 ) );
+    old->parser().bfTablesPush( table( "lpm", 2, 8 ) );
+    now->parser().bfTablesPush( table( "lpm", 5, 8 ) );
     auto const result = comparison();
     EXPECT_TRUE( result.differs() );
     EXPECT_EQ( of( result, Kind::tables ).same, 2U );
@@ -89,7 +89,7 @@ TEST_F( Compared, FoldRenumberedHandles ) {
 }
 
 TEST_F( Compared, MayBeOfOneKindOnly ) {
-    now->parser()->bfTablesPush( table( "new", 3, 8 ) );
+    now->parser().bfTablesPush( table( "new", 3, 8 ) );
     auto const result = comparison( &kindOf( Kind::actions ) );
     ASSERT_EQ( result.kinds.size(), 1U );
     EXPECT_EQ( result.kinds[ 0 ].kind->kind, Kind::actions );

@@ -18,7 +18,7 @@ class HandleUses : public InFolder {
     /// Who has the handle of a table: "KIND.FIELD NAME/TABLE=OWNER", in order.
     std::vector<String> usesOf( char const* table ) {
         std::vector<String> texts;
-        eachHandleUse( *model->parser(), [ & ]( HandleUse const& use ) {
+        eachHandleUse( model->parser(), [ & ]( HandleUse const& use ) {
             if( use.handle == Support::handleOf( table ) )
                 texts.push_back( String( kindOf( use.kind ).one ) + "." + use.field + " " +
                                  String( use.name ) + "/" + String( use.table ) + "=" + String( use.owner ) );
@@ -27,7 +27,7 @@ class HandleUses : public InFolder {
     }
 
     Support::ContextBuilder context = referringContext();
-    Zel::Ptr<Bfri::Model> model = modelOf( context );
+    ConfigurationPtr model = modelOf( context );
 };
 
 TEST_F( HandleUses, AreThoseOfEachRecordWithTheTableBehindIt ) {
@@ -67,7 +67,7 @@ TEST_F( HandleUses, OfWhatIsDirectAreItsOwnToo ) {
 TEST_F( HandleUses, AreAllThatTheListsShow ) {
     std::set<String> listed;
     for( Bfri::RecordKind const& kind : Bfri::recordKinds() ) {
-        for( Bfri::Row const& row : kind.rows( *model->parser() ) ) {
+        for( Bfri::Row const& row : kind.rows( model->parser() ) ) {
             auto const add = [ & ]( Bfri::Field const& field, Bfri::Value const& value ) {
                 auto const* const handle = std::get_if<Bfri::Hex>( &value.is );
                 if( handle && handle->value != 0 )
@@ -83,7 +83,7 @@ TEST_F( HandleUses, AreAllThatTheListsShow ) {
         }
     }
     std::set<String> visited;
-    Bfri::eachHandleUse( *model->parser(), [ & ]( Bfri::HandleUse const& use ) {
+    Bfri::eachHandleUse( model->parser(), [ & ]( Bfri::HandleUse const& use ) {
         visited.insert( std::to_string( use.handle ) + kindOf( use.kind ).one + "." + use.field );
     } );
     for( String const& one : listed ) {

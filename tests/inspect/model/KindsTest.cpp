@@ -15,7 +15,7 @@ class Kinds : public InFolder {};
 
 TEST_F( Kinds, HaveNamesInTheirOrderEachPairOnce ) {
     auto const model = emptyModel();
-    auto& parser = *model->parser();
+    auto& parser = model->parser();
     parser.bfHeadersIs( "x", BfHeaderInfo( 1 ) );
     for( char const* const table : { "b", "x", "b" } )
         parser.bfTablesPush( named<BfTableInfo>( table ) );
@@ -59,7 +59,7 @@ TEST_F( Kinds, SayWhatEachOfTheirFieldsMeans ) {
 TEST_F( Kinds, HaveRowsWithTheFieldsOfTheBlankOne ) {
     auto const model = modelOf( completeContext() );
     for( RecordKind const& kind : Bfri::recordKinds() ) {
-        auto const rows = kind.rows( *model->parser() );
+        auto const rows = kind.rows( model->parser() );
         ASSERT_FALSE( rows.empty() ) << kind.one;
         auto const sameName = []( Bfri::Field const& a, Bfri::Field const& b ) { return a.name == b.name; };
         auto const blank = kind.blank();
@@ -74,10 +74,10 @@ TEST_F( Kinds, HaveAsManyRowsAsTheirCollections ) {
     for( RecordKind const& kind : Bfri::recordKinds() ) {
         std::size_t size = 0;
         for( Bfri::Collection const& collection : Bfri::collections() )
-            size += collection.kind == kind.kind ? collection.size( *model->parser() ) : 0;
+            size += collection.kind == kind.kind ? collection.size( model->parser() ) : 0;
         std::size_t const each =
             kind.kind == Bfri::Kind::phvFields ? 2 : 1; // the field is in both directions
-        std::size_t const rows = each * kind.rows( *model->parser() ).size();
+        std::size_t const rows = each * kind.rows( model->parser() ).size();
         EXPECT_EQ( rows, size ) << kind.one;
         if( kind.isCounted ) {
             EXPECT_STREQ( Bfri::collectionOf( kind.kind ).member, kind.member );

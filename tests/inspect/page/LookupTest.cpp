@@ -16,15 +16,15 @@ using testing::Pair;
 class HandleLookup : public InFolder {
   protected:
     std::vector<HandleAnswer> lookUp( std::vector<Bfri::HandleWord> const& words ) {
-        return Bfri::lookUp( *model->parser(), words );
+        return Bfri::lookUp( *model, words );
     }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    ConfigurationPtr const model = emptyModel();
 };
 
 TEST_F( HandleLookup, HasAnAnswerForEachHandleInTheirOrder ) {
-    model->parser()->bfTablesPush( named<BfTableInfo>( "acl", 1 ) );
-    model->parser()->bfTablesPush( named<BfTableInfo>( "lpm", 2 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "acl", 1 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "lpm", 2 ) );
     auto const answers = lookUp( { { "2", 2 }, { "7", 7 }, { "1", 1 } } );
     ASSERT_EQ( answers.size(), 3U );
     EXPECT_EQ( answers[ 0 ].uses.at( 0 ).name, "lpm" );
@@ -36,7 +36,7 @@ TEST_F( HandleLookup, HasAnAnswerForEachHandleInTheirOrder ) {
 }
 
 TEST_F( HandleLookup, OfAnUnknownHandleHasWhatMayBeMeant ) {
-    model->parser()->bfTablesPush( named<BfTableInfo>( "acl", 0x10 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "acl", 0x10 ) );
     auto const answers = lookUp( { { "0x30000010", 0x30000010 }, { "10", 10 }, { "0x10", 0x10 } } );
     EXPECT_THAT( answers[ 0 ].others, ElementsAre( Pair( 0x10U, "acl" ) ) ); // the pipe is lost in the model
     EXPECT_THAT( answers[ 1 ].others, IsEmpty() );
@@ -50,7 +50,7 @@ TEST_F( HandleLookup, HasWhatTheModelOmits ) {
         Support::matchTable( "acl" ).with( "/is_resource_controllable", "false" ) ) );
     U32 const handle = Support::handleOf( "acl" );
     std::vector<Bfri::HandleWord> const words{ { "acl", handle } };
-    auto const answers = Bfri::lookUp( *omitting->parser(), words );
+    auto const answers = Bfri::lookUp( *omitting, words );
     ASSERT_EQ( answers.at( 0 ).omitted.size(), 1U );
     EXPECT_EQ( answers[ 0 ].omitted[ 0 ].table, "acl" );
 }

@@ -34,12 +34,10 @@ std::vector<String> partsOf( Bfri::Entry const& entry ) {
 
 class PageOfAName : public InFolder {
   protected:
-    Page page( String const& name, std::optional<U32> handle = {} ) {
-        return pageOf( *model->parser(), name, handle );
-    }
+    Page page( String const& name, std::optional<U32> handle = {} ) { return pageOf( *model, name, handle ); }
 
     Support::ContextBuilder context = referringContext();
-    Zel::Ptr<Bfri::Model> model = modelOf( context );
+    ConfigurationPtr model = modelOf( context );
 };
 
 TEST_F( PageOfAName, LinksATableWithAllThatItHas ) {
@@ -99,8 +97,8 @@ TEST_F( PageOfAName, IsOfAHandleAloneWhereThatIsAskedFor ) {
 TEST_F( PageOfAName, CountsTheRecordsThatItDoesNotShow ) {
     auto const many = emptyModel();
     for( U32 handle = 1; handle <= 10; ++handle )
-        many->parser()->bfTablesPush( named<BfTableInfo>( "acl", handle ) );
-    Page const full = pageOf( *many->parser(), "acl" );
+        many->parser().bfTablesPush( named<BfTableInfo>( "acl", handle ) );
+    Page const full = pageOf( *many, "acl" );
     EXPECT_EQ( full.sections.at( 0 ).entries.size(), 8U );
     EXPECT_EQ( full.sections.at( 0 ).moreRecords, 2U );
     auto const row = rowOf( std::vector{ full } );

@@ -14,7 +14,7 @@ using testing::ElementsAre;
 class Search : public InFolder {
   protected:
     Search() {
-        auto& parser = *model->parser();
+        auto& parser = model->parser();
         parser.bfTablesPush( named<BfTableInfo>( "in.acl", 1 ) );
         parser.bfTablesPush( named<BfTableInfo>( "in.lpm", 2 ) );
         parser.bfTablesPush( named<BfTableInfo>( "eg.lpm", 3 ) );
@@ -30,22 +30,22 @@ class Search : public InFolder {
     /// The names of the pages, or null.
     std::vector<String> pages( String const& word ) {
         std::vector<String> names;
-        auto const found = Bfri::pagesFor( *model->parser(), word );
+        auto const found = Bfri::pagesFor( *model, word );
         for( Bfri::Page const& page : std::get<std::vector<Bfri::Page>>( found ) )
             names.push_back( page.name );
         return names;
     }
     template<class Result>
     Result insteadOfPages( String const& word ) {
-        return std::get<Result>( Bfri::pagesFor( *model->parser(), word ) );
+        return std::get<Result>( Bfri::pagesFor( *model, word ) );
     }
     /// Keeps the rows that the result points to.
     Bfri::RecordFound record( Kind kind, String const& word ) {
-        rows = kindOf( kind ).rows( *model->parser() );
-        return recordFor( *model->parser(), kindOf( kind ), rows, word );
+        rows = kindOf( kind ).rows( model->parser() );
+        return recordFor( model->parser(), kindOf( kind ), rows, word );
     }
 
-    Zel::Ptr<Bfri::Model> const model = emptyModel();
+    ConfigurationPtr const model = emptyModel();
     std::vector<Bfri::Row> rows;
 };
 
@@ -57,7 +57,7 @@ TEST_F( Search, FindsAPageByNameByItsEndByHandleAndByActionAndTable ) {
 }
 
 TEST_F( Search, OfAnActionOfATableHasThatAlone ) {
-    auto const found = Bfri::pagesFor( *model->parser(), "permit of in.lpm" );
+    auto const found = Bfri::pagesFor( *model, "permit of in.lpm" );
     auto const& page = std::get<std::vector<Bfri::Page>>( found ).at( 0 );
     ASSERT_EQ( page.sections.size(), 1U );
     ASSERT_EQ( page.sections[ 0 ].entries.size(), 1U );
@@ -98,19 +98,19 @@ TEST_F( Search, OfSeveralRecordsSaysWhatToTypeForEach ) {
     EXPECT_EQ( actions.count, 3U );
     EXPECT_TRUE( actions.tellApart );
     EXPECT_THAT( actions.words, ElementsAre( "permit of eg.lpm", "permit of in.acl", "permit of in.lpm" ) );
-    model->parser()->bfTablesPush( named<BfTableInfo>( "in.acl", 8 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "in.acl", 8 ) );
     auto const tables = std::get<SeveralRecords>( record( Kind::tables, "in.acl" ) );
     EXPECT_THAT( tables.words, ElementsAre( "0x00000001", "0x00000008" ) );
     BfTableInfo larger = named<BfTableInfo>( "in.acl", 8 );
     larger.size = 5;
-    model->parser()->bfTablesPush( larger );
+    model->parser().bfTablesPush( larger );
     auto const twins = std::get<SeveralRecords>( record( Kind::tables, "in.acl" ) );
     EXPECT_EQ( twins.count, 3U );
     EXPECT_FALSE( twins.tellApart );
 }
 
 TEST_F( Search, CountsRecordsThatAreTheSameAsOne ) {
-    model->parser()->bfTablesPush( named<BfTableInfo>( "in.acl", 1 ) );
+    model->parser().bfTablesPush( named<BfTableInfo>( "in.acl", 1 ) );
     EXPECT_TRUE( std::holds_alternative<Bfri::Row const*>( record( Kind::tables, "in.acl" ) ) );
 }
 

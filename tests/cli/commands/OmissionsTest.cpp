@@ -36,9 +36,9 @@ String tables( std::vector<StageTable> const& stagesOfMarks, char const* howRefe
         .text();
 }
 
-class LeftOut : public InFolder {
+class Omissions : public InFolder {
   protected:
-    LeftOut() {
+    Omissions() {
         writeFile( "context.json", tables( {} ) );
         writeFile( "switch.conf",
                    SwitchConfBuilder()
@@ -48,72 +48,65 @@ class LeftOut : public InFolder {
 };
 
 /// As sentences; empty for nothing.
-String said( std::optional<Bfri::LeftOut> const& leftOut ) { return leftOut ? sentenceOf( *leftOut ) : ""; }
-String said( Bfri::LeftOuts const& all ) { return sentencesOf( all ); }
+String said( std::optional<Bfri::Omission> const& omission ) {
+    return omission ? sentenceOf( *omission ) : "";
+}
+String said( Bfri::Omissions const& all ) { return sentencesOf( all ); }
 
-TEST_F( LeftOut, IsKnownByNameAndByTheEndOfIt ) {
-    auto const model = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
-    Bfri::LeftOutTables leftOut( *model->parser() );
+TEST_F( Omissions, IsKnownByNameAndByTheEndOfIt ) {
+    auto const model = loaded();
+    Bfri::OmittedTables const omitted( *model );
     for( char const* const word : { "pipe.marks", "marks" } )
-        EXPECT_EQ( said( leftOut.named( word ) ), of ) << word;
+        EXPECT_EQ( said( omitted.named( word ) ), of ) << word;
     for( char const* const word : { "mark", "mark of marks", "mark of pipe.marks" } )
-        EXPECT_EQ( said( leftOut.named( word ) ), ofAction ) << word;
+        EXPECT_EQ( said( omitted.named( word ) ), ofAction ) << word;
     for( char const* const word : { "pipe.acl", "acl", "arks", "", "mark of acl", "hits" } )
-        EXPECT_THAT( said( leftOut.named( word ) ), IsEmpty() ) << word;
+        EXPECT_THAT( said( omitted.named( word ) ), IsEmpty() ) << word;
 }
 
-TEST_F( LeftOut, IsKnownByHandle ) {
-    auto const model = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
-    Bfri::LeftOutTables leftOut( *model->parser() );
-    EXPECT_EQ( said( leftOut.withHandle( 0x10000007 ) ), of );
-    EXPECT_EQ( said( leftOut.withHandle( 0x10000000 + 77 ) ), ofAction );
+TEST_F( Omissions, IsKnownByHandle ) {
+    auto const model = loaded();
+    Bfri::OmittedTables const omitted( *model );
+    EXPECT_EQ( said( omitted.withHandle( 0x10000007 ) ), of );
+    EXPECT_EQ( said( omitted.withHandle( 0x10000000 + 77 ) ), ofAction );
     for( U32 const handle : { 7U, 0x10000001U, 0U } )
-        EXPECT_THAT( said( leftOut.withHandle( handle ) ), IsEmpty() ) << handle;
+        EXPECT_THAT( said( omitted.withHandle( handle ) ), IsEmpty() ) << handle;
 }
 
-TEST_F( LeftOut, IsKnownBehindWhatTheModelHas ) {
-    auto const model = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
-    Bfri::LeftOutTables leftOut( *model->parser() );
-    EXPECT_EQ( said( leftOut.behind( 0x10000005, "" ) ), ofWhatItHas );  // lists it
-    EXPECT_EQ( said( leftOut.behind( 0x10000007, "pipe.marks" ) ), of ); // is it
-    EXPECT_EQ( said( leftOut.behind( 0x10000007, "hits" ) ), "" );
-    model->parser()->parentTableIs( "named", "pipe.marks" );
-    EXPECT_EQ( said( leftOut.behind( 0x10000099, "named" ) ), ofWhatItHas );
-    EXPECT_EQ( said( leftOut.behind( 0x20000099, "named" ) ), "" ); // of another file
+TEST_F( Omissions, IsKnownOfWhatTheModelHas ) {
+    auto const model = loaded();
+    Bfri::OmittedTables const omitted( *model );
+    EXPECT_EQ( said( omitted.of( 0x10000005, "" ) ), ofWhatItHas );  // lists it
+    EXPECT_EQ( said( omitted.of( 0x10000007, "pipe.marks" ) ), of ); // is it
+    EXPECT_EQ( said( omitted.of( 0x10000007, "hits" ) ), "" );
+    model->parser().parentTableIs( "named", "pipe.marks" );
+    EXPECT_EQ( said( omitted.of( 0x10000099, "named" ) ), ofWhatItHas );
+    EXPECT_EQ( said( omitted.of( 0x20000099, "named" ) ), "" ); // of another file
     for( U32 const handle : { 5U, 0x10000006U } )
-        EXPECT_EQ( said( leftOut.behind( handle, "" ) ), "" ) << handle;
+        EXPECT_EQ( said( omitted.of( handle, "" ) ), "" ) << handle;
 }
 
-TEST_F( LeftOut, IsNotReadBehindWhatIsOfAKnownTableAlone ) {
-    auto const files = []( char const* how, char const* staticEntries ) {
-        String const hits = String( R"([{"handle":5,"name":"hits","how_referenced":")" ) + how + R"("}])";
+TEST_F( Omissions, OfADirectCounterAreNoneWhereTheModelHasItsTable ) {
+    String const hits = R"([{"handle":5,"name":"hits","how_referenced":"direct"}])";
+    for( auto const& [ staticEntries, omissions ] : { std::pair( "[]", 0U ), std::pair( "[{}]", 1U ) } ) {
         writeFile( "context.json", ContextBuilder()
                                        .table( Support::matchTable( "pipe.acl" )
                                                    .handle( 1 )
                                                    .with( "/statistics_table_refs", hits.c_str() )
                                                    .with( "/static_entries", staticEntries ) )
-                                       .table( statisticsTable( "hits" ).handle( 5 ).referenced( how ) )
+                                       .table( statisticsTable( "hits" ).handle( 5 ).referenced( "direct" ) )
                                        .text() );
-    };
-    for( char const* const how : { "direct", "indirect" } ) {
-        files( how, "[]" );
-        auto const model = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
-        files( how, "[{}]" ); // since then
-        Bfri::LeftOutTables leftOut( *model->parser() );
-        EXPECT_EQ( leftOut.behind( 0x10000005, "hits" ).empty(), how == String( "direct" ) ) << how;
+        EXPECT_EQ( Bfri::OmittedTables( *loaded() ).of( 0x10000005, "hits" ).size(), omissions );
     }
-    files( "direct", "[{}]" );
-    auto const leftOutNow = BfResourceInfo::bfResourceInfoIntfFactory( "switch.conf" );
-    EXPECT_EQ( Bfri::LeftOutTables( *leftOutNow->parser() ).behind( 0x10000005, "hits" ).size(), 1U );
 }
 
-TEST_F( LeftOut, IsSaidOfAHandleThatIsLookedUp ) {
+TEST_F( Omissions, IsSaidOfAHandleThatIsLookedUp ) {
     auto const outcome = bfri( { "lookup", "switch.conf", "0x10000007" } );
     EXPECT_EQ( outcome.status, 1 );
     EXPECT_EQ( outcome.err, "bfri: nothing has the handle 0x10000007; " + String( of ) + "\n" );
 }
 
-TEST_F( LeftOut, IsAMemberOfTheJsonOfLookup ) {
+TEST_F( Omissions, IsAMemberOfTheJsonOfLookup ) {
     auto const answer =
         parsed( bfri( { "lookup", "switch.conf", "0x10000007", "0x1000004d", "--json" } ).out );
     EXPECT_EQ( compact( answer[ "handles" ][ 0 ] ),
@@ -125,14 +118,14 @@ TEST_F( LeftOut, IsAMemberOfTheJsonOfLookup ) {
                R"("contextFile":"context.json","missing":"record","reason":"it has 1 static entry"}])" );
 }
 
-TEST_F( LeftOut, IsSaidOfAFieldThatIsAskedFor ) {
+TEST_F( Omissions, IsSaidOfAFieldThatIsAskedFor ) {
     EXPECT_THAT( bfri( { "field", "switch.conf", "table", "marks", "size" } ).err,
                  HasSubstr( String( " 'marks': " ) + of + "\n" ) );
     EXPECT_THAT( bfri( { "field", "switch.conf", "action", "mark of marks", "handle" } ).err,
                  HasSubstr( String( " 'mark of marks': " ) + ofAction + "\n" ) );
 }
 
-TEST_F( LeftOut, IsSaidOfANameOrHandleThatIsAskedFor ) {
+TEST_F( Omissions, IsSaidOfANameOrHandleThatIsAskedFor ) {
     for( char const* const command : { "table", "show" } ) {
         for( char const* const word : { "marks", "0x10000007" } ) {
             auto const outcome = bfri( { command, "switch.conf", word } );
@@ -142,13 +135,13 @@ TEST_F( LeftOut, IsSaidOfANameOrHandleThatIsAskedFor ) {
     }
 }
 
-TEST_F( LeftOut, IsNotSaidOfOtherNames ) {
+TEST_F( Omissions, IsNotSaidOfOtherNames ) {
     EXPECT_EQ( bfri( { "table", "switch.conf", "acl" } ).status, 0 );
     EXPECT_EQ( bfri( { "table", "switch.conf", "akl" } ).err,
                "bfri: no match table 'akl'; names like it:\n  pipe.acl\n" );
 }
 
-TEST_F( LeftOut, IsSaidOfWhatAPlacedOneHas ) {
+TEST_F( Omissions, IsSaidOfWhatAPlacedOneHas ) {
     for( char const* const how : { "direct", "indirect" } ) {
         writeFile( "context.json", tables( { StageTable() }, how ) );
         struct {
@@ -172,7 +165,7 @@ TEST_F( LeftOut, IsSaidOfWhatAPlacedOneHas ) {
     }
 }
 
-TEST_F( LeftOut, IsNotSaidOfWhatOthersHave ) {
+TEST_F( Omissions, IsNotSaidOfWhatOthersHave ) {
     writeFile( "context.json", tables( { StageTable() } ) );
     for( char const* const word : { "acl", "lone" } ) {
         auto const page = bfri( { "show", "switch.conf", word } );
@@ -183,9 +176,9 @@ TEST_F( LeftOut, IsNotSaidOfWhatOthersHave ) {
 }
 
 /// Registers of which several tables are left out, or on no stage, or which are on none themselves.
-class SeveralLeftOut : public LeftOut {
+class SeveralOmissions : public Omissions {
   protected:
-    SeveralLeftOut() {
+    SeveralOmissions() {
         auto const table = []( char const* name, U32 handle, char const* reference ) {
             return Support::matchTable( name ).handle( handle ).with( "/stateful_table_refs", reference );
         };
@@ -210,7 +203,7 @@ class SeveralLeftOut : public LeftOut {
     }
 };
 
-TEST_F( SeveralLeftOut, AreTheSameForLookupAndShow ) {
+TEST_F( SeveralOmissions, AreTheSameForLookupAndShow ) {
     using Lines = std::vector<String>;
     String const has = "context.json has it with the match table ";
     String const ofOwn = has + R"("late", which the model leaves out: it has 1 static entry)";
@@ -245,7 +238,7 @@ TEST_F( SeveralLeftOut, AreTheSameForLookupAndShow ) {
     EXPECT_THAT( bfri( { "show", "switch.conf", "own" } ).out, HasSubstr( "\n\n  " + ofOwn + '\n' ) );
 }
 
-TEST_F( SeveralLeftOut, HaveTheOwnHandleOfWhatIsOnNoStage ) {
+TEST_F( SeveralOmissions, HaveTheOwnHandleOfWhatIsOnNoStage ) {
     String const own = R"(context.json has the stateful table "own", whose handle the model leaves out: )"
                        "it has no stage table";
     String const owner = R"(context.json has it with the match table "late", which the model leaves out: )"

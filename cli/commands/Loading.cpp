@@ -1,0 +1,31 @@
+#include "cli/commands/Loading.h"
+
+#include "cli/terminal/FaultText.h"
+#include "inspect/rows/Utf8.h"
+
+namespace Bfri {
+
+namespace {
+
+/// Whether `bfri check`, which reads the file again, has more to say of a fault.
+bool hasMore( Fault const& fault ) { return fault.pointer || fault.line; }
+
+[[noreturn]] void fail( String const& path, Fault const& fault ) {
+    String const more = "\n'bfri check " + escapeForTerminal( path ) + "' says more";
+    throw LoadFailure( faultText( fault ) + ( hasMore( fault ) ? more : "" ), fault );
+}
+
+} // namespace
+
+Configuration load( String const& path, Command const& command, std::ostream& err ) {
+    auto result = command.onBadData == OnBadData::explain ? loadConfiguration( path, Survey::facts, err )
+                                                          : loadOrAbort( path );
+    if( auto const* const fault = std::get_if<Fault>( &result ) )
+        fail( path, *fault );
+    auto& configuration = std::get<Configuration>( result );
+    for( String const& file : unreadContextFiles( configuration ) )
+        err << "bfri: " << escapeForTerminal( file ) << " is not read: a later pipeline has the same pipes\n";
+    return std::move( configuration );
+}
+
+} // namespace Bfri
