@@ -1,4 +1,5 @@
 #include "cli/Run.h"
+#include "cli/terminal/Characters.h"
 
 #include "cli/commands/Loading.h"
 #include "cli/grammar/CommandLine.h"
@@ -7,7 +8,6 @@
 #include "cli/terminal/FaultText.h"
 #include "inspect/load/FaultDetails.h"
 #include "inspect/rows/JsonFormat.h"
-#include "inspect/rows/Utf8.h"
 
 #include <algorithm>
 #include <cerrno>

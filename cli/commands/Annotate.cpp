@@ -1,7 +1,7 @@
 #include "cli/commands/Annotator.h"
 #include "cli/commands/Answers.h"
+#include "cli/terminal/Characters.h"
 #include "inspect/model/HandleUses.h"
-#include "inspect/rows/Utf8.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,13 +1,14 @@
 #include "cli/commands/Answers.h"
+#include "cli/terminal/Characters.h"
 #include "cli/terminal/CheckReport.h"
 #include "inspect/load/FaultDetails.h"
 #include "inspect/load/Load.h"
 #include "inspect/model/Collections.h"
 #include "inspect/model/RecordKinds.h"
 #include "inspect/rows/JsonFormat.h"
-#include "inspect/rows/Utf8.h"
 
 #include <algorithm>
+#include <fmt/format.h>
 
 namespace Bfri {
 
@@ -42,6 +43,23 @@ std::vector<String> partsOf( String const& text ) {
 
 using Kinds = std::vector<FindingKind const*>;
 
+FindingKind const& kindMeant( String const& word ) {
+    if( FindingKind const* const kind = findingKindOf( word ) )
+        return *kind;
+    auto const suggestions = findingsLike( word );
+    throw Failure( ExitStatus::usage,
+                   fmt::format( "no finding has the code '{}'; {}", escapeForTerminal( word ),
+                                suggestions.empty() ? "'--explain all' lists them" : "codes like it:" ),
+                   suggestions );
+}
+
+Severity severityMeant( String const& word ) {
+    if( auto const severity = severityOf( word ) )
+        return *severity;
+    throw Failure( ExitStatus::usage, fmt::format( "--fail-on takes error, warning or note, not '{}'",
+                                                   escapeForTerminal( word ) ) );
+}
+
 /// Of an option's codes or titles, each once; none where the option is not given.
 Kinds kindsOf( Request const& request, char const* option ) {
     Kinds kinds;
@@ -53,7 +71,7 @@ Kinds kindsOf( Request const& request, char const* option ) {
             throw Failure( ExitStatus::usage, String( option ) +
                                                   " takes codes or titles with commas between, not '" +
                                                   escapeForTerminal( request.option( option ) ) + "'" );
-        FindingKind const* const kind = &findingKindOf( word );
+        FindingKind const* const kind = &kindMeant( word );
         if( std::find( kinds.begin(), kinds.end(), kind ) == kinds.end() )
             kinds.push_back( kind );
     }
@@ -85,7 +103,7 @@ ExitStatus statusOf( Checked const& checked, Severity failOn ) {
 ExitStatus checkAll( Request const& request, Streams const& io ) {
     Kinds const ignored = kindsOf( request, "--ignore" );
     Severity const failOn =
-        request.has( "--fail-on" ) ? severityOf( request.option( "--fail-on" ) ) : Severity::note;
+        request.has( "--fail-on" ) ? severityMeant( request.option( "--fail-on" ) ) : Severity::note;
     std::optional<JsonAnswer> json;
     if( request.format == Format::json )
         json.emplace( io.out );

@@ -1,8 +1,8 @@
 #include "cli/commands/Answers.h"
 #include "cli/commands/Meant.h"
 #include "cli/grammar/WrongWord.h"
+#include "cli/terminal/Characters.h"
 #include "cli/terminal/RecordText.h"
-#include "inspect/rows/Utf8.h"
 
 #include <fmt/format.h>
 

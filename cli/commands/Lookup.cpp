@@ -1,8 +1,8 @@
 #include "cli/commands/Answers.h"
+#include "cli/terminal/Characters.h"
 #include "cli/terminal/LookupText.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/rows/JsonFormat.h"
-#include "inspect/rows/Utf8.h"
 
 #include <fmt/format.h>
 

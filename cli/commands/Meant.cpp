@@ -1,7 +1,7 @@
 #include "cli/commands/Meant.h"
+#include "cli/terminal/Characters.h"
 
 #include "inspect/model/ActionWord.h"
-#include "inspect/rows/Utf8.h"
 
 #include <fmt/format.h>
 
@@ -13,7 +13,7 @@ namespace {
                                  Meaning const& meaning, Named const& named ) {
     String const missing = fmt::format( "no {} '{}'", named.one, escapeForTerminal( word ) );
     if( String const why = whyMissing( configuration, word ); !why.empty() )
-        throw Failure( ExitStatus::no, missing + ": " + why );
+        throw Failure( ExitStatus::no, missing + ": " + escapeForTerminal( why ) );
     if( auto const actions =
             named.actions ? actionsLike( configuration.parser(), word ) : std::vector<String>();
         !actions.empty() )

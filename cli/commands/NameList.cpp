@@ -1,9 +1,9 @@
 #include "cli/commands/Answers.h"
 #include "cli/grammar/WrongWord.h"
+#include "cli/terminal/Characters.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/Names.h"
 #include "inspect/rows/JsonFormat.h"
-#include "inspect/rows/Utf8.h"
 
 namespace Bfri {
 

@@ -1,7 +1,7 @@
 #include "cli/commands/Pattern.h"
+#include "cli/terminal/Characters.h"
 
 #include "cli/Failure.h"
-#include "inspect/rows/Utf8.h"
 
 #include <cstdint>
 

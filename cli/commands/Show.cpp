@@ -11,10 +11,11 @@ namespace {
 
 [[noreturn]] void refuse( Configuration const& configuration, OnlyReferredTo const& handle ) {
     String const known = sentencesOf( OmittedTables( configuration ).withHandle( handle.handle ) );
-    throw Failure( ExitStatus::no,
-                   fmt::format( "nothing has the handle {} as its own; {}these refer to it:",
-                                hexText( handle.handle ), known.empty() ? known : known + "; " ),
-                   { handle.referrers.begin(), handle.referrers.end() } );
+    throw Failure(
+        ExitStatus::no,
+        fmt::format( "nothing has the handle {} as its own; {}these refer to it:", hexText( handle.handle ),
+                     known.empty() ? known : escapeForTerminal( known ) + "; " ),
+        { handle.referrers.begin(), handle.referrers.end() } );
 }
 
 std::vector<Page> pagesMeant( Configuration const& configuration, String const& word ) {

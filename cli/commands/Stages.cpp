@@ -1,9 +1,9 @@
 #include "cli/commands/Answers.h"
+#include "cli/terminal/Characters.h"
 #include "cli/terminal/StageText.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/Records.h"
 #include "inspect/rows/JsonFormat.h"
-#include "inspect/rows/Utf8.h"
 #include "inspect/stages/StageMap.h"
 
 #include <charconv>

@@ -1,9 +1,9 @@
 #include "cli/grammar/CommandLine.h"
+#include "cli/terminal/Characters.h"
 
 #include "cli/Failure.h"
 #include "cli/grammar/WrongWord.h"
 #include "inspect/model/RecordKinds.h"
-#include "inspect/rows/Utf8.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,8 +1,8 @@
 #include "cli/grammar/WrongWord.h"
+#include "cli/terminal/Characters.h"
 
 #include "cli/Failure.h"
 #include "inspect/model/Names.h"
-#include "inspect/rows/Utf8.h"
 
 namespace Bfri {
 

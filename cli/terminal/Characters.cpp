@@ -1,7 +1,10 @@
 #include "cli/terminal/Characters.h"
 
+#include "inspect/rows/Utf8.h"
+
 #include <algorithm>
 #include <charconv>
+#include <fmt/format.h>
 #include <memory>
 #include <unigbrk.h>
 #include <uninorm.h>
@@ -16,6 +19,14 @@ uint8_t const* units( std::string_view text ) { return reinterpret_cast<uint8_t 
 
 bool isAscii( std::string_view text ) {
     return std::all_of( text.begin(), text.end(), []( char c ) { return ( c & 0x80 ) == 0; } );
+}
+
+String escapeOf( Character const& c ) {
+    if( c.kind == Character::Kind::strayByte || c.code < 0x20 || c.code == 0x7F )
+        return fmt::format( "\\x{:02x}", c.code );
+    if( c.kind == Character::Kind::surrogate || isHidden( c ) )
+        return fmt::format( "\\u{:04x}", c.code );
+    return {};
 }
 
 /// The character that a text begins with, marks included.
@@ -72,6 +83,8 @@ String normalized( uninorm_t form, String const& text ) {
 }
 
 } // namespace
+
+String escapeForTerminal( std::string_view text ) { return escaped( text, escapeOf ); }
 
 std::size_t width( std::string_view shownText ) {
     if( isAscii( shownText ) )

@@ -11,6 +11,10 @@ namespace Bfri {
 
 using Vessa::String;
 
+/// A text for a terminal: what could move the cursor, change the order of what is read, or is no valid UTF-8
+/// shows as \xXX or \uXXXX.
+String escapeForTerminal( std::string_view text );
+
 /// The columns that a shown text takes: wide characters two, marks on another character none.
 std::size_t width( std::string_view shownText );
 

@@ -1,7 +1,6 @@
 #include "cli/terminal/CheckReport.h"
 
 #include "cli/terminal/Characters.h"
-#include "inspect/rows/Utf8.h"
 
 #include <algorithm>
 #include <span>
@@ -109,7 +108,7 @@ String totalsText( std::vector<Finding> const& findings ) {
 /// A pipeline is called by its context file.
 String subjectIn( Finding const& finding, bool severalFiles ) {
     bool const tells = severalFiles && !finding.contextFile.empty() && finding.contextFile != finding.name;
-    return finding.subject() + ( tells ? " in " + escapeForTerminal( finding.contextFile ) : "" );
+    return finding.subject() + ( tells ? " in " + finding.contextFile : "" );
 }
 
 /// The findings of a kind stand together. What is the same of all of them stands once.
@@ -123,9 +122,11 @@ void printFindings( std::vector<Finding> const& findings, bool severalFiles, Str
         bool const alike =
             count > 1 && std::all_of( first, end, [ & ]( auto const& f ) { return f.says == first->says; } );
         io.out << "  " << kind.code << ' ' << wordOf( kind.severity ) << ", " << kind.title << ": " << count
-               << ( alike ? " (" + first->says + ")" : "" ) << '\n';
+               << ( alike ? " (" + escapeForTerminal( first->says ) + ")" : "" ) << '\n';
         for( auto const& finding : std::span( first, std::min( most, count ) ) )
-            io.out << "    " << subjectIn( finding, severalFiles ) << ( alike ? "" : ": " + finding.says )
+            io.out << "    "
+                   << escapeForTerminal( subjectIn( finding, severalFiles ) +
+                                         ( alike ? "" : ": " + finding.says ) )
                    << '\n';
         if( count > most )
             io.out << "    and " << count - most << " more; --json has all\n";

@@ -2,7 +2,7 @@
 
 // What `bfri check` found of one configuration, for people and for machines.
 
-#include "cli/grammar/Commands.h"
+#include "cli/terminal/Streams.h"
 #include "inspect/check/Findings.h"
 #include "inspect/load/Fault.h"
 #include "inspect/rows/Row.h"

@@ -1,11 +1,11 @@
 #include "cli/terminal/DiffText.h"
+#include "cli/terminal/Characters.h"
 
 #include "cli/terminal/Paint.h"
 #include "cli/terminal/RecordText.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/diff/Join.h"
 #include "inspect/diff/Verdict.h"
-#include "inspect/rows/Utf8.h"
 
 #include <cstdio>
 #include <unordered_set>

@@ -1,7 +1,7 @@
 #include "cli/terminal/LookupText.h"
+#include "cli/terminal/Characters.h"
 
 #include "cli/terminal/TextFormat.h"
-#include "inspect/rows/Utf8.h"
 
 namespace Bfri {
 
@@ -22,7 +22,7 @@ void printUnknown( std::ostream& err, String const& word, HandleAnswer const& an
     for( auto const& [ handle, name ] : answer.others )
         err << std::exchange( before, ", " ) << hexText( handle ) << " (" << escapeForTerminal( name ) << ")";
     if( !answer.omitted.empty() )
-        err << "; " << sentencesOf( answer.omitted );
+        err << "; " << escapeForTerminal( sentencesOf( answer.omitted ) );
     if( answer.without0x )
         err << "; did you mean " << hexText( *answer.without0x ) << "?";
     err << '\n';
@@ -46,7 +46,7 @@ void printRemarks( std::ostream& err, String const& word, HandleAnswer const& an
     if( answer.uses.empty() )
         return printUnknown( err, word, answer, pipesInHandles );
     for( Omission const& omitted : answer.omitted )
-        err << "bfri: " << word << ": " << sentenceOf( omitted ) << '\n';
+        err << "bfri: " << word << ": " << escapeForTerminal( sentenceOf( omitted ) ) << '\n';
 }
 
 } // namespace Bfri

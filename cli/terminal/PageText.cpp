@@ -1,8 +1,8 @@
 #include "cli/terminal/PageText.h"
+#include "cli/terminal/Characters.h"
 
 #include "cli/terminal/RecordText.h"
 #include "cli/terminal/TextFormat.h"
-#include "inspect/rows/Utf8.h"
 
 #include <sstream>
 
@@ -67,7 +67,7 @@ void printRecord( std::ostream& out, TerminalStyle const& look, RecordKind const
     printIndented( out, "  ", lines.str() );
     for( Omission const& table : entry.omitted ) {
         out << '\n';
-        printIndented( out, "  ", inLines( sentenceOf( table ), within( look, "  " ) ) );
+        printIndented( out, "  ", inLines( escapeForTerminal( sentenceOf( table ) ), within( look, "  " ) ) );
     }
 }
 

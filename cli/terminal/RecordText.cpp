@@ -6,95 +6,74 @@ namespace Bfri {
 
 namespace {
 
-constexpr Column tableColumns[] = {
-    { "HANDLE", "handle" },
-    { "SIZE", "size" },
-    { "ENTRIES", "totalEntries" },
-    { "IDLE BITS", "idleTimePrecision" },
-    { "HIT FROM", "hitBitSmashOffset" },
-    { "HIT TO", "hitBitSmashLast" },
-    { "PARTS", "maxPartitions" },
-    { "ACTION DATA", "adtHandle" },
-    { "SELECTION", "selHandle" },
-    { "PIPE", "logicalPipe" },
-    { "NAME", "name" },
-};
+constexpr Column tableColumns[] = { { "HANDLE", "handle" },
+                                    { "SIZE", "size" },
+                                    { "ENTRIES", "totalEntries" },
+                                    { "IDLE BITS", "idleTimePrecision" },
+                                    { "HIT FROM", "hitBitSmashOffset" },
+                                    { "HIT TO", "hitBitSmashLast" },
+                                    { "PARTS", "maxPartitions" },
+                                    { "ACTION DATA", "adtHandle" },
+                                    { "SELECTION", "selHandle" },
+                                    { "PIPE", "logicalPipe" },
+                                    { "NAME", "name" } };
 
-constexpr Column resourceColumns[] = {
-    { "HANDLE", "handle" },
-    { "SIZE", "size" },
-    { "TYPE", "type" },
-    { "DIRECTION", "ingress" },
-    { "FIRST STAGE", "stageStart" },
-    { "STAGE TABLES", "stages" },
-    { "NAME", "name" },
-};
+constexpr Column resourceColumns[] = { { "HANDLE", "handle" },
+                                       { "SIZE", "size" },
+                                       { "TYPE", "type" },
+                                       { "DIRECTION", "ingress" },
+                                       { "FIRST STAGE", "stageStart" },
+                                       { "STAGE TABLES", "stages" },
+                                       { "NAME", "name" } };
 
-constexpr Column counterColumns[] = {
-    { "HANDLE", "handle" },
-    { "OWN HANDLE", "ownHandle" },
-    { "SIZE", "size" },
-    { "DIRECT", "direct" },
-    { "BYTES", "bytes" },
-    { "PACKETS", "packets" },
-    { "PIPE", "logicalPipe" },
-    { "NAME", "name" },
-    { "TABLE", "associatedTable" },
-};
+constexpr Column counterColumns[] = { { "HANDLE", "handle" },
+                                      { "OWN HANDLE", "ownHandle" },
+                                      { "SIZE", "size" },
+                                      { "DIRECT", "direct" },
+                                      { "BYTES", "bytes" },
+                                      { "PACKETS", "packets" },
+                                      { "PIPE", "logicalPipe" },
+                                      { "NAME", "name" },
+                                      { "TABLE", "associatedTable" } };
 
 constexpr Column meterColumns[] = {
     { "HANDLE", "handle" },         { "DIRECT", "direct" },    { "PPS", "pps" },
     { "PRE-COLOR", "hasPreColor" }, { "PIPE", "logicalPipe" }, { "NAME", "name" },
-    { "TABLE", "associatedTable" },
-};
+    { "TABLE", "associatedTable" } };
 
-constexpr Column wredColumns[] = {
-    { "HANDLE", "handle" }, { "DIRECT", "direct" }, { "PIPE", "logicalPipe" },
-    { "NAME", "name" },     { "TABLE", "parent" },
-};
+constexpr Column wredColumns[] = { { "HANDLE", "handle" },
+                                   { "DIRECT", "direct" },
+                                   { "PIPE", "logicalPipe" },
+                                   { "NAME", "name" },
+                                   { "TABLE", "parent" } };
 
 constexpr Column registerColumns[] = {
     { "HANDLE", "handle" },  { "INDIRECT", "indirect" }, { "TYPE", "dataType" }, { "WIDTH", "width" },
-    { "DUAL", "dualWidth" }, { "NAME", "name" },         { "TABLE", "parent" },
-};
+    { "DUAL", "dualWidth" }, { "NAME", "name" },         { "TABLE", "parent" } };
 
-constexpr Column learnQuantaColumns[] = {
-    { "HANDLE", "handle" },
-    { "NAME", "name" },
-};
+constexpr Column learnQuantaColumns[] = { { "HANDLE", "handle" }, { "NAME", "name" } };
 
-constexpr Column actionColumns[] = {
-    { "HANDLE", "handle" },
-    { "NAME", "name" },
-    { "TABLE", "tableName" },
-};
+constexpr Column actionColumns[] = { { "HANDLE", "handle" }, { "NAME", "name" }, { "TABLE", "tableName" } };
 
-constexpr Column headerColumns[] = {
-    { "NAME", "name" },
-    { "BYTES", "size" },
-};
+constexpr Column headerColumns[] = { { "NAME", "name" }, { "BYTES", "size" } };
 
-constexpr Column hashColumns[] = {
-    { "NAME", "name" },         { "HANDLE", "tableHdl" },        { "FIELD LIST", "fieldListHdl" },
-    { "FIELDS", "fieldCount" }, { "FIELD NAMES", "fieldNames" },
-};
+constexpr Column hashColumns[] = { { "NAME", "name" },
+                                   { "HANDLE", "tableHdl" },
+                                   { "FIELD LIST", "fieldListHdl" },
+                                   { "FIELDS", "fieldCount" },
+                                   { "FIELD NAMES", "fieldNames" } };
 
 constexpr Column phvColumns[] = {
-    { "FIELD", "name" },
-    { "INGRESS BYTES", "ingressBytes" },
-    { "EGRESS BYTES", "egressBytes" },
-};
+    { "FIELD", "name" }, { "INGRESS BYTES", "ingressBytes" }, { "EGRESS BYTES", "egressBytes" } };
 
-constexpr Column handleColumns[] = {
-    { "HANDLE", "handle" },
-    { "SIZE", "size" },
-    { "STAGE", "stageStart" },
-    { "STATISTICS", "statReferences" },
-    { "METERS", "meterReferences" },
-    { "STATEFUL", "statefulReferences" },
-    { "NAME", "name" },
-    { "PARENT", "parent" },
-};
+constexpr Column handleColumns[] = { { "HANDLE", "handle" },
+                                     { "SIZE", "size" },
+                                     { "STAGE", "stageStart" },
+                                     { "STATISTICS", "statReferences" },
+                                     { "METERS", "meterReferences" },
+                                     { "STATEFUL", "statefulReferences" },
+                                     { "NAME", "name" },
+                                     { "PARENT", "parent" } };
 
 void replace( Row& row, std::initializer_list<std::string_view> names, Value const& value ) {
     for( Field& field : row ) {

@@ -3,7 +3,6 @@
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/Records.h"
-#include "inspect/rows/Utf8.h"
 
 #include <array>
 #include <numeric>

@@ -2,7 +2,6 @@
 
 #include "cli/terminal/Characters.h"
 #include "inspect/rows/CsvFormat.h"
-#include "inspect/rows/Utf8.h"
 
 #include <algorithm>
 #include <sstream>

@@ -1,12 +1,12 @@
 #include "inspect/load/Fault.h"
 
-#include "cli/terminal/TextFormat.h"
 #include "inspect/load/AssertionWordings.h"
 #include "inspect/load/ConfPath.h"
-#include "inspect/rows/Utf8.h"
+#include "inspect/rows/Row.h"
 
 #include <algorithm>
 #include <charconv>
+#include <fmt/format.h>
 
 namespace Bfri {
 
@@ -67,8 +67,9 @@ void readPlace( std::string_view text, Fault& fault ) {
 String withoutControls( String const& path ) {
     String text;
     for( char const c : path )
-        text += static_cast<unsigned char>( c ) < ' ' || c == '\x7F' ? escapeForTerminal( String( 1, c ) )
-                                                                     : String( 1, c );
+        text += static_cast<unsigned char>( c ) < ' ' || c == '\x7F'
+                    ? fmt::format( "\\x{:02x}", static_cast<unsigned char>( c ) )
+                    : String( 1, c );
     return text;
 }
 
@@ -152,7 +153,7 @@ Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine>
 }
 
 String handleOf( Fault const& fault ) {
-    return fault.handle ? std::to_string( *fault.handle ) + " (" + textOf( Hex( *fault.handle ) ) + ")" : "";
+    return fault.handle ? std::to_string( *fault.handle ) + " (" + hexText( *fault.handle ) + ")" : "";
 }
 
 String problemOf( Fault const& fault ) {

@@ -2,7 +2,6 @@
 
 #include "cli/commands/Answers.h"
 #include "cli/terminal/Characters.h"
-#include "inspect/rows/Utf8.h"
 
 #include <gmock/gmock.h>
 

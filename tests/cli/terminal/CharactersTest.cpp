@@ -1,5 +1,4 @@
 #include "cli/terminal/Characters.h"
-#include "inspect/rows/Utf8.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
