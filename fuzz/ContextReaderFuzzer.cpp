@@ -3,34 +3,18 @@
 
 #include "fuzz/JsonMutator.h"
 #include "fuzz/Target.h"
+#include "resourceinfo/parser/context/MemberNames.h"
+#include "resourceinfo/parser/context/PruningFilter.h"
 #include "tests/support/ContextReading.h"
+#include "tests/support/TextFile.h"
 
 #include <algorithm>
 #include <string>
 
 using namespace Context;
+using Support::Surveying;
 
 namespace {
-
-/// A text in memory as a file.
-class TextFile : public InputFile {
-  public:
-    explicit TextFile( std::string_view text ) : rest_( text ) {}
-
-    String open( String const& ) override { return {}; }
-    int read( std::span<char> buffer ) override {
-        std::size_t const count = rest_.copy( buffer.data(), buffer.size() );
-        rest_.remove_prefix( count );
-        return static_cast<int>( count );
-    }
-    bool rewind() override { return false; }
-    bool isCompressed() override { return false; }
-    String error() override { return {}; }
-    void close() override {}
-
-  private:
-    std::string_view rest_;
-};
 
 bool nestsDeep( std::string const& text ) {
     auto const opens = []( char c ) { return c == '[' || c == '{'; };
@@ -45,8 +29,11 @@ int LLVMFuzzerTestOneInput( std::uint8_t const* data, std::size_t size ) {
         return 0; // there they differ
     Support::Reading const expected = Support::plainReading( text );
     for( std::size_t const bufferSize : { std::size_t{ 1 }, 2 + size % 61, std::size_t{ 4096 } } ) {
-        TextFile file( text );
-        require( Support::contextReading( file, bufferSize ) == expected, "not as the plain reader" );
+        for( Surveying const surveying : { Surveying::nothing, Surveying::notes, Surveying::digests } ) {
+            Support::TextFile file( text );
+            require( Support::contextReading( file, bufferSize, surveying ) == expected,
+                     "not as the plain reader" );
+        }
     }
     return 0;
 }

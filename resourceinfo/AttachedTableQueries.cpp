@@ -96,7 +96,7 @@ U32 BfResourceInfoIntf::bfTableWredField( String const& wred, BfWredFieldId f ) 
     ZEL_ASSERT( 0 ) << "no field " << unsigned{ f };
 }
 
-String BfResourceInfoIntf::bfAssociatedTable( String const& table ) const {
+String BfResourceInfoIntf::bfAssociatedTable( String const& table ) {
     auto const parser = queried();
     U32 const meter = indexOf( parser->bfMeters(), table );
     if( meter != BfResourceInfoIndexInvalid )

@@ -53,13 +53,6 @@ FindingKind const& kindMeant( String const& word ) {
                    suggestions );
 }
 
-Severity severityMeant( String const& word ) {
-    if( auto const severity = severityOf( word ) )
-        return *severity;
-    throw Failure( ExitStatus::usage, fmt::format( "--fail-on takes error, warning or note, not '{}'",
-                                                   escapeForTerminal( word ) ) );
-}
-
 /// Of an option's codes or titles, each once; none where the option is not given.
 Kinds kindsOf( Request const& request, char const* option ) {
     Kinds kinds;
@@ -102,8 +95,7 @@ ExitStatus statusOf( Checked const& checked, Severity failOn ) {
 
 ExitStatus checkAll( Request const& request, Streams const& io ) {
     Kinds const ignored = kindsOf( request, "--ignore" );
-    Severity const failOn =
-        request.has( "--fail-on" ) ? severityMeant( request.option( "--fail-on" ) ) : Severity::note;
+    Severity const failOn = severityOf( request.option( "--fail-on" ) ).value_or( Severity::note );
     std::optional<JsonAnswer> json;
     if( request.format == Format::json )
         json.emplace( io.out );

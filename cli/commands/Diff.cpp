@@ -1,7 +1,7 @@
 #include "cli/commands/Answers.h"
 #include "cli/commands/Loading.h"
-#include "cli/grammar/WrongWord.h"
 #include "cli/terminal/DiffText.h"
+#include "inspect/model/RecordKinds.h"
 #include "inspect/rows/JsonFormat.h"
 
 namespace Bfri {
@@ -27,8 +27,7 @@ void printText( Request const& request, Streams const& io, Comparison const& com
 } // namespace
 
 ExitStatus diff( Request const& request, Streams const& io ) {
-    RecordKind const* const only =
-        request.has( "--only" ) ? &kindMeant( request.option( "--only" ) ) : nullptr;
+    RecordKind const* const only = request.has( "--only" ) ? kindOf( request.option( "--only" ) ) : nullptr;
     auto const old = load( request.words[ 0 ], *request.command, io.err );
     auto const now = load( request.words[ 1 ], *request.command, io.err );
     Comparison const comparison = compare( old, now, only );

@@ -1,6 +1,5 @@
 #include "cli/commands/Answers.h"
 #include "cli/commands/Meant.h"
-#include "cli/grammar/WrongWord.h"
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/RecordText.h"
 
@@ -53,9 +52,8 @@ struct Lines {
 } // namespace
 
 ExitStatus field( Configuration const& configuration, Request const& request, Streams const& io ) {
-    RecordKind const& kind = kindMeant( request.words[ 1 ] );
+    RecordKind const& kind = *kindOf( request.words[ 1 ] );
     String const& field = request.words[ 3 ];
-    requireField( kind, field );
     auto const rows = kind.rows( configuration.parser() );
     Row const& row = rowMeant( configuration, kind, rows, request.words[ 2 ] );
     Value const& value = valueOf( row, field );

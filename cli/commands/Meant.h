@@ -2,7 +2,7 @@
 
 // What is said of a word that does not mean one record.
 
-#include "cli/Failure.h"
+#include "cli/grammar/Failure.h"
 #include "cli/terminal/Characters.h"
 #include "inspect/page/Search.h"
 

@@ -1,5 +1,4 @@
 #include "cli/commands/Answers.h"
-#include "cli/grammar/WrongWord.h"
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/Names.h"
@@ -27,7 +26,7 @@ std::vector<Row> rowsOf( Configuration const& configuration, RecordKind const* o
 
 ExitStatus names( Configuration const& configuration, Request const& request, Streams const& io ) {
     std::vector<Row> rows =
-        rowsOf( configuration, request.has( "--kind" ) ? &kindMeant( request.option( "--kind" ) ) : nullptr );
+        rowsOf( configuration, request.has( "--kind" ) ? kindOf( request.option( "--kind" ) ) : nullptr );
     switch( request.format ) {
     case Format::text:
         for( Row const& row : rows )

@@ -33,15 +33,15 @@ struct Fault {
     std::vector<String> reported;  ///< what the library said besides
     String condition;              ///< the broken one, as written in the library's code
     String function;               ///< of the library, that requires it
-    std::vector<Context::FileSurvey> files; ///< surveyed up to the fault, the file at fault last
+    std::vector<Context::FileSurvey>
+        files; ///< surveyed up to the fault, the file at fault last; empty without a survey
 };
 
 /// The fault that the reading of a switch configuration ended with.
 Fault faultOf( Ostler::Status const& status );
 
-/// The fault that ended the reading of the context files that a profile names.
-Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine> const& traced,
-               String const& conf, Ostler::DeviceProfile const& profile );
+/// The fault that ended the loading, with what the library traced about it.
+Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine> const& traced );
 
 /// The missing handle in both notations: "77 (0x0000004d)"; empty when there is none.
 String handleOf( Fault const& fault );

@@ -314,13 +314,14 @@ void addSyntax( Fault& fault ) {
 } // namespace
 
 void addEvidence( Fault& fault ) {
+    bool const isSurveyed = !fault.files.empty();
     if( fault.line && fault.column )
         addSyntax( fault );
-    else if( fault.pointer && ( fault.condition == sameSize || fault.condition == wholeBytes ) )
+    else if( isSurveyed && fault.pointer && ( fault.condition == sameSize || fault.condition == wholeBytes ) )
         addHeader( fault );
     else
         addFound( fault );
-    if( fault.handle )
+    if( isSurveyed && fault.handle )
         addHandles( fault );
 }
 

@@ -7,14 +7,12 @@
 
 String answerOf( char const* word, Bfri::Configuration const& configuration, Bfri::Format format,
                  String const& name ) {
-    auto const commands = Bfri::commands();
-    auto const command = std::find_if( commands.begin(), commands.end(),
-                                       [ & ]( auto const& row ) { return String( word ) == row.word; } );
-    if( command == commands.end() )
+    Bfri::Command const* const command = Bfri::findCommand( Bfri::program(), word );
+    if( !command )
         throw std::runtime_error( "no command " + String( word ) );
     std::ostringstream out;
     std::ostringstream err;
-    Bfri::Request const request{ &*command, { "switch.conf", name }, format };
+    Bfri::Request const request{ command, { "switch.conf", name }, format };
     if( command->show )
         command->show( configuration, request, { out, err } );
     else

@@ -2,8 +2,7 @@
 
 // Ways to run a command within the process of a test, and what the tests of the inspector share.
 
-#include "cli/Failure.h"
-#include "cli/grammar/Commands.h"
+#include "cli/CommandTable.h"
 #include "tests/inspect/Inputs.h"
 
 /// What a command says of a model.

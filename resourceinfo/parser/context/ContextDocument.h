@@ -30,16 +30,20 @@ class ContextDocument : private Zel::InputScope {
     ContextDocument( String const& path, InputFile& file, Notes* notes = nullptr );
     ~ContextDocument() override;
 
+    /// Whether the file could be read to its end, and is valid JSON.
+    bool isRead() const { return place_.problem == Problem::none; }
     Json root() const { return Json( document_ ); }
     JsonValue const& value() const { return document_; }
 
   private:
-    void read( InputFile& file, Notes* notes );
-    void unreadable( char const* what, String const& reason );
-    void describe( std::ostream& os ) const override;
+    using Problem = Zel::InputPlace::Problem;
 
-    String const path_;
-    String problem_; // why the document is null
+    void read( InputFile& file, Notes* notes );
+    void unreadable( Problem problem, String const& reason );
+    void malformed( InputFile& file, std::size_t offset, String const& reason );
+    void locate( Zel::InputPlace& place ) const override;
+
+    Zel::InputPlace place_; // the file, and why the document is null
     JsonDocument document_;
 };
 

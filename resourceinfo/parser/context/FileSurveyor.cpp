@@ -82,7 +82,8 @@ FileSurveyor::Counts::Counts( BfResourceInfo::BfResourceParser const& parser )
       meters( static_cast<U32>( parser.bfMeters().size() ) ),
       wreds( static_cast<U32>( parser.bfWreds().size() ) ),
       registers( static_cast<U32>( parser.bfRegisterInfos().size() ) ),
-      actions( static_cast<U32>( parser.bfActions().size() ) ) {}
+      actions( static_cast<U32>( parser.bfActions().size() ) ),
+      learnQuantas( static_cast<U32>( parser.bfLearnQuantaInfos().size() ) ) {}
 
 FileSurveyor::FileSurveyor( BfResourceInfo::BfResourceParser const& parser, String const& path,
                             BfResourceParserContext const& context )
@@ -100,7 +101,7 @@ FileSurveyor::~FileSurveyor() {
 }
 
 void FileSurveyor::read( ContextDocument const& document ) {
-    if( !sink_ )
+    if( !sink_ || !document.isRead() )
         return;
     LooseJson const d( document.value() );
     auto const eachOf = [ & ]( Json::Member list, auto& elements, auto const& read ) {
@@ -125,11 +126,15 @@ void FileSurveyor::read( ContextDocument const& document ) {
     }
 }
 
-/// The passes store the records of a file in the order of its tables.
+/// The passes store the records of a file in the order of its elements.
 void FileSurveyor::loaded() {
     Counts next = before_;
     for( SurveyedTable& table : survey_.tables )
         addRecords( table, next );
+    for( SurveyedLearnQuanta& quanta : survey_.learnQuantas ) {
+        if( !quanta.isOmitted )
+            quanta.record = next.learnQuantas++;
+    }
     survey_.isLoaded = true;
 }
 

@@ -20,6 +20,7 @@ class FileSurveyor {
 
     /// For the document; null when there is no sink.
     ContextDocument::Notes* notes() { return sink_ ? &notes_ : nullptr; }
+    /// Nothing is surveyed of a file that could not be read.
     void read( ContextDocument const& document );
     void loaded();
 
@@ -28,7 +29,7 @@ class FileSurveyor {
     struct Counts {
         explicit Counts( BfResourceInfo::BfResourceParser const& parser );
 
-        U32 resources, tables, counters, meters, wreds, registers, actions;
+        U32 resources, tables, counters, meters, wreds, registers, actions, learnQuantas;
     };
     static void addRecords( SurveyedTable& table, Counts& next );
 

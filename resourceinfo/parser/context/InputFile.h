@@ -5,8 +5,6 @@
 #include <memory>
 #include <span>
 
-struct gzFile_s; // zlib's open file
-
 namespace Context {
 
 /// A context file as it is read: a row of characters, whatever they are packed in. Tests stand between reader
@@ -29,20 +27,9 @@ class InputFile {
     virtual void close() = 0;
 };
 
-/// Regular files, plain or gzip alike. Other kinds cannot be opened: a pipe would wait for its writer.
-class GzipFile : public InputFile {
-  public:
-    GzipFile();
-
-    String open( String const& path ) override;
-    int read( std::span<char> buffer ) override;
-    bool rewind() override;
-    bool isCompressed() override;
-    String error() override;
-    void close() override;
-
-  private:
-    std::unique_ptr<gzFile_s, int ( * )( gzFile_s* )> file_;
-};
+/// For a regular file, plain or gzip alike, by the inflater that the library is configured with: an IsalFile
+/// or a ZlibFile. Other kinds cannot be opened: a pipe would wait for its writer. Where memory ends,
+/// operations throw std::bad_alloc.
+std::unique_ptr<InputFile> gzipFile();
 
 } // namespace Context

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "resourceinfo/parser/context/Json.h"
+#include "resourceinfo/parser/context/LineGuesses.h"
 #include "resourceinfo/parser/context/MemberNames.h"
 #include "resourceinfo/parser/context/SurveyNotes.h"
 
@@ -25,12 +26,14 @@ class Depth {
     unsigned value_ = 0;
 };
 
-/// What becomes of a member that no pass reads: the reader checks its syntax, and that is all.
-class DroppedValue {
+/// A value that is checked for its syntax, and no more.
+class CheckedValue {
     using Size = rapidjson::SizeType;
 
   public:
-    explicit DroppedValue( Depth& depth ) : depth_( depth ) {}
+    explicit CheckedValue( Depth& depth ) : depth_( depth ) {}
+
+    unsigned level() const { return depth_.value(); }
 
     bool Null() { return true; }
     bool Bool( bool ) { return true; }
@@ -40,18 +43,22 @@ class DroppedValue {
     bool Uint64( std::uint64_t ) { return true; }
     bool Double( double ) { return true; }
     bool RawNumber( char const*, Size, bool ) { return true; }
+    bool String( char const*, Size, bool ) { return true; }
+    bool Key( char const*, Size, bool ) { return true; }
     bool StartObject() { return depth_.descend(); }
     bool StartArray() { return depth_.descend(); }
-    bool EndObject( Size ) { return ascend(); }
-    bool EndArray( Size ) { return ascend(); }
+    bool EndObject( Size ) { return depth_.ascend(), true; }
+    bool EndArray( Size ) { return depth_.ascend(), true; }
 
   private:
-    bool ascend() {
-        depth_.ascend();
-        return true;
-    }
-
     Depth& depth_;
+};
+
+/// The value of a member that no pass reads: for the reader, the same on a faster way (DroppedScan.h).
+struct DroppedValue : CheckedValue {
+    DroppedValue( Depth& depth, LineGuesses& lines ) : CheckedValue( depth ), guesses( lines ) {}
+
+    LineGuesses& guesses;
 };
 
 /// Stands between RapidJSON's reader and a document: hands on the members that some pass reads, so that the
@@ -67,7 +74,7 @@ class PruningFilter {
         : document_( document ), notes_( notes ) {}
 
     Depth const& depth() const { return depth_; }
-    DroppedValue dropped() { return DroppedValue( depth_ ); }
+    DroppedValue dropped() { return { depth_, guesses_ }; }
     /// Whether the value that comes next is dropped. True once for each such value.
     bool dropsNext() { return std::exchange( dropsNext_, false ) || depth_.value() == staticEntriesDepth_; }
 
@@ -115,6 +122,7 @@ class PruningFilter {
     }
     bool EndObject( Size ) {
         Size const members = keptMembers_[ depth_.value() ];
+        staticEntriesKey_ = noDepth; // its depth may be that of the next array, which then has no name
         depth_.ascend();
         if( notes_ )
             notes_->containerEnds();
@@ -165,6 +173,7 @@ class PruningFilter {
     JsonDocument& document_;
     SurveyNotes* notes_;
     Depth depth_;
+    LineGuesses guesses_;
     std::size_t kept_ = 0;
     bool dropsNext_ = false;
     unsigned staticEntriesKey_ = noDepth;              // depth of the object whose last member has the name

@@ -100,7 +100,8 @@ struct SurveyedTable : SurveyedElement {
 
 /// An element of "learn_quanta".
 struct SurveyedLearnQuanta : SurveyedElement {
-    bool isOmitted = false; ///< the model has no record of it, since it has no "lq_cfg_type"
+    bool isOmitted = false;         ///< the model has no record of it, since it has no "lq_cfg_type"
+    std::optional<U32> record = {}; ///< in `bfLearnQuantaInfos`, when the file was loaded whole
 };
 
 /// An element of "flexible_headers".

@@ -232,8 +232,9 @@ TEST_F( FieldOfARecord, OfNoSuchNameIsWrongUsage ) {
         { "frobnicators", "size", "no kind 'frobnicators'. The kinds are table, " },
     };
     for( auto const& row : rows ) {
-        EXPECT_EQ( statusOf( row.kind, "pipe.lpm", row.field ), ExitStatus::usage );
-        EXPECT_THAT( notes, StartsWith( row.message ) );
+        auto const outcome = bfri( { "field", "switch.conf", row.kind, "pipe.lpm", row.field } );
+        EXPECT_EQ( outcome.status, 2 );
+        EXPECT_THAT( outcome.err, StartsWith( String( "bfri: " ) + row.message ) );
     }
 }
 

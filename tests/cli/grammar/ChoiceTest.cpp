@@ -1,4 +1,4 @@
-#include "cli/commands/RowSelection.h"
+#include "cli/grammar/RowSelection.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -35,7 +35,7 @@ TEST_P( WrongUsage, NamesTheWordAndPointsAtTheHelp ) {
     else
         EXPECT_EQ( String( parsed( outcome.out )[ "error" ].GetString() ), GetParam().message );
     auto const word = std::find_if( words.begin(), words.end(), []( char const* w ) { return *w != '-'; } );
-    bool const known = word != words.end() && Bfri::commandOf( *word );
+    bool const known = word != words.end() && Bfri::findCommand( Bfri::program(), *word );
     EXPECT_EQ( outcome.err, String( "bfri: " ) + GetParam().message + "\nRun 'bfri " +
                                 ( known ? *word + String( " " ) : "" ) + "--help' to see how it is used.\n" );
 }
@@ -43,7 +43,7 @@ TEST_P( WrongUsage, NamesTheWordAndPointsAtTheHelp ) {
 TEST( Help, IsACommandToo ) {
     EXPECT_EQ( bfri( { "help" } ).out, bfri( { "--help" } ).out );
     EXPECT_EQ( bfri( { "help", "show" } ).out, bfri( { "show", "--help" } ).out );
-    EXPECT_THAT( bfri( { "help", "show" } ).out, HasSubstr( "One page on whatever bears a name" ) );
+    EXPECT_THAT( bfri( { "help", "show" } ).out, HasSubstr( "Show everything about a record" ) );
     EXPECT_EQ( bfri( { "help", "shwo" } ).status, 2 );
     EXPECT_THAT( bfri( { "help", "shwo" } ).err,
                  StartsWith( "bfri: no command 'shwo'; did you mean 'show'" ) );
@@ -90,53 +90,55 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{ "empty command", { "" }, "no command ''" },
         BadLine{ "command with control characters", { "\x1B[2J" }, "no command '\\x1b[2J'" },
         BadLine{
-            "unknown option", { "--frob" }, "options come behind the command, not '--frob' in front of it" },
+            "unknown option", { "--frob" }, "options go after the command, but '--frob' comes before it" },
         BadLine{ "option in front of the command",
                  { "--json", "tables", "conf" },
-                 "options come behind the command, not '--json' in front of it" },
+                 "options go after the command, but '--json' comes before it" },
         BadLine{ "help for two commands",
                  { "help", "show", "extra" },
-                 "'extra' is too much: the command is 'bfri help [COMMAND]'" },
+                 "unexpected argument 'extra'; the command is 'bfri help [COMMAND]'" },
         BadLine{ "empty configuration",
                  { "summary", "" },
-                 "CONF is an empty text, not the path of a switch configuration" },
+                 "CONF is empty; it must be the path of a switch configuration" },
         BadLine{ "empty configuration, JSON",
                  { "summary", "", "--json" },
-                 "CONF is an empty text, not the path of a switch configuration" },
+                 "CONF is empty; it must be the path of a switch configuration" },
         BadLine{ "empty one of several configurations",
                  { "check", "conf", "" },
-                 "CONF is an empty text, not the path of a switch configuration" },
+                 "CONF is empty; it must be the path of a switch configuration" },
         BadLine{ "empty new configuration",
                  { "diff", "conf", "" },
-                 "NEW is an empty text, not the path of a switch configuration" },
+                 "NEW is empty; it must be the path of a switch configuration" },
         BadLine{ "no configuration", { "summary" }, "CONF is required" },
         BadLine{ "no name", { "table", "conf" }, "NAME is required" },
         BadLine{ "too many arguments",
                  { "tables", "conf", "more", "still more" },
-                 "'more' is too much: the command is 'bfri tables CONF'" },
+                 "unexpected argument 'more'; the command is 'bfri tables CONF'" },
         BadLine{ "an argument too many behind dashes",
                  { "field", "conf", "table", "a", "size", "--", "more" },
-                 "'more' is too much: the command is 'bfri field CONF KIND NAME FIELD'" },
+                 "unexpected argument 'more'; the command is 'bfri field CONF KIND NAME FIELD'" },
         BadLine{ "misspelt option",
                  { "tables", "conf", "--jsn" },
                  "'tables' has no option '--jsn'; did you mean '--json' or '--csv'?" },
         BadLine{
             "number with a sign",
             { "lookup", "conf", "-1" },
-            "'lookup' has no option '-1'; did you mean '-h'? Names that start with a dash come behind '--'" },
+            "'lookup' has no option '-1'; did you mean '-h'? Put '--' before names that start with a dash" },
         BadLine{
             "name with a dash in front",
             { "field", "conf", "hash", "-dash", "fieldCount" },
-            "'field' has no option '-d'; did you mean '-h'? Names that start with a dash come behind '--'" },
+            "'field' has no option '-d'; did you mean '-h'? Put '--' before names that start with a dash" },
         BadLine{ "name with two dashes in front",
                  { "table", "conf", "--acl" },
-                 "'table' has no option '--acl'. Names that start with a dash come behind '--'" },
+                 "'table' has no option '--acl'. Put '--' before names that start with a dash" },
         BadLine{ "misspelt option of a command with names",
                  { "table", "conf", "--jsn" },
                  "'table' has no option '--jsn'; did you mean '--json'?" },
         BadLine{ "format not offered", { "summary", "conf", "--csv" }, "'summary' has no option '--csv'" },
         BadLine{ "format of dump", { "dump", "conf", "--json" }, "'dump' has no option '--json'" },
-        BadLine{ "two formats", { "tables", "conf", "--json", "--csv" }, "--json excludes --csv" } ) );
+        BadLine{ "two formats",
+                 { "tables", "conf", "--json", "--csv" },
+                 "--json and --csv can't be combined" } ) );
 
 INSTANTIATE_TEST_SUITE_P(
     Choices, WrongUsage,
@@ -150,13 +152,13 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{ "bad expression, JSON",
                  { "tables", "conf", "--json", "--filter", "*" },
                  "can't use --filter '*' at offset 0: quantifier does not follow a repeatable item" },
-        BadLine{ "no expression", { "tables", "conf", "--filter" }, "--filter needs its REGEX behind it" },
+        BadLine{ "no expression", { "tables", "conf", "--filter" }, "--filter requires REGEX" },
+        BadLine{ "two orders",
+                 { "tables", "conf", "--sort", "name", "--sort=size" },
+                 "--sort given more than once" },
         BadLine{
-            "two orders", { "tables", "conf", "--sort", "name", "--sort=size" }, "only one --sort can be" },
-        BadLine{ "nothing behind the equals sign",
-                 { "tables", "--filter=", "conf" },
-                 "--filter needs its REGEX behind it" },
-        BadLine{ "two numbers", { "tables", "conf", "-n2", "-n", "3" }, "only one -n can be" },
+            "nothing behind the equals sign", { "tables", "--filter=", "conf" }, "--filter requires REGEX" },
+        BadLine{ "two numbers", { "tables", "conf", "-n2", "-n", "3" }, "-n given more than once" },
         BadLine{ "misspelt field",
                  { "learn-quantas", "conf", "--sort", "handel" },
                  "can't sort by 'handel'; did you mean 'handle'? The fields are name, handle" },
@@ -192,7 +194,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "-n takes a number of rows, 0 or more, not ' 1'" },
         BadLine{
             "empty number", { "tables", "conf", "-n", "" }, "-n takes a number of rows, 0 or more, not ''" },
-        BadLine{ "no number", { "tables", "conf", "-n" }, "-n needs its N behind it" } ) );
+        BadLine{ "no number", { "tables", "conf", "-n" }, "-n requires N" } ) );
 
 INSTANTIATE_TEST_SUITE_P(
     Codes, WrongUsage,
@@ -224,21 +226,22 @@ TEST( Help, GoesToStandardOutputAndListsTheCommands ) {
     auto const outcome = bfri( { "--help" } );
     EXPECT_EQ( outcome.status, 0 );
     EXPECT_THAT( outcome.err, IsEmpty() );
-    EXPECT_THAT( outcome.out, HasSubstr( "COMMAND CONF [ARG...]" ) );
-    for( Bfri::Command const& command : Bfri::commands() ) {
+    EXPECT_THAT( outcome.out, HasSubstr( "Usage: bfri COMMAND CONF [ARG...] [OPTIONS]\n" ) );
+    for( Bfri::Command const& command : Bfri::program().commands ) {
         bool const listed = outcome.out.find( String( "\n  " ) + command.word + " " ) != String::npos;
         EXPECT_EQ( listed, *command.group != 0 ) << command.word;
     }
 }
 
 TEST( Help, OfEveryCommandNamesItsArguments ) {
-    for( Bfri::Command const& command : Bfri::commands() ) {
+    for( Bfri::Command const& command : Bfri::program().commands ) {
         auto const outcome = bfri( { command.word, "--help" } );
         EXPECT_EQ( outcome.status, 0 );
         EXPECT_THAT( outcome.out, StartsWith( command.description ) );
         EXPECT_THAT( outcome.out, HasSubstr( String( "bfri " ) + command.word + " [OPTIONS]" ) );
         for( Bfri::Argument const& argument : command.arguments )
-            EXPECT_THAT( outcome.out, HasSubstr( String( "\n  " ) + argument.label + " " ) );
+            EXPECT_THAT( outcome.out, testing::ContainsRegex( String( "\n  " ) + argument.label +
+                                                              "(\\.\\.\\.)? +" + argument.description ) );
         EXPECT_EQ( outcome.out.find( "--json" ) != String::npos, command.json ) << command.word;
         EXPECT_EQ( outcome.out.find( "--csv" ) != String::npos, command.csv ) << command.word;
         EXPECT_EQ( outcome.out.find( "--filter" ) != String::npos, command.listing != nullptr )
@@ -247,7 +250,7 @@ TEST( Help, OfEveryCommandNamesItsArguments ) {
 }
 
 TEST( Help, OfAListSaysWhatItsFieldsAre ) {
-    EXPECT_THAT( bfri( { "headers", "--help" } ).out, HasSubstr( "\n\nCOLUMN  FIELD  WHAT IT SAYS\n"
+    EXPECT_THAT( bfri( { "headers", "--help" } ).out, HasSubstr( "\n\nCOLUMN  FIELD  MEANING\n"
                                                                  "NAME    name   name in the P4 program\n"
                                                                  "BYTES   size   bytes of all its fields\n"
                                                                  "\nExamples:\n" ) );
@@ -263,10 +266,10 @@ TEST( Help, OfAListFitsTheTerminal ) {
     }
 }
 
-TEST( Version, IsThatOfTheProject ) {
+TEST( Version, IsThatOfTheProjectWithItsInflater ) {
     auto const outcome = bfri( { "--version" } );
     EXPECT_EQ( outcome.status, 0 );
-    EXPECT_EQ( outcome.out, "bfri " BFRI_VERSION "\n" );
+    EXPECT_EQ( outcome.out, "bfri " BFRI_VERSION "\ninflate: " BFRI_INFLATE "\n" );
 }
 
 TEST( Explaining, SeveralCodesIsOneBehindTheOtherEachOnce ) {

@@ -6,12 +6,15 @@
 
 namespace {
 
-using Bfri::candidatesFor;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
 using testing::Not;
+
+Bfri::Candidates candidatesFor( std::vector<String> const& line ) {
+    return Bfri::candidatesFor( Bfri::program(), line );
+}
 
 class Completion : public InFolder {
   protected:
@@ -26,11 +29,11 @@ TEST_F( Completion, OfTheFirstWordOffersTheCommandsOfTheHelp ) {
 }
 
 TEST_F( Completion, OfAConfigurationLeavesPathsToTheShell ) {
-    EXPECT_TRUE( candidatesFor( std::vector<String>{ "tables", "" } ).files );
-    EXPECT_TRUE( candidatesFor( std::vector<String>{ "diff", "switch.conf", "" } ).files );
-    EXPECT_TRUE( candidatesFor( std::vector<String>{ "check", "a", "b", "c" } ).files );
-    EXPECT_FALSE( candidatesFor( std::vector<String>{ "diff", "a", "b", "" } ).files );
-    EXPECT_FALSE( candidatesFor( std::vector<String>{ "table", "switch.conf", "" } ).files );
+    EXPECT_TRUE( candidatesFor( { "tables", "" } ).files );
+    EXPECT_TRUE( candidatesFor( { "diff", "switch.conf", "" } ).files );
+    EXPECT_TRUE( candidatesFor( { "check", "a", "b", "c" } ).files );
+    EXPECT_FALSE( candidatesFor( { "diff", "a", "b", "" } ).files );
+    EXPECT_FALSE( candidatesFor( { "table", "switch.conf", "" } ).files );
 }
 
 struct Row {
@@ -180,6 +183,13 @@ TEST_F( Completion, OfTheEndOfANameOffersTheName ) {
     EXPECT_EQ( Bfri::beginningLike( "", names ), names );
 }
 
+TEST_F( Completion, OfANameThatLooksLikeAnOptionFollowsTwoDashes ) {
+    writeFile( "context.json", contextOf( matchTable( "-odd", 1 ) + "," + matchTable( "--odder", 2 ) ) );
+    EXPECT_EQ( bfri( { "complete", "--", "table", "switch.conf", "--", "-" } ).out, "--odder\n-odd\n" );
+    EXPECT_EQ( bfri( { "complete", "--", "table", "switch.conf", "--", "--" } ).out, "--odder\n" );
+    EXPECT_EQ( bfri( { "complete", "--", "table", "switch.conf", "-" } ).out, "--help\n--json\n--color\n" );
+}
+
 TEST_F( Completion, OfATableOffersNoOtherNames ) {
     EXPECT_THAT( wordsFor( { "table", "switch.conf", "" } ), ElementsAre( "pipe.acl" ) );
 }
@@ -205,7 +215,7 @@ TEST_F( Completion, PrintsWhatBeginsAsTheLastWordDoes ) {
 TEST( Manual, ShowsEveryCommandOfTheHelpWithItsOptions ) {
     auto const page = bfri( { "man" } ).out;
     EXPECT_THAT( page, testing::StartsWith( ".TH BFRI 1 \"\" \"bfri " BFRI_VERSION "\"" ) );
-    for( Bfri::Command const& command : Bfri::commands() ) {
+    for( Bfri::Command const& command : Bfri::program().commands ) {
         String word;
         for( char const c : String( command.word ) )
             word += c == '-' ? String( "\\-" ) : String( 1, c );

@@ -1,10 +1,9 @@
 // The reader over our stream, with the filter, beside the reader over a text in memory, without: the same
 // document but for the members that nobody asks for, and the same errors at the same places.
 
+#include "resourceinfo/parser/context/MemberNames.h"
 #include "tests/support/ContextReading.h"
-#include "tests/support/TemporaryFolder.h"
-
-#include <random>
+#include "tests/support/NearlyJson.h"
 
 #include <gtest/gtest.h>
 
@@ -14,18 +13,21 @@ namespace {
 
 using namespace std::string_literals;
 using Support::Reading;
+using Support::Surveying;
 
-Reading readingOf( std::string const& text, std::size_t bufferSize = 4096 ) {
-    static Support::TemporaryFolder const folder;
-    GzipFile file;
-    EXPECT_EQ( file.open( folder.write( "text.json", text ) ), "" );
-    return Support::contextReading( file, bufferSize );
+Reading readingOf( std::string const& text, std::size_t bufferSize = 4096,
+                   Surveying surveying = Surveying::nothing ) {
+    Support::TextFile file( text );
+    return Support::contextReading( file, bufferSize, surveying );
 }
 
+/// With a survey as without one.
 void expectSameReading( std::string const& text, std::size_t bufferSize ) {
-    EXPECT_EQ( readingOf( text, bufferSize ), Support::plainReading( text ) )
-        << "buffer of " << bufferSize << "\n"
-        << text;
+    Reading const expected = Support::plainReading( text );
+    for( Surveying const surveying : { Surveying::nothing, Surveying::notes, Surveying::digests } )
+        EXPECT_EQ( readingOf( text, bufferSize, surveying ), expected )
+            << "buffer of " << bufferSize << ", survey " << static_cast<int>( surveying ) << "\n"
+            << text;
 }
 
 /// Buffers so small that every token is cut somewhere, one that fits a step of the processor, one that holds
@@ -50,6 +52,10 @@ std::string const texts[] = {
     R"({"x":"open)"s, R"({"x":[[[{"y":[]}]]],"name":"n"})"s, R"({"x")"s, R"({"x":)"s, R"({,})"s,
     R"({"name":1,"name":2,"x":3,"name":[]})"s, R"({"na\u006de":1,"na\u006dex":2})"s,
     R"({"name\u0000":1,"":2,"name":3})"s, "{\"x\":\"a\x01\"}"s, R"({"x":-})"s, R"({"x":1.5e+})"s,
+    R"({"static_entries":[]})"s, R"({"static_entries":[1,{"name":[2]},[3]],"name":4})"s, R"({"static_entries":[1,}]})"s,
+    R"({"static_entries":7,"units":[1,2]})"s, R"([{"static_entries":{}},[[1,2]]])"s, R"([{"static_entries":7},[[1,2]]])"s,
+    R"({"static_entries":{"units":[1,2]},"x":[3,4]})"s, R"({"static_entries":[[1,2]],"static_entries":[{"static_entries":[3]}]})"s,
+    R"({"static_entries":{"static_entries":[1,2]},"units":[[3],[4]]})"s,
     R"({"x":[1 2]})"s, R"([{"x":1},{"size":{"x":2,"units":[{"y":0},3]}}])"s,
 };
 // clang-format on
@@ -61,93 +67,6 @@ TEST( ContextReader, ReadsEveryKindOfTextAsThePlainReaderDoes ) {
     }
 }
 
-/// Texts that are nearly JSON.
-class Writer {
-  public:
-    explicit Writer( unsigned seed ) : random_( seed ) {}
-
-    std::string text() {
-        text_.clear();
-        value( 4 );
-        for( unsigned damages = below( 3 ); damages > 0 && !text_.empty(); --damages )
-            damage();
-        return text_;
-    }
-
-  private:
-    unsigned below( std::size_t n ) { return static_cast<unsigned>( random_() % n ); }
-    std::string oneOf( std::vector<std::string> const& choices ) {
-        return choices[ below( choices.size() ) ];
-    }
-
-    void space() { text_ += oneOf( { "", "", " ", "\n" + std::string( below( 60 ), ' ' ), "\t\r" } ); }
-
-    void value( unsigned depth ) {
-        space();
-        unsigned const kind = below( depth == 0 ? 4 : 8 );
-        if( kind == 0 )
-            text_ += oneOf( { "null", "true", "false" } );
-        else if( kind == 1 )
-            text_ += oneOf( { "0", "17", "-3", "4294967296", "1.25", "2e3", "18446744073709551615" } );
-        else if( kind < 4 )
-            string();
-        else
-            container( kind < 6, depth );
-        space();
-    }
-
-    void string() {
-        text_ += '"';
-        for( unsigned pieces = below( 4 ); pieces > 0; --pieces )
-            text_ += oneOf(
-                { std::string( below( 50 ), 'a' ), "\\n", "\\u00e9", "\\ud83d\\ude00", "\xc3\xa9", "/" } );
-        text_ += '"';
-    }
-
-    void container( bool object, unsigned depth ) {
-        text_ += object ? '{' : '[';
-        for( unsigned i = 0, elements = below( 5 ); i < elements; ++i ) {
-            if( i > 0 )
-                text_ += ',';
-            if( object ) {
-                space();
-                text_ += '"' + name() + '"';
-                space();
-                text_ += ':';
-            }
-            value( depth - 1 );
-        }
-        text_ += object ? '}' : ']';
-    }
-
-    std::string name() {
-        if( below( 2 ) )
-            return std::string( memberNames[ below( memberNames.size() ) ] );
-        return oneOf(
-            { "", "x", "nam", "names", "stage_table", "a long name of no member at all", "\\u006eame" } );
-    }
-
-    void damage() {
-        std::size_t const place = below( text_.size() );
-        switch( below( 4 ) ) {
-        case 0:
-            text_.resize( place );
-            break;
-        case 1:
-            text_.erase( place, 1 );
-            break;
-        case 2:
-            text_[ place ] = static_cast<char>( below( 256 ) );
-            break;
-        default:
-            text_.insert( place, 1, oneOf( { ",", "\"", "{", "}", "[", "]", ":", "\\", "1" } )[ 0 ] );
-        }
-    }
-
-    std::mt19937 random_;
-    std::string text_;
-};
-
 TEST( ContextReader, AgreesWithThePlainReaderOnNumbers ) {
     for( char const* const number :
          { "1e1", "1E+0000000000000001", "1e-00000000000000000001", "5e-324", "1e-325", "1e308", "1e309",
@@ -157,7 +76,7 @@ TEST( ContextReader, AgreesWithThePlainReaderOnNumbers ) {
 }
 
 TEST( ContextReader, AgreesWithThePlainReaderOnTextsThatAreNearlyJson ) {
-    Writer writer( 11 );
+    Support::NearlyJson writer( 11 );
     for( unsigned i = 0; i < 1400; ++i )
         expectSameReading( writer.text(), bufferSizes[ i % std::size( bufferSizes ) ] );
 }

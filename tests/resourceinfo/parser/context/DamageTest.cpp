@@ -2,6 +2,7 @@
 #include "tests/resourceinfo/Fixtures.h"
 #include "tests/resourceinfo/parser/context/Faults.h"
 #include "tests/resourceinfo/parser/context/OutcomeTable.h"
+#include "tests/resourceinfo/parser/context/Surveys.h"
 #include "tests/support/Assertions.h"
 #include "tests/support/TraceCollector.h"
 
@@ -33,6 +34,10 @@ struct Outcome {
     Zel::AssertionFailure failure;
 
     bool loaded() const { return failure.condition.empty(); }
+    bool operator==( Outcome const& other ) const {
+        return model == other.model && failure.condition == other.failure.condition &&
+               failure.position == other.failure.position && failure.line == other.failure.line;
+    }
 };
 
 /// The conditions that the steps for a context file may break, those without a test left out: they are listed
@@ -71,8 +76,18 @@ class Damage : public testing::Test {
   protected:
     ~Damage() override { EXPECT_LT( peakMemory() - peakBefore_, 64 ); }
 
-    Outcome load( std::string_view bytes ) const {
+    /// With a survey, in turns without digests and with them, it ends as it does without.
+    Outcome load( std::string_view bytes ) {
+        using Wanted = SurveyCollector::Wanted;
         folder_.write( "context.json", bytes );
+        Outcome const outcome = load();
+        SurveyCollector collector( ++loads_ % 2 ? Wanted::facts : Wanted::digests );
+        EXPECT_TRUE( load() == outcome ) << "with a survey";
+        EXPECT_EQ( collector.files.size(), 1 );
+        EXPECT_EQ( collector.files.at( 0 ).isLoaded, outcome.loaded() );
+        return outcome;
+    }
+    Outcome load() const {
         alarm( 10 ); // a load that hangs ends the program
         Support::ThrowingAssertions const scope;
         std::clock_t const start = std::clock();
@@ -122,6 +137,7 @@ class Damage : public testing::Test {
     Support::TraceCollector const quiet_{ "BfResourceParser", {} };
     LiveAllocations const before_ = liveAllocations();
     long const peakBefore_ = peakMemory();
+    int loads_ = 0;
 };
 
 /// What a value is replaced by: values of every type, empty ones too.

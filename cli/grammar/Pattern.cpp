@@ -1,7 +1,8 @@
-#include "cli/commands/Pattern.h"
+#include "cli/grammar/Pattern.h"
 #include "cli/terminal/Characters.h"
 
-#include "cli/Failure.h"
+#include "cli/grammar/Failure.h"
+#include "cli/terminal/Characters.h"
 
 #include <cstdint>
 

@@ -2,7 +2,7 @@
 
 // Which rows of a list are wanted, and in which order.
 
-#include "cli/commands/Pattern.h"
+#include "cli/grammar/Pattern.h"
 #include "inspect/rows/Row.h"
 
 #include <limits>
