@@ -2,6 +2,7 @@
 
 #include "cli/CommandTexts.h"
 #include "cli/commands/Answers.h"
+#include "cli/grammar/ListTexts.h"
 #include "inspect/model/RecordKinds.h"
 
 namespace Bfri {
@@ -208,9 +209,9 @@ constexpr Command aboutTheProgram[] = {
 
 /// Every kind of record has a list.
 Command listCommand( RecordKind const& kind ) {
-    return { .word = kind.word,
+    return { .word = kind.many,
              .group = listing,
-             .description = kind.description,
+             .description = listTextOf( kind.kind ).description,
              .arguments = oneConf,
              .json = true,
              .csv = true,

@@ -1,4 +1,5 @@
 #include "cli/Run.h"
+#include "cli/terminal/Characters.h"
 
 #include "cli/CommandTable.h"
 #include "cli/commands/Loading.h"
@@ -9,7 +10,6 @@
 #include "cli/terminal/FaultText.h"
 #include "inspect/load/FaultDetails.h"
 #include "inspect/rows/JsonFormat.h"
-#include "inspect/rows/Utf8.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,8 +1,8 @@
 #include "cli/commands/Answers.h"
-#include "inspect/model/Kinds.h"
-#include "inspect/rows/CsvFormat.h"
+#include "cli/terminal/Characters.h"
+#include "cli/terminal/TextFormat.h"
+#include "inspect/model/Names.h"
 #include "inspect/rows/JsonFormat.h"
-#include "inspect/rows/Utf8.h"
 
 namespace Bfri {
 
@@ -33,7 +33,7 @@ ExitStatus names( Configuration const& configuration, Request const& request, St
             io.out << escapeForTerminal( valueAs<String>( row, "name" ) ) << '\n';
         break;
     case Format::csv:
-        printCsv( io.out, { { { "name", {} }, { "kinds", {} } }, std::move( rows ) } );
+        printCsv( io, { { { "name", {} }, { "kinds", {} } }, std::move( rows ) } );
         break;
     case Format::json:
         JsonAnswer( io.out ).member( "names", listOf( rows, []( Row const& row ) { return row; } ) );

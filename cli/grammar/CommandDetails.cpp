@@ -1,4 +1,6 @@
 #include "cli/grammar/Help.h"
+#include "cli/grammar/ListTexts.h"
+#include "cli/terminal/RecordText.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/RecordKinds.h"
 
@@ -35,17 +37,17 @@ char const* kindLabel( Command const& command ) {
 }
 
 /// A filter that finds some names of the example switch.
-char const* exampleFilter( std::string_view list ) {
-    if( list == "actions" )
+char const* exampleFilter( Kind kind ) {
+    if( kind == Kind::actions )
         return "^set_";
-    return list == "headers" || list == "phv" ? "^hdr" : "^pipe_a";
+    return kind == Kind::headers || kind == Kind::phvFields ? "^hdr" : "^pipe_a";
 }
 
 } // namespace
 
 std::vector<String> paragraphsOf( Command const& command ) {
     if( command.listing ) {
-        auto paragraphs = split( command.listing->note, "\n\n" );
+        auto paragraphs = split( listTextOf( command.listing->kind ).note, "\n\n" );
         paragraphs.emplace_back(
             "The fields are named as in --sort, --json and --csv. Text output shows those that have a "
             "column." );
@@ -62,10 +64,11 @@ String fieldTable( Command const& command ) {
     if( !command.listing )
         return {};
     RowList fields{ { { "COLUMN", {} }, { "FIELD", {} }, { "MEANING", {} } }, {} };
-    for( Column const& column : command.listing->columns )
-        fields.rows.push_back( { { "", column.title ? Value( column.title ) : Value() },
-                                 { "", column.field },
-                                 { "", column.meaning } } );
+    for( FieldInfo const& field : command.listing->fields ) {
+        char const* const title = columnTitleOf( command.listing->kind, field.name );
+        fields.rows.push_back(
+            { { "", title ? Value( title ) : Value() }, { "", field.name }, { "", field.meaning } } );
+    }
     std::ostringstream lines;
     printColumns( lines, fields );
     return lines.str();
@@ -75,8 +78,10 @@ std::vector<String> examplesOf( Program const& program, Command const& command )
     if( !command.listing )
         return split( command.examples, "\n" );
     String const start = fmt::format( "{} {} switch.conf", program.name, command.word );
-    return { start, fmt::format( "{} --filter {} --sort=-name -n 10", start, exampleFilter( command.word ) ),
-             start + " --json" };
+    return {
+        start,
+        fmt::format( "{} --filter {} --sort=-name -n 10", start, exampleFilter( command.listing->kind ) ),
+        start + " --json" };
 }
 
 } // namespace Bfri

@@ -2,7 +2,7 @@
 
 #include "inspect/load/Load.h"
 #include "inspect/model/ActionWord.h"
-#include "inspect/model/Kinds.h"
+#include "inspect/model/Names.h"
 #include "inspect/model/Records.h"
 
 #include <fmt/format.h>
@@ -81,7 +81,7 @@ std::vector<String> actionTables( BfResourceParser const& parser, TypedWord& typ
 /// Names of a kind, or of all; handles as well where a digit is typed.
 std::vector<String> namesAndHandles( BfResourceParser const& parser, RecordKind const* kind,
                                      TypedWord& typed ) {
-    if( !kind || kind == kindOf( "action" ) ) {
+    if( !kind || kind->kind == Kind::actions ) {
         if( auto tables = actionTables( parser, typed ); !tables.empty() )
             return tables;
     }
@@ -107,7 +107,8 @@ std::vector<String> modelWords( ParsedLine const& line, ValueKind kind, TypedWor
     auto const& parser = configuration->parser();
     if( kind == ValueKind::handle )
         return inFormOf( typed.rest, handlesOf( parser, nullptr ) );
-    return namesAndHandles( parser, kind == ValueKind::table ? kindOf( "table" ) : line.recordKind(), typed );
+    return namesAndHandles( parser, kind == ValueKind::table ? &kindOf( Kind::tables ) : line.recordKind(),
+                            typed );
 }
 
 } // namespace Bfri

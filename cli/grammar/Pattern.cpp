@@ -1,7 +1,8 @@
 #include "cli/grammar/Pattern.h"
+#include "cli/terminal/Characters.h"
 
 #include "cli/grammar/Failure.h"
-#include "inspect/rows/Utf8.h"
+#include "cli/terminal/Characters.h"
 
 #include <cstdint>
 

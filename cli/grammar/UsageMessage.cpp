@@ -1,8 +1,8 @@
 #include "cli/grammar/UsageMessage.h"
 
+#include "cli/terminal/Characters.h"
 #include "inspect/model/Names.h"
 #include "inspect/model/RecordKinds.h"
-#include "inspect/rows/Utf8.h"
 
 #include <fmt/format.h>
 

@@ -1,6 +1,6 @@
 #include "cli/grammar/ValueCheck.h"
 
-#include "inspect/model/Kinds.h"
+#include "inspect/model/RecordKinds.h"
 
 namespace Bfri {
 

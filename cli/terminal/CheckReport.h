@@ -12,7 +12,8 @@ namespace Bfri {
 /// How many records of a collection of the model were looked at.
 struct Count {
     char const* collection;
-    char const* one; ///< of them, for people
+    char const* noun; ///< "match table"
+    char const* nouns;
     std::size_t number;
 };
 

@@ -1,9 +1,8 @@
 #include "inspect/load/Fault.h"
 
-#include "cli/terminal/TextFormat.h"
 #include "inspect/load/AssertionWordings.h"
 #include "inspect/load/ConfPath.h"
-#include "inspect/rows/Utf8.h"
+#include "inspect/rows/Row.h"
 
 #include <limits>
 
@@ -83,7 +82,7 @@ Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine>
 }
 
 String handleOf( Fault const& fault ) {
-    return fault.handle ? std::to_string( *fault.handle ) + " (" + textOf( Hex( *fault.handle ) ) + ")" : "";
+    return fault.handle ? std::to_string( *fault.handle ) + " (" + hexText( *fault.handle ) + ")" : "";
 }
 
 String problemOf( Fault const& fault ) {

@@ -320,7 +320,7 @@ TEST_F( Show, OfManyOfAKindShowsTheFirstAndSaysHowManyMoreThereAre ) {
     for( U32 handle = 1; handle <= 8; ++handle )
         push( handle );
     EXPECT_THAT( answerOf( "show", *model, Format::text, "acl" ), Not( HasSubstr( "more" ) ) );
-    EXPECT_FALSE( jsonAnswerOf( "show", *model, "acl" ).HasMember( "leftOut" ) );
+    EXPECT_FALSE( jsonAnswerOf( "show", *model, "acl" ).HasMember( "moreRecords" ) );
     push( 9 );
     EXPECT_THAT( answerOf( "show", *model, Format::text, "acl" ),
                  testing::EndsWith( "\n\nand 1 more table of this name; 'bfri tables' lists them all, with "
@@ -331,9 +331,9 @@ TEST_F( Show, OfManyOfAKindShowsTheFirstAndSaysHowManyMoreThereAre ) {
     EXPECT_THAT( text, HasSubstr( "\n\nand 2 more tables of this name; " ) );
     EXPECT_THAT( text, Not( HasSubstr( "resource acl" ) ) );
     auto const answer = jsonAnswerOf( "show", *model, "acl" );
-    EXPECT_THAT( memberNames( answer ), ElementsAre( "format", "name", "bfTables", "leftOut" ) );
+    EXPECT_THAT( memberNames( answer ), ElementsAre( "format", "name", "bfTables", "moreRecords" ) );
     EXPECT_EQ( answer[ "bfTables" ].Size(), 8U );
-    EXPECT_EQ( compact( answer[ "leftOut" ] ), R"({"bfTables":2})" );
+    EXPECT_EQ( compact( answer[ "moreRecords" ] ), R"({"bfTables":2})" );
     EXPECT_EQ( jsonAnswerOf( "show", *model, "permit" )[ "bfActions" ].Size(), 10U );
 }
 
@@ -360,7 +360,8 @@ TEST_F( Show, OfManyThatBelongToTablesShowsTheFirst ) {
         place( "hits", 200 + handle, BfResourceType::selection, 3 );
     }
     auto const answer = jsonAnswerOf( "show", *model, "hits" );
-    EXPECT_EQ( compact( answer[ "leftOut" ] ), R"({"bfResources":4,"bfCounters":4,"bfLearnQuantaInfos":4})" );
+    EXPECT_EQ( compact( answer[ "moreRecords" ] ),
+               R"({"bfResources":4,"bfCounters":4,"bfLearnQuantaInfos":4})" );
 }
 
 TEST_F( Show, ListsTheActionsOfAName ) {

@@ -1,5 +1,5 @@
 #include "cli/grammar/Pattern.h"
-#include "cli/Failure.h"
+#include "cli/grammar/Failure.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

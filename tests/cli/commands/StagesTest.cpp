@@ -1,7 +1,7 @@
 #include "tests/cli/Inputs.h"
 
 #include "cli/commands/Answers.h"
-#include "inspect/rows/Utf8.h"
+#include "cli/terminal/Characters.h"
 
 #include <gmock/gmock.h>
 

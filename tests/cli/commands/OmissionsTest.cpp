@@ -110,10 +110,10 @@ TEST_F( Omissions, IsAMemberOfTheJsonOfLookup ) {
     auto const answer =
         parsed( bfri( { "lookup", "switch.conf", "0x10000007", "0x1000004d", "--json" } ).out );
     EXPECT_EQ( compact( answer[ "handles" ][ 0 ] ),
-               R"({"handle":268435463,"found":[],"suggestions":[],"leftOut":[{"kind":"table",)"
+               R"({"handle":268435463,"found":[],"suggestions":[],"omitted":[{"kind":"table",)"
                R"("name":"pipe.marks","table":null,"handle":268435463,"contextFile":"context.json",)"
                R"("missing":"record","reason":"it has 1 static entry"}]})" );
-    EXPECT_EQ( compact( answer[ "handles" ][ 1 ][ "leftOut" ] ),
+    EXPECT_EQ( compact( answer[ "handles" ][ 1 ][ "omitted" ] ),
                R"([{"kind":"action","name":"mark","table":"pipe.marks","handle":268435533,)"
                R"("contextFile":"context.json","missing":"record","reason":"it has 1 static entry"}])" );
 }
@@ -160,7 +160,7 @@ TEST_F( Omissions, IsSaidOfWhatAPlacedOneHas ) {
             EXPECT_THAT( outcome.out + outcome.err, HasSubstr( row.start + row.said + "\n" ) ) << row.word;
         }
         EXPECT_EQ( parsed( bfri( { "show", "switch.conf", "marks", "--json" } )
-                               .out )[ "bfResources" ][ 0 ][ "leftOutTables" ][ 0 ][ "reason" ],
+                               .out )[ "bfResources" ][ 0 ][ "omitted" ][ 0 ][ "reason" ],
                    "it has 1 static entry" );
     }
 }
@@ -247,7 +247,7 @@ TEST_F( SeveralOmissions, HaveTheOwnHandleOfWhatIsOnNoStage ) {
     EXPECT_EQ( found.status, 0 );
     EXPECT_EQ( found.err, "bfri: 0x10000006: " + own + "\nbfri: 0x10000006: " + owner + '\n' );
     EXPECT_EQ( compact( parsed( bfri( { "lookup", "switch.conf", "0x10000006", "--json" } )
-                                    .out )[ "handles" ][ 0 ][ "leftOut" ][ 0 ] ),
+                                    .out )[ "handles" ][ 0 ][ "omitted" ][ 0 ] ),
                R"({"kind":"resource","name":"own","table":null,"handle":268435462,)"
                R"("contextFile":"context.json","missing":"handle","reason":"it has no stage table"})" );
     auto const page = bfri( { "show", "switch.conf", "0x10000006" } );

@@ -1,8 +1,5 @@
 #include "tests/cli/Inputs.h"
 
-#include "inspect/model/RecordKinds.h"
-#include "inspect/model/Records.h"
-
 #include <gmock/gmock.h>
 
 namespace {
@@ -226,30 +223,6 @@ INSTANTIATE_TEST_SUITE_P(
                            R"({"name":"hdr.mac","ingressBytes":6,"egressBytes":31},)"
                            R"({"name":"ig.port","ingressBytes":2,"egressBytes":null}])" } ) );
 
-TEST( Resources, HaveTheirTypeByName ) {
-    struct {
-        BfResourceType type;
-        char const* name;
-    } const rows[] = { { BfResourceType::phase0Match, "phase_0_match" },
-                       { BfResourceType::ternaryMatch, "ternary_match" },
-                       { BfResourceType::hashMatch, "hash_match" },
-                       { BfResourceType::algorithmicTcamMatch, "algorithmic_tcam_match" },
-                       { BfResourceType::matchWithNoKey, "match_with_no_key" },
-                       { BfResourceType::hashAction, "hash_action" },
-                       { BfResourceType::actionData, "action_data" },
-                       { BfResourceType::selection, "selection" },
-                       { BfResourceType::statistics, "statistics" },
-                       { BfResourceType::meter, "meter" },
-                       { BfResourceType::stateful, "stateful" },
-                       { BfResourceType::wred, "wred" } };
-    for( auto const& row : rows ) {
-        BfResource record;
-        record.type = static_cast<U32>( row.type );
-        auto const shown = Bfri::shownResource( Bfri::rowOf( record ) );
-        EXPECT_EQ( Bfri::valueAs<String>( shown, "type" ), row.name );
-    }
-}
-
 /// What holds of every list, those with tests of their own included.
 class FilteredList : public InFolder {};
 
@@ -262,37 +235,6 @@ TEST_F( FilteredList, SaysThatNoNameMatches ) {
                                                   { "tables", "switch.conf", "-n", "0" },
                                                   { "counters", "switch.conf", "--filter", "a" } } )
         EXPECT_EQ( bfri( line ).err, "" );
-}
-
-class EveryList : public InFolder {};
-
-TEST_F( EveryList, HasANameToFilterByAndColumnsOfFieldsThatThereAre ) {
-    for( Bfri::RecordKind const& listing : Bfri::recordKinds() ) {
-        Bfri::Row const blank = listing.blank();
-        auto const has = [ & ]( std::string_view name ) {
-            return std::any_of( blank.begin(), blank.end(),
-                                [ & ]( Bfri::Field const& field ) { return field.name == name; } );
-        };
-        EXPECT_TRUE( has( "name" ) ) << listing.word;
-        for( Bfri::Column const& column : listing.columns )
-            EXPECT_TRUE( has( column.field ) ) << listing.word << ": " << column.title;
-    }
-}
-
-TEST_F( EveryList, HasTheRecordsOfTheDump ) {
-    auto const model = modelOf( completeContext() );
-    auto const dump = jsonAnswerOf( "dump", *model );
-    for( Bfri::RecordKind const& listing : Bfri::recordKinds() ) {
-        auto const list = jsonAnswerOf( listing.word, *model );
-        auto const& rows = ( list.MemberBegin() + 1 )->value;
-        ASSERT_GE( rows.Size(), 1U ) << listing.word;
-        String const member = ( list.MemberBegin() + 1 )->name.GetString();
-        if( member == "phvContainers" )
-            continue; // of two collections
-        ASSERT_TRUE( dump.HasMember( member.c_str() ) ) << member;
-        auto const& dumped = dump[ member.c_str() ];
-        EXPECT_EQ( rows.Size(), dumped.IsArray() ? dumped.Size() : dumped.MemberCount() ) << listing.word;
-    }
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "inspect/check/Findings.h"
 
-#include "tests/cli/Inputs.h"
+#include "tests/inspect/Inputs.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>

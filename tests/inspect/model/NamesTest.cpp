@@ -1,7 +1,5 @@
 #include "inspect/model/Names.h"
 
-#include "cli/Failure.h"
-
 #include <gmock/gmock.h>
 
 namespace {
@@ -64,42 +62,37 @@ TEST( NearestNames, AreFoundInCapitalLettersOrNot ) {
     EXPECT_THAT( nearest( { "IPV4_ACL" }, "ipv4_acl" ), ElementsAre( "IPV4_ACL" ) );
 }
 
-String refusalOf( std::vector<String> const& of, String const& word ) {
-    try {
-        return "found " + Bfri::meantName( of, word, { "name", "records", "names" } );
-    } catch( Bfri::Failure const& failure ) {
-        return failure.what() + String( " " ) + std::to_string( failure.suggestions.size() );
-    }
+TEST( NearestNames, WithTheWordAsAPartComeFirst ) {
+    EXPECT_THAT(
+        nearest( { "a.mac", "a.acl.entry", "a.b.tenant_acl", "a.acl.ipv4_acl", "a.aclx", "a.black" }, "acl" ),
+        ElementsAre( "a.acl.ipv4_acl", "a.acl.entry", "a.b.tenant_acl", "a.aclx", "a.mac" ) );
+    EXPECT_THAT( nearest( { "x.b.c.d", "x.b.cc.d" }, "b.c" ), ElementsAre( "x.b.c.d", "x.b.cc.d" ) );
 }
 
-TEST( AMissingName, SaysThatThereAreMoreLikeItThanShown ) {
-    EXPECT_EQ( refusalOf( { "t1", "t2", "t3", "t4", "t5", "t6" }, "t7" ),
-               "no name 't7'; the nearest of 6 names like it: 5" );
-    EXPECT_EQ( refusalOf( { "t1", "t2" }, "t7" ), "no name 't7'; names like it: 2" );
+String readOf( std::vector<String> const& of, String const& word ) {
+    using Bfri::Meaning;
+    Meaning const meaning = Bfri::meaningOf( of, word );
+    String text = meaning.is == Meaning::Is::found       ? "found"
+                  : meaning.is == Meaning::Is::ambiguous ? "ambiguous"
+                                                         : "missing of " + std::to_string( meaning.similar );
+    for( String const& name : meaning.names )
+        text += ' ' + name;
+    return text;
 }
 
-TEST( AName, IsAlsoWhatATerminalShowsOfIt ) {
-    std::vector<String> const odd = { "pipe.ipv4_\xe4\x63l", "pipe.b\x1b", "c.b\x1b" };
-    EXPECT_EQ( refusalOf( odd, "pipe.ipv4_\\xe4cl" ), "found pipe.ipv4_\xe4\x63l" );
-    EXPECT_EQ( refusalOf( odd, "ipv4_\\xe4cl" ), "found pipe.ipv4_\xe4\x63l" );
-    EXPECT_EQ( refusalOf( odd, "b\\x1b" ), "'b\\x1b' is the end of several records' names: 2" );
+TEST( AWord, MeansTheExactNameElseTheOnlyOneThatEndsInIt ) {
+    std::vector<String> const all = { "a.x", "b.x", "x", "a.x", "e.y", "f.y", "e.y", "g.z" };
+    EXPECT_EQ( readOf( all, "x" ), "found x" );
+    EXPECT_EQ( readOf( all, "a.x" ), "found a.x" );
+    EXPECT_EQ( readOf( all, "z" ), "found g.z" );
+    EXPECT_EQ( readOf( all, ".x" ), "ambiguous a.x b.x" );
+    EXPECT_EQ( readOf( all, "y" ), "ambiguous e.y f.y" );
+    EXPECT_EQ( readOf( all, "nothing" ), "missing of 0" );
 }
 
-TEST( NamesMeant, AreTheExactOneElseThoseThatEndInTheWordElseThoseThatShowSo ) {
-    std::vector<String> const all = { "a.x", "b.x", "x", "a.x", "c.\x1b", "d.\n", "e.y", "f.y", "e.y" };
-    struct {
-        char const* word;
-        std::vector<String> meant;
-    } const rows[] = { { "x", { "x" } },
-                       { "a.x", { "a.x" } },
-                       { ".x", { "a.x", "b.x" } },
-                       { "y", { "e.y", "f.y" } },
-                       { "c.\\x1b", { "c.\x1b" } },
-                       { "\\x0a", { "d.\n" } },
-                       { "z", {} },
-                       { "", {} } };
-    for( auto const& row : rows )
-        EXPECT_EQ( Bfri::namesMeant( all, row.word ), row.meant ) << row.word;
+TEST( AWord, ThatIsMissingComesWithTheNearestNamesAndHowManyAreLikeIt ) {
+    EXPECT_EQ( readOf( { "t1", "t2", "t3", "t4", "t5", "t6" }, "t7" ), "missing of 6 t1 t2 t3 t4 t5" );
+    EXPECT_EQ( readOf( { "t1", "t2" }, "t7" ), "missing of 2 t1 t2" );
 }
 
 } // namespace

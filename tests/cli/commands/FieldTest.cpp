@@ -1,8 +1,8 @@
+#include "cli/terminal/Characters.h"
 #include "tests/cli/Inputs.h"
 
 #include "cli/commands/Answers.h"
 #include "inspect/model/RecordKinds.h"
-#include "inspect/rows/Utf8.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,5 @@
-#include "cli/terminal/StageText.h"
 #include "cli/terminal/TextFormat.h"
-#include "inspect/rows/CsvFormat.h"
-#include "inspect/rows/JsonFormat.h"
+#include "cli/terminal/StageText.h"
 
 #include <gmock/gmock.h>
 #include <sstream>
@@ -22,12 +20,6 @@ RowList const list{
 String columnsOf( RowList const& rows, TerminalStyle const& look = {} ) {
     std::ostringstream out;
     printColumns( out, rows, look );
-    return out.str();
-}
-
-String printed( void ( *print )( std::ostream&, RowList const& ), RowList const& rows ) {
-    std::ostringstream out;
-    print( out, rows );
     return out.str();
 }
 
@@ -207,53 +199,6 @@ TEST( StageBars, LeaveNamesWholeWhereLittleOfThemWouldStay ) {
     };
     EXPECT_THAT( bars( 18 ), testing::EndsWith( "  <ng.name\n" ) );
     EXPECT_THAT( bars( 17 ), testing::EndsWith( "  a.long.name\n" ) );
-}
-
-TEST( Csv, HasAHeaderAndPlainNumbers ) {
-    EXPECT_EQ( printed( printCsv, list ), "NAME,SIZE,HANDLE,ON,REFS\n"
-                                          "a.b,5,266,true,1 2\n"
-                                          "\xC3\xA9\x1B,1000,,false,\n" );
-    EXPECT_EQ( printed( printCsv, { list.header, {} } ), "NAME,SIZE,HANDLE,ON,REFS\n" );
-}
-
-TEST( Csv, QuotesFieldsThatNeedIt ) {
-    struct {
-        char const* text;
-        char const* csv;
-    } const rows[] = { { "plain text", "plain text" }, { "a,b", "\"a,b\"" },   { "a\"b", "\"a\"\"b\"" },
-                       { "a\nb", "\"a\nb\"" },         { "a\rb", "\"a\rb\"" }, { "", "" } };
-    for( auto const& row : rows )
-        EXPECT_EQ( printed( printCsv, { { { "x,y", {} } }, { { { "", row.text } } } } ),
-                   String( "\"x,y\"\n" ) + row.csv + "\n" );
-}
-
-TEST( Json, IsOneObjectThatStartsWithItsFormat ) {
-    std::ostringstream out;
-    JsonAnswer( out ).members( { { "n\"", {} },
-                                 { "flag", true },
-                                 { "number", U32{ 0xFFFFFFFF } },
-                                 { "handle", Hex( 16 ) },
-                                 { "text", "a\xFF" },
-                                 { "empty", List{} },
-                                 { "none", Row{} },
-                                 { "list", List{ U32{ 1 }, Row{ { "k", "v" } } } } } );
-    EXPECT_EQ( out.str(), R"({
-  "format": 1,
-  "n\"": null,
-  "flag": true,
-  "number": 4294967295,
-  "handle": 16,
-  "text": "a\ufffd",
-  "empty": [],
-  "none": {},
-  "list": [
-    1,
-    {
-      "k": "v"
-    }
-  ]
-}
-)" );
 }
 
 } // namespace

@@ -1,3 +1,0 @@
-#pragma once
-
-#include "cli/grammar/Failure.h"
