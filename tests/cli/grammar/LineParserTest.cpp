@@ -44,6 +44,7 @@ Program const& toy() {
         { .word = "none", .group = "All", .description = "", .arguments = {} } };
     static Program const program = { .name = "toy",
                                      .version = "1",
+                                     .builtWith = "",
                                      .title = "",
                                      .description = "",
                                      .usage = "",
