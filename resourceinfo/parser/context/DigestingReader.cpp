@@ -11,15 +11,27 @@ template<>
 inline void Context::ContextReader::ParseString<kParseDefaultFlags>( Context::GZFileReadStream& stream,
                                                                      Context::DigestingFilter& filter,
                                                                      bool isKey ) {
+    auto const take = [ & ]( std::string_view text ) {
+        auto const length = static_cast<SizeType>( text.size() );
+        return isKey ? filter.Key( text.data(), length, true ) : filter.String( text.data(), length, true );
+    };
     stream.tokenStarts();
     stream.Take(); // the quote
+    std::string_view const rest = stream.rest();
+    char const* const end = ByteScan::findNoPlain<>( rest.data(), rest.data() + rest.size() );
+    if( end != rest.data() + rest.size() && *end == '"' ) {
+        bool const goesOn = take( { rest.data(), end } ); // in the buffer: no need to copy it
+        stream.takeUpTo( end + 1 );
+        if( !goesOn )
+            SetParseError( kParseErrorTermination, stream.Tell() );
+        return;
+    }
     StackStream<char> text( stack_ );
     ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
     if( HasParseError() )
         return;
-    auto const length = static_cast<SizeType>( text.Length() - 1 ); // without the NUL after it
-    char const* const string = text.Pop();
-    if( !( isKey ? filter.Key( string, length, true ) : filter.String( string, length, true ) ) )
+    std::size_t const length = text.Length() - 1; // without the NUL after it
+    if( !take( { text.Pop(), length } ) )
         SetParseError( kParseErrorTermination, stream.Tell() );
 }
 

@@ -37,6 +37,14 @@ class GZFileReadStream {
             refill();
         }
     }
+    /// For those who search the buffer themselves: all that it has of the file, from the next character on.
+    std::string_view rest() const { return { current_, bufferLast_ + 1 }; }
+    /// Takes the characters in front of a place in the buffer.
+    void takeUpTo( char const* place ) {
+        current_ = place;
+        if( place > bufferLast_ )
+            refill();
+    }
     /// Notes that the next character is the first of a token.
     void tokenStarts() { tokenStart_ = Tell(); }
     std::size_t tokenStart() const { return tokenStart_; }
