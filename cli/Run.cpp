@@ -1,17 +1,19 @@
 #include "cli/Run.h"
+#include "cli/terminal/Characters.h"
 
+#include "cli/CommandTable.h"
 #include "cli/commands/Loading.h"
-#include "cli/grammar/CommandLine.h"
-#include "cli/grammar/WrongWord.h"
+#include "cli/grammar/Help.h"
+#include "cli/grammar/LineParser.h"
+#include "cli/grammar/UsageMessage.h"
 #include "cli/terminal/CheckReport.h"
 #include "cli/terminal/FaultText.h"
 #include "inspect/load/FaultDetails.h"
 #include "inspect/rows/JsonFormat.h"
-#include "inspect/rows/Utf8.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <fmt/ostream.h>
 
 namespace Bfri {
 
@@ -27,8 +29,8 @@ void requireWritten( std::ostream& out ) {
 
 /// With the names that it announces; people read them below it.
 String sentenceOf( Failure const& failure ) {
-    String const names = joined( failure.suggestions );
-    return failure.what() + ( names.empty() ? "" : ' ' + names );
+    char const* const space = failure.suggestions.empty() ? "" : " ";
+    return fmt::format( "{}{}{}", failure.what(), space, fmt::join( failure.suggestions, ", " ) );
 }
 
 /// The parts are those of `bfri check`, which reads the file again for some of them.
@@ -51,6 +53,12 @@ void explainAsJson( Failure const& failure, std::ostream& out ) {
     answer.member( "suggestions", listOf( failure.suggestions, []( String const& name ) { return name; } ) );
 }
 
+Streams inColor( Streams io, Request const& request ) {
+    if( String const when = request.option( "--color" ); when == "always" || when == "never" )
+        io.look.color = when == "always";
+    return io;
+}
+
 ExitStatus answered( Request const& request, Streams const& io ) {
     Command const& command = *request.command;
     if( command.run )
@@ -59,59 +67,60 @@ ExitStatus answered( Request const& request, Streams const& io ) {
     return command.show( configuration, request, io );
 }
 
-/// Where JSON is asked for, also a failure is an answer.
-template<class Step>
-auto answer( bool inJson, std::ostream& out, Step step ) {
+ExitStatus answered( ParsedLine const& line, Streams const& io ) {
+    if( line.error )
+        throw Failure( ExitStatus::usage, usageMessage( program(), line ) );
+    switch( line.asked ) {
+    case ParsedLine::Asked::version:
+        fmt::print( io.out, "{} {}\n{}\n", program().name, program().version, program().builtWith );
+        return ExitStatus::done;
+    case ParsedLine::Asked::help:
+        line.command ? printHelp( io.out, program(), *line.command ) : printHelp( io.out, program() );
+        return ExitStatus::done;
+    case ParsedLine::Asked::answer:
+        break;
+    }
+    Request const request = requestOf( line );
+    return answered( request, inColor( io, request ) );
+}
+
+/// With --json, a failure is an answer as well.
+ExitStatus answeredInFormat( ParsedLine const& line, Streams const& io ) {
     try {
-        return step();
+        return answered( line, io );
     } catch( Failure const& failure ) {
-        if( inJson )
-            explainAsJson( failure, out );
-        requireWritten( out );
+        if( line.json )
+            explainAsJson( failure, io.out );
+        requireWritten( io.out );
         throw;
     }
 }
 
-/// Of a command line that may not be understood.
-bool asksForJson( int argc, char const* const* argv ) {
-    return std::find( argv + 1, argv + argc, std::string_view( "--json" ) ) != argv + argc;
-}
-
-/// The look that was asked for, in place of what standard output is.
-Streams asAskedFor( Streams io, Request const& request ) {
-    if( String const when = request.option( "--color" ); when == "always" || when == "never" )
-        io.look.color = when == "always";
-    return io;
-}
-
-ExitStatus report( Failure const& failure, Command const* command, std::ostream& err ) {
-    err << "bfri: " << failure.what() << '\n';
+ExitStatus report( Failure const& failure, ParsedLine const& line, std::ostream& err ) {
+    fmt::print( err, "{}: {}\n", program().name, failure.what() );
     for( String const& name : failure.suggestions )
-        err << "  " << escapeForTerminal( name ) << '\n';
+        fmt::print( err, "  {}\n", escapeForTerminal( name ) );
     if( failure.status == ExitStatus::usage )
-        err << "Run 'bfri " << ( command ? command->word + String( " " ) : "" )
-            << "--help' to see how it is used.\n";
+        fmt::print( err, "Run '{}{}{} --help' to see how it is used.\n", program().name,
+                    line.command ? " " : "", line.command ? line.command->word : "" );
     return failure.status;
 }
 
 } // namespace
 
 ExitStatus run( int argc, char const* const* argv, Streams const& io ) {
+    ParsedLine line;
     try {
         errno = 0;
-        ExitStatus status = ExitStatus::done;
-        auto const request = answer( asksForJson( argc, argv ), io.out,
-                                     [ & ] { return parseCommandLine( argc, argv, io.out ); } );
-        if( request )
-            status = answer( request->format == Format::json, io.out,
-                             [ & ] { return answered( *request, asAskedFor( io, *request ) ); } );
+        line = parseLine( program(), { argv + 1, argv + argc } );
+        ExitStatus const status = answeredInFormat( line, io );
         requireWritten( io.out );
         return status;
     } catch( Failure const& failure ) {
-        return report( failure, commandIn( argc, argv ), io.err );
+        return report( failure, line, io.err );
     } catch( std::exception const& error ) {
         return report(
-            Failure( ExitStatus::internal, "internal error: " + escapeForTerminal( error.what() ) ), nullptr,
+            Failure( ExitStatus::internal, "internal error: " + escapeForTerminal( error.what() ) ), line,
             io.err );
     }
 }

@@ -3,6 +3,8 @@
 
 #include "fuzz/JsonMutator.h"
 #include "fuzz/Target.h"
+#include "resourceinfo/parser/context/MemberNames.h"
+#include "resourceinfo/parser/context/PruningFilter.h"
 #include "tests/support/ContextReading.h"
 #include "tests/support/TextFile.h"
 

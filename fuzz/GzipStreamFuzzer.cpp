@@ -2,14 +2,12 @@
 // load what it gives for these characters in a plain file. The mutator changes what is packed, and packs it
 // again.
 
+#include "fuzz/GzipMutator.h"
 #include "fuzz/GzipText.h"
-#include "fuzz/JsonMutator.h"
 #include "fuzz/Load.h"
 #include "fuzz/Target.h"
 #include "resourceinfo/parser/context/GZFileReadStream.h"
-#include "resourceinfo/parser/context/MemberNames.h"
 
-#include <algorithm>
 #include <vector>
 
 using namespace Context;
@@ -22,16 +20,16 @@ constexpr std::string_view switchConf =
 
 /// Takes all characters through a buffer of that size, one by one and in runs by turns.
 std::optional<std::string> streamed( String const& path, std::size_t bufferSize ) {
-    GzipFile file;
-    require( file.open( path ).empty(), "cannot open the file" );
-    std::vector<char> buffer( bufferSize );
-    GZFileReadStream stream( file, buffer );
+    auto const file = gzipFile();
+    require( file->open( path ).empty(), "cannot open the file" );
+    std::vector<char> buffer( bufferSize + GZFileReadStream::padding );
+    GZFileReadStream stream( *file, buffer );
     std::string text;
-    auto const findNul = []( char const* begin, char const* end ) { return std::find( begin, end, '\0' ); };
+    auto const isNul = []( auto c ) { return c == ByteScan::byte( '\0' ); };
     auto const append = [ & ]( std::string_view run ) { text += run; };
     while( stream.Peek() != '\0' ) {
         if( text.size() % 3 == 0 )
-            stream.takeTo( findNul, append );
+            stream.takeTo( isNul, append );
         else
             text += stream.Take();
         require( stream.Tell() == text.size(), "number of characters taken" );
@@ -54,7 +52,7 @@ int LLVMFuzzerTestOneInput( std::uint8_t const* data, std::size_t size ) {
     static String const configuration = folder.write( "switch.conf", switchConf.data(), switchConf.size() );
     std::span const bytes( data, size );
     auto const text = unpacked( bytes, longestText );
-    if( !text && unpacked( bytes, 64 * longestText ) )
+    if( !text && ( hasRefusedCode( bytes ) || unpacked( bytes, 64 * longestText ) ) )
         return 0;
     String const path = folder.write( "context.json.gz", data, size );
     checkStream( path, text, 1 + size % 61 );
@@ -70,19 +68,5 @@ int LLVMFuzzerTestOneInput( std::uint8_t const* data, std::size_t size ) {
 
 std::size_t LLVMFuzzerCustomMutator( std::uint8_t* data, std::size_t size, std::size_t maxSize,
                                      unsigned seed ) {
-    auto text = unpacked( { data, size }, 8 * maxSize );
-    if( seed % 4 == 0 || !text )
-        return LLVMFuzzerMutate( data, size, maxSize );
-    std::size_t const textSize = text->size();
-    text->resize( textSize + maxSize );
-    auto* const characters = reinterpret_cast<std::uint8_t*>( text->data() );
-    text->resize( JsonMutator( memberNames ).mutate( characters, textSize, text->size(), seed / 4 ) );
-    std::size_t const cut = seed / 16 % 8 == 0 ? text->size() / 2 : text->size();
-    int const level = static_cast<int>( seed / 128 % 10 );
-    std::string file = packed( text->substr( 0, cut ), level );
-    if( cut < text->size() )
-        file += packed( text->substr( cut ), 9 - level );
-    if( file.size() > maxSize )
-        return LLVMFuzzerMutate( data, size, maxSize );
-    return file.copy( reinterpret_cast<char*>( data ), maxSize );
+    return mutateGzip( data, size, maxSize, seed );
 }

@@ -10,7 +10,8 @@ namespace {
 constexpr int gzipFormat = 15 + 16;
 
 /// Inflates one member at the front of a file, and moves the front behind it.
-bool unpackMember( std::span<std::uint8_t const>& file, std::size_t most, std::string& text ) {
+bool unpackMember( std::span<std::uint8_t const>& file, std::size_t most, std::string& text,
+                   std::string& reason ) {
     z_stream stream{};
     require( inflateInit2( &stream, gzipFormat ) == Z_OK, "no memory to inflate" );
     stream.next_in = const_cast<Bytef*>( file.data() );
@@ -24,6 +25,7 @@ bool unpackMember( std::span<std::uint8_t const>& file, std::size_t most, std::s
         text.append( reinterpret_cast<char const*>( buffer.data() ), buffer.size() - stream.avail_out );
     }
     file = file.last( stream.avail_in );
+    reason = stream.msg ? stream.msg : "";
     inflateEnd( &stream );
     return status == Z_STREAM_END && text.size() <= most;
 }
@@ -38,11 +40,20 @@ std::optional<std::string> unpacked( std::span<std::uint8_t const> file, std::si
     if( !isGzip( file ) )
         return std::string( file.begin(), file.end() );
     std::string text;
+    std::string reason;
     while( isGzip( file ) ) {
-        if( !unpackMember( file, most, text ) )
+        if( !unpackMember( file, most, text, reason ) )
             return std::nullopt;
     }
     return text;
+}
+
+bool hasRefusedCode( std::span<std::uint8_t const> file ) {
+    std::string text;
+    std::string reason;
+    while( isGzip( file ) && unpackMember( file, text.max_size(), text, reason ) )
+        text.clear();
+    return reason == "invalid literal/lengths set" || reason == "invalid distances set";
 }
 
 std::string packed( std::string const& text, int level ) {

@@ -36,14 +36,14 @@ void askTables( BfResourceInfoIntf const& info ) {
     }
 }
 
-void askAssociatedTables( BfResourceInfoIntf const& info ) {
+void askAssociatedTables( BfResourceInfoIntf& info ) {
     for( U32 i = 0; i < info.bfTableMetersNum(); ++i )
         info.bfAssociatedTable( info.bfTableMeter( i ).name );
     for( U32 i = 0; i < info.bfTableCountersNum(); ++i )
         info.bfAssociatedTable( info.bfTableCounter( i ).name );
 }
 
-void askByName( String& words, BfResourceInfoIntf const& info ) {
+void askByName( String& words, BfResourceInfoIntf& info ) {
     BfResourceParser const& parser = *info.parser();
     for( auto const& [ name, header ] : parser.bfHeaders() )
         require( info.bfHeaderSize( name ) == header.size(), "size of another header" );
@@ -59,7 +59,7 @@ void askByName( String& words, BfResourceInfoIntf const& info ) {
         words += std::to_string( count ) + " ";
 }
 
-String describe( BfResourceInfoIntf const& info ) {
+String describe( BfResourceInfoIntf& info ) {
     using I = BfResourceInfoIntf;
     String words;
     describe( words, info, &I::bfResourcesNum, &I::bfResourceIndex, &I::bfResource );

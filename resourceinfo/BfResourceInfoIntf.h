@@ -24,8 +24,8 @@ inline constexpr U32 BfResourceInfoIndexInvalid = 0x0FFFFFFF;
 /// during construction, see BfResourceParser; with a handler that throws, nothing is left behind. A query
 /// without a parser (after parserDel) fails with "parser".
 ///
-/// Thread-safety: queries from any number of threads, without a lock, when Zel::pointerMode() is atomic;
-/// creation, parserIs and parserDel need exclusion.
+/// Thread-safety: queries from any number of threads, without a lock, when Zel::pointerMode() is atomic, as
+/// each counts a reference to the parser; creation, parserIs and parserDel need exclusion.
 class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
                                                  public Mirrow::Allocated<BfResourceInfoIntf> {
   public:
@@ -132,8 +132,9 @@ class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
     /// counter of that name: of a direct one the placed table that lists it (of several the one with the
     /// lowest handle), of any other the one placed table whose actions name it in "indirect_resources", empty
     /// when none or several do. The table need not be one of the match tables here. WRED tables are not
-    /// looked at. Fatal: "false && \"check table name\"" for a name of neither.
-    String bfAssociatedTable( String const& table ) const;
+    /// looked at. Changes nothing, though it is no constant operation. Fatal: "false && \"check table name\""
+    /// for a name of neither.
+    String bfAssociatedTable( String const& table );
 
     /// @}
     /// WRED tables.
@@ -182,8 +183,9 @@ class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
     /// exception out: one inside, such as that of an assertion handler, ends the process.
     /// @{
 
-    /// Size of a header in bytes, 0 to 8191; 0 for an unknown one.
-    U32 bfHeaderSize( String const& hdrName ) const noexcept;
+    /// Size of a header in bytes, 0 to 8191; 0 for an unknown one. Changes nothing, though it is no constant
+    /// operation.
+    U32 bfHeaderSize( String const& hdrName ) noexcept;
     /// Handle of a calculation ("handle"); BfResourceInfoIndexInvalid for an unknown one.
     U32 bfDynHashTableHdl( String const& hashName ) const noexcept;
     /// Handle of a calculation's field list; BfResourceInfoIndexInvalid for an unknown calculation.

@@ -4,7 +4,7 @@
 
 namespace BfResourceInfo {
 
-U32 BfResourceInfoIntf::bfHeaderSize( String const& hdrName ) const noexcept {
+U32 BfResourceInfoIntf::bfHeaderSize( String const& hdrName ) noexcept {
     auto const parser = queried();
     BfHeaderInfo const* const header = parser->bfHeaders().find( hdrName );
     return header ? header->size() : 0;

@@ -1,7 +1,7 @@
 #include "cli/commands/Annotator.h"
 #include "cli/commands/Answers.h"
+#include "cli/terminal/Characters.h"
 #include "inspect/model/HandleUses.h"
-#include "inspect/rows/Utf8.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -20,7 +20,7 @@ constexpr std::size_t readAtOnce = 1U << 18;
 
 /// Many tables have an action of the same name.
 String nameOf( HandleUse const& bearer ) {
-    bool const isAction = bearer.kind == std::string_view( "action" ) && !bearer.table.empty();
+    bool const isAction = bearer.kind == Kind::actions && !bearer.table.empty();
     return String( bearer.owner ) + ( isAction ? " of " + String( bearer.table ) : "" );
 }
 

@@ -1,11 +1,14 @@
 #include "cli/commands/Answers.h"
+#include "cli/terminal/Characters.h"
 #include "cli/terminal/CheckReport.h"
 #include "inspect/load/FaultDetails.h"
 #include "inspect/load/Load.h"
+#include "inspect/model/Collections.h"
+#include "inspect/model/RecordKinds.h"
 #include "inspect/rows/JsonFormat.h"
-#include "inspect/rows/Utf8.h"
 
 #include <algorithm>
+#include <fmt/format.h>
 
 namespace Bfri {
 
@@ -13,17 +16,16 @@ namespace {
 
 std::vector<Count> countsOf( Configuration const& configuration ) {
     auto const& parser = configuration.parser();
-    return { { "contextFile", "context file", parser.contextFile().size() },
-             { "bfTables", "match table", parser.bfTables().size() },
-             { "bfResources", "hardware resource", parser.bfResources().size() },
-             { "bfCounters", "counter", parser.bfCounters().size() },
-             { "bfMeters", "meter", parser.bfMeters().size() },
-             { "bfWreds", "WRED table", parser.bfWreds().size() },
-             { "bfRegisterInfos", "register", parser.bfRegisterInfos().size() },
-             { "bfActions", "action", parser.bfActions().size() },
-             { "bfLearnQuantaInfos", "learn quanta", parser.bfLearnQuantaInfos().size() },
-             { "bfHeaders", "flexible header", parser.bfHeaders().size() },
-             { "bfDynamicHashInfo", "hash", parser.bfDynamicHashInfo().size() } };
+    std::vector<Count> counts{
+        { "contextFile", "context file", "context files", parser.contextFile().size() } };
+    for( bool const ofTables : { true, false } ) { // match tables and what they have come first
+        for( RecordKind const& kind : recordKinds() ) {
+            if( kind.isCounted && kind.ofTables == ofTables )
+                counts.push_back(
+                    { kind.member, kind.noun, kind.nouns, collectionOf( kind.kind ).size( parser ) } );
+        }
+    }
+    return counts;
 }
 
 String withoutBlanksAround( String const& word ) {
@@ -41,6 +43,16 @@ std::vector<String> partsOf( String const& text ) {
 
 using Kinds = std::vector<FindingKind const*>;
 
+FindingKind const& kindMeant( String const& word ) {
+    if( FindingKind const* const kind = findingKindOf( word ) )
+        return *kind;
+    auto const suggestions = findingsLike( word );
+    throw Failure( ExitStatus::usage,
+                   fmt::format( "no finding has the code '{}'; {}", escapeForTerminal( word ),
+                                suggestions.empty() ? "'--explain all' lists them" : "codes like it:" ),
+                   suggestions );
+}
+
 /// Of an option's codes or titles, each once; none where the option is not given.
 Kinds kindsOf( Request const& request, char const* option ) {
     Kinds kinds;
@@ -52,7 +64,7 @@ Kinds kindsOf( Request const& request, char const* option ) {
             throw Failure( ExitStatus::usage, String( option ) +
                                                   " takes codes or titles with commas between, not '" +
                                                   escapeForTerminal( request.option( option ) ) + "'" );
-        FindingKind const* const kind = &findingKindOf( word );
+        FindingKind const* const kind = &kindMeant( word );
         if( std::find( kinds.begin(), kinds.end(), kind ) == kinds.end() )
             kinds.push_back( kind );
     }
@@ -83,8 +95,7 @@ ExitStatus statusOf( Checked const& checked, Severity failOn ) {
 
 ExitStatus checkAll( Request const& request, Streams const& io ) {
     Kinds const ignored = kindsOf( request, "--ignore" );
-    Severity const failOn =
-        request.has( "--fail-on" ) ? severityOf( request.option( "--fail-on" ) ) : Severity::note;
+    Severity const failOn = severityOf( request.option( "--fail-on" ) ).value_or( Severity::note );
     std::optional<JsonAnswer> json;
     if( request.format == Format::json )
         json.emplace( io.out );

@@ -1,7 +1,7 @@
 #include "cli/commands/Loading.h"
+#include "cli/terminal/Characters.h"
 
 #include "cli/terminal/FaultText.h"
-#include "inspect/rows/Utf8.h"
 
 namespace Bfri {
 

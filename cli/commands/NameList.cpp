@@ -1,9 +1,8 @@
 #include "cli/commands/Answers.h"
-#include "cli/grammar/WrongWord.h"
-#include "inspect/model/Kinds.h"
-#include "inspect/rows/CsvFormat.h"
+#include "cli/terminal/Characters.h"
+#include "cli/terminal/TextFormat.h"
+#include "inspect/model/Names.h"
 #include "inspect/rows/JsonFormat.h"
-#include "inspect/rows/Utf8.h"
 
 namespace Bfri {
 
@@ -27,14 +26,14 @@ std::vector<Row> rowsOf( Configuration const& configuration, RecordKind const* o
 
 ExitStatus names( Configuration const& configuration, Request const& request, Streams const& io ) {
     std::vector<Row> rows =
-        rowsOf( configuration, request.has( "--kind" ) ? &kindMeant( request.option( "--kind" ) ) : nullptr );
+        rowsOf( configuration, request.has( "--kind" ) ? kindOf( request.option( "--kind" ) ) : nullptr );
     switch( request.format ) {
     case Format::text:
         for( Row const& row : rows )
             io.out << escapeForTerminal( valueAs<String>( row, "name" ) ) << '\n';
         break;
     case Format::csv:
-        printCsv( io.out, { { { "name", {} }, { "kinds", {} } }, std::move( rows ) } );
+        printCsv( io, { { { "name", {} }, { "kinds", {} } }, std::move( rows ) } );
         break;
     case Format::json:
         JsonAnswer( io.out ).member( "names", listOf( rows, []( Row const& row ) { return row; } ) );

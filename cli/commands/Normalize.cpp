@@ -1,5 +1,5 @@
 #include "cli/commands/Answers.h"
-#include "inspect/rows/Utf8.h"
+#include "cli/terminal/Characters.h"
 
 namespace Bfri {
 

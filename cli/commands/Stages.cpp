@@ -1,9 +1,9 @@
 #include "cli/commands/Answers.h"
+#include "cli/terminal/Characters.h"
 #include "cli/terminal/StageText.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/Records.h"
 #include "inspect/rows/JsonFormat.h"
-#include "inspect/rows/Utf8.h"
 #include "inspect/stages/StageMap.h"
 
 #include <charconv>
@@ -56,10 +56,9 @@ Row stageRow( StageMap const& map, std::size_t i ) {
     for( StageGroup const& group : map.groups ) {
         if( group.loads[ i ].spanning == 0 )
             continue;
-        Row groupRow{
-            { "ingress", group.ingress },
-            { "type", group.type },
-            { "typeName", valueOf( shownResource( rowOf( *group.resources.front().resource ) ), "type" ) } };
+        Row groupRow{ { "ingress", group.ingress },
+                      { "type", group.type },
+                      { "typeName", typeNameOf( *group.resources.front().resource ) } };
         addLoad( groupRow, group.loads[ i ] );
         groups.push_back( std::move( groupRow ) );
     }

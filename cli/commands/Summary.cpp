@@ -1,6 +1,6 @@
 #include "cli/commands/Answers.h"
 #include "cli/terminal/TextFormat.h"
-#include "inspect/model/Records.h"
+#include "inspect/model/Collections.h"
 #include "inspect/rows/JsonFormat.h"
 
 namespace Bfri {
@@ -9,48 +9,16 @@ namespace {
 
 using BfResourceInfo::BfResourceParser;
 
-struct Count {
-    char const* collection;
-    char const* title;
-    std::size_t number;
-};
-
-std::vector<Count> countsOf( BfResourceParser const& parser ) {
-    return {
-        { "bfResources", "hardware resources", parser.bfResources().size() },
-        { "bfTables", "match tables", parser.bfTables().size() },
-        { "bfCounters", "counters", parser.bfCounters().size() },
-        { "bfMeters", "meters", parser.bfMeters().size() },
-        { "bfWreds", "WRED tables", parser.bfWreds().size() },
-        { "bfRegisterInfos", "registers", parser.bfRegisterInfos().size() },
-        { "bfLearnQuantaInfos", "learn quantas", parser.bfLearnQuantaInfos().size() },
-        { "bfActions", "actions", parser.bfActions().size() },
-        { "bfHeaders", "flexible headers", parser.bfHeaders().size() },
-        { "bfDynamicHashInfo", "dynamic hash calculations", parser.bfDynamicHashInfo().size() },
-        { "ingressPhvContainers", "ingress fields in PHV", parser.ingressPhvContainers().size() },
-        { "egressPhvContainers", "egress fields in PHV", parser.egressPhvContainers().size() },
-        { "resourceHandles", "placed tables, by handle", parser.resourceHandles().size() },
-        { "parentTable", "resources with one parent table", parser.parentTable().size() },
-        { "multipleParentTables", "resources with several", parser.multipleParentTables().size() },
-    };
-}
-
-Row pipelineRow( BfResourceInfo::ZelContextFile const& entry ) {
-    return { { "pipeMask", Hex( entry.key().value() ) },
-             { "pipes", pipesOf( entry.key().value() ) },
-             { "path", entry.value() } };
-}
-
 void printJson( Configuration const& configuration, std::ostream& out ) {
     BfResourceParser const& parser = configuration.parser();
     JsonAnswer answer( out );
     answer.member( "switchConf", configuration.path );
     answer.member( "bfrtConfig", parser.bfrtConfig() );
-    answer.member( "contextFile", listOf( parser.contextFile(), pipelineRow ) );
+    answer.member( "contextFile", pipelinesOf( parser ) );
     answer.member( "hitBitSmashEntries", parser.hitBitSmashEntries() );
     Row counts;
-    for( Count const& count : countsOf( parser ) )
-        counts.push_back( { count.collection, static_cast<U32>( count.number ) } );
+    for( Collection const& collection : collections() )
+        counts.push_back( { collection.member, static_cast<U32>( collection.size( parser ) ) } );
     answer.member( "counts", std::move( counts ) );
 }
 
@@ -59,13 +27,14 @@ void printText( Configuration const& configuration, std::ostream& out ) {
     printFields( out, { { "switch configuration", configuration.isContextFile ? "" : configuration.path },
                         { "run-time configuration", parser.bfrtConfig() } } );
     RowList pipelines{ { { "PIPE MASK", {} }, { "PIPES", {} }, { "CONTEXT FILE", {} } }, {} };
-    for( auto const& entry : parser.contextFile() )
-        pipelines.rows.push_back( pipelineRow( entry ) );
+    for( Value const& pipeline : pipelinesOf( parser ) )
+        pipelines.rows.push_back( std::get<Row>( pipeline.is ) );
     out << '\n';
     printColumns( out, pipelines );
     RowList counts{ { { "COUNT", {} }, { "OF", {} } }, {} };
-    for( Count const& count : countsOf( parser ) )
-        counts.rows.push_back( { { "", static_cast<U32>( count.number ) }, { "", count.title } } );
+    for( Collection const& collection : collections() )
+        counts.rows.push_back(
+            { { "", static_cast<U32>( collection.size( parser ) ) }, { "", collection.title } } );
     counts.rows.push_back( { { "", parser.hitBitSmashEntries() }, { "", "slots of the hit-bit space" } } );
     out << '\n';
     printColumns( out, counts );

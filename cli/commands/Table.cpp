@@ -1,8 +1,9 @@
 #include "cli/commands/Answers.h"
+#include "cli/commands/Meant.h"
+#include "cli/terminal/PageText.h"
+#include "cli/terminal/RecordText.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/HandleUses.h"
-#include "inspect/model/Names.h"
-#include "inspect/model/Omissions.h"
 #include "inspect/model/Relations.h"
 #include "inspect/rows/JsonFormat.h"
 
@@ -57,9 +58,13 @@ U32 placeMeant( Configuration const& configuration, String const& word, std::ost
             err << "bfri: " << count << " tables have this handle; this is the first\n";
         return first;
     }
-    String const name = meantName( names, word, { "match table", "tables", "tables" },
-                                   [ & ] { return whyMissing( configuration, word ); } );
-    noteSeveral( names, name, "tables", err );
+    Meaning const meaning =
+        foundInReadings( word, [ & ]( String const& reading ) { return meaningOf( names, reading ); } );
+    if( meaning.is != Meaning::Is::found )
+        refuse( configuration, word, meaning, { "match table", "tables", "tables" } );
+    String const& name = meaning.names.front();
+    if( auto const count = std::count( names.begin(), names.end(), name ); count > 1 )
+        err << "bfri: " << count << " tables have this name; this is the first, as for every query\n";
     return configuration.model->bfTableIndex( name );
 }
 
@@ -78,7 +83,7 @@ ExitStatus table( Configuration const& configuration, Request const& request, St
         answer.members( placed );
         return ExitStatus::done;
     }
-    Row row = shownTable( rowOf( record ) );
+    Row row = rowForPeople( Kind::tables, rowOf( record ) );
     row.push_back( { "placed", placeText( place ) } );
     row.insert( row.end(), placed.begin(), placed.end() );
     printFields( io.out, row );

@@ -1,6 +1,6 @@
-# bash completion of bfri: bfri itself knows what may stand where
+# bash completion of bfri: bfri itself knows what may come next
 
-# The word as the program would get it, in _bfri_word: without quotes, and with the home folder for a tilde.
+# Sets _bfri_word to the word as the program would get it: without quotes, and with the home folder for a tilde.
 # shellcheck disable=SC1003,SC2088 # backslashes and tildes as they are
 _bfri_unquote() {
     local rest=$1 quote='' c
@@ -41,7 +41,7 @@ _bfri() {
         last=${words[-1]}
     done
     while IFS= read -r line; do
-        [[ $line == "$last"* || $line == :files ]] || ends=$((ends + 1)) # the word is a part of the name
+        [[ $line == "$last"* || $line == :files ]] || ends=$((ends + 1)) # the word is a component of the name
         line=${line#"$front"}
         if [[ $line == :files ]]; then
             compopt -o filenames 2>/dev/null
@@ -51,9 +51,9 @@ _bfri() {
             COMPREPLY+=("$line") # bash closes the quotes
         else
             printf -v line %q "$line"
-            COMPREPLY+=("${line//'\,'/,}") # a comma means nothing to bash, but to people
+            COMPREPLY+=("${line//'\,'/,}") # a comma reads better without the backslash
         fi
     done < <("${words[0]}" complete -- "${words[@]:1}" 2>/dev/null)
-    ((ends < 2)) || COMPREPLY+=(' ') # so that bash lists them, and does not put their common front in the word's place
+    ((ends < 2)) || COMPREPLY+=(' ') # makes bash list them, instead of replacing the word by their common front
 }
 complete -F _bfri bfri

@@ -1,4 +1,4 @@
-# fish completion of bfri: bfri itself knows what may stand where
+# fish completion of bfri: bfri itself knows what may come next
 function __bfri_complete
     # as the program would get them, but for the tilde, without quotes
     set -l words (commandline -opc | string replace -r '^~/' $HOME/) "$(commandline -ct | string unescape)"

@@ -1,120 +1,132 @@
 #pragma once
 
-#include "cli/Failure.h"
-#include "cli/commands/RowSelection.h"
-#include "cli/terminal/TerminalStyle.h"
+// The rows of the command table. The line's parser, completion, help and manual page all read them.
+
+#include "cli/grammar/Failure.h"
+#include "cli/grammar/Request.h"
+#include "cli/terminal/Streams.h"
 #include "inspect/model/Configuration.h"
 
-#include <map>
-#include <ostream>
 #include <span>
 
 namespace Bfri {
 
-enum class Format { text, json, csv };
-
-/// Where a process talks: the answer goes to out and nothing else does.
-struct Streams {
-    std::ostream& out;
-    std::ostream& err;
-    TerminalStyle look = {}; ///< of texts on out
-    int in = 0; ///< standard input's descriptor: what is there can be had without a wait for more
-};
-
-struct Command;
 struct RecordKind;
 
-/// A command line, understood.
-struct Request {
-    Command const* command = nullptr;
-    std::vector<String> words; ///< the arguments in their order, the configuration first where there is one
-    Format format = Format::text;
-    RowSelection choice = {};
-    std::map<String, String> options = {}; ///< those that were given; the value of a flag is empty
-
-    bool has( String const& option ) const { return options.count( option ) > 0; }
-    /// The value of an option; empty when it was not given.
-    String option( String const& name ) const {
-        auto const found = options.find( name );
-        return found == options.end() ? String() : found->second;
-    }
+/// What a value is: it decides what the parser accepts, and what completion offers.
+enum class ValueKind {
+    text,       ///< anything
+    number,     ///< digits
+    choice,     ///< one of a few words
+    file,       ///< a path; not empty
+    command,    ///< a command's name
+    table,      ///< a match table's name or handle, in the configuration on the line
+    name,       ///< any record's name or handle there; with a record kind on the line, one of that kind
+    handle,     ///< a handle there
+    recordKind, ///< "table", "tables"
+    field,      ///< a field of the record kind on the line
+    order,      ///< a field of the rows that the command lists; with a dash in front: descending
+    codes,      ///< codes or titles of findings, with commas between them
+    codesOrAll, ///< the same, or "all"
 };
 
-/// What a shell may offer in the place of a word.
-enum class CompletionKind {
-    nothing,
-    command,
-    file,
-    table,
-    name,
-    handle,
-    kind,
-    field,
-    order,
-    codes,
-    codesOrAll,
-    severity,
-    color
+struct ValueType {
+    ValueKind kind = ValueKind::text;
+    /// For messages: "a number of rows". Needed for numbers and files; choices name themselves.
+    char const* description = "";
+    std::span<char const* const> choices = {};
 };
 
 enum class Arity { once, onceOrMore, atMostOnce, anyTimes };
 
-/// A word behind the command. Only the last one of a command may come several times.
+constexpr bool isOptional( Arity arity ) { return arity == Arity::atMostOnce || arity == Arity::anyTimes; }
+constexpr bool isRepeatable( Arity arity ) { return arity == Arity::onceOrMore || arity == Arity::anyTimes; }
+
+/// An argument of a command. Only the last one of a command may be optional or repeatable.
 struct Argument {
     char const* label; ///< "NAME"
     char const* description;
-    CompletionKind offer = CompletionKind::nothing;
-    Arity times = Arity::once;
+    ValueType type = {};
+    Arity arity = Arity::once;
 };
 
-/// An option of a command.
 struct Option {
-    char const* name;     ///< "--explain"
-    char const* argument; ///< the label of its value; null for a flag
-    char const* description;
-    CompletionKind offer = CompletionKind::nothing;
-    bool addsUp = false; ///< may come several times, as one with commas between the values
+    char const* name;        ///< "--explain"
+    char const* label;       ///< of its value: "CODES"; null for a flag
+    char const* description; ///< for the help
+    ValueType type = {};
+    bool repeatable = false;        ///< several values count as one with commas between them
+    char const* excludes = nullptr; ///< the name of an option that it can't be combined with
+    char const* shortName = nullptr;
 };
 
-/// What a configuration's context files may do to a command that cannot use them.
+/// What bad context data does to a command.
 enum class OnBadData { explain, dieAsLibrary };
 
-/// A row of the command table, from which help, man page and completions come, too.
+/// A command. It has either show or run.
 struct Command {
     char const* word;
-    char const* group; ///< title in the help; empty for what serves shells and builds, not people
+    char const* group; ///< its heading in the help; empty for commands that are not listed there
     char const* description;
     std::span<Argument const> arguments;
-    std::span<Option const> options = {}; ///< its own, beside those that optionsOf adds
-    bool json = false;
-    bool csv = false;
+    std::span<Option const> options = {}; ///< of its own; optionsOf has all
+    bool json = false;                    ///< takes --json
+    bool csv = false;                     ///< takes --csv
     OnBadData onBadData = OnBadData::explain;
-    RecordKind const* listing = nullptr; ///< what a list command lists, with a choice of rows; else null
-    char const* details = "";            ///< what the help says behind the options, examples included
-    /// Answers from the model of the configuration that is the first argument.
+    RecordKind const* listing =
+        nullptr;               ///< what a list command lists, with --filter, --sort and -n; else null
+    char const* details = "";  ///< for the help: paragraphs, with blank lines between them
+    char const* examples = ""; ///< for the help: command lines, one per line
+    /// Answers from the configuration that the first argument names.
     ExitStatus ( *show )( Configuration const&, Request const&, Streams const& ) = nullptr;
-    /// Answers without a model made for it; a command has either this or the other.
+    /// Answers without a configuration, or loads its own.
     ExitStatus ( *run )( Request const&, Streams const& ) = nullptr;
 };
 
-// What help and man page say of the whole program.
-extern char const* const programDescription;
-extern char const* const exitStatusText;
-extern char const* const environmentText;
+/// A row of the help.
+struct Explanation {
+    char const* term;
+    char const* meaning;
+};
 
-/// Every command, in the order of the help.
-std::span<Command const> commands();
+/// A program: the command table, and what its help says besides.
+struct Program {
+    char const* name;
+    char const* version;
+    char const* builtWith;   ///< printed below the version: choices of the build
+    char const* title;       ///< for the manual page: "inspector of ..."
+    char const* description; ///< a sentence
+    char const* usage;       ///< what the program's own help shows after its name: "COMMAND CONF [ARG...]"
+    std::span<Explanation const> exitStatuses;
+    std::span<Explanation const> environment; ///< variables
+    std::span<Command const> commands;        ///< in the order of the help
+};
 
-/// The command of a word; null when there is none.
-Command const* commandOf( std::string_view word );
+// The options that every command takes, and those of the program itself.
+extern Option const helpOption;
+extern Option const versionOption;
+extern Option const jsonOption;
 
-/// Every option of a command, those of formats, lists and terminals included.
-std::vector<Option> optionsOf( Command const& command );
+/// The command of that name; null when there is none.
+Command const* findCommand( Program const& program, std::string_view word );
 
-/// What stands behind the word of a command: " [CONF...]"; with marks around each label.
-String argumentsOf( Command const& command, char const* before = "", char const* behind = "" );
+/// Every option of a command except --help, in the order of the help. Pointers into the table and to
+/// constants.
+std::vector<Option const*> optionsOf( Command const& command );
 
-/// What the help says of a command behind its options.
-String detailsOf( Command const& command );
+/// What follows the name of a command: " [CONF...]"; each label between the marks.
+String argumentsOf( Command const& command, char const* before = "", char const* after = "" );
+
+/// The names of the commands that the help lists.
+std::vector<String> commandWords( Program const& program );
+
+/// The names of the fields of a kind of record.
+std::vector<String> fieldsOf( RecordKind const& kind );
+
+/// The names of the kinds of record, singular.
+std::vector<String> kindWords();
+
+/// "auto, always or never".
+String alternatives( std::span<String const> words );
 
 } // namespace Bfri

@@ -4,20 +4,20 @@
 
 namespace Bfri {
 
-/// What may stand in the place of a word.
+/// What a word may be completed to.
 struct Candidates {
-    bool files = false;             ///< paths of files, which the shell knows best
+    bool files = false;             ///< paths, which the shell completes best
     String written = {};            ///< the front of the word that stays: "--sort=", "BF304,", "permit of "
-    std::vector<String> words = {}; ///< what may stand behind it
+    std::vector<String> words = {}; ///< what may follow it
 };
 
-/// For the last of the words behind "bfri". Of it only the form of what is written so far counts: decimal or
-/// hexadecimal, capital letters or not. Names come from the configuration that the line names; one that
-/// cannot be loaded offers none.
-Candidates candidatesFor( std::span<String const> words );
+/// For the last of the words typed after the program's name, which means what it would mean to the command.
+/// Only the form of what is typed of it counts: decimal or hexadecimal, upper case or not. Names come from
+/// the configuration on the line; one that can't be loaded offers none.
+Candidates candidatesFor( Program const& program, std::span<String const> words );
 
-/// Those of the candidates that begin as a word does; where none does, those with a part that does: a name
-/// has one behind each dot.
+/// The candidates that begin with a word; where there are none, those with a component that does: components
+/// follow the dots of a name.
 std::vector<String> beginningLike( String const& word, std::vector<String> const& candidates );
 
 } // namespace Bfri

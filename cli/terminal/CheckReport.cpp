@@ -1,6 +1,6 @@
 #include "cli/terminal/CheckReport.h"
 
-#include "inspect/rows/Utf8.h"
+#include "cli/terminal/Characters.h"
 
 #include <algorithm>
 #include <span>
@@ -27,16 +27,18 @@ Row findingRow( Finding const& finding ) {
              { "message", finding.message() } };
 }
 
-String counted( std::size_t number, String const& one ) {
-    return std::to_string( number ) + " " + one + ( number == 1 ? "" : one == "hash" ? "es" : "s" );
+String counted( std::size_t number, String const& one, String const& several ) {
+    return std::to_string( number ) + " " + ( number == 1 ? one : several );
 }
+
+String counted( std::size_t number, String const& one ) { return counted( number, one, one + "s" ); }
 
 /// " in 33 match tables, 62 hardware resources, ...": what there is none of is left out.
 String countsText( std::vector<Count> const& counts ) {
     String text;
     for( Count const& count : counts ) {
         if( count.number )
-            text += ( text.empty() ? "" : ", " ) + counted( count.number, count.one );
+            text += ( text.empty() ? "" : ", " ) + counted( count.number, count.noun, count.nouns );
     }
     return text.empty() ? ", without a context file to look into" : " in " + text;
 }
@@ -74,7 +76,8 @@ void printFault( Fault const& fault, std::ostream& out ) {
                    "line " + std::to_string( *fault.line ) + ", column " + std::to_string( *fault.column ) );
     if( fault.column ) {
         printLine( out, "", fault.excerpt.empty() ? " " : fault.excerpt );
-        out << String( 13 + fault.caret, ' ' ) << "^\n";
+        String const front = escapeForTerminal( fault.excerpt.substr( 0, fault.caret ) );
+        out << String( 13 + width( front ), ' ' ) << "^\n";
     }
     if( fault.tableIndex )
         printLine( out, "table:",
@@ -105,7 +108,7 @@ String totalsText( std::vector<Finding> const& findings ) {
 /// A pipeline is called by its context file.
 String subjectIn( Finding const& finding, bool severalFiles ) {
     bool const tells = severalFiles && !finding.contextFile.empty() && finding.contextFile != finding.name;
-    return finding.subject() + ( tells ? " in " + escapeForTerminal( finding.contextFile ) : "" );
+    return finding.subject() + ( tells ? " in " + finding.contextFile : "" );
 }
 
 /// The findings of a kind stand together. What is the same of all of them stands once.
@@ -119,9 +122,11 @@ void printFindings( std::vector<Finding> const& findings, bool severalFiles, Str
         bool const alike =
             count > 1 && std::all_of( first, end, [ & ]( auto const& f ) { return f.says == first->says; } );
         io.out << "  " << kind.code << ' ' << wordOf( kind.severity ) << ", " << kind.title << ": " << count
-               << ( alike ? " (" + first->says + ")" : "" ) << '\n';
+               << ( alike ? " (" + escapeForTerminal( first->says ) + ")" : "" ) << '\n';
         for( auto const& finding : std::span( first, std::min( most, count ) ) )
-            io.out << "    " << subjectIn( finding, severalFiles ) << ( alike ? "" : ": " + finding.says )
+            io.out << "    "
+                   << escapeForTerminal( subjectIn( finding, severalFiles ) +
+                                         ( alike ? "" : ": " + finding.says ) )
                    << '\n';
         if( count > most )
             io.out << "    and " << count - most << " more; --json has all\n";

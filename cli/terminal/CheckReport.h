@@ -2,7 +2,7 @@
 
 // What `bfri check` found of one configuration, for people and for machines.
 
-#include "cli/grammar/Commands.h"
+#include "cli/terminal/Streams.h"
 #include "inspect/check/Findings.h"
 #include "inspect/load/Fault.h"
 #include "inspect/rows/Row.h"
@@ -12,7 +12,8 @@ namespace Bfri {
 /// How many records of a collection of the model were looked at.
 struct Count {
     char const* collection;
-    char const* one; ///< of them, for people
+    char const* noun; ///< "match table"
+    char const* nouns;
     std::size_t number;
 };
 

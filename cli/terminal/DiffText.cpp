@@ -1,10 +1,11 @@
 #include "cli/terminal/DiffText.h"
+#include "cli/terminal/Characters.h"
 
 #include "cli/terminal/Paint.h"
+#include "cli/terminal/RecordText.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/diff/Join.h"
 #include "inspect/diff/Verdict.h"
-#include "inspect/rows/Utf8.h"
 
 #include <cstdio>
 #include <unordered_set>
@@ -88,8 +89,8 @@ String textOf( std::vector<ShownChange> const& changes ) {
 }
 
 String textOf( RecordKind const& kind, ChangedRecord const& record ) {
-    Row const old = kind.shown ? kind.shown( record.row ) : record.row;
-    Row const now = kind.shown ? kind.shown( record.now ) : record.now;
+    Row const old = rowForPeople( kind.kind, record.row );
+    Row const now = rowForPeople( kind.kind, record.now );
     std::vector<ShownChange> changes;
     for( Change const& change : record.fields ) {
         if( change.field != "typeName" ) // people see it as the type
@@ -128,7 +129,7 @@ void printKind( std::ostream& out, TerminalStyle const& look, KindComparison con
     if( !comparison.differs() )
         return;
     RecordKind const& kind = *comparison.kind;
-    Section section( out, look, kind.word );
+    Section section( out, look, kind.many );
     for( Row const& row : comparison.removed )
         section.line( '-', effectOfRemoval( kind ) != Effect::none, labelOf( row ) + briefOf( row ) );
     for( Row const& row : comparison.added )
@@ -151,7 +152,7 @@ void leaveOut( std::vector<Row>& rows, std::vector<Row> const& others ) {
 /// The placed tables that the resources' section does not tell of.
 KindComparison restOf( KindComparison handles, std::vector<KindComparison> const& kinds ) {
     for( KindComparison const& kind : kinds ) {
-        if( kind.kind->word != std::string_view( "resources" ) )
+        if( kind.kind->kind != Kind::resources )
             continue;
         leaveOut( handles.removed, kind.removed );
         leaveOut( handles.added, kind.added );
@@ -188,7 +189,7 @@ void printRenumbered( std::ostream& out, Handles const& handles ) {
     printFew( out, handles.renumbered, []( Renumbering const& one ) {
         String const label =
             escapeForTerminal( one.name ) + ( one.table ? " of " + escapeForTerminal( *one.table ) : "" );
-        return one.kind + ' ' + label + fromTo( Hex( one.from ), Hex( one.to ) );
+        return kindOf( one.kind ).one + ( ' ' + label ) + fromTo( Hex( one.from ), Hex( one.to ) );
     } );
 }
 
@@ -224,8 +225,8 @@ Row totalsOf( KindComparison const& comparison ) {
     auto const changed = std::count_if( records.begin(), records.end(), []( auto const& record ) {
         return !record.fields.empty() || record.displaced;
     } );
-    bool const movable = comparison.kind->word == std::string_view( "resources" );
-    return { { "KIND", comparison.kind->word },
+    bool const movable = comparison.kind->kind == Kind::resources;
+    return { { "KIND", comparison.kind->many },
              { "ADDED", number( comparison.added.size() ) },
              { "REMOVED", number( comparison.removed.size() ) },
              { "CHANGED", U32( changed ) },
@@ -250,9 +251,9 @@ void printTotals( std::ostream& out, TerminalStyle const& look, Comparison const
 
 /// "1 table", "2 PHV fields".
 String counted( RecordKind const& kind, std::size_t count ) {
-    bool const isPhv = kind.word == std::string_view( "phv" );
-    char const* const one = isPhv ? "PHV field" : kind.one;
-    char const* const several = isPhv ? "PHV fields" : kind.word;
+    bool const isPhv = kind.kind == Kind::phvFields; // its words in commands are no nouns
+    char const* const one = isPhv ? kind.noun : kind.one;
+    char const* const several = isPhv ? kind.nouns : kind.many;
     return std::to_string( count ) + ' ' + ( count == 1 ? one : several );
 }
 
@@ -291,7 +292,7 @@ void printDiff( std::ostream& out, TerminalStyle const& look, Comparison const& 
             section.line( '~', false, String( change.field ) + fromTo( change.from, change.to ) );
     }
     for( KindComparison const& kind : comparison.kinds ) {
-        if( kind.kind->word == std::string_view( "handles" ) )
+        if( kind.kind->kind == Kind::handles )
             printKind( out, look, restOf( kind, comparison.kinds ) );
         else
             printKind( out, look, kind );

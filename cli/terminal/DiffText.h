@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/terminal/TerminalStyle.h"
 #include "inspect/diff/Comparison.h"
 
 namespace Bfri {

@@ -1,6 +1,5 @@
 #include "cli/terminal/FaultText.h"
-
-#include "inspect/rows/Utf8.h"
+#include "cli/terminal/Characters.h"
 
 namespace Bfri {
 

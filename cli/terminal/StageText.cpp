@@ -1,8 +1,8 @@
 #include "cli/terminal/StageText.h"
 
+#include "cli/terminal/Characters.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/Records.h"
-#include "inspect/rows/Utf8.h"
 
 #include <array>
 #include <numeric>
@@ -40,9 +40,7 @@ String toTheLeft( String const& text, std::size_t columns ) {
 
 char const* directionOf( StageGroup const& group ) { return group.ingress ? "ingress" : "egress"; }
 
-String typeOf( StageGroup const& group ) {
-    return valueAs<String>( shownResource( rowOf( *group.resources.front().resource ) ), "type" );
-}
+String typeOf( StageGroup const& group ) { return typeNameOf( *group.resources.front().resource ); }
 
 // The grid.
 

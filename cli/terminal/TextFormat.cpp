@@ -1,9 +1,9 @@
 #include "cli/terminal/TextFormat.h"
 
-#include "inspect/rows/Utf8.h"
+#include "cli/terminal/Characters.h"
+#include "inspect/rows/CsvFormat.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <sstream>
 
 namespace Bfri {
@@ -14,11 +14,7 @@ struct ShownText {
     String operator()( std::monostate ) const { return "-"; }
     String operator()( bool flag ) const { return flag ? "yes" : "no"; }
     String operator()( U32 number ) const { return std::to_string( number ); }
-    String operator()( Hex number ) const {
-        char text[ 16 ];
-        std::snprintf( text, sizeof text, "0x%08x", number.value );
-        return text;
-    }
+    String operator()( Hex number ) const { return hexText( number.value ); }
     String operator()( String const& text ) const { return text.empty() ? "-" : escapeForTerminal( text ); }
     String operator()( List const& list ) const {
         String text;
@@ -198,11 +194,9 @@ void addField( std::vector<Line>& lines, Field const& field ) {
 } // namespace
 
 String cutAtFront( String const& shownText, std::size_t most, TerminalStyle const& look ) {
-    std::size_t const columns = width( shownText );
-    if( columns <= most )
+    if( width( shownText ) <= most )
         return shownText;
-    std::size_t const surplus = columns + 1 - most;
-    return ( look.utf8 ? "\u2026" : "<" ) + shownText.substr( firstColumns( shownText, surplus ).size() );
+    return ( look.utf8 ? "\u2026" : "<" ) + lastColumns( shownText, most - 1 );
 }
 
 String cutAtEnd( String const& shownText, std::size_t most, TerminalStyle const& look ) {
@@ -269,6 +263,10 @@ void printFields( std::ostream& out, Row const& row ) {
         addField( lines, field );
     Grid const grid( std::move( lines ), std::vector<Column>( 2 ) );
     grid.print( out, {} );
+}
+
+void printCsv( Streams const& io, RowList const& list ) {
+    printCsv( io.out, list, io.look.columns > 0 ? escapeForTerminal : nullptr );
 }
 
 } // namespace Bfri

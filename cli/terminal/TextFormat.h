@@ -1,9 +1,7 @@
 #pragma once
 
-#include "cli/terminal/TerminalStyle.h"
+#include "cli/terminal/Streams.h"
 #include "inspect/rows/Row.h"
-
-#include <ostream>
 
 namespace Bfri {
 
@@ -30,5 +28,9 @@ void printColumns( std::ostream& out, RowList const& list, TerminalStyle const& 
 /// A line a field: its name, and its value in a second column. A value that is a list of rows takes a line
 /// for each of them.
 void printFields( std::ostream& out, Row const& row );
+
+/// The rows as CSV. On a terminal the texts are escaped as in other texts, in a file or a pipe they are
+/// bytes.
+void printCsv( Streams const& io, RowList const& list );
 
 } // namespace Bfri

@@ -1,9 +1,6 @@
 #include "inspect/check/CheckContext.h"
 
-#include "inspect/rows/Utf8.h"
-
 #include <algorithm>
-#include <cstdio>
 
 namespace Bfri {
 
@@ -74,19 +71,6 @@ String CheckContext::contextFileOf( std::optional<U32> handle ) const {
         return {};
     auto const found = tells ? files_.find( pipeBits( *handle ) ) : files_.begin();
     return found != files_.end() && found->second.size() == 1 ? found->second.front() : String();
-}
-
-String quoted( std::string_view name ) {
-    String text;
-    for( char const c : name )
-        text.append( c == '"' || c == '\\' ? "\\" : "" ) += c;
-    return '"' + escapeForTerminal( text ) + '"';
-}
-
-String hexOf( U32 number ) {
-    char text[ 16 ];
-    std::snprintf( text, sizeof text, "0x%08x", number );
-    return text;
 }
 
 } // namespace Bfri

@@ -4,6 +4,8 @@
 // survey, but for sorting.
 
 #include "inspect/check/Findings.h"
+#include "inspect/rows/Row.h"
+#include "inspect/rows/Utf8.h"
 
 #include <unordered_set>
 
@@ -52,10 +54,6 @@ struct CheckContext {
   private:
     std::unordered_map<U32, std::vector<String>> files_; // by pipe bits
 };
-
-/// For people, in quotes; those in it have a backslash in front.
-String quoted( std::string_view name );
-String hexOf( U32 number );
 
 // Pipelines.
 void findUnreadContextFiles( CheckContext const& facts, Findings& findings );

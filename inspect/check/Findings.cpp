@@ -1,8 +1,6 @@
 #include "inspect/check/CheckContext.h"
 
-#include "cli/Failure.h"
 #include "inspect/model/Names.h"
-#include "inspect/rows/Utf8.h"
 
 #include <algorithm>
 #include <cctype>
@@ -224,38 +222,38 @@ char const* wordOf( Severity severity ) {
     return severity == error ? "error" : severity == warning ? "warning" : "note";
 }
 
-Severity severityOf( String const& word ) {
+std::optional<Severity> severityOf( std::string_view word ) {
     for( Severity const severity : { note, warning, error } ) {
         if( word == wordOf( severity ) )
             return severity;
     }
-    throw Failure( ExitStatus::usage,
-                   "--fail-on takes error, warning or note, not '" + escapeForTerminal( word ) + "'" );
+    return std::nullopt;
 }
 
 String Finding::subject() const {
-    return what + " " + quoted( name ) + ( handle ? " (" + hexOf( *handle ) + ")" : "" );
+    return what + " " + quoted( name ) + ( handle ? " (" + hexText( *handle ) + ")" : "" );
 }
 
 std::span<FindingKind const> findingKinds() { return kinds; }
 
-FindingKind const& findingKindOf( String const& word ) {
+FindingKind const* findingKindOf( String const& word ) {
     String const wanted = capitals( word );
+    auto const found =
+        std::find_if( std::begin( kinds ), std::end( kinds ), [ & ]( FindingKind const& kind ) {
+            return wanted == kind.code || wanted == capitals( kind.title );
+        } );
+    return found == std::end( kinds ) ? nullptr : found;
+}
+
+std::vector<String> findingsLike( String const& word ) {
     std::vector<String> codes;
     std::vector<String> titles;
     for( FindingKind const& kind : kinds ) {
-        if( wanted == kind.code || wanted == capitals( kind.title ) )
-            return kind;
         codes.emplace_back( kind.code );
         titles.emplace_back( kind.title );
     }
-    auto suggestions = nearest( codes, wanted );
-    if( suggestions.empty() )
-        suggestions = nearest( titles, word );
-    throw Failure( ExitStatus::usage,
-                   "no finding has the code '" + escapeForTerminal( word ) +
-                       ( suggestions.empty() ? "'; '--explain all' lists them" : "'; codes like it:" ),
-                   suggestions );
+    auto const near = nearest( codes, word );
+    return near.empty() ? nearest( titles, word ) : near;
 }
 
 std::vector<Finding> findingsOf( Configuration const& configuration ) {

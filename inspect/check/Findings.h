@@ -5,6 +5,7 @@
 #include "inspect/model/Configuration.h"
 
 #include <optional>
+#include <span>
 #include <unordered_map>
 
 namespace Bfri {
@@ -16,8 +17,8 @@ enum class Severity { note, warning, error };
 
 char const* wordOf( Severity severity );
 
-/// The severity of a word; else a Failure of status usage.
-Severity severityOf( String const& word );
+/// The severity of a word: "error", "warning" or "note"; nothing for any other.
+std::optional<Severity> severityOf( std::string_view word );
 
 /// One thing that is odd, and whose.
 struct Finding {
@@ -62,9 +63,11 @@ struct FindingKind {
 /// Every kind, by ascending code.
 std::span<FindingKind const> findingKinds();
 
-/// The kind of that code or title, capital letters or not; else a Failure of status usage, with what may be
-/// meant.
-FindingKind const& findingKindOf( String const& word );
+/// The kind of that code or title, capital letters or not; null for none.
+FindingKind const* findingKindOf( String const& word );
+
+/// The codes, else the titles, that someone who wrote a word may have meant; nearest first.
+std::vector<String> findingsLike( String const& word );
 
 /// All findings of a configuration that was loaded with a survey: errors, warnings, notes, and each of these
 /// in the order of the kinds.

@@ -111,7 +111,7 @@ void findUnknownReferences( CheckContext const& facts, Findings& findings ) {
     forEachReference( facts, [ & ]( BfZelResource const& table, ReferenceKind const& kind, U32 reference ) {
         if( !facts.parser.resourceHandlesHas( reference ) && known.count( reference ) == 0 )
             findings.add( "table", table.name, table.handle,
-                          String( "its \"" ) + kind.list + "\" hold " + hexOf( reference ) +
+                          String( "its \"" ) + kind.list + "\" hold " + hexText( reference ) +
                               ", the handle of nothing" );
     } );
 }
@@ -125,7 +125,7 @@ void findReferencesOfWrongKind( CheckContext const& facts, Findings& findings ) 
         auto const type = static_cast<BfResourceType>( found->second->type );
         if( std::find( types.begin(), types.end(), type ) == types.end() )
             findings.add( "table", name, table,
-                          String( "its \"" ) + list + "\" hold " + hexOf( reference ) + ", which is " +
+                          String( "its \"" ) + list + "\" hold " + hexText( reference ) + ", which is " +
                               quoted( found->second->name ) + ", of another kind" );
     };
     forEachReference( facts, [ & ]( BfZelResource const& table, ReferenceKind const& kind, U32 reference ) {
@@ -145,7 +145,7 @@ void findReferencesOfWrongName( CheckContext const& facts, Findings& findings ) 
     auto const examine = [ & ]( BfTableInfo const& table, char const* list, U32 handle, String const& name ) {
         if( ( handle || !name.empty() ) && nameOf( facts, handle ) != name )
             findings.add( "match table", table.name, table.handle,
-                          String( "its \"" ) + list + "\" call " + hexOf( handle ) + " " + quoted( name ) +
+                          String( "its \"" ) + list + "\" call " + hexText( handle ) + " " + quoted( name ) +
                               ", which is " + quoted( nameOf( facts, handle ) ) );
     };
     for( BfTableInfo const& table : facts.parser.bfTables() ) {

@@ -1,7 +1,6 @@
 #include "inspect/check/CheckContext.h"
 
 #include "inspect/model/Records.h"
-#include "inspect/rows/Utf8.h"
 
 #include <algorithm>
 #include <set>
@@ -134,7 +133,7 @@ String listOfAtMost( std::size_t most, Group const& group, TextOf textOf ) {
 
 String handlesOf( Group const& group ) {
     return std::to_string( group.size() ) + " have this name, with the handles " +
-           listOfAtMost( 8, group, []( HandleUse const& b ) { return hexOf( b.handle ); } );
+           listOfAtMost( 8, group, []( HandleUse const& b ) { return hexText( b.handle ); } );
 }
 
 String namesOf( Group const& group ) {
@@ -187,17 +186,12 @@ void forEachName( CheckContext const& facts, Step step ) {
         step( "PHV field", entry.key(), std::nullopt );
 }
 
-bool isPlain( String const& name ) {
-    return !name.empty() &&
-           std::all_of( name.begin(), name.end(), []( char c ) { return ' ' <= c && c <= '~'; } );
-}
-
 } // namespace
 
 void findOddNames( CheckContext const& facts, Findings& findings ) {
     std::set<String> seen;
     forEachName( facts, [ & ]( char const* what, String const& name, std::optional<U32> handle ) {
-        bool const odd = !isPlain( name ) && ( name.empty() || escapeForTerminal( name ) != name );
+        bool const odd = name.empty() || !isShowable( name );
         if( odd && seen.insert( name ).second )
             findings.add( what, name, handle,
                           name.empty() ? "its name is empty"

@@ -10,8 +10,6 @@ namespace {
 
 using BfResourceInfo::BfResourceParser;
 
-bool isResources( RecordKind const& kind ) { return kind.word == std::string_view( "resources" ); }
-
 /// To the rows of resources the stages that they take, which the survey knows.
 void addStages( std::vector<Row>& rows, Configuration const& configuration ) {
     auto const number = []( Stage stage ) { return static_cast<U32>( stage ); };
@@ -20,8 +18,6 @@ void addStages( std::vector<Row>& rows, Configuration const& configuration ) {
         rows[ i ].push_back(
             { "stageNumbers", placed[ i ] ? Value( listOf( *placed[ i ], number ) ) : Value() } );
 }
-
-bool isHandles( RecordKind const& kind ) { return kind.word == std::string_view( "handles" ); }
 
 /// Takes from the record of a placed table what other records say of it, too: its resource, and who owns it.
 void leaveToOthers( ChangedRecord& record ) {
@@ -38,12 +34,13 @@ void moveRows( std::vector<Row>& to, std::vector<Row>& from, std::vector<std::si
 
 KindComparison compareKind( FieldComparer& comparer, RecordKind const& kind, bool isOnly,
                             std::vector<Row> old, std::vector<Row> now ) {
+    bool const areHandles = kind.kind == Kind::handles;
     KindComparison result{ &kind };
     Join const join = joinRows( old, now );
     for( Join::Pair const& pair : join.both ) {
         ChangedRecord record = comparer.compare( kind, old[ pair.old ], now[ pair.now ] );
-        record.displaced = pair.displaced && !isHandles( kind );
-        if( isHandles( kind ) && !isOnly )
+        record.displaced = pair.displaced && !areHandles;
+        if( areHandles && !isOnly )
             leaveToOthers( record );
         if( record.fields.empty() && !record.move && !record.displaced ) {
             ++result.same;
@@ -132,7 +129,7 @@ Comparison compare( Configuration const& old, Configuration const& now, RecordKi
             continue;
         auto oldRows = kind.rows( from );
         auto newRows = kind.rows( to );
-        if( isResources( kind ) ) {
+        if( kind.kind == Kind::resources ) {
             addStages( oldRows, old );
             addStages( newRows, now );
         }

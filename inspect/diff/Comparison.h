@@ -3,6 +3,7 @@
 // What differs between two models, as data: records of a kind are joined on their names, their fields
 // compared.
 
+#include "inspect/model/Configuration.h"
 #include "inspect/model/HandleOwners.h"
 #include "inspect/model/RecordKinds.h"
 
@@ -42,10 +43,10 @@ struct Tally {
     std::size_t all = 0;
 };
 
-/// A handle that is another number now, and a record that has it as its own; of a table that is referenced
-/// alone, kind is "handle".
+/// A handle that is another number now, and a record that has it as its own; of a table that is only
+/// referenced the kind is that of handles.
 struct Renumbering {
-    String kind;
+    Kind kind;
     String name;
     std::optional<String> table; ///< of an action
     U32 from;
@@ -78,5 +79,8 @@ struct Comparison {
 /// Of every kind, or of the only one that is asked for, then without the configuration. The models outlive
 /// the comparison. Linear in their records. With resources, the context files are read once more.
 Comparison compare( Configuration const& old, Configuration const& now, RecordKind const* only );
+
+/// The members of a JSON object, verdict included.
+Row rowOf( Comparison const& comparison );
 
 } // namespace Bfri

@@ -45,7 +45,7 @@ bool bearsItsTablesHandle( Row const& row ) {
 
 Renumbering ownHandle( RecordKind const& kind, Row const& row, Value const& old, Value const& now ) {
     Identity const identity( row );
-    return { kind.one, identity.name, identity.table ? std::optional( *identity.table ) : std::nullopt,
+    return { kind.kind, identity.name, identity.table ? std::optional( *identity.table ) : std::nullopt,
              std::get<Hex>( old.is ).value, std::get<Hex>( now.is ).value };
 }
 
@@ -200,7 +200,7 @@ bool FieldComparer::standForTheSame( Value const& old, Value const& now ) const 
 void FieldComparer::countReference( Value const& old, Value const& now ) {
     Hex const from = std::get<Hex>( old.is );
     String const* const name = old_.nameOf( from );
-    count( { "handle", name ? *name : "", {}, from.value, std::get<Hex>( now.is ).value } );
+    count( { Kind::handles, name ? *name : "", {}, from.value, std::get<Hex>( now.is ).value } );
 }
 
 /// What references a record may come before it does.
@@ -208,7 +208,7 @@ void FieldComparer::count( Renumbering const& handle ) {
     if( handle.from == 0 && handle.to == 0 )
         return;
     auto const [ known, isNew ] = handles_.try_emplace( { handle.from, handle.label() }, handle );
-    if( !isNew && known->second.kind == "handle" )
+    if( !isNew && known->second.kind == Kind::handles )
         known->second.kind = handle.kind;
 }
 

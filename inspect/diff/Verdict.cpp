@@ -9,8 +9,8 @@ bool isOneOf( std::string_view const ( &words )[ Size ], std::string_view word )
     return std::find( std::begin( words ), std::end( words ), word ) != std::end( words );
 }
 
-/// By name; the tables behind handles are records of other kinds, too.
-bool isQueried( RecordKind const& kind ) { return kind.word != std::string_view( "handles" ); }
+/// By name; placed tables are records of other kinds, too.
+bool isQueried( RecordKind const& kind ) { return kind.kind != Kind::handles; }
 
 /// What only placement decides.
 bool isPlacement( std::string_view field ) {
@@ -24,7 +24,7 @@ bool isCapacity( RecordKind const& kind, std::string_view field ) {
     static constexpr std::string_view fields[] = {
         "size",          "totalEntries", "maxEntries",    "maxPartitions", "maxPrios",
         "maxAdtEntries", "maxSelGroups", "maxSelEntries", "ingressBytes",  "egressBytes" };
-    return kind.word != std::string_view( "headers" ) && isOneOf( fields, field );
+    return kind.kind != Kind::headers && isOneOf( fields, field );
 }
 
 Effect effectOf( RecordKind const& kind, Change const& change ) {
@@ -69,15 +69,16 @@ Effect effectOf( RecordKind const& kind, ChangedRecord const& record ) {
 
 std::vector<Notice> noticesOf( Comparison const& comparison ) {
     std::vector<Notice> notices;
-    auto const add = [ & ]( RecordKind const* kind, Row const& row, Effect effect ) {
+    auto const add = [ & ]( RecordKind const* kind, Row const& row, ChangedRecord const* change,
+                            Effect effect ) {
         if( effect != Effect::none )
-            notices.push_back( { kind, &row, effect } );
+            notices.push_back( { kind, &row, change, effect } );
     };
     for( KindComparison const& kind : comparison.kinds ) {
         for( Row const& row : kind.removed )
-            add( kind.kind, row, effectOfRemoval( *kind.kind ) );
+            add( kind.kind, row, nullptr, effectOfRemoval( *kind.kind ) );
         for( ChangedRecord const& record : kind.changed )
-            add( kind.kind, record.row, effectOf( *kind.kind, record ) );
+            add( kind.kind, record.row, &record, effectOf( *kind.kind, record ) );
     }
     return notices;
 }

@@ -21,6 +21,7 @@ Effect effectOf( RecordKind const& kind, ChangedRecord const& record );
 struct Notice {
     RecordKind const* kind;
     Row const* row;
+    ChangedRecord const* change; ///< from what to what; null of one that is removed
     Effect effect;
 };
 

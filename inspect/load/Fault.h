@@ -20,7 +20,7 @@ struct Fault {
     std::optional<U32> line;       ///< of the problem, or on which the value ends or begins; from 1
     std::optional<U32> column;     ///< of the problem, in bytes, from 1
     String excerpt;                ///< of that line
-    std::size_t caret = 0;         ///< how many characters of the excerpt, as shown, stand before the column
+    std::size_t caret = 0;         ///< bytes of the excerpt in front of the column
     std::optional<String> pointer; ///< JSON pointer to the value that was read last
     String member;                 ///< of that value, asked for
     std::optional<U32> tableIndex; ///< of the element of "tables" that it is in
@@ -40,9 +40,8 @@ struct Fault {
 /// The fault that the reading of a switch configuration ended with.
 Fault faultOf( Ostler::Status const& status );
 
-/// The fault that ended the reading of the context files that a profile names.
-Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine> const& traced,
-               String const& conf, Ostler::DeviceProfile const& profile );
+/// The fault that ended the loading, with what the library traced about it.
+Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine> const& traced );
 
 /// The missing handle in both notations: "77 (0x0000004d)"; empty when there is none.
 String handleOf( Fault const& fault );

@@ -256,7 +256,7 @@ void addExcerpt( Fault& fault ) {
     }
     String const front = before.text();
     fault.excerpt = front + withoutTabs( cutTo( mostBehind, behind ) );
-    fault.caret = width( escapeForTerminal( front ) );
+    fault.caret = front.size();
 }
 
 using Header = Context::SurveyedHeader;

@@ -118,8 +118,7 @@ std::variant<Configuration, Fault> loadConfiguration( String const& path, Survey
         auto model = BfResourceInfo::bfResourceInfoIntfFactory( conf.switchConf() );
         return loaded( path, conf, std::move( model ), surveyor.files() );
     } catch( Zel::AssertionError const& error ) {
-        Ostler::DeviceProfile const& profile = Ostler::sdkContext()->profile;
-        Fault fault = faultOf( error.failure(), explanations.lines(), conf.switchConf(), profile );
+        Fault fault = faultOf( error.failure(), explanations.lines() );
         fault.files = surveyor.files();
         return fault;
     }

@@ -1,6 +1,7 @@
 #include "inspect/load/TableHandles.h"
 
-#include "inspect/check/CheckContext.h"
+#include "inspect/rows/Row.h"
+#include "inspect/rows/Utf8.h"
 
 #include <algorithm>
 
@@ -46,7 +47,7 @@ String whyHidden( SurveyedTable const& lister, Tables const& tables ) {
         return &table != &lister && table.handle && table.handle == lister.handle;
     } );
     return rivals.empty() ? ""
-                          : ", but its own handle " + hexOf( *lister.handle ) + " is also that of " +
+                          : ", but its own handle " + hexText( *lister.handle ) + " is also that of " +
                                 namesOf( rivals ) + ", and the model keeps one of them";
 }
 

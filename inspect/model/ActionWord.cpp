@@ -1,10 +1,7 @@
 #include "inspect/model/ActionWord.h"
 
-#include "cli/Failure.h"
-#include "cli/terminal/TextFormat.h"
 #include "inspect/model/HandleUses.h"
 #include "inspect/model/Names.h"
-#include "inspect/rows/Utf8.h"
 
 #include <map>
 #include <set>
@@ -46,7 +43,7 @@ Places actionsNamed( BfResourceParser const& parser, String const& word ) {
     return placesOf( parser, [ & ]( BfActionInfo const& action ) { return handle == action.handle; } );
 }
 
-Places actionsMeant( BfResourceParser const& parser, ActionWord const& word ) {
+Places actionsRead( BfResourceParser const& parser, ActionWord const& word ) {
     Places places = actionsNamed( parser, word.action );
     std::vector<String> tables;
     for( U32 const place : places )
@@ -80,26 +77,23 @@ std::vector<ActionWord> actionWordsIn( String const& word ) {
     return words;
 }
 
-std::vector<U32> actionsMeant( BfResourceParser const& parser, String const& word ) {
+ActionsMeant actionsMeant( BfResourceParser const& parser, String const& word ) {
     auto const words = actionWordsIn( word );
     if( words.empty() )
         return {};
     auto exact =
         placesOf( parser, [ & ]( BfActionInfo const& action ) { return wordFor( action ) == word; } );
     if( !exact.empty() )
-        return exact;
+        return { std::move( exact ), {} };
     std::set<U32> found;
     for( ActionWord const& reading : words ) {
-        auto const places = actionsMeant( parser, reading );
+        auto const places = actionsRead( parser, reading );
         found.insert( places.begin(), places.end() );
     }
-    Places places( found.begin(), found.end() );
-    if( auto const actions = actionsAt( parser, places ); !areOne( actions ) )
-        throw Failure( ExitStatus::no,
-                       "'" + escapeForTerminal( word ) + "' means " + std::to_string( actions.size() ) +
-                           " actions; say which:",
-                       wordsForActions( actions ) );
-    return places;
+    ActionsMeant meant{ { found.begin(), found.end() }, {} };
+    if( auto const actions = actionsAt( parser, meant.places ); !areOne( actions ) )
+        meant.words = wordsForActions( actions );
+    return meant;
 }
 
 std::vector<String> wordsForActions( std::vector<BfActionInfo const*> const& actions ) {
@@ -111,22 +105,23 @@ std::vector<String> wordsForActions( std::vector<BfActionInfo const*> const& act
         String const word = wordFor( *action );
         bool const tells = handles.at( word ).size() == 1;
         words.insert( tells ? word
-                            : textOf( Hex( action->handle ) ).append( between ).append( action->tableName ) );
+                            : hexText( action->handle ).append( between ).append( action->tableName ) );
     }
     return { words.begin(), words.end() };
 }
 
-void refuseTableOf( BfResourceParser const& parser, String const& word ) {
+std::vector<String> actionsLike( BfResourceParser const& parser, String const& word ) {
     for( ActionWord const& reading : actionWordsIn( word ) ) {
-        auto const words = wordsForActions( actionsAt( parser, actionsNamed( parser, reading.action ) ) );
+        auto words = wordsForActions( actionsAt( parser, actionsNamed( parser, reading.action ) ) );
         if( words.empty() )
             continue;
         auto near = nearest( words, word );
-        if( near.empty() )
-            near.assign( words.begin(), words.begin() + std::min<std::ptrdiff_t>( 5, std::ssize( words ) ) );
-        throw Failure( ExitStatus::no,
-                       "no action '" + escapeForTerminal( word ) + "'; actions like it:", near );
+        if( !near.empty() )
+            return near;
+        words.resize( std::min<std::size_t>( 5, words.size() ) );
+        return words;
     }
+    return {};
 }
 
 } // namespace Bfri

@@ -7,12 +7,12 @@
 namespace Bfri {
 
 HandleOwners::HandleOwners( BfResourceInfo::BfResourceParser const& parser, RecordKind const* only ) {
-    bool const isOfAll = !only || only->word == std::string_view( "handles" );
+    bool const isOfAll = !only || only->kind == Kind::handles;
     eachHandleUse( parser, [ & ]( HandleUse const& bearer ) {
-        bool const isAsked = isOfAll || bearer.kind == std::string_view( only->one );
+        bool const isAsked = isOfAll || bearer.kind == only->kind;
         if( !isAsked || bearer.owner != bearer.name )
             return;
-        bool const isAction = bearer.kind == std::string_view( "action" );
+        bool const isAction = bearer.kind == Kind::actions;
         String const name = String( bearer.name ) + ( isAction ? " of " + String( bearer.table ) : String() );
         names_[ bearer.handle ].insert( name );
         handles_[ name ].insert( bearer.handle );

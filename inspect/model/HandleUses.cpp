@@ -17,47 +17,48 @@ class Walk {
         : parser_( parser ), visit_( visit ) {}
 
     void of( BfTableInfo const& record ) const {
-        visit_( { record.handle, "table", record.name, "handle", {}, record.name } );
+        visit_( { record.handle, Kind::tables, record.name, "handle", {}, record.name } );
         if( record.adtHandle != 0 || !record.adtName.empty() )
-            visit_( { record.adtHandle, "table", record.name, "adtHandle", {}, record.adtName } );
+            visit_( { record.adtHandle, Kind::tables, record.name, "adtHandle", {}, record.adtName } );
         if( record.maxSelGroups != 0 )
-            visit_( { record.selHandle, "table", record.name, "selHandle", {}, record.selName } );
+            visit_( { record.selHandle, Kind::tables, record.name, "selHandle", {}, record.selName } );
     }
     void of( BfResource const& record ) const {
         auto const owner = owners_.of( record.handle, record.name );
-        visit_(
-            { record.handle, "resource", record.name, "handle", owner.table, record.name, owner.several } );
+        visit_( { record.handle, Kind::resources, record.name, "handle", owner.table, record.name,
+                  owner.several } );
     }
     void of( BfTableCounterInfo const& record ) const {
         bool const own = record.handle == record.ownHandle;
         auto const owner = ownerOf( record, record.ownHandle );
-        visit_( { record.handle, "counter", record.name, "handle", owner.table,
+        visit_( { record.handle, Kind::counters, record.name, "handle", owner.table,
                   own ? record.name : std::string_view(), owner.several } );
         if( !own )
-            visit_( { record.ownHandle, "counter", record.name, "ownHandle", owner.table, record.name } );
+            visit_(
+                { record.ownHandle, Kind::counters, record.name, "ownHandle", owner.table, record.name } );
     }
     void of( BfTableMeterInfo const& record ) const {
         auto const owner = ownerOf( record, record.handle );
-        visit_( { record.handle, "meter", record.name, "handle", owner.table,
+        visit_( { record.handle, Kind::meters, record.name, "handle", owner.table,
                   record.direct ? std::string_view() : record.name, owner.several } );
         if( record.direct )
-            ofPlace( "meter", record.name, BfResourceType::meter, record.handle, owner.table );
+            ofPlace( Kind::meters, record.name, BfResourceType::meter, record.handle, owner.table );
     }
     void of( BfTableWredInfo const& record ) const {
-        ofAttached( "wred", record, record.direct, BfResourceType::wred );
+        ofAttached( Kind::wreds, record, record.direct, BfResourceType::wred );
     }
     void of( BfRegisterInfo const& record ) const {
-        ofAttached( "register", record, !record.indirect, BfResourceType::stateful );
+        ofAttached( Kind::registers, record, !record.indirect, BfResourceType::stateful );
     }
     void of( BfLearnQuantaInfo const& record ) const {
-        visit_( { record.handle, "learn-quanta", record.name, "handle", {}, record.name } );
+        visit_( { record.handle, Kind::learnQuantas, record.name, "handle", {}, record.name } );
     }
     void of( BfActionInfo const& record ) const {
-        visit_( { record.handle, "action", record.name, "handle", record.tableName, record.name } );
+        visit_( { record.handle, Kind::actions, record.name, "handle", record.tableName, record.name } );
     }
     void of( String const& name, BfDynamicHashInfo const& record ) const {
-        visit_( { record.tableHdl, "hash", name, "tableHdl", {}, name } );
-        visit_( { record.fieldListHdl, "hash", name, "fieldListHdl", {}, name } );
+        visit_( { record.tableHdl, Kind::hashes, name, "tableHdl", {}, name } );
+        visit_( { record.fieldListHdl, Kind::hashes, name, "fieldListHdl", {}, name } );
     }
     /// What a placed table refers to; the handle itself is its resource's.
     void of( BfZelResource const& resource ) const {
@@ -69,7 +70,7 @@ class Walk {
   private:
     /// Records that do not name their table: a direct one bears the handle of its match table.
     template<class Record>
-    void ofAttached( char const* kind, Record const& record, bool direct, BfResourceType type ) const {
+    void ofAttached( Kind kind, Record const& record, bool direct, BfResourceType type ) const {
         auto const owner =
             direct ? Owners::Owner{ placedAt( record.handle ) } : owners_.of( record.handle, record.name );
         visit_( { record.handle, kind, record.name, "handle", owner.table,
@@ -80,7 +81,7 @@ class Walk {
     template<class Handles>
     void ofReferences( BfZelResource const& resource, char const* field, Handles const& references ) const {
         for( U32 const reference : references )
-            visit_( { reference, "handle", resource.name, field, {}, {} } );
+            visit_( { reference, Kind::handles, resource.name, field, {}, {} } );
     }
 
     /// Counters and meters name their table, as far as actions tell.
@@ -106,7 +107,7 @@ class Walk {
         return nullptr;
     }
     /// Of a direct record: its own handle, which none of its fields holds.
-    void ofPlace( char const* kind, String const& name, BfResourceType type, U32 handle,
+    void ofPlace( Kind kind, String const& name, BfResourceType type, U32 handle,
                   std::string_view table ) const {
         if( BfResource const* const place = placeOf( name, type, handle ) )
             visit_( { place->handle, kind, name, "", table, name } );

@@ -2,6 +2,7 @@
 
 // Which records bear which handles.
 
+#include "inspect/model/Kinds.h"
 #include "resourceinfo/parser/BfResourceParser.h"
 
 #include <functional>
@@ -13,11 +14,11 @@ namespace Bfri {
 /// A handle that a record bears. The texts are the model's and live as long.
 struct HandleUse {
     U32 handle = 0;
-    char const* kind = "";  ///< of the record, the word for one
-    std::string_view name;  ///< of the record
-    char const* field = ""; ///< of the record, that holds the handle; empty where none does
-    std::string_view table; ///< that the record belongs to; empty without just one
-    std::string_view owner; ///< name of what has the handle as its own; empty where it is another record's
+    Kind kind = Kind::tables; ///< of the record
+    std::string_view name;    ///< of the record
+    char const* field = "";   ///< of the record, that holds the handle; empty where none does
+    std::string_view table;   ///< that the record belongs to; empty without just one
+    std::string_view owner;   ///< name of what has the handle as its own; empty where it is another record's
     bool severalTables = false; ///< the record belongs to several
 };
 

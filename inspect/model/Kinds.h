@@ -1,21 +1,22 @@
 #pragma once
 
-// Names over all kinds of record: which kind bears which.
-
-#include "inspect/model/RecordKinds.h"
-
 namespace Bfri {
 
-/// A name and a kind that bears it.
-struct NameOfKind {
-    String name;
-    RecordKind const* kind;
+/// The kinds of record, in the order in which people see them. RecordKinds.h has what there is to know of
+/// each.
+enum class Kind {
+    tables,
+    resources,
+    counters,
+    meters,
+    wreds,
+    registers,
+    learnQuantas,
+    actions,
+    headers,
+    hashes,
+    phvFields,
+    handles, ///< placed tables by handle: the resources once more, with what they reference
 };
-
-/// Every name of the model with the kind that bears it, in the order of the recordKinds, each pair once.
-std::vector<NameOfKind> namesOfKinds( BfResourceInfo::BfResourceParser const& parser );
-
-/// The kind of a word, singular or plural ("table", "tables"); null for none.
-RecordKind const* kindOf( std::string_view word );
 
 } // namespace Bfri

@@ -1,13 +1,12 @@
 #include "inspect/model/Names.h"
 
-#include "cli/Failure.h"
-#include "inspect/rows/Utf8.h"
-
 #include <algorithm>
 #include <cctype>
 #include <limits>
 #include <numeric>
 #include <set>
+#include <tuple>
+#include <unordered_set>
 #include <utility>
 
 namespace Bfri {
@@ -55,38 +54,47 @@ String lowerCase( String text ) {
     return text;
 }
 
+/// Whether a name has the word between two of the separators, or between one and an end of it.
+bool hasPart( std::string_view name, std::string_view word, std::string_view separators ) {
+    auto const isEdge = [ & ]( std::size_t place ) {
+        return place >= name.size() || separators.find( name[ place ] ) != separators.npos;
+    };
+    for( auto at = name.find( word ); at != name.npos; at = name.find( word, at + 1 ) ) {
+        if( isEdge( at - 1 ) && isEdge( at + word.size() ) )
+            return true;
+    }
+    return false;
+}
+
 std::size_t distance( std::string_view name, std::string_view word ) {
+    if( word.empty() )
+        return editDistance( lastParts( name, 1 ), word, 2 );
+    if( hasPart( name, word, "." ) )
+        return 0;
+    if( hasPart( name, word, "._" ) )
+        return 1;
     std::size_t const most = std::max<std::size_t>( 2, word.size() / 3 );
     std::string_view const end = lastParts( name, std::count( word.begin(), word.end(), '.' ) + 1 );
     std::size_t const edits = std::min( editDistance( name, word, most ), editDistance( end, word, most ) );
-    bool const within = !word.empty() && name.find( word ) != std::string_view::npos;
-    return edits == tooFar && within ? most + 1 : edits;
+    if( edits != tooFar )
+        return 1 + edits;
+    return name.find( word ) != name.npos ? most + 2 : tooFar;
 }
 
-/// Nearest first.
+/// Nearest first; of those that are as near, first those that hold the word in their last part.
 std::vector<String> like( std::vector<String> const& names, std::string_view word ) {
     String const wanted = lowerCase( String( word ) );
-    std::set<std::pair<std::size_t, String>> found;
+    std::set<std::tuple<std::size_t, bool, String>> found;
     for( String const& name : names ) {
-        std::size_t const far = distance( lowerCase( name ), wanted );
+        String const known = lowerCase( name );
+        std::size_t const far = distance( known, wanted );
         if( far != tooFar )
-            found.emplace( far, name );
+            found.emplace( far, lastParts( known, 1 ).find( wanted ) == known.npos, name );
     }
-    std::vector<String> result( found.size() );
-    std::transform( found.begin(), found.end(), result.begin(),
-                    []( auto const& distanceAndName ) { return distanceAndName.second; } );
+    std::vector<String> result;
+    for( auto const& entry : found )
+        result.push_back( std::get<String>( entry ) );
     return result;
-}
-
-/// Names that a terminal shows otherwise than they are, by what it shows.
-std::vector<String> namesShownAs( std::vector<String> const& names, std::string_view word ) {
-    std::set<String> found;
-    for( String const& name : names ) {
-        String const text = escapeForTerminal( name );
-        if( text != name && ( text == word || endsIn( text, word ) ) )
-            found.insert( name );
-    }
-    return { found.begin(), found.end() };
 }
 
 } // namespace
@@ -109,38 +117,42 @@ std::vector<String> nearest( std::vector<String> const& names, std::string_view 
 std::vector<String> namesMeant( std::vector<String> const& names, String const& word ) {
     if( std::find( names.begin(), names.end(), word ) != names.end() )
         return { word };
-    auto ending = namesEndingIn( names, word );
-    return ending.empty() ? namesShownAs( names, word ) : ending;
+    return namesEndingIn( names, word );
 }
 
-String meantName( std::vector<String> const& names, String const& word, Named const& named,
-                  std::function<String()> const& whyMissing ) {
-    auto const candidates = namesMeant( names, word );
-    if( candidates.size() == 1 )
-        return candidates.front();
-    String const quoted = "'" + escapeForTerminal( word ) + "'";
-    if( !candidates.empty() )
-        throw Failure( ExitStatus::no,
-                       quoted + " is the end of several " + named.many + "' names:", candidates );
-    String const missing = String( "no " ) + named.one + " " + quoted;
-    if( String const why = whyMissing(); !why.empty() )
-        throw Failure( ExitStatus::no, missing + ": " + why );
-    auto suggestions = like( names, word );
-    if( suggestions.empty() )
-        throw Failure( ExitStatus::no, missing + "; 'bfri " + named.lister + "' lists them all" );
-    String const count = std::to_string( suggestions.size() );
-    bool const tooMany = suggestions.size() > mostSuggestions;
-    suggestions.resize( std::min( mostSuggestions, suggestions.size() ) );
-    throw Failure( ExitStatus::no,
-                   missing +
-                       ( tooMany ? "; the nearest of " + count + " names like it:" : "; names like it:" ),
-                   suggestions );
+Meaning meaningOf( std::vector<String> const& names, String const& word ) {
+    auto meant = namesMeant( names, word );
+    if( meant.size() == 1 )
+        return { Meaning::Is::found, std::move( meant ) };
+    if( !meant.empty() )
+        return { Meaning::Is::ambiguous, std::move( meant ) };
+    auto similar = like( names, word );
+    std::size_t const count = similar.size();
+    similar.resize( std::min( mostSuggestions, count ) );
+    return { Meaning::Is::missing, std::move( similar ), count };
 }
 
-void noteSeveral( std::vector<String> const& names, String const& name, char const* many,
-                  std::ostream& err ) {
-    if( auto const count = std::count( names.begin(), names.end(), name ); count > 1 )
-        err << "bfri: " << count << " " << many << " have this name; this is the first, as for every query\n";
+std::vector<NameOfKind> namesOfKinds( BfResourceInfo::BfResourceParser const& parser ) {
+    std::vector<NameOfKind> names;
+    for( RecordKind const& kind : recordKinds() ) {
+        std::unordered_set<String> seen;
+        for( Row const& row : kind.rows( parser ) ) {
+            String const& name = valueAs<String>( row, "name" );
+            if( seen.insert( name ).second )
+                names.push_back( { name, &kind } );
+        }
+    }
+    return names;
+}
+
+std::vector<String> allNames( BfResourceInfo::BfResourceParser const& parser ) {
+    std::vector<String> names;
+    std::unordered_set<String> seen;
+    for( NameOfKind& one : namesOfKinds( parser ) ) {
+        if( seen.insert( one.name ).second )
+            names.push_back( std::move( one.name ) );
+    }
+    return names;
 }
 
 } // namespace Bfri

@@ -1,9 +1,9 @@
 #include "inspect/model/Omissions.h"
 
-#include "inspect/check/CheckContext.h"
 #include "inspect/model/ActionWord.h"
 #include "inspect/model/HandleUses.h"
 #include "inspect/model/Names.h"
+#include "inspect/model/RecordKinds.h"
 #include "inspect/model/Relations.h"
 #include "inspect/rows/Utf8.h"
 
@@ -31,9 +31,8 @@ String sentenceOf( Omission const& omission ) {
     static constexpr char const* lost[] = { "which", "whose references", "whose handle" };
     String const action = omission.action.empty() ? "" : "action " + quoted( omission.action ) + " of the ";
     char const* const has = omission.isOwner ? " has it with the " : " has the ";
-    return escapeForTerminal( omission.contextFile ) + has + action + escapeForTerminal( omission.type ) +
-           " table " + quoted( omission.table ) + ", " + lost[ static_cast<int>( omission.omitted ) ] +
-           " the model leaves out: " + omission.reason;
+    return omission.contextFile + has + action + omission.type + " table " + quoted( omission.table ) + ", " +
+           lost[ static_cast<int>( omission.omitted ) ] + " the model leaves out: " + omission.reason;
 }
 
 String sentencesOf( Omissions const& all ) {
@@ -227,12 +226,12 @@ String whoHas( BfResourceInfo::BfResourceParser const& parser, U32 handle ) {
     HandleUse owner;
     eachHandleUse( parser, [ & ]( HandleUse const& bearer ) {
         bool const isOwn = bearer.handle == handle && bearer.owner == bearer.name;
-        if( isOwn && ( owner.name.empty() || owner.kind == std::string_view( "resource" ) ) )
+        if( isOwn && ( owner.name.empty() || owner.kind == Kind::resources ) )
             owner = bearer;
     } );
     return owner.name.empty()
                ? ""
-               : String( "it is the handle of the " ) + owner.kind + " " + quoted( owner.name );
+               : String( "it is the handle of the " ) + kindOf( owner.kind ).one + " " + quoted( owner.name );
 }
 
 } // namespace
@@ -250,7 +249,7 @@ String whyMissing( Configuration const& configuration, String const& word ) {
     if( handle && word.find_first_of( "xX" ) != String::npos )
         return "nothing has that handle";
     auto const meant = handleWithout0x( parser, word );
-    return meant ? "did you mean " + hexOf( *meant ) + "?" : "";
+    return meant ? "did you mean " + hexText( *meant ) + "?" : "";
 }
 
 } // namespace Bfri

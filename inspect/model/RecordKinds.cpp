@@ -7,14 +7,6 @@ namespace Bfri {
 
 namespace {
 
-constexpr char const* ofLeftOut =
-    "Of the match tables of a context file the model has those that are resource-controllable and have no\n"
-    "static entries, with their actions. 'bfri check' names the others (BF409).\n\n";
-
-constexpr char const* ofLeftOutQuantas =
-    "Of the learn quantas of a context file the model has those that have an \"lq_cfg_type\". 'bfri check'\n"
-    "names the others (BF409).\n\n";
-
 // What fields of several kinds say.
 
 constexpr char const* ofName = "name in the P4 program";
@@ -29,178 +21,167 @@ constexpr char const* ofSeveralOwners = "whether several tables do";
 
 // Match tables and what they take.
 
-constexpr Column tableColumns[] = {
-    { "HANDLE", "handle", ofHandle },
-    { "SIZE", "size", "entries that it holds" },
-    { "ENTRIES", "totalEntries", "entries that its hit-bit range is sized for" },
-    { "IDLE BITS", "idleTimePrecision", "bits of idle time that an entry has; 0 without hit bits" },
-    { "HIT FROM", "hitBitSmashOffset", "first slot in the hit-bit space; 0 without hit bits" },
-    { "HIT TO", "hitBitSmashLast", "last slot in it; 0 without hit bits" },
-    { "PARTS", "maxPartitions", "partitions of an algorithmic TCAM, else 0" },
-    { "ACTION DATA", "adtHandle", "handle of its indirect action-data table; 0 without one" },
-    { "SELECTION", "selHandle", "handle of its selection table; 0 without one" },
-    { "PIPE", "logicalPipe", ofLogicalPipe },
-    { "NAME", "name", ofName },
-    { nullptr, "hitBitSupported", "whether its entries have hit bits, for idle time" },
-    { nullptr, "maxEntries", "the same as size" },
-    { nullptr, "maxPrios", "priorities of entries, always 255" },
-    { nullptr, "hasActionProfile", "whether it has an action profile" },
-    { nullptr, "maxAdtEntries", "entries of its indirect action-data table; 0 without one" },
-    { nullptr, "maxSelGroups", "2 with a selection table, else 0" },
-    { nullptr, "maxSelEntries", "entries of its selection table; 0 without one" },
-    { nullptr, "adtName", "name of its indirect action-data table" },
-    { nullptr, "selName", "name of its selection table" },
+constexpr FieldInfo tableFields[] = {
+    { "handle", ofHandle },
+    { "size", "entries that it holds" },
+    { "totalEntries", "entries that its hit-bit range is sized for" },
+    { "idleTimePrecision", "bits of idle time that an entry has; 0 without hit bits" },
+    { "hitBitSmashOffset", "first slot in the hit-bit space; 0 without hit bits" },
+    { "hitBitSmashLast", "last slot in it; 0 without hit bits" },
+    { "maxPartitions", "partitions of an algorithmic TCAM, else 0" },
+    { "adtHandle", "handle of its indirect action-data table; 0 without one" },
+    { "selHandle", "handle of its selection table; 0 without one" },
+    { "logicalPipe", ofLogicalPipe },
+    { "name", ofName },
+    { "hitBitSupported", "whether its entries have hit bits, for idle time" },
+    { "maxEntries", "the same as size" },
+    { "maxPrios", "priorities of entries, always 255" },
+    { "hasActionProfile", "whether it has an action profile" },
+    { "maxAdtEntries", "entries of its indirect action-data table; 0 without one" },
+    { "maxSelGroups", "2 with a selection table, else 0" },
+    { "maxSelEntries", "entries of its selection table; 0 without one" },
+    { "adtName", "name of its indirect action-data table" },
+    { "selName", "name of its selection table" },
 };
 
-constexpr Column resourceColumns[] = {
-    { "HANDLE", "handle", ofHandle },
-    { "SIZE", "size", "entries that it holds" },
-    { "TYPE", "type", "what it is for; in JSON and CSV a number" },
-    { "DIRECTION", "ingress", "its side of the switch; in JSON and CSV whether ingress" },
-    { "FIRST STAGE", "stageStart", "stage of its first stage table, from 0" },
-    { "STAGE TABLES", "stages", "number of its stage tables, over all units" },
-    { "NAME", "name", ofName },
-    { nullptr, "typeName", "the type in words, as the context file has it" },
+constexpr FieldInfo resourceFields[] = {
+    { "handle", ofHandle },
+    { "size", "entries that it holds" },
+    { "type", "what it is for; in JSON and CSV a number" },
+    { "ingress", "its side of the switch; in JSON and CSV whether ingress" },
+    { "stageStart", "stage of its first stage table, from 0" },
+    { "stages", "number of its stage tables, over all units" },
+    { "name", ofName },
+    { "typeName", "the type in words, as the context file has it" },
 };
 
 // What belongs to match tables. Of what several tables have, the model knows no parent.
 
-constexpr Column counterColumns[] = {
-    { "HANDLE", "handle", ofTableHandle },
-    { "OWN HANDLE", "ownHandle", "its own handle, direct or not" },
-    { "SIZE", "size", "entries that it holds" },
-    { "DIRECT", "direct", ofDirect },
-    { "BYTES", "bytes", "whether it counts bytes" },
-    { "PACKETS", "packets", "whether it counts packets" },
-    { "PIPE", "logicalPipe", ofLogicalPipe },
-    { "NAME", "name", ofName },
-    { "TABLE", "associatedTable", ofParent },
-    { nullptr, "severalParents", ofSeveralParents },
+constexpr FieldInfo counterFields[] = {
+    { "handle", ofTableHandle },
+    { "ownHandle", "its own handle, direct or not" },
+    { "size", "entries that it holds" },
+    { "direct", ofDirect },
+    { "bytes", "whether it counts bytes" },
+    { "packets", "whether it counts packets" },
+    { "logicalPipe", ofLogicalPipe },
+    { "name", ofName },
+    { "associatedTable", ofParent },
+    { "severalParents", ofSeveralParents },
 };
 
-constexpr Column meterColumns[] = {
-    { "HANDLE", "handle", ofTableHandle },
-    { "DIRECT", "direct", ofDirect },
-    { "PPS", "pps", "whether it meters packets a second, not bytes" },
-    { "PRE-COLOR", "hasPreColor", "whether packets come to it with a colour" },
-    { "PIPE", "logicalPipe", ofLogicalPipe },
-    { "NAME", "name", ofName },
-    { "TABLE", "associatedTable", ofParent },
-    { nullptr, "severalParents", ofSeveralParents },
+constexpr FieldInfo meterFields[] = {
+    { "handle", ofTableHandle },
+    { "direct", ofDirect },
+    { "pps", "whether it meters packets a second, not bytes" },
+    { "hasPreColor", "whether packets come to it with a colour" },
+    { "logicalPipe", ofLogicalPipe },
+    { "name", ofName },
+    { "associatedTable", ofParent },
+    { "severalParents", ofSeveralParents },
 };
 
-constexpr Column wredColumns[] = {
-    { "HANDLE", "handle", ofTableHandle },    { "DIRECT", "direct", ofDirect },
-    { "PIPE", "logicalPipe", ofLogicalPipe }, { "NAME", "name", ofName },
-    { "TABLE", "parent", ofOwner },           { nullptr, "severalParents", ofSeveralOwners },
+constexpr FieldInfo wredFields[] = {
+    { "handle", ofTableHandle }, { "direct", ofDirect }, { "logicalPipe", ofLogicalPipe },
+    { "name", ofName },          { "parent", ofOwner },  { "severalParents", ofSeveralOwners },
 };
 
-constexpr Column registerColumns[] = {
-    { "HANDLE", "handle", ofTableHandle },
-    { "INDIRECT", "indirect", "whether tables reach it by an index, not entry by entry" },
-    { "TYPE", "dataType", "C type of a cell; *uint8 where the ALU is wider than 32 bits: bytes" },
-    { "WIDTH", "width", "bits that its ALU works on" },
-    { "DUAL", "dualWidth", "whether a cell is a pair of two such values" },
-    { "NAME", "name", ofName },
-    { "TABLE", "parent", ofOwner },
-    { nullptr, "severalParents", ofSeveralOwners },
+constexpr FieldInfo registerFields[] = {
+    { "handle", ofTableHandle },
+    { "indirect", "whether tables reach it by an index, not entry by entry" },
+    { "dataType", "C type of a cell; *uint8 where the ALU is wider than 32 bits: bytes" },
+    { "width", "bits that its ALU works on" },
+    { "dualWidth", "whether a cell is a pair of two such values" },
+    { "name", ofName },
+    { "parent", ofOwner },
+    { "severalParents", ofSeveralOwners },
 };
 
-constexpr Column actionColumns[] = {
-    { "HANDLE", "handle", ofHandle },
-    { "NAME", "name", ofName },
-    { "TABLE", "tableName", "name of the table whose action it is" },
+constexpr FieldInfo actionFields[] = {
+    { "handle", ofHandle },
+    { "name", ofName },
+    { "tableName", "name of the table whose action it is" },
 };
 
 // What stands beside the tables.
 
-constexpr Column learnQuantaColumns[] = {
-    { "HANDLE", "handle", ofHandle },
-    { "NAME", "name", ofName },
+constexpr FieldInfo learnQuantaFields[] = {
+    { "handle", ofHandle },
+    { "name", ofName },
 };
 
-constexpr Column headerColumns[] = {
-    { "NAME", "name", ofName },
-    { "BYTES", "size", "bytes of all its fields" },
+constexpr FieldInfo headerFields[] = {
+    { "name", ofName },
+    { "size", "bytes of all its fields" },
 };
 
-constexpr Column hashColumns[] = {
-    { "NAME", "name", ofName },
-    { "HANDLE", "tableHdl", ofHandle },
-    { "FIELD LIST", "fieldListHdl", "handle of its list of fields" },
-    { "FIELDS", "fieldCount", "number of its fields" },
-    { "FIELD NAMES", "fieldNames", "their names in the order of the hash's input" },
+constexpr FieldInfo hashFields[] = {
+    { "name", ofName },
+    { "tableHdl", ofHandle },
+    { "fieldListHdl", "handle of its list of fields" },
+    { "fieldCount", "number of its fields" },
+    { "fieldNames", "their names in the order of the hash's input" },
 };
 
 // The PHV: one row a field, whichever direction has it.
 
-constexpr Column phvColumns[] = {
-    { "FIELD", "name", "name of the field" },
-    { "INGRESS BYTES", "ingressBytes", "bytes that it takes in ingress; absent where it has no place" },
-    { "EGRESS BYTES", "egressBytes", "the same in egress" },
+constexpr FieldInfo phvFields[] = {
+    { "name", "name of the field" },
+    { "ingressBytes", "bytes that it takes in ingress; absent where it has no place" },
+    { "egressBytes", "the same in egress" },
 };
 
 // Placed tables by handle.
 
-constexpr Column handleColumns[] = {
-    { "HANDLE", "handle", ofHandle },
-    { "SIZE", "size", "entries that it holds" },
-    { "STAGE", "stageStart", "stage of its first stage table, from 0" },
-    { "STATISTICS", "statReferences", "handles of the counters that it references" },
-    { "METERS", "meterReferences", "handles of its meters and WRED tables" },
-    { "STATEFUL", "statefulReferences", "handles of its registers" },
-    { "NAME", "name", ofName },
-    { "PARENT", "parent", ofOwner },
-    { nullptr, "severalParents", ofSeveralOwners },
+constexpr FieldInfo handleFields[] = {
+    { "handle", ofHandle },
+    { "size", "entries that it holds" },
+    { "stageStart", "stage of its first stage table, from 0" },
+    { "statReferences", "handles of the counters that it references" },
+    { "meterReferences", "handles of its meters and WRED tables" },
+    { "statefulReferences", "handles of its registers" },
+    { "name", ofName },
+    { "parent", ofOwner },
+    { "severalParents", ofSeveralOwners },
 };
-
-constexpr char const* ofNoParent =
-    "A match table has no parent, and of direct action data the model knows none.\n\n";
 
 constexpr RecordKind table_[] = {
-    { "tables", "table", "The match tables", "bfTables", blankTable, tableRows, tableColumns, shownTable,
-      ofLeftOut },
-    { "resources", "resource", "The hardware resources: their kind, direction, size and stages",
-      "bfResources", blankResource, resourceRows, resourceColumns, shownResource },
-    { "counters", "counter", "The counters, and the tables that they belong to", "bfCounters", blankCounter,
-      counterRows, counterColumns, shownParent },
-    { "meters", "meter", "The meters, and the tables that they belong to", "bfMeters", blankMeter, meterRows,
-      meterColumns, shownParent },
-    { "wreds", "wred", "The WRED tables, and the tables that they belong to", "bfWreds", blankWred, wredRows,
-      wredColumns, shownParent },
-    { "registers", "register", "The registers, their cells, and the tables that they belong to",
-      "bfRegisterInfos", blankRegister, registerRows, registerColumns, shownParent },
-    { "learn-quantas", "learn-quanta", "The learn quantas", "bfLearnQuantaInfos", blankLearnQuanta,
-      learnQuantaRows, learnQuantaColumns, nullptr, ofLeftOutQuantas },
-    { "actions", "action", "The actions of the match tables", "bfActions", blankAction, actionRows,
-      actionColumns },
-    { "headers", "header", "The flexible headers, and their bytes", "bfHeaders", blankHeader, headerRows,
-      headerColumns },
-    { "hashes", "hash", "The dynamic hash calculations, and their fields", "bfDynamicHashInfo", blankHash,
-      hashRows, hashColumns },
-    { "phv", "phv", "The fields in the PHV, and the bytes that they take there", "phvContainers", blankPhv,
-      phvRows, phvColumns },
-    { "handles", "handle", "Every placed table by handle, with what it references", "resourceHandles",
-      blankHandle, handleRows, handleColumns, shownParent, ofNoParent },
-};
+    { Kind::tables, "table", "tables", "match table", "match tables", "bfTables", blankTable, tableRows,
+      tableFields, true },
+    { Kind::resources, "resource", "resources", "hardware resource", "hardware resources", "bfResources",
+      blankResource, resourceRows, resourceFields, true },
+    { Kind::counters, "counter", "counters", "counter", "counters", "bfCounters", blankCounter, counterRows,
+      counterFields, true, true, &allAttachments[ 0 ] },
+    { Kind::meters, "meter", "meters", "meter", "meters", "bfMeters", blankMeter, meterRows, meterFields,
+      true, true, &allAttachments[ 1 ] },
+    { Kind::wreds, "wred", "wreds", "WRED table", "WRED tables", "bfWreds", blankWred, wredRows, wredFields,
+      true, true, &allAttachments[ 2 ] },
+    { Kind::registers, "register", "registers", "register", "registers", "bfRegisterInfos", blankRegister,
+      registerRows, registerFields, true, true, &allAttachments[ 3 ] },
+    { Kind::learnQuantas, "learn-quanta", "learn-quantas", "learn quanta", "learn quantas",
+      "bfLearnQuantaInfos", blankLearnQuanta, learnQuantaRows, learnQuantaFields },
+    { Kind::actions, "action", "actions", "action", "actions", "bfActions", blankAction, actionRows,
+      actionFields, true },
+    { Kind::headers, "header", "headers", "flexible header", "flexible headers", "bfHeaders", blankHeader,
+      headerRows, headerFields },
+    { Kind::hashes, "hash", "hashes", "hash", "hashes", "bfDynamicHashInfo", blankHash, hashRows,
+      hashFields },
+    { Kind::phvFields, "phv", "phv", "PHV field", "PHV fields", "phvContainers", blankPhv, phvRows, phvFields,
+      false, false },
+    { Kind::handles, "handle", "handles", "placed table", "placed tables", "resourceHandles", blankHandle,
+      handleRows, handleFields, true, false } };
 
 } // namespace
 
-RowList columnsOf( std::span<Column const> columns, Row const& blank, std::vector<Row> const& rows ) {
-    auto const cellsOf = [ & ]( Row const& row ) {
-        Row cells;
-        for( Column const& column : columns ) {
-            if( column.title )
-                cells.push_back( { column.title, valueOf( row, column.field ) } );
-        }
-        return cells;
-    };
-    RowList list{ cellsOf( blank ), {} };
-    for( Row const& row : rows )
-        list.rows.push_back( cellsOf( row ) );
-    return list;
-}
-
 std::span<RecordKind const> recordKinds() { return table_; }
+
+RecordKind const& kindOf( Kind kind ) { return table_[ static_cast<std::size_t>( kind ) ]; }
+
+RecordKind const* kindOf( std::string_view word ) {
+    auto const found =
+        std::find_if( std::begin( table_ ), std::end( table_ ),
+                      [ & ]( RecordKind const& kind ) { return word == kind.many || word == kind.one; } );
+    return found == std::end( table_ ) ? nullptr : found;
+}
 
 } // namespace Bfri

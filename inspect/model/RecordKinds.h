@@ -1,36 +1,46 @@
 #pragma once
 
-// The kinds of record that have a list command. A new one is a row of the table and its functions.
+// The kinds of record, in one table. A new one is a member of the enumeration, a row and its functions;
+// whoever shows records goes through this table, and asks for a kind by its member, never by a word.
 
-#include "cli/grammar/Commands.h"
+#include "inspect/model/Relations.h"
 #include "inspect/rows/Row.h"
+
+#include <span>
 
 namespace Bfri {
 
-/// A field of the rows: the title of its column for people, and what it says, with its unit.
-struct Column {
-    char const* title; ///< null where only machines get the field
-    char const* field;
-    char const* meaning = ""; ///< for the help; every field of a listing has one
+/// A field of a kind's rows.
+struct FieldInfo {
+    char const* name;
+    char const* meaning; ///< what it says, with its unit
 };
 
-/// One kind of record: what the machines get of it, every field, and what people do.
+/// One kind of record.
 struct RecordKind {
-    char const* word; ///< the command
-    char const* one;  ///< the kind of one record
-    char const* description;
-    char const* member; ///< of the JSON object
+    Kind kind;
+    char const* one;    ///< what one record is called, in one word: "table"
+    char const* many;   ///< what several are called: "tables"
+    char const* noun;   ///< the same in a sentence: "match table"
+    char const* nouns;  ///< "match tables"
+    char const* member; ///< of a JSON object that holds records of the kind
     Row ( *blank )();   ///< a row of which only the types count; every kind has a field "name"
-    std::vector<Row> ( *rows )( BfResourceInfo::BfResourceParser const& parser );
-    std::span<Column const> columns;
-    Row ( *shown )( Row row ) = nullptr; ///< the row for people, where it is another one
-    char const* note = "";               ///< for the help: which records there are, in lines
+    std::vector<Row> ( *rows )(
+        BfResourceInfo::BfResourceParser const& parser ); ///< every field of every record
+    std::span<FieldInfo const> fields;
+    bool ofTables = false; ///< its records are match tables, or what match tables have
+    bool isCounted =
+        true; ///< among what a configuration is said to have: each record once, in one collection
+    Attachment const* attachment =
+        nullptr; ///< how placed tables refer to its records; null where they do not
 };
 
-/// The rows in these columns; of the blank row only the types count.
-RowList columnsOf( std::span<Column const> columns, Row const& blank, std::vector<Row> const& rows );
-
-/// Every kind, in the order of the help.
+/// Every kind, in the order in which people see them.
 std::span<RecordKind const> recordKinds();
+
+RecordKind const& kindOf( Kind kind );
+
+/// The kind of a word, singular or plural ("table", "tables"); null for none.
+RecordKind const* kindOf( std::string_view word );
 
 } // namespace Bfri

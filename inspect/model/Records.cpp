@@ -30,13 +30,6 @@ Row moved( Field ( &&fields )[ count ] ) {
     return row;
 }
 
-void replace( Row& row, std::initializer_list<std::string_view> names, Value const& value ) {
-    for( Field& field : row ) {
-        if( std::find( names.begin(), names.end(), field.name ) != names.end() )
-            field.value = value;
-    }
-}
-
 } // namespace
 
 // The bindings take each record apart as a whole: one that gains or loses a field does not compile here.
@@ -147,34 +140,7 @@ Row rowOf( BfZelResource const& record ) {
                     { "statefulReferences", handles( record.statefulReferences() ) } } );
 }
 
-Row shownTable( Row row ) {
-    if( !valueAs<bool>( row, "hitBitSupported" ) )
-        replace( row, { "idleTimePrecision", "hitBitSmashOffset", "hitBitSmashLast" }, {} );
-    if( valueAs<Hex>( row, "adtHandle" ).value == 0 && valueAs<String>( row, "adtName" ).empty() )
-        replace( row, { "maxAdtEntries", "adtHandle", "adtName" }, {} );
-    if( valueAs<U32>( row, "maxSelGroups" ) == 0 )
-        replace( row, { "maxSelGroups", "maxSelEntries", "selHandle", "selName" }, {} );
-    return row;
-}
-
-Row shownResource( Row row ) {
-    replace( row, { "type" }, typeName( valueAs<U32>( row, "type" ) ) );
-    replace( row, { "ingress" }, valueAs<bool>( row, "ingress" ) ? "ingress" : "egress" );
-    return row;
-}
-
-Row shownParent( Row row ) {
-    static Value const several( "(several)" );
-    if( !valueAs<bool>( row, "severalParents" ) )
-        return row;
-    for( Field& field : row ) {
-        String const* const table = std::get_if<String>( &field.value.is );
-        bool const known = table && !table->empty();
-        if( ( field.name == "parent" || field.name == "associatedTable" ) && !known )
-            field.value = several;
-    }
-    return row;
-}
+String typeNameOf( BfResource const& record ) { return typeName( record.type ); }
 
 Row withTypeName( Row row ) {
     auto const type =

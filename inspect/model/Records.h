@@ -22,14 +22,10 @@ Row rowOf( BfActionInfo const& record );
 Row rowOf( BfDynamicHashInfo const& record );
 Row rowOf( BfZelResource const& record );
 
-/// A record's row for people: what a table does not have is absent, where the record holds a zero, and what a
-/// resource has as a code has its name.
-Row shownTable( Row row );
-Row shownResource( Row row );
-/// The same of a row that says which table the record belongs to, or that several have it.
-Row shownParent( Row row );
+/// The type of a resource in the context file's word; of a number that is no type, the number.
+String typeNameOf( BfResource const& record );
 
-/// A resource's row with the name of its type behind the type.
+/// A resource's row with the name of its type after the type.
 Row withTypeName( Row row );
 
 /// The numbers of the pipes in a mask.

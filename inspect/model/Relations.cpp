@@ -4,13 +4,6 @@ namespace Bfri {
 
 namespace {
 
-constexpr Attachment attachments_[] = {
-    { "counters", BfResourceType::statistics, &BfZelResource::statReferences },
-    { "meters", BfResourceType::meter, &BfZelResource::meterReferences },
-    { "wreds", BfResourceType::wred, &BfZelResource::meterReferences },
-    { "registers", BfResourceType::stateful, &BfZelResource::statefulReferences },
-};
-
 /// Registers say the contrary of what the others say.
 bool isDirect( Row const& record ) {
     bool const* const direct = std::get_if<bool>( &valueOf( record, "direct" ).is );
@@ -18,8 +11,6 @@ bool isDirect( Row const& record ) {
 }
 
 } // namespace
-
-std::span<Attachment const> attachments() { return attachments_; }
 
 bool Relations::belongs( Attachment const& attachment, Row const& record, BfZelResource const& table ) const {
     String const& name = valueAs<String>( record, "name" );
@@ -46,21 +37,13 @@ BfResource const* Relations::placeOf( U32 handle, String const& name ) const {
     return nullptr;
 }
 
-String placeText( BfResource const* place ) {
-    if( !place )
-        return "no";
-    String const stage = "stage " + std::to_string( place->stageStart );
-    String const several = std::to_string( place->stages ) + " stage tables, the first in " + stage;
-    return ( place->stages > 1 ? several : stage ) + ( place->ingress ? ", ingress" : ", egress" );
-}
-
 Owners::Owners( BfResourceInfo::BfResourceParser const& parser ) : parser_( parser ) {
     for( BfTableInfo const& table : parser.bfTables() ) {
         add( table.adtHandle, table.adtName, table.name );
         add( table.selHandle, table.selName, table.name );
     }
     for( auto const& [ handle, placed ] : parser.resourceHandles() ) {
-        for( Attachment const& attachment : attachments_ ) {
+        for( Attachment const& attachment : attachments() ) {
             for( U32 const reference : ( placed.*attachment.references )() ) {
                 if( auto const* const referenced = parser.resourceHandles().find( reference ) )
                     add( reference, referenced->name, placed.name );

@@ -3,8 +3,10 @@
 // What belongs to what, as the model's own relations say: the handles that placed tables reference, and the
 // parents that resources have by name.
 
+#include "inspect/model/Kinds.h"
 #include "inspect/model/Records.h"
 
+#include <span>
 #include <string_view>
 #include <unordered_map>
 
@@ -12,13 +14,20 @@ namespace Bfri {
 
 /// A kind of record that belongs to tables.
 struct Attachment {
-    char const* kind; ///< the word of its listing
+    Kind kind;
     BfResourceType type;
     Vessa::Queue<U32> const& ( BfZelResource::*references )() const; ///< where tables list its handle
 };
 
+inline constexpr Attachment allAttachments[] = {
+    { Kind::counters, BfResourceType::statistics, &BfZelResource::statReferences },
+    { Kind::meters, BfResourceType::meter, &BfZelResource::meterReferences },
+    { Kind::wreds, BfResourceType::wred, &BfZelResource::meterReferences },
+    { Kind::registers, BfResourceType::stateful, &BfZelResource::statefulReferences },
+};
+
 /// Counters, meters, WRED tables and registers.
-std::span<Attachment const> attachments();
+inline std::span<Attachment const> attachments() { return allAttachments; }
 
 /// Follows the relations of one model, which outlives it.
 class Relations {
@@ -46,9 +55,6 @@ class Relations {
   private:
     BfResourceInfo::BfResourceParser const& parser_;
 };
-
-/// Where that is on the chip, for people.
-String placeText( BfResource const* place );
 
 /// The tables that have the placed resources of one model, which outlives it. Linear in the model to make.
 class Owners {

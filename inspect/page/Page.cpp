@@ -1,6 +1,5 @@
 #include "inspect/page/Page.h"
 
-#include "inspect/model/Kinds.h"
 #include "inspect/model/Relations.h"
 
 namespace Bfri {
@@ -10,34 +9,23 @@ namespace {
 using BfResourceInfo::BfResourceParser;
 using Resources = std::vector<BfResource const*>;
 
-constexpr Column tableColumns[] = { { "HANDLE", "handle" },
-                                    { "SIZE", "size" },
-                                    { "FIRST STAGE", "stageStart" },
-                                    { "STAGE TABLES", "stages" },
-                                    { "NAME", "name" } };
-
-Part partOf( RecordKind const& kind ) { return { kind.word, kind.columns, kind.shown, {} }; }
-
 Part resourcesPart( Resources const& resources ) {
-    Part part = partOf( *kindOf( "resources" ) );
+    Part part{ Kind::resources };
     for( BfResource const* const resource : resources )
         part.rows.push_back( withTypeName( rowOf( *resource ) ) );
     return part;
 }
 
-constexpr char const* noTables = "none that the model knows";
-
-Part tablesPart( std::vector<Row> rows, char const* ifNone = noTables ) {
-    return { "tables", tableColumns, nullptr, std::move( rows ), ifNone };
+Part ownersPart( std::vector<Row> rows, WhyNone whyNone = WhyNone::unknown ) {
+    return { Kind::tables, true, std::move( rows ), whyNone };
 }
 
-/// The same of a resource: a match table belongs to none.
-char const* ifNoTables( BfResource const& resource ) {
-    if( resource.type < static_cast<U32>( BfResourceType::actionData ) )
-        return nullptr;
-    return resource.type == static_cast<U32>( BfResourceType::actionData )
-               ? "none that the model knows: it keeps the tables of indirect action data alone"
-               : noTables;
+/// A match table belongs to none.
+WhyNone whyNoOwners( BfResource const& resource ) {
+    constexpr U32 actionData = static_cast<U32>( BfResourceType::actionData );
+    if( resource.type < actionData )
+        return WhyNone::nothing;
+    return resource.type == actionData ? WhyNone::onlyIndirectActionData : WhyNone::unknown;
 }
 
 /// A name has an entry for each context file, as a rule, and few switches have more files. All entries of one
@@ -49,7 +37,7 @@ void addIfRoom( Section& section, Make entry ) {
     if( section.entries.size() < mostEntries )
         section.entries.push_back( entry() );
     else
-        ++section.leftOut;
+        ++section.moreRecords;
 }
 
 void addOnce( Resources& resources, BfResource const* resource ) {
@@ -83,7 +71,7 @@ class PageBuilder {
 
     BfZelResource const* placed( U32 handle, String const& name ) const;
     BfResource const* placeOf( Attachment const& attachment, Row const& record ) const;
-    /// A table that something belongs to: a row of tableColumns.
+    /// A table that something belongs to.
     Row tableRow( U32 handle, String const& name, U32 size ) const;
     /// A resource that belongs to tables, and whether it has too many parents for the model to know one.
     Row withParents( Row record ) const;
@@ -108,16 +96,13 @@ class PageBuilder {
 std::vector<Section> PageBuilder::page() && {
     std::vector<Section> sections;
     for( RecordKind const& kind : recordKinds() ) {
-        std::string_view const word = kind.word;
-        auto const attachment = std::find_if( attachments().begin(), attachments().end(),
-                                              [ & ]( auto const& row ) { return word == row.kind; } );
-        if( word == "tables" )
+        if( kind.attachment )
+            sections.push_back( attached( *kind.attachment ) );
+        else if( kind.kind == Kind::tables )
             sections.push_back( tables() );
-        else if( attachment != attachments().end() )
-            sections.push_back( attached( *attachment ) );
-        else if( word == "actions" )
+        else if( kind.kind == Kind::actions )
             sections.push_back( actions() );
-        else if( word != "resources" && word != "handles" )
+        else if( kind.kind != Kind::resources && kind.kind != Kind::handles )
             sections.push_back( others( kind ) );
     }
     sections.push_back( resources() ); // only now is known which ones have no place in another entry
@@ -128,7 +113,7 @@ std::vector<Section> PageBuilder::page() && {
 }
 
 Section PageBuilder::tables() {
-    Section section{ kindOf( "tables" ), {} };
+    Section section{ &kindOf( Kind::tables ), {} };
     for( BfTableInfo const& record : parser_.bfTables() ) {
         if( record.name != name_ || !isAsked( record.handle ) )
             continue;
@@ -139,7 +124,7 @@ Section PageBuilder::tables() {
 }
 
 Section PageBuilder::attached( Attachment const& attachment ) {
-    Section section{ kindOf( attachment.kind ), {} };
+    Section section{ &kindOf( attachment.kind ), {} };
     for( Row const& record : rowsOfName( *section.kind ) ) {
         BfResource const* const place = placeOf( attachment, record );
         if( !isAsked( record ) && !( place && isAsked( place->handle ) ) )
@@ -151,12 +136,12 @@ Section PageBuilder::attached( Attachment const& attachment ) {
 }
 
 Section PageBuilder::actions() {
-    Section section{ kindOf( "actions" ), {} };
+    Section section{ &kindOf( Kind::actions ), {} };
     for( BfActionInfo const& record : parser_.bfActions() ) {
         if( record.name == name_ && isAsked( record.handle ) )
             section.entries.push_back(
                 { .record = rowOf( record ),
-                  .parts = { tablesPart( tablesNamed( record.tableName, record.handle ) ) } } );
+                  .parts = { ownersPart( tablesNamed( record.tableName, record.handle ) ) } } );
     }
     return section;
 }
@@ -171,7 +156,7 @@ Section PageBuilder::others( RecordKind const& kind ) {
 }
 
 Section PageBuilder::resources() {
-    Section section{ kindOf( "resources" ), {} };
+    Section section{ &kindOf( Kind::resources ), {} };
     for( BfResource const& record : parser_.bfResources() ) {
         if( record.name == name_ && isAsked( record.handle ) && joined_.count( &record ) == 0 )
             addIfRoom( section, [ & ] { return resourceEntry( record ); } );
@@ -207,7 +192,7 @@ Entry PageBuilder::attachedEntry( Attachment const& attachment, Row const& recor
     return { record,
              true,
              place,
-             { resourcesPart( taken ), tablesPart( std::move( owners ) ) },
+             { resourcesPart( taken ), ownersPart( std::move( owners ) ) },
              handle ? omitted_.of( *handle, name_ ) : Omissions() };
 }
 
@@ -218,14 +203,14 @@ Entry PageBuilder::resourceEntry( BfResource const& record ) {
     Entry entry{ withParents( withTypeName( rowOf( record ) ) ),
                  false,
                  nullptr,
-                 { tablesPart( std::move( owners ), ifNoTables( record ) ), resourcesPart( taken ) },
+                 { ownersPart( std::move( owners ), whyNoOwners( record ) ), resourcesPart( taken ) },
                  omitted_.of( record.handle, name_ ) };
     std::move( attached.begin(), attached.end(), std::back_inserter( entry.parts ) );
     return entry;
 }
 
 Part PageBuilder::actionsOf( BfTableInfo const& record ) {
-    Part part = partOf( *kindOf( "actions" ) );
+    Part part{ Kind::actions };
     for( BfActionInfo const& action : parser_.bfActions() ) {
         if( action.tableName == record.name && relations_.sameFile( action.handle, record.handle ) )
             part.rows.push_back( rowOf( action ) );
@@ -236,11 +221,10 @@ Part PageBuilder::actionsOf( BfTableInfo const& record ) {
 std::vector<Part> PageBuilder::attachmentsOf( BfZelResource const* placed, Resources& resources ) {
     std::vector<Part> parts;
     for( Attachment const& attachment : attachments() ) {
-        RecordKind const& kind = *kindOf( attachment.kind );
-        Part& part = parts.emplace_back( partOf( kind ) );
+        Part& part = parts.emplace_back( Part{ attachment.kind } );
         if( !placed )
             continue;
-        for( Row const& record : rows( kind ) ) {
+        for( Row const& record : rows( kindOf( attachment.kind ) ) ) {
             if( !relations_.belongs( attachment, record, *placed ) )
                 continue;
             part.rows.push_back( record );
@@ -336,9 +320,8 @@ std::vector<Row> PageBuilder::rowsOfName( RecordKind const& kind ) {
 
 } // namespace
 
-std::vector<Section> pageOf( Configuration const& configuration, String const& name,
-                             std::optional<U32> handle ) {
-    return PageBuilder( configuration, name, handle ).page();
+Page pageOf( Configuration const& configuration, String const& name, std::optional<U32> handle ) {
+    return { name, PageBuilder( configuration, name, handle ).page() };
 }
 
 } // namespace Bfri

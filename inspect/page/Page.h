@@ -1,19 +1,30 @@
 #pragma once
 
-// Everything that bears one name, joined with what belongs to it.
+// Everything about one name: its records, joined with what belongs to them and what they belong to.
 
 #include "inspect/model/Omissions.h"
 #include "inspect/model/RecordKinds.h"
 
+#include <map>
+#include <set>
+
 namespace Bfri {
 
-/// Records that belong to another one, or that it belongs to.
+/// Why a part may have no row, where that is not just so.
+enum class WhyNone {
+    nothing,
+    unknown,                ///< the model knows none
+    onlyIndirectActionData, ///< the model knows only the tables of indirect action data
+};
+
+/// Records that belong to another one, or that it belongs to: one way of the links between tables and what
+/// they have.
 struct Part {
-    char const* title; ///< for people and machines
-    std::span<Column const> columns;
-    Row ( *shown )( Row row ); ///< the rows for people, where they are others; else null
-    std::vector<Row> rows;
-    char const* ifNone = nullptr; ///< what people read where there is no row; null: nothing
+    Kind kind;
+    bool areOwners = false; ///< tables that the record belongs to, all that the model knows: rows of handle,
+                            ///< name, size, stageStart and stages
+    std::vector<Row> rows = {};
+    WhyNone whyNone = WhyNone::nothing;
 };
 
 struct Entry {
@@ -21,20 +32,28 @@ struct Entry {
     bool placeable = false;            ///< may have a place of its own on the chip
     BfResource const* place = nullptr; ///< where it is; null when it is nowhere
     std::vector<Part> parts = {};
-    Omissions leftOutTables = {}; ///< those it belongs to
+    Omissions omitted = {}; ///< tables that it belongs to and the model omits
 };
 
 /// The records of one kind, at least one.
 struct Section {
     RecordKind const* kind;
     std::vector<Entry> entries;
-    std::size_t leftOut = 0; ///< further ones of the name; never actions
+    std::size_t moreRecords = 0; ///< further ones of the name; never actions
 };
 
-/// Those of a name, or only those of them that have a handle. In the order of the recordKinds, of a kind the
-/// first few; actions all. A hardware resource has an entry of its own only when no other one says where it
-/// is. The configuration, which was loaded with a survey, outlives the page.
-std::vector<Section> pageOf( Configuration const& configuration, String const& name,
-                             std::optional<U32> handle = {} );
+struct Page {
+    String name;
+    std::vector<Section> sections; ///< in the order of the recordKinds
+};
+
+/// The records of a name, or only those of them that have a handle; of a kind the first few, actions all. A
+/// hardware resource has an entry of its own only when no other one says where it is. The configuration,
+/// which was loaded with a survey, outlives the page.
+Page pageOf( Configuration const& configuration, String const& name, std::optional<U32> handle = {} );
+
+/// The members of a JSON object: the records of each kind with all fields, whatever their page, and their
+/// parts.
+Row rowOf( std::vector<Page> pages );
 
 } // namespace Bfri

@@ -14,11 +14,13 @@ String quotedWhereNeeded( std::string_view text ) {
 }
 
 struct CsvText {
+    String ( *spelling )( std::string_view );
+
     String operator()( std::monostate ) const { return {}; }
     String operator()( bool flag ) const { return flag ? "true" : "false"; }
     String operator()( U32 number ) const { return std::to_string( number ); }
     String operator()( Hex number ) const { return std::to_string( number.value ); }
-    String operator()( String const& text ) const { return text; }
+    String operator()( String const& text ) const { return spelling ? spelling( text ) : text; }
     String operator()( List const& list ) const {
         String text;
         for( Value const& value : list )
@@ -42,10 +44,12 @@ void printLine( std::ostream& out, Row const& row, Text const& textOf ) {
 
 } // namespace
 
-void printCsv( std::ostream& out, RowList const& list ) {
+void printCsv( std::ostream& out, RowList const& list, String ( *spelling )( std::string_view ) ) {
     printLine( out, list.header, []( Field const& field ) { return field.name; } );
     for( Row const& row : list.rows )
-        printLine( out, row, []( Field const& field ) { return std::visit( CsvText(), field.value.is ); } );
+        printLine( out, row, [ & ]( Field const& field ) {
+            return std::visit( CsvText{ spelling }, field.value.is );
+        } );
 }
 
 } // namespace Bfri

@@ -22,6 +22,9 @@ struct Hex {
     U32 value;
 };
 
+/// As people read it: "0x01000001".
+String hexText( U32 number );
+
 struct Value;
 struct Field;
 using List = std::vector<Value>;

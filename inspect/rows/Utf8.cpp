@@ -1,22 +1,14 @@
 #include "inspect/rows/Utf8.h"
 
 #include <algorithm>
-#include <cstdio>
+
+#include <fmt/format.h>
 
 namespace Bfri {
 
 namespace {
 
-using Vessa::U32;
 using Vessa::U8;
-
-/// What stands at the front of a text.
-struct Character {
-    enum class Kind { regular, surrogate, strayByte };
-    Kind kind;
-    U32 code; ///< code point; of a stray byte the byte
-    std::size_t length;
-};
 
 std::size_t sequenceLength( U8 lead ) {
     if( lead < 0x80 )
@@ -25,6 +17,32 @@ std::size_t sequenceLength( U8 lead ) {
         return 0;
     return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
 }
+
+/// Marks and overrides of the writing direction.
+bool changesDirection( U32 code ) {
+    return code == 0x061C || code == 0x200E || code == 0x200F || ( code >= 0x202A && code <= 0x202E ) ||
+           ( code >= 0x2066 && code <= 0x2069 );
+}
+
+String jsonEscape( Character const& c ) {
+    if( c.kind != Character::Kind::regular )
+        return "\\ufffd"; // whatever else would be lost on some readers, and refused by others
+    if( c.code == '\n' )
+        return "\\n";
+    if( c.code < 0x20 || isHidden( c ) )
+        return fmt::format( "\\u{:04x}", c.code );
+    if( c.code == '"' || c.code == '\\' )
+        return String( "\\" ) + static_cast<char>( c.code );
+    return {};
+}
+
+/// The length of the front that needs no escape whatever it is for: most texts are all front.
+std::size_t plainLength( std::string_view text ) {
+    auto const isPlain = []( char c ) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; };
+    return static_cast<std::size_t>( std::find_if_not( text.begin(), text.end(), isPlain ) - text.begin() );
+}
+
+} // namespace
 
 Character firstCharacter( std::string_view text ) {
     static constexpr U32 smallest[] = { 0, 0, 0x80, 0x800, 0x10000 };
@@ -46,46 +64,6 @@ Character firstCharacter( std::string_view text ) {
     return { surrogate ? Character::Kind::surrogate : Character::Kind::regular, code, length };
 }
 
-String escape( char const* format, U32 code ) {
-    char text[ 16 ];
-    std::snprintf( text, sizeof text, format, code );
-    return text;
-}
-
-String jsonEscape( Character const& c ) {
-    if( c.kind != Character::Kind::regular )
-        return "\\ufffd"; // whatever else would be lost on some readers, and refused by others
-    if( c.code == '\n' )
-        return "\\n";
-    if( c.code < 0x20 )
-        return escape( "\\u%04x", c.code );
-    if( c.code == '"' || c.code == '\\' )
-        return String( "\\" ) + static_cast<char>( c.code );
-    return {};
-}
-
-/// Marks and overrides of the writing direction.
-bool changesDirection( U32 code ) {
-    return code == 0x200E || code == 0x200F || ( code >= 0x202A && code <= 0x202E ) ||
-           ( code >= 0x2066 && code <= 0x2069 );
-}
-
-String terminalEscape( Character const& c ) {
-    bool const control = c.code < 0x20 || c.code == 0x7F || ( c.code >= 0x80 && c.code < 0xA0 );
-    if( c.kind == Character::Kind::strayByte || ( control && c.code < 0x80 ) )
-        return escape( "\\x%02x", c.code );
-    if( c.kind == Character::Kind::surrogate || control || changesDirection( c.code ) )
-        return escape( "\\u%04x", c.code );
-    return {};
-}
-
-/// The length of the front that needs no escape whatever it is for: most texts are all front.
-std::size_t plainLength( std::string_view text ) {
-    auto const isPlain = []( char c ) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; };
-    return static_cast<std::size_t>( std::find_if_not( text.begin(), text.end(), isPlain ) - text.begin() );
-}
-
-/// The text with every character for which there is an escape replaced by it.
 String escaped( std::string_view text, String ( *escapeOf )( Character const& ) ) {
     String result;
     for( ;; ) {
@@ -101,22 +79,28 @@ String escaped( std::string_view text, String ( *escapeOf )( Character const& ) 
     }
 }
 
-} // namespace
+bool isHidden( Character const& character ) {
+    bool const isC1 = character.code >= 0x80 && character.code < 0xA0;
+    return character.kind == Character::Kind::regular && ( isC1 || changesDirection( character.code ) );
+}
+
+bool isShowable( std::string_view text ) {
+    while( !text.empty() ) {
+        Character const c = firstCharacter( text );
+        if( c.kind != Character::Kind::regular || c.code < 0x20 || c.code == 0x7F || isHidden( c ) )
+            return false;
+        text.remove_prefix( c.length );
+    }
+    return true;
+}
 
 String jsonQuoted( std::string_view text ) { return '"' + escaped( text, jsonEscape ) + '"'; }
 
-String escapeForTerminal( std::string_view text ) { return escaped( text, terminalEscape ); }
-
-std::size_t width( std::string_view shownText ) {
-    return static_cast<std::size_t>(
-        std::count_if( shownText.begin(), shownText.end(), []( char c ) { return ( c & 0xC0 ) != 0x80; } ) );
-}
-
-String firstColumns( std::string_view shownText, std::size_t columns ) {
-    std::size_t end = 0;
-    while( end < shownText.size() && columns-- > 0 )
-        end += firstCharacter( shownText.substr( end ) ).length;
-    return String( shownText.substr( 0, end ) );
+String quoted( std::string_view name ) {
+    String text;
+    for( char const c : name )
+        text.append( c == '"' || c == '\\' ? "\\" : "" ) += c;
+    return '"' + text + '"';
 }
 
 } // namespace Bfri

@@ -37,6 +37,8 @@ struct JsonValue::Member {
 struct JsonError {
     std::size_t offset;
     String reason;
+    String expected = {}; ///< the same in parts, where it is about a value
+    String found = {};
 };
 
 /// Parses a whole text; throws JsonError on a syntax error and on more than 100 levels of nesting.

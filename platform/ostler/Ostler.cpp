@@ -1,15 +1,14 @@
 #include "ostler/Ostler.h"
 
 #include "ostler/Json.h"
+#include "vessa/OpenFile.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
 #include <memory>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace Ostler {
@@ -23,22 +22,15 @@ struct ReadError {
 
 using File = std::unique_ptr<std::FILE, int ( * )( std::FILE* )>;
 
-/// Opens a regular file. Of a folder the first read says what it is; others, a pipe say, may have no end.
 File openFile( String const& path ) {
-    // Without O_NONBLOCK, opening a pipe waits for its writer.
-    int const descriptor = open( path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC );
-    if( descriptor < 0 )
-        throw ReadError{ std::strerror( errno ) };
-    File file( fdopen( descriptor, "rb" ), std::fclose );
+    auto const opened = Vessa::openRegularFile( path );
+    if( opened.descriptor < 0 )
+        throw ReadError{ opened.reason };
+    File file( fdopen( opened.descriptor, "rb" ), std::fclose );
     if( !file ) {
-        close( descriptor );
+        close( opened.descriptor );
         throw ReadError{ std::strerror( ENOMEM ) };
     }
-    struct stat status;
-    if( fstat( descriptor, &status ) != 0 )
-        throw ReadError{ std::strerror( errno ) };
-    if( !S_ISREG( status.st_mode ) && !S_ISDIR( status.st_mode ) )
-        throw ReadError{ "Not a regular file" };
     return file;
 }
 
@@ -69,6 +61,11 @@ char const* nameOf( JsonValue::Kind kind ) {
         return "an object";
     }
     return "a value";
+}
+
+JsonError mismatch( JsonValue const& value, String const& expected, String const& found = {} ) {
+    String const reason = "expected " + expected + ( found.empty() ? "" : ", found " + found );
+    return { value.offset, reason, expected, found };
 }
 
 /// Reads the profile out of the configuration's value. What is wrong is thrown as a JsonError.
@@ -104,7 +101,7 @@ class ProfileReader {
         result.contextFile = path( value, "context_file" );
         for( JsonValue const& item : listOf( value, "pipes", 0x7FFFFFFF ) ) {
             if( !item.isUnsigned32 )
-                throw JsonError{ item.offset, "expected a pipe to be an unsigned 32-bit number" };
+                throw mismatch( item, "a pipe to be an unsigned 32-bit number" );
             result.pipeScope.push_back( item.number );
         }
         result.numPipesInScope = static_cast<S32>( result.pipeScope.size() );
@@ -120,8 +117,8 @@ class ProfileReader {
                                                  std::size_t most ) {
         JsonValue const& list = member( value, name, JsonValue::Kind::array );
         if( list.items.size() > most )
-            throw JsonError{ list.offset, String( "expected at most " ) + std::to_string( most ) + " " +
-                                              name + ", found " + std::to_string( list.items.size() ) };
+            throw mismatch( list, "at most " + std::to_string( most ) + " " + name,
+                            std::to_string( list.items.size() ) );
         return list.items;
     }
 
@@ -129,15 +126,14 @@ class ProfileReader {
         JsonValue const* const found = value.member( name );
         String const quoted = String( 1, '"' ).append( name ).append( 1, '"' );
         if( !found )
-            throw JsonError{ value.offset, "expected a member " + quoted };
+            throw mismatch( value, "a member " + quoted );
         require( *found, kind, quoted );
         return *found;
     }
 
     static void require( JsonValue const& value, JsonValue::Kind kind, String const& what ) {
         if( value.kind != kind )
-            throw JsonError{ value.offset, "expected " + what + " to be " + nameOf( kind ) + ", found " +
-                                               nameOf( value.kind ) };
+            throw mismatch( value, what + " to be " + nameOf( kind ), nameOf( value.kind ) );
     }
 
     std::filesystem::path folder_;
@@ -146,8 +142,12 @@ class ProfileReader {
 Status errorAt( String const& file, std::string_view text, JsonError const& error ) {
     std::string_view const before = text.substr( 0, error.offset );
     auto const lineStart = before.rfind( '\n' ); // npos + 1 is 0
-    return { error.reason, file, static_cast<U32>( 1 + std::count( before.begin(), before.end(), '\n' ) ),
-             static_cast<U32>( before.size() - ( lineStart + 1 ) + 1 ) };
+    return { error.reason,
+             file,
+             static_cast<U32>( 1 + std::count( before.begin(), before.end(), '\n' ) ),
+             static_cast<U32>( before.size() - ( lineStart + 1 ) + 1 ),
+             error.expected,
+             error.found };
 }
 
 Status readProfile( String const& switchConf, DeviceProfile& profile ) {
@@ -157,7 +157,7 @@ Status readProfile( String const& switchConf, DeviceProfile& profile ) {
         profile = ProfileReader( switchConf ).profile( parseJson( text ) );
         return {};
     } catch( ReadError const& error ) {
-        return { error.reason, switchConf };
+        return { .reason = error.reason, .file = switchConf };
     } catch( JsonError const& error ) {
         return errorAt( switchConf, text, error );
     }

@@ -7,10 +7,12 @@ namespace Ostler {
 
 /// How the reading of a switch configuration ended.
 struct VESSA_EXPORT Status {
-    String reason;  ///< what was expected and what was found; empty when all is well
-    String file;    ///< the configuration's path as given
-    U32 line = 0;   ///< from 1; 0 when no place in the file is to blame (it cannot be read)
-    U32 column = 0; ///< in bytes, from 1; 0 with line 0
+    String reason;        ///< what was expected and what was found; empty when all is well
+    String file;          ///< the configuration's path as given
+    U32 line = 0;         ///< from 1; 0 when no place in the file is to blame (it cannot be read)
+    U32 column = 0;       ///< in bytes, from 1; 0 with line 0
+    String expected = {}; ///< of the reason: "\"pipes\" to be an array"; empty for a file that is no JSON
+    String found = {};    ///< of the reason: "a number"; empty for something that is missing
 
     bool ok() const { return reason.empty(); }
     /// "FILE:LINE:COLUMN: REASON", "FILE: REASON" without a place, "" when ok.

@@ -12,18 +12,24 @@ namespace {
 std::atomic<AssertionHandler> currentHandler = nullptr;
 
 thread_local InputScope const* innermost = nullptr;
+thread_local char const* currentOperation = nullptr; // its signature
 
 String firstLine( AssertionFailure const& failure ) {
     return failure.source + ":" + std::to_string( failure.line ) + ": " + failure.function +
            ": assertion failed: " + failure.condition;
 }
 
-void describeFrom( std::ostream& os, InputScope const* scope ) {
-    if( scope->outer() ) {
-        describeFrom( os, scope->outer() );
-        os << ", ";
-    }
-    scope->describe( os );
+void locateFrom( InputScope const* scope, InputPlace& place ) {
+    if( !scope )
+        return;
+    locateFrom( scope->outer(), place );
+    scope->locate( place );
+}
+
+InputPlace currentPlace() {
+    InputPlace place;
+    locateFrom( innermost, place );
+    return place;
 }
 
 /// Input may hold anything: a text that is written to a terminal or a log must stay one line and do nothing.
@@ -42,15 +48,42 @@ String withoutControls( String const& text ) {
     return safe;
 }
 
-String currentPosition() {
-    std::ostringstream position;
-    position.imbue( std::locale::classic() );
-    if( innermost )
-        describeFrom( position, innermost );
-    return withoutControls( position.str() );
+/// Adds a part to a list of parts.
+void add( String& list, char const* separator, String const& part ) {
+    list += list.empty() ? part : separator + part;
+}
+
+/// Why the file cannot be used.
+String problemText( InputPlace const& place ) {
+    if( place.problem == InputPlace::Problem::open )
+        return "can't open it: " + place.reason;
+    if( place.problem == InputPlace::Problem::read )
+        return "can't read it: " + place.reason;
+    if( !place.line || !place.column )
+        return place.reason;
+    return "line " + std::to_string( *place.line ) + ", column " + std::to_string( *place.column ) + ": " +
+           place.reason;
+}
+
+String elementText( InputPlace::Element const& element ) {
+    String const number = element.kind + " " + std::to_string( element.index );
+    return element.name ? number + " \"" + *element.name + '"' : number;
 }
 
 } // namespace
+
+String toText( InputPlace const& place ) {
+    String text = place.kind.empty() ? place.file : place.kind + ' ' + place.file;
+    if( place.problem != InputPlace::Problem::none )
+        add( text, ": ", problemText( place ) );
+    if( place.pointer && !place.pointer->empty() )
+        add( text, " ", "at " + *place.pointer );
+    if( !place.member.empty() )
+        add( text, ", ", "member \"" + place.member + '"' );
+    if( place.element )
+        add( text, ", ", elementText( *place.element ) );
+    return withoutControls( text );
+}
 
 String toText( AssertionFailure const& failure ) {
     String text = firstLine( failure ) + "\n";
@@ -62,7 +95,8 @@ String toText( AssertionFailure const& failure ) {
 }
 
 AssertionError::AssertionError( AssertionFailure failure )
-    : failure_( std::move( failure ) ), what_( firstLine( failure_ ) ) {}
+    : failure_( std::move( failure ) ),
+      what_( firstLine( failure_ ) + ( failure_.position.empty() ? "" : ", in " + failure_.position ) ) {}
 
 AssertionError::~AssertionError() = default;
 
@@ -76,8 +110,15 @@ InputScope::~InputScope() { innermost = outer_; }
 
 InputScope const* InputScope::current() { return innermost; }
 
+Operation::Operation( char const* signature ) : outer_( std::exchange( currentOperation, signature ) ) {}
+
+Operation::~Operation() { currentOperation = outer_; }
+
 void AssertionSite::fail( String const& message ) const {
-    AssertionFailure const failure{ source, line, function, condition, message, currentPosition() };
+    InputPlace const place = currentPlace();
+    char const* const signature = currentOperation ? currentOperation : function;
+    AssertionFailure const failure{ source,          line,  signature, condition, message,
+                                    toText( place ), place, expected };
     if( AssertionHandler const handler = currentHandler.load() )
         handler( failure );
     String const text = toText( failure );

@@ -5,28 +5,62 @@
 
 #include <exception>
 #include <locale>
+#include <optional>
 #include <sstream>
 
 namespace Zel {
 
 using Vessa::String;
 using Vessa::U32;
+using Vessa::U64;
+
+/// Where in the input a thread is, in parts. What does not apply, or is not known, is empty.
+struct InputPlace {
+    /// What keeps the file from being used.
+    enum class Problem { none, open, read, syntax };
+    /// One of a list that the thread goes through: table 3 "acl".
+    struct Element {
+        String kind = {};
+        U32 index = 0;
+        std::optional<String> name = {};
+    };
+
+    String kind = {};                    ///< of the file: "context file"
+    String file = {};                    ///< its path
+    Problem problem = Problem::none;     ///< with the file
+    String reason = {};                  ///< of the problem
+    std::optional<U64> line = {};        ///< of the problem, from 1
+    std::optional<U64> column = {};      ///< of the problem, in bytes, from 1
+    std::optional<String> pointer = {};  ///< JSON pointer to the value that was read last
+    String member = {};                  ///< of that value, asked for
+    std::optional<Element> element = {}; ///< that the thread is at
+    std::optional<U32> handle = {};      ///< that was looked up and leads to nothing
+};
+
+/// The place in words: `context file c.json at /tables/3, member "size", table 3 "acl"`, or `context file
+/// c.json: line 2, column 14: Invalid value.`; control characters as "\x0a". Without the handle. Empty for an
+/// empty place.
+VESSA_EXPORT String toText( InputPlace const& place );
 
 /// A broken condition: where in the code, what was said about it, and where in the input the thread was.
 struct AssertionFailure {
     String source;    ///< source name, "BfResourceParser"
     U32 line = 0;     ///< line in it
-    String function;  ///< signature of the operation
+    String function;  ///< signature of the operation, see Operation; else of the function
     String condition; ///< the condition as written in the code
     String message;   ///< the streamed message; empty when there is none
-    String position;  ///< where in the input, control characters as "\x0a"; empty outside of a read
+    String position;  ///< where in the input, the place as a text; empty outside of a read
+
+    InputPlace place = {}; ///< the same in parts
+    String expected = {};  ///< what should be at the place: "an array"; empty where the condition says it
 };
 
 /// The failure in lines, each with its line end: "SOURCE:LINE: SIGNATURE: assertion failed: CONDITION", then
 /// the message if any, then "in " and the position if any.
 VESSA_EXPORT String toText( AssertionFailure const& failure );
 
-/// What a throwing handler throws. what() is the failure's first line without its end.
+/// What a throwing handler throws. what() is one line: the failure's first, then ", in " and the position if
+/// any.
 class VESSA_EXPORT AssertionError : public std::exception {
   public:
     explicit AssertionError( AssertionFailure failure );
@@ -54,15 +88,16 @@ VESSA_EXPORT AssertionHandler assertionHandlerIs( AssertionHandler handler );
 [[noreturn]] VESSA_EXPORT void throwAssertionError( AssertionFailure const& failure );
 
 /// Says where in the input this thread is, as long as the object lives: the failures of the thread carry the
-/// descriptions of all its scopes, outermost first, separated by ", ". Scopes nest strictly.
+/// place that all its scopes make, outermost first. Scopes nest strictly.
 class VESSA_EXPORT InputScope {
   public:
     InputScope();
     InputScope( InputScope const& ) = delete;
     InputScope& operator=( InputScope const& ) = delete;
 
-    /// Writes the place; called only when an assertion fails.
-    virtual void describe( std::ostream& os ) const = 0;
+    /// Adds what it knows to the place that the scopes around it have made; called only when an assertion
+    /// fails.
+    virtual void locate( InputPlace& place ) const = 0;
 
     /// The innermost scope of this thread, null when there is none, and the one around a scope.
     static InputScope const* current();
@@ -73,6 +108,20 @@ class VESSA_EXPORT InputScope {
 
   private:
     InputScope const* outer_;
+};
+
+/// Says which operation this thread is in, as long as the object lives: the failures of the thread carry this
+/// signature, whatever function the broken condition is in. The innermost counts. They nest strictly; the
+/// text must outlive the object.
+class VESSA_EXPORT Operation {
+  public:
+    explicit Operation( char const* signature );
+    Operation( Operation const& ) = delete;
+    Operation& operator=( Operation const& ) = delete;
+    ~Operation();
+
+  private:
+    char const* outer_;
 };
 
 /// What is streamed behind a condition.
@@ -96,6 +145,7 @@ struct VESSA_EXPORT AssertionSite {
     U32 line;
     char const* function;
     char const* condition;
+    char const* expected = ""; ///< what should be at the place in the input
 
     /// Reports the failure: the handler, or standard error and abort().
     [[noreturn]] void fail( String const& message = {} ) const;

@@ -3,8 +3,6 @@
 #include "resourceinfo/parser/BfResourceParser.h"
 #include "zel/Assert.h"
 
-#include <ostream>
-
 namespace BfResourceInfo {
 
 namespace {
@@ -22,7 +20,10 @@ class ConfigurationScope : private Zel::InputScope {
     explicit ConfigurationScope( String const& path ) : path_( path ) {}
 
   private:
-    void describe( std::ostream& os ) const override { os << "switch configuration " << path_; }
+    void locate( Zel::InputPlace& place ) const override {
+        place.kind = "switch configuration";
+        place.file = path_;
+    }
 
     String const& path_;
 };

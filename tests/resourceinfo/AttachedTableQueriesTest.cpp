@@ -16,6 +16,10 @@ using Support::ContextBuilder;
 using Support::failureOf;
 using Support::matchTable;
 
+// It changes nothing, but is no constant operation.
+static_assert( std::is_same_v<decltype( &BfResourceInfoIntf::bfAssociatedTable ),
+                              String ( BfResourceInfoIntf::* )( String const& )> );
+
 char const* const unknownName = "index != BfResourceInfoIndexInvalid";
 
 /// A record with every field of its own value, the flags as given.

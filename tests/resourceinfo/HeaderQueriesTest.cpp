@@ -7,15 +7,18 @@ namespace {
 
 using Support::ContextBuilder;
 
-// They change nothing and let nothing out, and say so.
-using Asked = BfResourceInfoIntf const&;
+// They let nothing out. Those of the hashes are constant operations, that of the headers is none.
+template<class... Names>
+using Query = U32 ( BfResourceInfoIntf::* )( Names... ) noexcept;
+template<class... Names>
+using ConstantQuery = U32 ( BfResourceInfoIntf::* )( Names... ) const noexcept;
 using Name = String const&;
-static_assert( noexcept( std::declval<Asked>().bfHeaderSize( std::declval<Name>() ) ) );
-static_assert( noexcept( std::declval<Asked>().bfDynHashTableHdl( std::declval<Name>() ) ) );
-static_assert( noexcept( std::declval<Asked>().bfDynHashFieldListHdl( std::declval<Name>() ) ) );
-static_assert( noexcept( std::declval<Asked>().bfDynHashFieldCount( std::declval<Name>() ) ) );
-static_assert( noexcept( std::declval<Asked>().bfDynHashFieldId( std::declval<Name>(),
-                                                                 std::declval<Name>() ) ) );
+using Asked = BfResourceInfoIntf;
+static_assert( std::is_same_v<decltype( &Asked::bfHeaderSize ), Query<Name>> );
+static_assert( std::is_same_v<decltype( &Asked::bfDynHashTableHdl ), ConstantQuery<Name>> );
+static_assert( std::is_same_v<decltype( &Asked::bfDynHashFieldListHdl ), ConstantQuery<Name>> );
+static_assert( std::is_same_v<decltype( &Asked::bfDynHashFieldCount ), ConstantQuery<Name>> );
+static_assert( std::is_same_v<decltype( &Asked::bfDynHashFieldId ), ConstantQuery<Name, Name>> );
 
 class HeaderQueries : public testing::Test {
   protected:

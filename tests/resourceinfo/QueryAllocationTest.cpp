@@ -64,7 +64,7 @@ class QueryAllocation : public testing::Test {
 };
 
 /// The sum of all answers, so that the compiler leaves no query out.
-U32 askEverything( BfResourceInfoIntf const& info ) {
+U32 askEverything( BfResourceInfoIntf& info ) {
     U32 sum = info.bfResourcesNum() + info.bfTablesNum() + info.bfTableCountersNum() +
               info.bfTableMetersNum() + info.bfTableWredNum() + info.bfRegistersNum() +
               info.bfLearnQuantasNum() + info.bfActionsNum() + info.bfTablesHitBitSmashSize();

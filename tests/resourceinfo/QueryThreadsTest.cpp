@@ -44,7 +44,7 @@ void fill( BfResourceParser& parser ) {
 }
 
 /// True when every query answers what was stored for number i.
-bool answersRight( BfResourceInfoIntf const& info, U32 i ) {
+bool answersRight( BfResourceInfoIntf& info, U32 i ) {
     String const name = "table." + std::to_string( i );
     return info.bfTablesNum() == tables && info.bfTableIndex( name ) == i && info.bfTableName( i ) == name &&
            info.bfTable( i ).size == i && info.bfTableField( name, tableSize ) == i &&

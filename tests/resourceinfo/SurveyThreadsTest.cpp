@@ -18,8 +18,10 @@ int surveysOfItsOwn( String const& table ) {
     SurveyCollector collector( SurveyCollector::Wanted::digests );
     String const text = Support::ContextBuilder().table( Support::conditionTable( table ) ).text();
     auto const parser = Zel::Ptr<BfResourceParser>( emptyParser() );
-    for( int i = 0; i < loads; ++i )
-        parseContextJson( parser.get(), table, {}, Support::TextFile( text ) );
+    for( int i = 0; i < loads; ++i ) {
+        Support::TextFile file( text );
+        parseContextJson( parser.get(), table, {}, file );
+    }
     int own = 0;
     for( Context::FileSurvey const& file : collector.files )
         own += file.path == table && file.tables.at( 0 ).name == table;

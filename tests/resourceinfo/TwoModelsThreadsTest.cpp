@@ -72,7 +72,7 @@ void askTables( std::ostream& os, BfResourceInfoIntf const& info ) {
     }
 }
 
-void askOthers( std::ostream& os, BfResourceInfoIntf const& info ) {
+void askOthers( std::ostream& os, BfResourceInfoIntf& info ) {
     for( U32 i = 0; i < info.bfResourcesNum(); ++i ) {
         BfResource const resource = info.bfResource( i );
         os << info.bfResourceByHandle( resource.handle ).name << ' '
@@ -85,7 +85,7 @@ void askOthers( std::ostream& os, BfResourceInfoIntf const& info ) {
 }
 
 /// The answers to all queries, about everything that there is.
-String answersOf( BfResourceInfoIntf const& info ) {
+String answersOf( BfResourceInfoIntf& info ) {
     std::ostringstream os;
     askKind<Resources>( os, info );
     askKind<Tables>( os, info );

@@ -1,19 +1,18 @@
 #pragma once
 
-// What the reader of context files makes of a text, and what RapidJSON's own reader makes of it.
+// What the reader of context files makes of a text, and what RapidJSON's own reader makes of it. Built like
+// the library, optimised where that is, so that tests can read many texts.
 
-#include "resourceinfo/parser/context/ContextReader.h"
-#include "resourceinfo/parser/context/DigestingReader.h"
+#include "resourceinfo/parser/context/InputFile.h"
+#include "resourceinfo/parser/context/Json.h" // before all of RapidJSON
+#include "tests/support/TextFile.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <ostream>
+#include <iosfwd>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
+#include <rapidjson/error/error.h>
 
 namespace Support {
 
@@ -24,74 +23,34 @@ struct Reading {
     std::string document;
 
     bool operator==( Reading const& ) const = default;
-    friend std::ostream& operator<<( std::ostream& os, Reading const& reading ) {
-        return os << "error " << reading.error << " at " << reading.offset << ", document "
-                  << reading.document;
-    }
+    friend std::ostream& operator<<( std::ostream& os, Reading const& reading );
 };
-
-template<class Document>
-Reading readingOf( rapidjson::ParseResult const& result, Document const& document ) {
-    if( result.IsError() )
-        return { result.Code(), result.Offset(), "" };
-    rapidjson::StringBuffer text;
-    rapidjson::Writer<rapidjson::StringBuffer> writer( text );
-    document.Accept( writer );
-    return { rapidjson::kParseErrorNone, 0, { text.GetString(), text.GetSize() } };
-}
 
 /// What is taken for a survey while a file is read; it makes no difference to what is read.
 enum class Surveying { nothing, notes, digests };
 
-/// Reads an open file as context files are read, in a buffer of that size.
-inline Reading contextReading( Context::InputFile& file, std::size_t bufferSize,
-                               Surveying surveying = Surveying::nothing ) {
-    std::vector<char> buffer( bufferSize );
-    Context::GZFileReadStream stream( file, buffer );
-    Context::JsonDocument document;
-    Context::SurveyNotes notes;
-    Context::ValueDigests digests;
-    rapidjson::ParseResult result;
-    auto parse = [ & ]( Context::JsonDocument& ) {
-        Context::PruningFilter filter( document, surveying == Surveying::nothing ? nullptr : &notes );
-        result = surveying == Surveying::digests ? Context::readWithDigests( stream, filter, digests )
-                                                 : Context::ContextReader().Parse( stream, filter );
-        return !result.IsError();
-    };
-    if( surveying != Surveying::nothing )
-        notes.readsFrom( stream );
-    document.Populate( parse );
-    return readingOf( result, document );
-}
-
-/// Removes the members that no pass asks for, and has a null for all static entries. Looks at the list of
-/// names itself.
-inline void prune( rapidjson::Value& value ) {
-    if( value.IsArray() )
-        std::for_each( value.Begin(), value.End(), prune );
-    if( !value.IsObject() )
-        return;
-    for( auto member = value.MemberBegin(); member < value.MemberEnd(); ) {
-        std::string_view const name( member->name.GetString(), member->name.GetStringLength() );
-        if( std::find( Context::memberNames.begin(), Context::memberNames.end(), name ) !=
-            Context::memberNames.end() ) {
-            prune( member->value );
-            if( name == "static_entries" && member->value.IsArray() && !member->value.Empty() ) {
-                member->value.Erase( member->value.Begin() + 1, member->value.End() );
-                member->value[ 0 ].SetNull();
-            }
-            ++member;
-        } else
-            member = value.EraseMember( member );
-    }
-}
+/// Reads an open file as context files are read, in a buffer of that many characters.
+Reading contextReading( Context::InputFile& file, std::size_t bufferSize,
+                        Surveying surveying = Surveying::nothing );
 
 /// Reads a text, to its first NUL, as RapidJSON does, without the members that no pass asks for.
-inline Reading plainReading( std::string const& text ) {
-    rapidjson::Document document;
-    rapidjson::ParseResult const result = document.Parse( text.c_str() );
-    prune( document );
-    return readingOf( result, document );
-}
+Reading plainReading( std::string const& text );
+
+/// How the reading of a text ended that is one dropped value.
+struct DroppedReading {
+    rapidjson::ParseErrorCode error = rapidjson::kParseErrorNone;
+    std::size_t offset = 0;
+    std::size_t taken = 0; // characters
+    unsigned level = 0;    // of nesting
+
+    bool operator==( DroppedReading const& ) const = default;
+    friend std::ostream& operator<<( std::ostream& os, DroppedReading const& reading );
+};
+
+/// On the way of its own that the reader has for such values, in a buffer of that many characters.
+DroppedReading droppedReading( std::string_view text, std::size_t bufferSize );
+
+/// On the reader's way for all other values.
+DroppedReading ordinaryReading( std::string_view text, std::size_t bufferSize );
 
 } // namespace Support

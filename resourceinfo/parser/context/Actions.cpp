@@ -1,6 +1,7 @@
 #include "resourceinfo/parser/context/Actions.h"
 
 #include "resourceinfo/model/Source.h"
+#include "resourceinfo/parser/context/Signatures.h"
 #include "resourceinfo/parser/context/Tables.h"
 #include "zel/Assert.h"
 
@@ -8,6 +9,7 @@ using BfResourceInfo::BfResourceParser;
 using Context::Json;
 
 int parseBfAction( BfResourceParser* parser, Json table, BfResourceParserContext const& context ) {
+    Zel::Operation const operation( Context::Signatures::parseBfAction );
     String const tableName( table[ "name" ].GetString() );
     Json const actions = table[ "actions" ];
     ZEL_ASSERT( actions.IsArray() );

@@ -2,6 +2,7 @@
 
 #include "resourceinfo/model/Source.h"
 #include "resourceinfo/parser/context/Preprocess.h"
+#include "resourceinfo/parser/context/Signatures.h"
 #include "resourceinfo/parser/context/Tables.h"
 
 using BfResourceInfo::BfResourceParser;
@@ -46,6 +47,7 @@ char const* cellType( U32 width ) {
 
 int parseBfTableCounterInfo( BfResourceParser* parser, Json table, String const& contextFile,
                              BfResourceParserContext const& context ) {
+    Zel::Operation const operation( Context::Signatures::parseBfTableCounterInfo );
     BfTableCounterInfo record;
     record.name = table[ "name" ].GetString();
     record.ownHandle = getHandle( table, context );
@@ -66,6 +68,7 @@ int parseBfTableCounterInfo( BfResourceParser* parser, Json table, String const&
 
 int parseBfTableMeterInfo( BfResourceParser* parser, Json table, String const& contextFile,
                            BfResourceParserContext const& context ) {
+    Zel::Operation const operation( Context::Signatures::parseBfTableMeterInfo );
     BfTableMeterInfo record;
     record.name = table[ "name" ].GetString();
     std::string_view const meterType = table[ "meter_type" ].GetString();
@@ -92,6 +95,7 @@ int parseBfTableMeterInfo( BfResourceParser* parser, Json table, String const& c
 }
 
 int parseBfRegisterInfo( BfResourceParser* parser, Json table, BfResourceParserContext const& context ) {
+    Zel::Operation const operation( Context::Signatures::parseBfRegisterInfo );
     BfRegisterInfo record;
     record.name = table[ "name" ].GetString();
     record.handle = getHandle( table, context );

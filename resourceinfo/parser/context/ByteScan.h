@@ -29,22 +29,27 @@ char const* find( char const* begin, char const* end, IsFound isFound ) {
     return end;
 }
 
+/// The same where such a character comes for sure, and may be looked at with 63 more.
+template<class Abi = Native, class IsFound>
+char const* findSure( char const* begin, IsFound isFound ) {
+    using Characters = simd::simd<unsigned char, Abi>;
+    for( ;; begin += Characters::size() ) {
+        auto const bytes = reinterpret_cast<unsigned char const*>( begin );
+        auto const found = isFound( Characters( bytes, simd::element_aligned ) );
+        if( any_of( found ) )
+            return begin + find_first_set( found );
+    }
+}
+
 constexpr unsigned char byte( char c ) { return static_cast<unsigned char>( c ); }
 
-/// The first character that is no white space of JSON.
-template<class Abi = Native>
-char const* findNoSpace( char const* begin, char const* end ) {
-    return find<Abi>( begin, end, []( auto c ) {
-        return !( c == byte( ' ' ) || c == byte( '\n' ) || c == byte( '\r' ) || c == byte( '\t' ) );
-    } );
-}
-
-/// The first character that ends a run of plain ones in a JSON string: a quote, a backslash, a control
-/// character.
-template<class Abi = Native>
-char const* findNoPlain( char const* begin, char const* end ) {
-    return find<Abi>( begin, end,
-                      []( auto c ) { return c == byte( '"' ) || c == byte( '\\' ) || c < byte( ' ' ); } );
-}
+/// Characters that are no white space of JSON.
+inline constexpr auto noSpace = []( auto c ) {
+    return !( c == byte( ' ' ) || c == byte( '\n' ) || c == byte( '\r' ) || c == byte( '\t' ) );
+};
+/// Characters that end a run of plain ones in a JSON string: a quote, a backslash, a control character.
+inline constexpr auto noPlain = []( auto c ) {
+    return c == byte( '"' ) || c == byte( '\\' ) || c < byte( ' ' );
+};
 
 } // namespace ByteScan

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <ostream>
 #include <utility>
 
 #include <rapidjson/error/en.h>
@@ -36,16 +35,6 @@ std::optional<std::pair<std::size_t, std::size_t>> lineAndColumn( InputFile& fil
     return place;
 }
 
-/// "line 3, column 14: REASON" for a character of the file; "character 40: REASON" when the file cannot be
-/// read again.
-String syntaxError( InputFile& file, std::size_t offset, String const& reason ) {
-    auto const place = lineAndColumn( file, offset );
-    if( !place )
-        return "character " + std::to_string( offset ) + ": " + reason;
-    return "line " + std::to_string( place->first + 1 ) + ", column " + std::to_string( place->second + 1 ) +
-           ": " + reason;
-}
-
 /// Where reading has ended, for a reason that the reader has no code for.
 constexpr auto tokenTooLong = rapidjson::kParseErrorUnspecificSyntaxError;
 
@@ -58,21 +47,23 @@ rapidjson::ParseResult parsed( GZFileReadStream& stream, PruningFilter& filter, 
     }
 }
 
-String reasonOf( rapidjson::ParseErrorCode code, Depth const& depth ) {
+String reasonOf( rapidjson::ParseErrorCode code, PruningFilter const& filter ) {
     if( code == tokenTooLong )
         return "Expected a string or number of at most " + std::to_string( longestToken >> 20 ) +
                " MiB, found a longer one.";
     if( code != rapidjson::kParseErrorTermination )
         return rapidjson::GetParseError_En( code );
-    if( depth.exceeded() )
+    if( filter.depth().exceeded() )
         return "More than " + std::to_string( Depth::maximum ) + " levels of nesting.";
-    return "More than " + std::to_string( PruningFilter::mostKept >> 20 ) +
+    return "More than " + std::to_string( filter.mostKept() >> 20 ) +
            " MiB of values in members that are read.";
 }
 
 } // namespace
 
-ContextDocument::ContextDocument( String const& path, InputFile& file, Notes* notes ) : path_( path ) {
+ContextDocument::ContextDocument( String const& path, InputFile& file, Notes* notes ) {
+    place_.kind = "context file";
+    place_.file = path;
     lastJsonAccess() = {};
     read( file, notes );
     file.close();
@@ -81,13 +72,14 @@ ContextDocument::ContextDocument( String const& path, InputFile& file, Notes* no
 ContextDocument::~ContextDocument() { lastJsonAccess() = {}; }
 
 void ContextDocument::read( InputFile& file, Notes* notes ) {
-    if( String const reason = file.open( path_ ); !reason.empty() )
-        return unreadable( "open", reason );
-    std::array<char, 4096> buffer;
+    if( String const reason = file.open( place_.file ); !reason.empty() )
+        return unreadable( Problem::open, reason );
+    std::array<char, 4096 + GZFileReadStream::padding> buffer{};
     GZFileReadStream stream( file, buffer );
     if( notes )
         notes->places.readsFrom( stream );
-    PruningFilter filter( document_, notes ? &notes->places : nullptr );
+    PruningFilter filter( document_, PruningFilter::mostKeptOf( file.sizeOnDisk() ),
+                          notes ? &notes->places : nullptr );
     rapidjson::ParseResult result;
     auto parse = [ & ]( JsonDocument& ) {
         result = parsed( stream, filter, notes && notes->digests ? &*notes->digests : nullptr );
@@ -98,22 +90,32 @@ void ContextDocument::read( InputFile& file, Notes* notes ) {
     };
     document_.Populate( parse );
     if( stream.failed() )
-        return unreadable( "read", file.error() );
+        return unreadable( Problem::read, file.error() );
     if( result.IsError() )
-        problem_ = syntaxError( file, result.Offset(), reasonOf( result.Code(), filter.depth() ) );
+        malformed( file, result.Offset(), reasonOf( result.Code(), filter ) );
 }
 
-void ContextDocument::unreadable( char const* what, String const& reason ) {
-    problem_ = String( "can't " ) + what + " it: " + reason;
-    BF_TRACE( 0 ) << "Can't " << what << " context file " << path_ << ": " << reason;
+void ContextDocument::unreadable( Problem problem, String const& reason ) {
+    place_.problem = problem;
+    place_.reason = reason;
+    BF_TRACE( 0 ) << "Can't " << ( problem == Problem::open ? "open" : "read" ) << " context file "
+                  << place_.file << ": " << reason;
 }
 
-void ContextDocument::describe( std::ostream& os ) const {
-    os << "context file " << path_;
-    if( problem_.empty() )
-        describeLastAccess( os, document_ );
-    else
-        os << ": " << problem_;
+void ContextDocument::malformed( InputFile& file, std::size_t offset, String const& reason ) {
+    place_.problem = Problem::syntax;
+    auto const place = lineAndColumn( file, offset );
+    place_.reason = place ? reason : "character " + std::to_string( offset ) + ": " + reason;
+    if( place ) {
+        place_.line = place->first + 1;
+        place_.column = place->second + 1;
+    }
+}
+
+void ContextDocument::locate( Zel::InputPlace& place ) const {
+    place = place_;
+    if( place.problem == Problem::none )
+        locateLastAccess( place, document_ );
 }
 
 } // namespace Context

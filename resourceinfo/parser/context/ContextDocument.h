@@ -11,9 +11,9 @@
 namespace Context {
 
 /// The JSON document of one context file, null when the file cannot be opened or read, or is no valid JSON
-/// (also: when it nests deeper than 1,000 levels, holds a string or number longer than 16 MiB, or more than
-/// 128 MiB of values in members that are read). A file that cannot be opened or read leaves a trace line at
-/// level 0.
+/// (also: when it nests deeper than 1,000 levels, holds a string or number longer than 16 MiB, or more values
+/// in members that are read than PruningFilter::mostKeptOf allows). A file that cannot be opened or read
+/// leaves a trace line at level 0.
 ///
 /// As long as it lives, the failures of its thread say the file and the place in it that was read last, or
 /// why the document is null.
@@ -31,17 +31,19 @@ class ContextDocument : private Zel::InputScope {
     ~ContextDocument() override;
 
     /// Whether the file could be read to its end, and is valid JSON.
-    bool isRead() const { return problem_.empty(); }
+    bool isRead() const { return place_.problem == Problem::none; }
     Json root() const { return Json( document_ ); }
     JsonValue const& value() const { return document_; }
 
   private:
-    void read( InputFile& file, Notes* notes );
-    void unreadable( char const* what, String const& reason );
-    void describe( std::ostream& os ) const override;
+    using Problem = Zel::InputPlace::Problem;
 
-    String const path_;
-    String problem_; // why the document is null
+    void read( InputFile& file, Notes* notes );
+    void unreadable( Problem problem, String const& reason );
+    void malformed( InputFile& file, std::size_t offset, String const& reason );
+    void locate( Zel::InputPlace& place ) const override;
+
+    Zel::InputPlace place_; // the file, and why the document is null
     JsonDocument document_;
 };
 

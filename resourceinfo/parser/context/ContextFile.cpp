@@ -12,6 +12,7 @@
 #include "resourceinfo/parser/context/Phv.h"
 #include "resourceinfo/parser/context/Preprocess.h"
 #include "resourceinfo/parser/context/Resources.h"
+#include "resourceinfo/parser/context/Signatures.h"
 #include "resourceinfo/parser/context/Tables.h"
 
 using BfResourceInfo::BfResourceParser;
@@ -58,10 +59,9 @@ void parseAttachedTables( BfResourceParser* parser, Json d, String const& path,
 // The order holds the model together: tables refer to handles that preprocessing found, in any order of the
 // file, and what comes behind the tables refers to them. It is also the order in which faults are met.
 void parseContextJson( BfResourceParser* parser, String const& path, BfResourceParserContext const& context,
-                       Context::InputFile&& file ) {
-    BF_TRACE( 5 ) << "void parseContextJson(BfResourceInfo::BfResourceParser*, const String&, "
-                     "const BfResourceParserContext&)"
-                  << path;
+                       Context::InputFile& file ) {
+    Zel::Operation const operation( Context::Signatures::parseContextJson );
+    BF_TRACE( 5 ) << Context::Signatures::parseContextJson << path;
     Context::FileSurveyor surveyor( *parser, path, context );
     Context::ContextDocument const document( path, file, surveyor.notes() );
     surveyor.read( document );
@@ -75,4 +75,9 @@ void parseContextJson( BfResourceParser* parser, String const& path, BfResourceP
     parseFlexibleHeaders( parser, d, context );
     parseDynamicHashCalculations( parser, d, context );
     surveyor.loaded();
+}
+
+void parseContextJson( BfResourceParser* parser, String const& path,
+                       BfResourceParserContext const& context ) {
+    parseContextJson( parser, path, context, *Context::gzipFile() );
 }

@@ -6,7 +6,10 @@
 
 /// Reads one context file, plain or gzip, into the parser: the preprocessing pass, then the passes in their
 /// order. The document lives for this call only. Malformed data is fatal; a file that cannot be read, or is
-/// no valid JSON, fails the first look-up: "IsObject()". Tests bring another `file` to read through.
+/// no valid JSON, fails the first look-up: "IsObject()".
 void parseContextJson( BfResourceInfo::BfResourceParser* parser, String const& path,
-                       BfResourceParserContext const& context,
-                       Context::InputFile&& file = Context::GzipFile() );
+                       BfResourceParserContext const& context );
+
+/// The same through a given object: tests bring others.
+void parseContextJson( BfResourceInfo::BfResourceParser* parser, String const& path,
+                       BfResourceParserContext const& context, Context::InputFile& file );

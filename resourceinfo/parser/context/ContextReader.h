@@ -5,6 +5,7 @@
 // syntax of what is dropped included.
 
 #include "resourceinfo/parser/context/ByteScan.h"
+#include "resourceinfo/parser/context/DroppedScan.h"
 #include "resourceinfo/parser/context/GZFileReadStream.h"
 #include "resourceinfo/parser/context/PruningFilter.h"
 
@@ -24,7 +25,7 @@ inline void SkipWhitespace( GZFileReadStream& stream ) {
         stream.Take();
     if( static_cast<unsigned char>( stream.Peek() ) > ' ' )
         return;
-    stream.takeTo( ByteScan::findNoSpace<>, []( std::string_view ) {} );
+    stream.takeTo( ByteScan::noSpace, []( std::string_view ) {} );
 }
 
 using ContextReader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator>;
@@ -57,7 +58,7 @@ template<>
 template<>
 inline void Context::ContextReader::ScanCopyUnescapedString( Context::GZFileReadStream& stream,
                                                              StackStream<char>& text ) {
-    stream.takeTo( ByteScan::findNoPlain<>, [ & ]( std::string_view run ) {
+    stream.takeTo( ByteScan::noPlain, [ & ]( std::string_view run ) {
         Context::requireLength( text.Length() + run.size() );
         auto* const place = static_cast<char*>( text.Push( static_cast<SizeType>( run.size() ) ) );
         std::copy( run.begin(), run.end(), place );
@@ -68,7 +69,7 @@ template<>
 template<>
 inline void Context::ContextReader::ScanCopyUnescapedString( Context::GZFileReadStream& stream,
                                                              Context::NoText& text ) {
-    stream.takeTo( ByteScan::findNoPlain<>, [ & ]( std::string_view run ) {
+    stream.takeTo( ByteScan::noPlain, [ & ]( std::string_view run ) {
         text.length += run.size();
         Context::requireLength( text.length );
     } );
@@ -91,12 +92,12 @@ inline void Context::ContextReader::ParseString<kParseDefaultFlags>( Context::GZ
         SetParseError( kParseErrorTermination, stream.Tell() );
 }
 
-/// A dropped string, or the name of a member in a dropped value, needs no place in memory.
+/// A string that is checked alone, or a name in such a value, needs no place in memory.
 template<>
 template<>
 inline void
 Context::ContextReader::ParseString<kParseDefaultFlags>( Context::GZFileReadStream& stream,
-                                                         [[maybe_unused]] Context::DroppedValue& handler,
+                                                         [[maybe_unused]] Context::CheckedValue& handler,
                                                          [[maybe_unused]] bool isKey ) {
     stream.tokenStarts();
     stream.Take(); // the quote
@@ -145,7 +146,25 @@ class GenericReader<UTF8<>, UTF8<>, Context::JsonAllocator>::NumberStream<Contex
     unsigned exponentDigits_ = 0;
 };
 
-/// The value of a member that is dropped goes to a handler that the compiler makes nothing of.
+/// A dropped value has a way of its own; its tokens that are not plain are read as values that are checked.
+template<>
+template<>
+inline void Context::ContextReader::ParseValue<kParseDefaultFlags>( Context::GZFileReadStream& stream,
+                                                                    Context::DroppedValue& dropped ) {
+    Context::CheckedValue& token = dropped;
+    auto const parseToken = [ & ]( bool isName ) {
+        if( isName )
+            ParseString<kParseDefaultFlags>( stream, token, true );
+        else
+            ParseValue<kParseDefaultFlags>( stream, token );
+        return !HasParseError();
+    };
+    auto const error = Context::DroppedScan( stream, dropped, parseToken ).take();
+    if( error != kParseErrorNone )
+        SetParseError( error, stream.Tell() );
+}
+
+/// The value of a member that is dropped goes to another handler.
 template<>
 template<>
 inline void Context::ContextReader::ParseValue<kParseDefaultFlags>( Context::GZFileReadStream& stream,

@@ -16,16 +16,15 @@ inline void Context::ContextReader::ParseString<kParseDefaultFlags>( Context::GZ
         return isKey ? filter.Key( text.data(), length, true ) : filter.String( text.data(), length, true );
     };
     stream.tokenStarts();
-    stream.Take(); // the quote
-    std::string_view const rest = stream.rest();
-    char const* const end = ByteScan::findNoPlain<>( rest.data(), rest.data() + rest.size() );
-    if( end != rest.data() + rest.size() && *end == '"' ) {
-        bool const goesOn = take( { rest.data(), end } ); // in the buffer: no need to copy it
-        stream.takeUpTo( end + 1 );
+    char const* const quote = stream.current();
+    if( char const* const after = Context::PlainToken::afterString( quote ) ) {
+        bool const goesOn = take( { quote + 1, after - 1 } ); // in the buffer: no need to copy it
+        stream.takeUpTo( after );
         if( !goesOn )
             SetParseError( kParseErrorTermination, stream.Tell() );
         return;
     }
+    stream.Take(); // the quote
     StackStream<char> text( stack_ );
     ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
     if( HasParseError() )

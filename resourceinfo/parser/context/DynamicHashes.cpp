@@ -1,6 +1,7 @@
 #include "resourceinfo/parser/context/DynamicHashes.h"
 
 #include "resourceinfo/model/Source.h"
+#include "resourceinfo/parser/context/Signatures.h"
 #include "resourceinfo/parser/context/Tables.h"
 #include "zel/Assert.h"
 
@@ -16,6 +17,7 @@ void parseDynamicHashCalculations( BfResourceParser* parser, Json d,
 
 int parseBfDynamicHashInfo( BfResourceParser* parser, Json calculation,
                             BfResourceParserContext const& context ) {
+    Zel::Operation const operation( Context::Signatures::parseBfDynamicHashInfo );
     String const name( calculation[ "name" ].GetString() );
     BfDynamicHashInfo record;
     record.tableHdl = getHandle( calculation, context );

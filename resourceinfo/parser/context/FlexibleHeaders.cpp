@@ -1,6 +1,7 @@
 #include "resourceinfo/parser/context/FlexibleHeaders.h"
 
 #include "resourceinfo/model/Source.h"
+#include "resourceinfo/parser/context/Signatures.h"
 #include "zel/Assert.h"
 
 using BfResourceInfo::BfResourceParser;
@@ -27,6 +28,7 @@ void parseFlexibleHeaders( BfResourceParser* parser, Json d, BfResourceParserCon
 }
 
 int parseBfHeaderInfo( BfResourceParser* parser, Json element, BfResourceParserContext const& ) {
+    Zel::Operation const operation( Context::Signatures::parseBfHeaderInfo );
     String const hdrName( element[ "name" ].GetString() );
     BfHeaderInfo header = sizeInBits( element[ "fields" ] );
     ZEL_ASSERT( header.size() % 8 == 0 );

@@ -3,7 +3,10 @@
 namespace Context {
 
 GZFileReadStream::GZFileReadStream( InputFile& file, std::span<char> buffer )
-    : file_( file ), buffer_( buffer ), bufferLast_( buffer.data() ), current_( buffer.data() ) {
+    : file_( file ),
+      buffer_( buffer.first( buffer.size() - padding ) ),
+      bufferLast_( buffer.data() ),
+      current_( buffer.data() ) {
     refill();
 }
 
@@ -18,11 +21,11 @@ void GZFileReadStream::refill() {
         readCount_ += result > 0 ? static_cast<U32>( result ) : 0;
     }
     current_ = buffer_.data();
+    buffer_.data()[ readCount_ ] = '\0';
     if( readCount_ == buffer_.size() ) {
         bufferLast_ = current_ + readCount_ - 1;
         return;
     }
-    buffer_[ readCount_ ] = '\0';
     bufferLast_ = current_ + readCount_;
     eof_ = true;
     // A cut-off gzip file still delivers its characters; only the error tells it from a whole one.

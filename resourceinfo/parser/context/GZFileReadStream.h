@@ -1,5 +1,6 @@
 #pragma once
 
+#include "resourceinfo/parser/context/ByteScan.h"
 #include "resourceinfo/parser/context/InputFile.h"
 #include "resourceinfo/parser/context/LineCounter.h"
 
@@ -14,7 +15,12 @@ class GZFileReadStream {
   public:
     using Ch = char;
 
-    /// Reads from an open file into a buffer of the caller; both must outlive the stream.
+    /// So many characters at the end of the buffer are not for the file: the first is a NUL, which ends every
+    /// search in the buffer, and a search in large steps may look at the others.
+    static constexpr std::size_t padding = 64;
+
+    /// Reads from an open file into a buffer of the caller, which must have values, if only zeros; both must
+    /// outlive the stream.
     GZFileReadStream( InputFile& file, std::span<char> buffer );
 
     Ch Peek() const { return *current_; }
@@ -23,28 +29,32 @@ class GZFileReadStream {
         Read();
         return c;
     }
-    /// Takes the characters up to the first that `find( begin, end )` finds in a range of them, which must
-    /// find a NUL, and hands them to `run` piece by piece.
-    template<class Find, class Run>
-    void takeTo( Find find, Run run ) {
+    /// Takes the characters up to the first that `isFound` says true of (ByteScan.h), as it must of a NUL,
+    /// and hands them to `run` piece by piece.
+    template<class IsFound, class Run>
+    void takeTo( IsFound isFound, Run run ) {
         for( ;; ) {
-            char const* const end = bufferLast_ + 1;
-            char const* const found = find( current_, end );
+            char const* const found = ByteScan::findSure( current_, isFound );
             run( std::string_view( current_, found ) );
             current_ = found;
-            if( found != end )
+            if( found <= bufferLast_ )
                 return;
             refill();
         }
     }
-    /// For those who search the buffer themselves: all that it has of the file, from the next character on.
-    std::string_view rest() const { return { current_, bufferLast_ + 1 }; }
-    /// Takes the characters in front of a place in the buffer.
-    void takeUpTo( char const* place ) {
+    /// For those who search the buffer themselves: the place of the next character. All characters up to the
+    /// buffer's end follow it, and the NUL.
+    char const* current() const { return current_; }
+    /// Takes the characters in front of a place in the buffer. The place of the next character, which is
+    /// another one where the buffer ended.
+    char const* takeUpTo( char const* place ) {
         current_ = place;
         if( place > bufferLast_ )
             refill();
+        return current_;
     }
+    /// Number of characters in front of those in the buffer: tells one buffer's content from the next.
+    std::size_t charactersBefore() const { return count_; }
     /// Notes that the next character is the first of a token.
     void tokenStarts() { tokenStart_ = Tell(); }
     std::size_t tokenStart() const { return tokenStart_; }

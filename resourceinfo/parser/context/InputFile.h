@@ -2,10 +2,9 @@
 
 #include "resourceinfo/model/Types.h"
 
+#include <cstdint>
 #include <memory>
 #include <span>
-
-struct gzFile_s; // zlib's open file
 
 namespace Context {
 
@@ -17,6 +16,8 @@ class InputFile {
 
     /// Opens the file at a path, before all else. Says why it cannot be opened; nothing when it is open.
     virtual String open( String const& path ) = 0;
+    /// The bytes that the open file takes on its disk: of a packed file fewer than its characters.
+    virtual std::uint64_t sizeOnDisk() = 0;
     /// Takes the next characters, at most so many as fit. How many: 0 at the end, negative after a failure.
     virtual int read( std::span<char> buffer ) = 0;
     /// Goes back to the first character; false when that cannot be.
@@ -29,20 +30,9 @@ class InputFile {
     virtual void close() = 0;
 };
 
-/// Regular files, plain or gzip alike. Other kinds cannot be opened: a pipe would wait for its writer.
-class GzipFile : public InputFile {
-  public:
-    GzipFile();
-
-    String open( String const& path ) override;
-    int read( std::span<char> buffer ) override;
-    bool rewind() override;
-    bool isCompressed() override;
-    String error() override;
-    void close() override;
-
-  private:
-    std::unique_ptr<gzFile_s, int ( * )( gzFile_s* )> file_;
-};
+/// For a regular file, plain or gzip alike, by the inflater that the library is configured with: an IsalFile
+/// or a ZlibFile. Other kinds cannot be opened: a pipe would wait for its writer. Where memory ends,
+/// operations throw std::bad_alloc.
+std::unique_ptr<InputFile> gzipFile();
 
 } // namespace Context

@@ -1,9 +1,8 @@
 #include "resourceinfo/parser/context/Json.h"
 
 #include "resourceinfo/model/Source.h"
-#include "zel/Assert.h"
 
-#include <ostream>
+#include <utility>
 
 namespace Context {
 
@@ -45,6 +44,25 @@ bool findPath( JsonValue const& from, JsonValue const* to, String& path ) {
     return false;
 }
 
+/// What the value should have been, by RapidJSON's condition on it.
+char const* expectedBy( std::string_view condition ) {
+    static constexpr std::pair<std::string_view, char const*> expectations[] = {
+        { "IsObject()", "an object" },
+        { "IsArray()", "an array" },
+        { "IsString()", "a string" },
+        { "IsBool()", "true or false" },
+        { "data_.f.flags & kUintFlag", "an unsigned 32-bit number" },
+        { "data_.f.flags & kInt64Flag", "a signed 64-bit number" },
+        { "index < data_.a.size", "an array with more elements" },
+        { "false", "an object that has this member" },
+    };
+    for( auto const& [ text, expected ] : expectations ) {
+        if( text == condition )
+            return expected;
+    }
+    return "";
+}
+
 } // namespace
 
 JsonAccess& lastJsonAccess() {
@@ -54,10 +72,11 @@ JsonAccess& lastJsonAccess() {
 
 void jsonAssertionFailed( char const* condition ) {
     Zel::SourceLocation const where = lastJsonAccess().where;
-    Zel::AssertionSite{ ZEL_SOURCE, where.line(), where.function_name(), condition }.fail();
+    Zel::AssertionSite{ ZEL_SOURCE, where.line(), where.function_name(), condition, expectedBy( condition ) }
+        .fail();
 }
 
-std::optional<std::string_view> Json::textOf( char const* member ) const {
+std::optional<String> Json::textOf( char const* member ) const {
     if( !value_->IsObject() )
         return std::nullopt;
     auto const found = value_->FindMember( member );
@@ -66,13 +85,13 @@ std::optional<std::string_view> Json::textOf( char const* member ) const {
     return found->value.GetString();
 }
 
-void describeLastAccess( std::ostream& os, JsonValue const& document ) {
+void locateLastAccess( Zel::InputPlace& place, JsonValue const& document ) {
     JsonAccess const access = lastJsonAccess();
-    String path;
-    if( access.value && findPath( document, access.value, path ) && !path.empty() )
-        os << " at " << path;
+    String pointer;
+    if( access.value && findPath( document, access.value, pointer ) )
+        place.pointer = pointer;
     if( access.member )
-        os << ", member \"" << access.member << '"';
+        place.member = access.member;
 }
 
 } // namespace Context

@@ -5,11 +5,11 @@
 
 #include "resourceinfo/model/Types.h"
 #include "resourceinfo/parser/context/MemberNames.h"
+#include "zel/Assert.h"
 #include "zel/SourceLocation.h"
 
 #include <algorithm>
 #include <cstring>
-#include <iosfwd>
 #include <new>
 #include <optional>
 #include <string_view>
@@ -116,7 +116,7 @@ class Json {
 
     /// The text of a member, if there is such a member and it is a text. Not noted: for descriptions of a
     /// failure.
-    std::optional<std::string_view> textOf( char const* member ) const;
+    std::optional<String> textOf( char const* member ) const;
 
   private:
     JsonValue const& note( Where where ) const {
@@ -131,8 +131,8 @@ class Json {
     JsonValue const* value_;
 };
 
-/// Writes the place of the last access in a document, a JSON pointer: "/tables/3/match_attributes", and the
-/// member that was asked for: ", member \"units\"". Walks the document; for failures.
-void describeLastAccess( std::ostream& os, JsonValue const& document );
+/// Adds the place of the last access in a document: a JSON pointer, "/tables/3/match_attributes", and the
+/// member that was asked for, "units". Walks the document; for failures.
+void locateLastAccess( Zel::InputPlace& place, JsonValue const& document );
 
 } // namespace Context

@@ -1,6 +1,7 @@
 #include "resourceinfo/parser/context/LearnQuantas.h"
 
 #include "resourceinfo/model/Source.h"
+#include "resourceinfo/parser/context/Signatures.h"
 #include "resourceinfo/parser/context/Tables.h"
 #include "zel/Assert.h"
 
@@ -18,8 +19,9 @@ void parseLearnQuantas( BfResourceParser* parser, Json d, BfResourceParserContex
 }
 
 int parseBfLearnQuantaInfo( BfResourceParser* parser, Json lq, BfResourceParserContext const& context ) {
+    Zel::Operation const operation( Context::Signatures::parseBfLearnQuantaInfo );
     if( !lq.HasMember( "lq_cfg_type" ) )
-        return 0;
+        return 1;
     BfLearnQuantaInfo record;
     record.name = lq[ "name" ].GetString();
     record.handle = getHandle( lq, context );

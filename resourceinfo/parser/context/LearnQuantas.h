@@ -10,8 +10,8 @@
 void parseLearnQuantas( BfResourceInfo::BfResourceParser* parser, Context::Json d,
                         BfResourceParserContext const& context );
 
-/// The step for one element: appends a BfLearnQuantaInfo to `bfLearnQuantaInfos` when the element has an
-/// "lq_cfg_type". Returns 0.
+/// The step for one element: appends a BfLearnQuantaInfo to `bfLearnQuantaInfos` and returns 0, or returns 1
+/// for an element without an "lq_cfg_type".
 int parseBfLearnQuantaInfo( BfResourceInfo::BfResourceParser* parser, Context::Json lq,
                             BfResourceParserContext const& context );
 

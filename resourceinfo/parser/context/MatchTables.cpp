@@ -1,6 +1,7 @@
 #include "resourceinfo/parser/context/MatchTables.h"
 
 #include "resourceinfo/model/Source.h"
+#include "resourceinfo/parser/context/Signatures.h"
 #include "resourceinfo/parser/context/Tables.h"
 
 using BfResourceInfo::BfResourceParser;
@@ -108,6 +109,7 @@ void readActionData( BfResourceParser* parser, Json table, BfResourceParserConte
     record.adtName = ( *reference )[ "name" ].GetString();
     if( !parser->resourceHandlesHas( adtTblHdl ) )
         BF_TRACE( 0 ) << "Can't find action tbl hdl " << adtTblHdl;
+    Context::HandleScope const lookedUp( adtTblHdl );
     ZEL_ASSERT( parser->resourceHandlesHas( adtTblHdl ) );
     record.maxAdtEntries = parser->resourceHandles().find( adtTblHdl )->size;
 }
@@ -122,6 +124,7 @@ void readSelection( BfResourceParser* parser, Json table, BfResourceParserContex
     record.selName = ( *reference )[ "name" ].GetString();
     if( !parser->resourceHandlesHas( selTblHdl ) )
         BF_TRACE( 0 ) << "Can't find sel tbl hdl " << selTblHdl;
+    Context::HandleScope const lookedUp( selTblHdl );
     ZEL_ASSERT( parser->resourceHandlesHas( selTblHdl ) );
     record.maxSelEntries = parser->resourceHandles().find( selTblHdl )->size;
     record.maxSelGroups = 2;
@@ -131,6 +134,7 @@ void readSelection( BfResourceParser* parser, Json table, BfResourceParserContex
 
 int parseBfTable( BfResourceParser* parser, Json table, String const& contextFile,
                   BfResourceParserContext const& context ) {
+    Zel::Operation const operation( Context::Signatures::parseBfTable );
     BfTableInfo record;
     record.name = table[ "name" ].GetString();
     if( !isRecorded( table ) )

@@ -1,6 +1,7 @@
 #include "resourceinfo/parser/context/Phv.h"
 
 #include "resourceinfo/model/Source.h"
+#include "resourceinfo/parser/context/Signatures.h"
 #include "zel/Assert.h"
 
 #include <algorithm>
@@ -62,6 +63,7 @@ void parsePhv( BfResourceParser* parser, Json d ) {
 }
 
 int parsePhvStage( BfResourceParser* parser, Json phvStage, String const& direction ) {
+    Zel::Operation const operation( Context::Signatures::parsePhvStage );
     for( auto const& [ name, width ] : stagePhvSizes( phvStage, direction ) ) {
         String const field( name );
         U8 const byteCount = static_cast<U8>( ( width + 7 ) / 8 );

@@ -1,6 +1,7 @@
 #include "resourceinfo/parser/context/Preprocess.h"
 
 #include "resourceinfo/model/Source.h"
+#include "resourceinfo/parser/context/Signatures.h"
 #include "resourceinfo/parser/context/Tables.h"
 
 using BfResourceInfo::BfResourceParser;
@@ -75,8 +76,8 @@ void preprocessTable( BfResourceParser* parser, Json table, BfResourceParserCont
 } // namespace
 
 void preprocessContext( BfResourceParser* parser, Json d, BfResourceParserContext const& context ) {
-    BF_TRACE( 5 ) << "void preprocessContext(BfResourceInfo::BfResourceParser*, rapidjson::Document&, "
-                     "const BfResourceParserContext&)";
+    Zel::Operation const operation( Context::Signatures::preprocessContext );
+    BF_TRACE( 5 ) << Context::Signatures::preprocessContext;
     ZEL_ASSERT( d[ "tables" ].IsArray() );
     BF_TRACE( 6 ) << "Preprocessing tables";
     Context::forEachTable( d, [ & ]( Json table ) { preprocessTable( parser, table, context ); } );
@@ -86,9 +87,11 @@ void preprocessContext( BfResourceParser* parser, Json d, BfResourceParserContex
 }
 
 U32 getTableThatReferences( BfResourceParser* parser, std::string_view referenceKind, U32 handle ) {
+    Zel::Operation const operation( Context::Signatures::getTableThatReferences );
     if( auto const referrer = parser->resourceHandles().referrer( referenceKind, handle ) )
         return *referrer;
     BF_TRACE( 0 ) << "handle " << handle << " not found";
+    Context::HandleScope const lookedUp( handle );
     ZEL_ASSERT( false && "Table not found" );
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "resourceinfo/parser/context/Json.h"
+#include "resourceinfo/parser/context/LineGuesses.h"
 #include "resourceinfo/parser/context/MemberNames.h"
 #include "resourceinfo/parser/context/SurveyNotes.h"
 
@@ -25,12 +26,14 @@ class Depth {
     unsigned value_ = 0;
 };
 
-/// What becomes of a member that no pass reads: the reader checks its syntax, and that is all.
-class DroppedValue {
+/// A value that is checked for its syntax, and no more.
+class CheckedValue {
     using Size = rapidjson::SizeType;
 
   public:
-    explicit DroppedValue( Depth& depth ) : depth_( depth ) {}
+    explicit CheckedValue( Depth& depth ) : depth_( depth ) {}
+
+    unsigned level() const { return depth_.value(); }
 
     bool Null() { return true; }
     bool Bool( bool ) { return true; }
@@ -40,18 +43,22 @@ class DroppedValue {
     bool Uint64( std::uint64_t ) { return true; }
     bool Double( double ) { return true; }
     bool RawNumber( char const*, Size, bool ) { return true; }
+    bool String( char const*, Size, bool ) { return true; }
+    bool Key( char const*, Size, bool ) { return true; }
     bool StartObject() { return depth_.descend(); }
     bool StartArray() { return depth_.descend(); }
-    bool EndObject( Size ) { return ascend(); }
-    bool EndArray( Size ) { return ascend(); }
+    bool EndObject( Size ) { return depth_.ascend(), true; }
+    bool EndArray( Size ) { return depth_.ascend(), true; }
 
   private:
-    bool ascend() {
-        depth_.ascend();
-        return true;
-    }
-
     Depth& depth_;
+};
+
+/// The value of a member that no pass reads: for the reader, the same on a faster way (DroppedScan.h).
+struct DroppedValue : CheckedValue {
+    DroppedValue( Depth& depth, LineGuesses& lines ) : CheckedValue( depth ), guesses( lines ) {}
+
+    LineGuesses& guesses;
 };
 
 /// Stands between RapidJSON's reader and a document: hands on the members that some pass reads, so that the
@@ -62,12 +69,19 @@ class PruningFilter {
     using Size = rapidjson::SizeType;
 
   public:
-    /// Notes are taken where there are any.
-    explicit PruningFilter( JsonDocument& document, SurveyNotes* notes = nullptr )
-        : document_( document ), notes_( notes ) {}
+    /// What the document may take, roughly, of a file of that size on its disk: enough for whatever a
+    /// compiler writes, packed or not. A small file that is made to fill the memory is refused.
+    static constexpr std::size_t mostKeptOf( std::uint64_t sizeOnDisk ) {
+        return ( std::size_t{ 128 } << 20 ) + 64 * sizeOnDisk;
+    }
+
+    /// Reading ends where the document would take more than `mostKept`. Notes are taken where there are any.
+    PruningFilter( JsonDocument& document, std::size_t mostKept, SurveyNotes* notes = nullptr )
+        : document_( document ), mostKept_( mostKept ), notes_( notes ) {}
 
     Depth const& depth() const { return depth_; }
-    DroppedValue dropped() { return DroppedValue( depth_ ); }
+    std::size_t mostKept() const { return mostKept_; }
+    DroppedValue dropped() { return { depth_, guesses_ }; }
     /// Whether the value that comes next is dropped. True once for each such value.
     bool dropsNext() { return std::exchange( dropsNext_, false ) || depth_.value() == staticEntriesDepth_; }
 
@@ -130,15 +144,11 @@ class PruningFilter {
         return document_.EndArray( elements );
     }
 
-    /// What the document may take, roughly, before the file is refused. A file of a gigabyte, as compilers
-    /// write them, comes to a tenth of it; one that is made to fill the memory does not.
-    static constexpr std::size_t mostKept = std::size_t{ 128 } << 20;
-
   private:
     /// Whether a value with a text of that length still has a place.
     bool keeps( std::size_t length = 0 ) {
         kept_ += sizeof( JsonValue ) + length;
-        return kept_ <= mostKept;
+        return kept_ <= mostKept_;
     }
 
     bool keepsScalar( std::size_t length = 0 ) {
@@ -164,8 +174,10 @@ class PruningFilter {
     static constexpr unsigned noDepth = Depth::maximum + 2;
 
     JsonDocument& document_;
+    std::size_t const mostKept_;
     SurveyNotes* notes_;
     Depth depth_;
+    LineGuesses guesses_;
     std::size_t kept_ = 0;
     bool dropsNext_ = false;
     unsigned staticEntriesKey_ = noDepth;              // depth of the object whose last member has the name

@@ -1,12 +1,14 @@
 #include "resourceinfo/parser/context/Resources.h"
 
 #include "resourceinfo/model/Source.h"
+#include "resourceinfo/parser/context/Signatures.h"
 #include "resourceinfo/parser/context/Tables.h"
 
 using BfResourceInfo::BfResourceParser;
 using Context::Json;
 
 BfResourceType stringToResourceType( std::string_view text ) {
+    Zel::Operation const operation( Context::Signatures::stringToResourceType );
     for( auto const& [ type, typeText ] : bfResourceTypeTexts ) {
         if( typeText == text )
             return type;
@@ -16,6 +18,7 @@ BfResourceType stringToResourceType( std::string_view text ) {
 }
 
 int parseBfResource( BfResourceParser* parser, Json table, BfResourceParserContext const& context ) {
+    Zel::Operation const operation( Context::Signatures::parseBfResource );
     BfResource record;
     record.name = table[ "name" ].GetString();
     record.handle = getHandle( table, context );
@@ -23,7 +26,7 @@ int parseBfResource( BfResourceParser* parser, Json table, BfResourceParserConte
     record.ingress = table[ "direction" ].GetString() == "ingress";
     auto const [ stages, count ] = Context::findStageTables( table );
     if( count == 0 )
-        return 0;
+        return 1;
     ZEL_ASSERT( stages->IsArray() );
     Json const stage = ( *stages )[ 0 ];
     record.stages = count;

@@ -10,8 +10,8 @@
 BfResourceType stringToResourceType( std::string_view text );
 
 /// The resource step for one element of "tables" that is no "condition": appends a BfResource to
-/// `bfResources`, unless the table has no stage tables. Returns 0. Fatal: the conditions of findStageTables,
-/// "stages->IsArray()", an unknown type; nothing is stored then.
+/// `bfResources` and returns 0, or returns 1 for a table without stage tables. Fatal: the conditions of
+/// findStageTables, "stages->IsArray()", an unknown type; nothing is stored then.
 int parseBfResource( BfResourceInfo::BfResourceParser* parser, Context::Json table,
                      BfResourceParserContext const& context );
 

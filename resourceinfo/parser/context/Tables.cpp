@@ -2,8 +2,6 @@
 
 #include "resourceinfo/model/Source.h"
 
-#include <ostream>
-
 U32 getHandle( Context::Json value, BfResourceParserContext const& context ) {
     return value[ "handle" ].GetUint() | context.handlePipeBits;
 }
@@ -100,10 +98,8 @@ std::string_view stageTableType( Json table, Json stage ) {
     return type == "meter" && table[ "meter_type" ].GetString() == "red" ? "wred" : type;
 }
 
-void TableScope::describe( std::ostream& os ) const {
-    os << "table " << index_;
-    if( auto const name = table_.textOf( "name" ) )
-        os << " \"" << *name << '"';
+void TableScope::locate( Zel::InputPlace& place ) const {
+    place.element = { "table", index_, table_.textOf( "name" ) };
 }
 
 } // namespace Context

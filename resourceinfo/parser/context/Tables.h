@@ -51,10 +51,22 @@ class TableScope : private Zel::InputScope {
     TableScope( Json table, U32 index ) : table_( table ), index_( index ) {}
 
   private:
-    void describe( std::ostream& os ) const override;
+    void locate( Zel::InputPlace& place ) const override;
 
     Json table_;
     U32 index_;
+};
+
+/// While it lives, the failures of its thread carry a handle: the one that is looked up, and leads to
+/// nothing.
+class HandleScope : private Zel::InputScope {
+  public:
+    explicit HandleScope( U32 handle ) : handle_( handle ) {}
+
+  private:
+    void locate( Zel::InputPlace& place ) const override { place.handle = handle_; }
+
+    U32 handle_;
 };
 
 /// Hands each element of the document's "tables", which must be an array, to `step`, within its scope.

@@ -13,11 +13,21 @@ class ProfileErrors : public OstlerFixture {
         EXPECT_TRUE( context_.profile.devices.empty() );
     }
 
+    /// What was expected and found are the reason's parts; a reason of another kind has none.
+    static void expectParts( Ostler::Status const& status ) {
+        std::string const found = status.found.empty() ? "" : ", found " + status.found;
+        if( status.reason.starts_with( "expected " ) )
+            EXPECT_EQ( "expected " + status.expected + found, status.reason );
+        else
+            EXPECT_EQ( status.expected + found, "" );
+    }
+
     /// A status as expected, kept in the context, and no devices.
     void expectError( Ostler::Status const& status, std::string const& text ) const {
         EXPECT_FALSE( status.ok() );
         EXPECT_EQ( status.text(), text );
         EXPECT_EQ( context_.status.text(), text );
+        expectParts( status );
         expectNoDevices();
     }
 };
@@ -201,6 +211,12 @@ TEST_F( ProfileErrors, TheStatusCarriesItsPartsOneByOne ) {
     EXPECT_EQ( status.line, 2U );
     EXPECT_EQ( status.column, 12U );
     EXPECT_EQ( status.reason, "expected \"devices\" to be an array, found a number" );
+    EXPECT_EQ( status.expected, "\"devices\" to be an array" );
+    EXPECT_EQ( status.found, "a number" );
+    auto const missing = read( "{}" );
+    EXPECT_EQ( missing.expected, "a member \"devices\"" );
+    EXPECT_EQ( missing.found, "" );
+    EXPECT_EQ( read( "{" ).expected, "" );
 }
 
 TEST_F( ProfileErrors, AreKeptInTheProcessWideContextToo ) {

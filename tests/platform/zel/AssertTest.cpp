@@ -19,10 +19,14 @@ using Zel::U32;
 class Place : public Zel::InputScope {
   public:
     explicit Place( char const* text ) : text_( text ) {}
-    void describe( std::ostream& os ) const override { os << text_; }
+    void locate( Zel::InputPlace& place ) const override { place.file = text_; }
 
   private:
     char const* text_;
+};
+
+class Table : public Zel::InputScope {
+    void locate( Zel::InputPlace& place ) const override { place.element = { "table", 3, "acl" }; }
 };
 
 class ThrowingAssert : public testing::Test {
@@ -103,9 +107,43 @@ TEST_F( ThrowingAssert, GivenTextsAreCarried ) {
     EXPECT_EQ( failure.message, "n is 0" );
 }
 
-TEST_F( ThrowingAssert, TheErrorSaysItsFirstLine ) {
+TEST_F( ThrowingAssert, TheOperationOfTheThreadIsNamed ) {
+    auto const function = [] { return failureOf( [] { requirePositive( 0 ); } ).function; };
+    Zel::Operation const outer( "void parse()" );
+    EXPECT_EQ( function(), "void parse()" );
+    {
+        Zel::Operation const inner( "int parseTable()" );
+        EXPECT_EQ( function(), "int parseTable()" );
+        String other;
+        std::thread( [ & ] { other = function(); } ).join();
+        EXPECT_THAT( other, testing::HasSubstr( "requirePositive(int)" ) );
+    }
+    EXPECT_EQ( function(), "void parse()" );
+}
+
+TEST_F( ThrowingAssert, AnOperationEndsWithAnException ) {
+    failureOf( [] {
+        Zel::Operation const operation( "void parse()" );
+        requirePositive( 0 );
+    } );
+    EXPECT_THAT( failureOf( [] { requirePositive( 0 ); } ).function,
+                 testing::HasSubstr( "requirePositive(int)" ) );
+}
+
+TEST_F( ThrowingAssert, WhatIsExpectedIsCarried ) {
+    auto const failure = failureOf( [] {
+        Zel::AssertionSite{ "Parser", 7, "void f()", "IsArray()", "an array" }.fail();
+    } );
+    EXPECT_EQ( failure.expected, "an array" );
+    EXPECT_EQ( Zel::toText( failure ), "Parser:7: void f(): assertion failed: IsArray()\n" );
+    EXPECT_EQ( failureOf( [] { requirePositive( -3 ); } ).expected, "" );
+}
+
+TEST_F( ThrowingAssert, TheErrorSaysConditionAndPlaceInOneLine ) {
+    AssertionError const placeless( { "Parser", 7, "void f()", "a > b", "message", "" } );
+    EXPECT_STREQ( placeless.what(), "Parser:7: void f(): assertion failed: a > b" );
     AssertionError const error( { "Parser", 7, "void f()", "a > b", "message", "place" } );
-    EXPECT_STREQ( error.what(), "Parser:7: void f(): assertion failed: a > b" );
+    EXPECT_STREQ( error.what(), "Parser:7: void f(): assertion failed: a > b, in place" );
     AssertionError const copy( error );
     EXPECT_STREQ( copy.what(), error.what() );
     EXPECT_EQ( copy.failure().message, "message" );
@@ -149,6 +187,16 @@ TEST_F( ThrowingAssert, FailuresOfManyThreadsStayApart ) {
     }
 }
 
+TEST_F( ThrowingAssert, WhatOfAPlaceWithLineEndsIsOneLine ) {
+    Place const place( "a\nb" );
+    try {
+        requirePositive( 0 );
+        ADD_FAILURE() << "nothing failed";
+    } catch( AssertionError const& error ) {
+        EXPECT_THAT( error.what(), testing::EndsWith( ": assertion failed: number > 0, in a\\x0ab" ) );
+    }
+}
+
 class AssertDeathTest : public testing::Test {
   protected:
     AssertDeathTest() { GTEST_FLAG_SET( death_test_style, "threadsafe" ); }
@@ -156,7 +204,7 @@ class AssertDeathTest : public testing::Test {
 
 TEST_F( AssertDeathTest, WithoutAHandlerTheProcessSaysItAllAndAborts ) {
     Place const file( "file \"a.json\"" );
-    Place const table( "table 3 \"acl\"" );
+    Table const table;
     Zel::AssertionSite const site{ "Parser", 7, "void f()", "a > b" };
     EXPECT_EXIT( site.fail( "a is 100%" ), testing::KilledBySignal( SIGABRT ),
                  testing::Eq( "Parser:7: void f(): assertion failed: a > b\n"

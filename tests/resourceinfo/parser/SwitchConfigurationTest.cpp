@@ -123,6 +123,8 @@ TEST_F( SwitchConfiguration, DeviceWithoutPipelinesIsFatalAtItsGivenPlace ) {
     EXPECT_EQ( failure.condition, "\"numPipelines > 0\" == nullptr" );
     EXPECT_EQ( failure.message, "numPipelines is 0" );
     EXPECT_EQ( failure.position, "switch configuration " + folder_.path( "switch.conf" ) );
+    EXPECT_EQ( failure.place.kind, "switch configuration" );
+    EXPECT_EQ( failure.place.file, folder_.path( "switch.conf" ) );
 }
 
 TEST_F( SwitchConfiguration, LaterDeviceWithoutPipelinesIsFatalBeforeAnyFileIsRead ) {

@@ -1,5 +1,7 @@
 #include "resourceinfo/parser/context/ByteScan.h"
 
+#include "resourceinfo/parser/context/DroppedScan.h"
+
 #include <algorithm>
 #include <random>
 #include <string>
@@ -9,32 +11,40 @@
 
 namespace {
 
-struct NativeSteps {
-    static constexpr auto findNoSpace = ByteScan::findNoSpace<ByteScan::Native>;
-    static constexpr auto findNoPlain = ByteScan::findNoPlain<ByteScan::Native>;
-};
-struct OneByOne {
-    static constexpr auto findNoSpace = ByteScan::findNoSpace<ByteScan::Scalar>;
-    static constexpr auto findNoPlain = ByteScan::findNoPlain<ByteScan::Scalar>;
-};
+using ByteScan::noPlain;
+using ByteScan::noSpace;
 
 bool isSpace( char c ) { return std::string_view( " \n\r\t" ).find( c ) != std::string_view::npos; }
 bool isPlain( char c ) { return c != '"' && c != '\\' && static_cast<unsigned char>( c ) >= 0x20; }
 
-template<class Steps>
+template<class Abi>
 struct ByteScanTest : testing::Test {
-    /// Both searches over the whole text find what a look at each character finds.
+    /// All searches over the whole text find what a look at each character finds.
     static void expectFound( std::string const& text ) {
+        expectFoundBefore( text.data() + text.size(), text );
+        // Where a NUL comes, and some more characters, the end need not be given.
+        std::string const padded = text + std::string( 65, '\0' );
+        char const* const begin = padded.data();
+        char const* const space = std::find_if_not( begin, begin + padded.size(), isSpace );
+        char const* const plain = std::find_if_not( begin, begin + padded.size(), isPlain );
+        EXPECT_EQ( ByteScan::findSure<Abi>( begin, noSpace ) - begin, space - begin );
+        EXPECT_EQ( ByteScan::findSure<Abi>( begin, noPlain ) - begin, plain - begin );
+        std::string const string = '"' + padded;
+        char const* const end = Context::PlainToken::afterString<Abi>( string.data() );
+        EXPECT_EQ( end, *plain == '"' ? string.data() + ( plain - begin ) + 2 : nullptr );
+    }
+
+  private:
+    static void expectFoundBefore( char const* end, std::string const& text ) {
         char const* const begin = text.data();
-        char const* const end = begin + text.size();
-        EXPECT_EQ( Steps::findNoSpace( begin, end ) - begin,
+        EXPECT_EQ( ByteScan::find<Abi>( begin, end, noSpace ) - begin,
                    std::find_if_not( begin, end, isSpace ) - begin );
-        EXPECT_EQ( Steps::findNoPlain( begin, end ) - begin,
+        EXPECT_EQ( ByteScan::find<Abi>( begin, end, noPlain ) - begin,
                    std::find_if_not( begin, end, isPlain ) - begin );
     }
 };
 
-using AllSteps = testing::Types<NativeSteps, OneByOne>;
+using AllSteps = testing::Types<ByteScan::Native, ByteScan::Scalar>;
 TYPED_TEST_SUITE( ByteScanTest, AllSteps, );
 
 TYPED_TEST( ByteScanTest, StopsAtEveryCharacterThatItShouldWhereverItStands ) {

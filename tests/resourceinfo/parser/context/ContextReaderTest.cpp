@@ -1,10 +1,9 @@
 // The reader over our stream, with the filter, beside the reader over a text in memory, without: the same
 // document but for the members that nobody asks for, and the same errors at the same places.
 
+#include "resourceinfo/parser/context/MemberNames.h"
 #include "tests/support/ContextReading.h"
-#include "tests/support/TemporaryFolder.h"
-
-#include <random>
+#include "tests/support/NearlyJson.h"
 
 #include <gtest/gtest.h>
 
@@ -18,9 +17,7 @@ using Support::Surveying;
 
 Reading readingOf( std::string const& text, std::size_t bufferSize = 4096,
                    Surveying surveying = Surveying::nothing ) {
-    static Support::TemporaryFolder const folder;
-    GzipFile file;
-    EXPECT_EQ( file.open( folder.write( "text.json", text ) ), "" );
+    Support::TextFile file( text );
     return Support::contextReading( file, bufferSize, surveying );
 }
 
@@ -70,93 +67,6 @@ TEST( ContextReader, ReadsEveryKindOfTextAsThePlainReaderDoes ) {
     }
 }
 
-/// Texts that are nearly JSON.
-class Writer {
-  public:
-    explicit Writer( unsigned seed ) : random_( seed ) {}
-
-    std::string text() {
-        text_.clear();
-        value( 4 );
-        for( unsigned damages = below( 3 ); damages > 0 && !text_.empty(); --damages )
-            damage();
-        return text_;
-    }
-
-  private:
-    unsigned below( std::size_t n ) { return static_cast<unsigned>( random_() % n ); }
-    std::string oneOf( std::vector<std::string> const& choices ) {
-        return choices[ below( choices.size() ) ];
-    }
-
-    void space() { text_ += oneOf( { "", "", " ", "\n" + std::string( below( 60 ), ' ' ), "\t\r" } ); }
-
-    void value( unsigned depth ) {
-        space();
-        unsigned const kind = below( depth == 0 ? 4 : 8 );
-        if( kind == 0 )
-            text_ += oneOf( { "null", "true", "false" } );
-        else if( kind == 1 )
-            text_ += oneOf( { "0", "17", "-3", "4294967296", "1.25", "2e3", "18446744073709551615" } );
-        else if( kind < 4 )
-            string();
-        else
-            container( kind < 6, depth );
-        space();
-    }
-
-    void string() {
-        text_ += '"';
-        for( unsigned pieces = below( 4 ); pieces > 0; --pieces )
-            text_ += oneOf(
-                { std::string( below( 50 ), 'a' ), "\\n", "\\u00e9", "\\ud83d\\ude00", "\xc3\xa9", "/" } );
-        text_ += '"';
-    }
-
-    void container( bool object, unsigned depth ) {
-        text_ += object ? '{' : '[';
-        for( unsigned i = 0, elements = below( 5 ); i < elements; ++i ) {
-            if( i > 0 )
-                text_ += ',';
-            if( object ) {
-                space();
-                text_ += '"' + name() + '"';
-                space();
-                text_ += ':';
-            }
-            value( depth - 1 );
-        }
-        text_ += object ? '}' : ']';
-    }
-
-    std::string name() {
-        if( below( 2 ) )
-            return std::string( memberNames[ below( memberNames.size() ) ] );
-        return oneOf(
-            { "", "x", "nam", "names", "stage_table", "a long name of no member at all", "\\u006eame" } );
-    }
-
-    void damage() {
-        std::size_t const place = below( text_.size() );
-        switch( below( 4 ) ) {
-        case 0:
-            text_.resize( place );
-            break;
-        case 1:
-            text_.erase( place, 1 );
-            break;
-        case 2:
-            text_[ place ] = static_cast<char>( below( 256 ) );
-            break;
-        default:
-            text_.insert( place, 1, oneOf( { ",", "\"", "{", "}", "[", "]", ":", "\\", "1" } )[ 0 ] );
-        }
-    }
-
-    std::mt19937 random_;
-    std::string text_;
-};
-
 TEST( ContextReader, AgreesWithThePlainReaderOnNumbers ) {
     for( char const* const number :
          { "1e1", "1E+0000000000000001", "1e-00000000000000000001", "5e-324", "1e-325", "1e308", "1e309",
@@ -166,7 +76,7 @@ TEST( ContextReader, AgreesWithThePlainReaderOnNumbers ) {
 }
 
 TEST( ContextReader, AgreesWithThePlainReaderOnTextsThatAreNearlyJson ) {
-    Writer writer( 11 );
+    Support::NearlyJson writer( 11 );
     for( unsigned i = 0; i < 1400; ++i )
         expectSameReading( writer.text(), bufferSizes[ i % std::size( bufferSizes ) ] );
 }

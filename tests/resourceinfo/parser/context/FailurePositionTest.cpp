@@ -184,6 +184,139 @@ TEST_F( FailurePosition, NamesTheTableOfAReferenceThatIsMissing ) {
                  testing::AllOf( testing::StartsWith( file_ ), testing::EndsWith( ", table 0 \"acl\"" ) ) );
 }
 
+TEST_F( FailurePosition, IsThereInParts ) {
+    auto const failure = failureOfLoading( contextOfEveryPass().without( "/tables/1/actions/0/name" ) );
+    Zel::InputPlace const& place = failure.place;
+    EXPECT_EQ( place.kind, "context file" );
+    EXPECT_EQ( place.file, folder_.path( "context.json" ) );
+    EXPECT_EQ( place.problem, Zel::InputPlace::Problem::none );
+    EXPECT_EQ( place.pointer, "/tables/1/actions/0" );
+    EXPECT_EQ( place.member, "name" );
+    ASSERT_TRUE( place.element );
+    EXPECT_EQ( place.element->kind, "table" );
+    EXPECT_EQ( place.element->index, 1 );
+    EXPECT_EQ( place.element->name, "acl" );
+    EXPECT_EQ( place.handle, std::nullopt );
+    EXPECT_EQ( failure.expected, "an object that has this member" );
+    EXPECT_EQ( Zel::toText( place ), failure.position );
+}
+
+/// The signature of a step that takes parser, JSON value and context.
+String step( String const& name ) {
+    return "int " + name +
+           "(BfResourceInfo::BfResourceParser*, const rapidjson::Value&, const BfResourceParserContext&)";
+}
+
+// Whatever function of an operation the condition is in, one that reads JSON included.
+TEST_F( FailurePosition, IsInTheOperationOfItsStep ) {
+    Support::TraceCollector const quiet( "BfResourceParser", {} );
+    String const context = "void parseContextJson(BfResourceInfo::BfResourceParser*, const String&, const "
+                           "BfResourceParserContext&)";
+    String const preprocess =
+        "void preprocessContext(BfResourceInfo::BfResourceParser*, rapidjson::Document&, "
+        "const BfResourceParserContext&)";
+    String const table =
+        "int parseBfTable(BfResourceInfo::BfResourceParser*, const rapidjson::Value&, String, "
+        "const BfResourceParserContext&)";
+    String const phv =
+        "int parsePhvStage(BfResourceInfo::BfResourceParser*, const rapidjson::Value&, const String&)";
+    struct Row {
+        char const* pointer;
+        std::optional<char const*> json;
+        String function;
+    };
+    for( auto const& [ pointer, json, function ] : {
+             Row{ "/tables", "7", preprocess },
+             Row{ "/tables/1/handle", "-1", preprocess },               // getHandle
+             Row{ "/tables/1/match_attributes", removed, preprocess },  // findStageTables
+             Row{ "/tables/1/statistics_table_refs", "7", preprocess }, // addReferences
+             Row{ "/tables/0/stage_tables/0/stage_table_type", "\"x\"",
+                  "BfResourceType stringToResourceType(std::string_view)" },
+             Row{ "/tables/1/static_entries", "7", table }, // isRecorded
+             Row{ "/tables/1/match_attributes/match_type", removed, table },
+             Row{ "/tables/10/match_attributes/number_partitions", removed, table }, // maxPartitions
+             Row{ "/tables/1/logical_pipe", "7", table },                            // getLogicalPipe
+             Row{ "/tables/1/action_data_table_refs/0/handle", "4711", table },      // readActionData
+             Row{ "/tables/1/actions", removed, step( "parseBfAction" ) },
+             Row{ "/tables/1/actions/0/handle", "null", step( "parseBfAction" ) },
+             Row{ "/tables/0/how_referenced", "7", step( "parseBfTableCounterInfo" ) },
+             Row{ "/tables/2/meter_granularity", "7", step( "parseBfTableMeterInfo" ) },
+             Row{ "/tables/7/alu_width", "16", step( "parseBfRegisterInfo" ) },
+             Row{ "/tables/1/meter_table_refs", removed,
+                  "U32 getTableThatReferences(BfResourceInfo::BfResourceParser*, std::string_view, U32)" },
+             Row{ "/learn_quanta", "7", context },
+             Row{ "/learn_quanta/0", "7", context },
+             Row{ "/learn_quanta/0/name", "7", step( "parseBfLearnQuantaInfo" ) },
+             Row{ "/phv_allocation", "7", context },
+             Row{ "/phv_allocation/0", "7", context },
+             Row{ "/phv_allocation/0/ingress", removed, phv },         // stagePhvSizes
+             Row{ "/phv_allocation/0/ingress/0/records/0", "7", phv }, // addRecord
+             Row{ "/flexible_headers", "7", context },
+             Row{ "/flexible_headers/0/fields/0/slice/bit_width", "9", step( "parseBfHeaderInfo" ) },
+             Row{ "/flexible_headers/0/fields/0/slice", "7", step( "parseBfHeaderInfo" ) }, // sizeInBits
+             Row{ "/dynamic_hash_calculations", "7", context },
+             Row{ "/dynamic_hash_calculations/0/field_lists", "[]", step( "parseBfDynamicHashInfo" ) },
+         } ) {
+        auto damaged = contextOfEveryPass();
+        if( json )
+            damaged.with( pointer, *json );
+        else
+            damaged.without( pointer );
+        EXPECT_EQ( failureOfLoading( damaged ).function, function ) << pointer;
+    }
+}
+
+TEST_F( FailurePosition, IsInTheLoadWhenTheFileCannotBeUsed ) {
+    String const conf = folder_.conf( Support::DeviceBuilder().pipeline( folder_.write( "c", "{" ), { 0 } ) );
+    auto const failure = Support::failureOf( [ & ] { bfResourceInfoIntfFactory( conf ); } );
+    EXPECT_EQ( failure.function,
+               "void preprocessContext(BfResourceInfo::BfResourceParser*, rapidjson::Document&, "
+               "const BfResourceParserContext&)" );
+}
+
+TEST_F( FailurePosition, OfTheTopOfTheFileHasNoTable ) {
+    auto const failure = failureOfLoading( ContextBuilder().without( "/tables" ) );
+    EXPECT_EQ( failure.place.pointer, "" );
+    EXPECT_EQ( failure.place.member, "tables" );
+    EXPECT_FALSE( failure.place.element );
+}
+
+TEST_F( FailurePosition, SaysWhatAnAccessExpected ) {
+    Support::TraceCollector const quiet( "BfResourceParser", {} );
+    struct Row {
+        char const* pointer;
+        char const* json;
+        char const* expected;
+    };
+    for( auto const& [ pointer, json, expected ] : {
+             Row{ "/tables/1/match_attributes/stage_tables/0", "7", "an object" },
+             Row{ "/tables/1/statistics_table_refs", "7", "an array" },
+             Row{ "/tables/1/name", "7", "a string" },
+             Row{ "/tables/1/is_resource_controllable", "7", "true or false" },
+             Row{ "/tables/1/size", "-1", "an unsigned 32-bit number" },
+             Row{ "/tables/1/match_attributes/stage_tables/0/stage_number", "1.5", "a signed 64-bit number" },
+             Row{ "/tables/10/match_attributes/units/0/match_attributes/stage_tables", "[]",
+                  "an array with more elements" },
+             Row{ "/tables/1", "{}", "an object that has this member" },
+             Row{ "/learn_quanta", "7", "" }, // the step's own condition says it
+         } )
+        EXPECT_EQ( failureOfLoading( contextOfEveryPass().with( pointer, json ) ).expected, expected )
+            << pointer;
+}
+
+TEST_F( FailurePosition, CarriesTheHandleThatLeadsNowhere ) {
+    Support::TraceCollector const quiet( "BfResourceParser", {} );
+    for( char const* const list : { "statistics_table_refs", "meter_table_refs", "stateful_table_refs" } ) {
+        auto const lost = failureOfLoading( contextOfEveryPass().without( String( "/tables/1/" ) + list ) );
+        ASSERT_TRUE( lost.place.element );
+        EXPECT_EQ( lost.place.handle, Support::handleOf( *lost.place.element->name ) ) << list;
+    }
+    for( char const* const list : { "action_data_table_refs", "selection_table_refs" } ) {
+        String const pointer = String( "/tables/1/" ) + list + "/0/handle";
+        EXPECT_EQ( failureOfLoading( contextOfEveryPass().with( pointer, "4711" ) ).place.handle, 4711 );
+    }
+}
+
 TEST_F( FailurePosition, IsPartOfTheWholeText ) {
     auto const failure = failureOfLoading( ContextBuilder().table( matchTable( "acl" ).without( "/size" ) ) );
     EXPECT_EQ( Zel::toText( failure ), "BfResourceParser:" + std::to_string( failure.line ) + ": " +

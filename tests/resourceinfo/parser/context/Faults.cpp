@@ -30,7 +30,7 @@ class ValueScope : private Zel::InputScope {
     explicit ValueScope( ParsedJson const& parsed ) : parsed_( parsed ) { lastJsonAccess() = {}; }
 
   private:
-    void describe( std::ostream& os ) const override { describeLastAccess( os, parsed_.document() ); }
+    void locate( Zel::InputPlace& place ) const override { locateLastAccess( place, parsed_.document() ); }
 
     ParsedJson const& parsed_;
 };

@@ -13,7 +13,7 @@ namespace {
 using Support::TemporaryFolder;
 
 std::unique_ptr<InputFile> openFile( std::string const& path ) {
-    auto file = std::make_unique<GzipFile>();
+    auto file = gzipFile();
     EXPECT_EQ( file->open( path ), "" );
     return file;
 }
@@ -44,7 +44,7 @@ class OpenStream {
     OpenStream( std::size_t bufferSize, std::unique_ptr<TemporaryFolder> folder, std::string const& bytes )
         : folder_( std::move( folder ) ),
           file_( openFile( folder_->write( "file", bytes ) ) ),
-          buffer_( bufferSize ),
+          buffer_( bufferSize + GZFileReadStream::padding ),
           stream_( *file_, buffer_ ) {}
 
     std::unique_ptr<TemporaryFolder> folder_;
@@ -117,7 +117,7 @@ TEST( GZFileReadStream, DamagedCompressionEndsTheCharacters ) {
 TEST( GZFileReadStream, FolderCannotBeRead ) {
     TemporaryFolder const folder;
     auto const file = openFile( folder.path() );
-    std::vector<char> buffer( 64 );
+    std::vector<char> buffer( 64 + GZFileReadStream::padding );
     GZFileReadStream const stream( *file, buffer );
     EXPECT_EQ( stream.Peek(), '\0' );
     EXPECT_EQ( stream.Tell(), 0 );

@@ -54,6 +54,18 @@ TEST_F( LearnQuantas, WithoutAConfigurationTypeArePassedOver ) {
     EXPECT_EQ( parser_->bfLearnQuantaInfos().size(), 1 );
 }
 
+TEST_F( LearnQuantas, StepAnswersWhetherItRecorded ) {
+    auto const step = [ & ]( char const* text ) {
+        ParsedJson const lq( text );
+        return parseBfLearnQuantaInfo( parser_.get(), lq.json(), {} );
+    };
+    EXPECT_EQ( step( R"({ "name": "macs", "handle": 1 })" ), 1 );
+    EXPECT_EQ( step( "{}" ), 1 );
+    EXPECT_TRUE( parser_->bfLearnQuantaInfos().empty() );
+    EXPECT_EQ( step( R"({ "name": "macs", "handle": 1, "lq_cfg_type": 0 })" ), 0 );
+    EXPECT_EQ( parser_->bfLearnQuantaInfos().size(), 1 );
+}
+
 TEST_F( LearnQuantas, ConfigurationTypeIsThereWhateverItsValue ) {
     for( char const* value : { "null", "false", "\"\"", "-1", "{}" } )
         run( twoQuantas().without( "/learn_quanta/1" ).with( "/learn_quanta/0/lq_cfg_type", value ) );

@@ -212,7 +212,9 @@ TEST( PreprocessFaults, TableOfNeitherKindIsTracedFirst ) {
     auto const failure = Support::failureOf( [ & ] { preprocess( d.json() ); } );
     EXPECT_EQ( failure.condition, "false" );
     EXPECT_EQ( failure.source, "BfResourceParser" );
-    EXPECT_THAT( failure.function, testing::HasSubstr( "findStageTables" ) );
+    EXPECT_EQ( failure.function,
+               "void preprocessContext(BfResourceInfo::BfResourceParser*, rapidjson::Document&, "
+               "const BfResourceParserContext&)" );
     EXPECT_THAT( trace.texts(), testing::ElementsAre( "acl failed" ) );
 }
 

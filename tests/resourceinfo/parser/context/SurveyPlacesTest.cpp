@@ -88,7 +88,7 @@ TEST( SurveyPlaces, CountCarriageReturnsAsCharactersOfTheirLine ) {
 TEST( SurveyPlaces, AreThoseOfTheUnpackedText ) {
     Support::TemporaryFolder const folder;
     SurveyCollector collector;
-    conditionOfLoading( *emptyParser(), Context::GzipFile(), {},
+    conditionOfLoading( *emptyParser(), std::move( *Context::gzipFile() ), {},
                         folder.writeGzip( "context.json.gz", lists ) );
     expectPlaces( collector.files.at( 0 ), lists );
 }

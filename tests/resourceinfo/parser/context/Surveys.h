@@ -39,7 +39,7 @@ inline String conditionOfLoading( BfResourceParser& parser, Context::InputFile&&
                                   String const& path = "context.json" ) {
     Support::ThrowingAssertions const throwing;
     try {
-        parseContextJson( &parser, path, context, std::move( file ) );
+        parseContextJson( &parser, path, context, file );
     } catch( Zel::AssertionError const& error ) {
         return error.failure().condition;
     }

@@ -1,0 +1,258 @@
+#include "cli/CommandTable.h"
+
+#include "cli/CommandTexts.h"
+#include "cli/commands/Answers.h"
+#include "cli/grammar/ListTexts.h"
+#include "inspect/model/RecordKinds.h"
+
+namespace Bfri {
+
+namespace {
+
+// Headings of the help.
+
+constexpr char const* inspecting = "Inspect a configuration";
+constexpr char const* finding = "Find records";
+constexpr char const* judging = "Check and compare";
+constexpr char const* listing = "List records, each with --filter, --sort, -n, --json and --csv";
+constexpr char const* helping = "Help";
+constexpr char const* unlisted = "";
+
+// What values are.
+
+constexpr char const* severities[] = { "error", "warning", "note" };
+constexpr ValueType severity = { ValueKind::choice, "", severities };
+constexpr ValueType path = { ValueKind::file, "the path of a switch configuration" };
+constexpr ValueType stage = { ValueKind::number, "the number of a stage" };
+
+// Arguments.
+
+constexpr Argument conf = { "CONF", "Path of the switch configuration", path };
+constexpr Argument recordName = {
+    "NAME", "Name of the record, a unique end of it, or its handle", { ValueKind::name } };
+
+constexpr Argument oneConf[] = { conf };
+constexpr Argument someConfs[] = { { "CONF", "Path of a switch configuration", path, Arity::anyTimes } };
+constexpr Argument confAndName[] = { conf, recordName };
+constexpr Argument confAndTable[] = {
+    conf, { "NAME", "Name of the table, a unique end of it, or its handle", { ValueKind::table } } };
+constexpr Argument confAndHandles[] = {
+    conf, { "HANDLE", "Decimal, or hexadecimal with 0x", { ValueKind::handle }, Arity::onceOrMore } };
+constexpr Argument confKindNameField[] = { conf,
+                                           { "KIND", "Kind of record", { ValueKind::recordKind } },
+                                           recordName,
+                                           { "FIELD", "Field of the record", { ValueKind::field } } };
+constexpr Argument fieldNames[] = {
+    { "NAME", "Name of a field of a header or hash", {}, Arity::onceOrMore } };
+constexpr Argument oldAndNew[] = { { "OLD", "Path of the old switch configuration", path },
+                                   { "NEW", "Path of the new switch configuration", path } };
+constexpr Argument maybeCommand[] = {
+    { "COMMAND", "A command that 'bfri --help' lists", { ValueKind::command }, Arity::atMostOnce } };
+constexpr Argument typedWords[] = {
+    { "WORD", "The words typed after bfri, the last one as far as it is typed", {}, Arity::onceOrMore } };
+
+// Options, besides those that optionsOf adds.
+
+constexpr Option stagesOptions[] = {
+    { "--list", nullptr, "Print one line per resource, with a bar over its stages" },
+    { "--stage", "N", "Print these lines for the resources in stage N", stage } };
+constexpr Option namesOptions[] = {
+    { "--kind", "KIND", "Only names of this kind", { ValueKind::recordKind } } };
+constexpr Option checkOptions[] = {
+    { "--explain",
+      "CODES",
+      "Explain these findings, and what to do about them; 'all' lists every finding",
+      { ValueKind::codesOrAll },
+      true },
+    { "--ignore", "CODES", "Ignore these findings", { ValueKind::codes }, true },
+    { "--fail-on", "SEVERITY", "Lowest severity for exit status 1: error, warning or note (the default)",
+      severity } };
+constexpr Option diffOptions[] = {
+    { "--only", "KIND", "Compare only this kind", { ValueKind::recordKind } } };
+
+constexpr Command withArguments[] = {
+    { .word = "summary",
+      .group = inspecting,
+      .description = "Show the files, the pipelines, and the number of records of each kind",
+      .arguments = oneConf,
+      .json = true,
+      .details = summaryText,
+      .examples = "bfri summary switch.conf\n"
+                  "bfri summary switch.conf --json | jq .counts",
+      .show = summary },
+    { .word = "show",
+      .group = inspecting,
+      .description = "Show everything about a record, by name, unique end of a name, or handle",
+      .arguments = confAndName,
+      .json = true,
+      .details = showText,
+      .examples = "bfri show switch.conf ipv4_acl\n"
+                  "bfri show switch.conf 0x01000031\n"
+                  "bfri show switch.conf 'permit of ipv4_acl'\n"
+                  "bfri show switch.conf ipv4_acl --json | jq '.bfTables[].counters[].name'",
+      .show = show },
+    { .word = "table",
+      .group = inspecting,
+      .description = "Show the record of one match table",
+      .arguments = confAndTable,
+      .json = true,
+      .details = tableText,
+      .examples = "bfri table switch.conf ipv4_acl\n"
+                  "bfri table switch.conf ipv4_acl --json | jq .size",
+      .show = table },
+    { .word = "stages",
+      .group = inspecting,
+      .description = "Map the stages: which resources start where, and how far they span",
+      .arguments = oneConf,
+      .options = stagesOptions,
+      .json = true,
+      .details = stagesText,
+      .examples = "bfri stages switch.conf\n"
+                  "bfri stages switch.conf --stage 8",
+      .show = stages },
+    { .word = "dump",
+      .group = inspecting,
+      .description = "Print the whole model as one JSON object",
+      .arguments = oneConf,
+      .onBadData = OnBadData::dieAsLibrary,
+      .details = dumpText,
+      .examples = "bfri dump switch.conf\n"
+                  "bfri dump switch.conf | jq '.bfTables | length'",
+      .show = dump },
+    { .word = "lookup",
+      .group = finding,
+      .description = "Find every record that has one of the handles",
+      .arguments = confAndHandles,
+      .json = true,
+      .csv = true,
+      .details = lookupText,
+      .examples = "bfri lookup switch.conf 0x1000001\n"
+                  "bfri lookup switch.conf 16777224 0x21400002 --json",
+      .show = lookup },
+    { .word = "annotate",
+      .group = finding,
+      .description = "Copy standard input, adding the owner's name after each known handle",
+      .arguments = oneConf,
+      .details = annotateText,
+      .examples = "bfri annotate switch.conf < agent.log\n"
+                  "tail -f agent.log | bfri annotate switch.conf",
+      .show = annotate },
+    { .word = "field",
+      .group = finding,
+      .description = "Print one field of one record and nothing else, for scripts",
+      .arguments = confKindNameField,
+      .details = fieldText,
+      .examples = "bfri field switch.conf table ipv4_acl size\n"
+                  "bfri field switch.conf action 'permit of ipv4_acl' handle\n"
+                  "bfri field switch.conf phv hdr.ethernet.dst_addr ingressBytes",
+      .show = field },
+    { .word = "names",
+      .group = finding,
+      .description = "Print every name, one per line",
+      .arguments = oneConf,
+      .options = namesOptions,
+      .json = true,
+      .csv = true,
+      .details = namesText,
+      .examples = "bfri names switch.conf --kind table\n"
+                  "bfri show switch.conf \"$(bfri names switch.conf | fzf)\"",
+      .show = names },
+    { .word = "normalize",
+      .group = finding,
+      .description = "Print names of fields as the model compares them",
+      .arguments = fieldNames,
+      .details = normalizeText,
+      .examples = "bfri normalize 'hdr.vlan[0].vid' 'hdr.stack$3.field'",
+      .run = normalize },
+    { .word = "check",
+      .group = judging,
+      .description = "Check whether configurations are sound, and if not, say where",
+      .arguments = someConfs,
+      .options = checkOptions,
+      .json = true,
+      .details = checkText,
+      .examples = "bfri check build/*/switch.conf --ignore BF304,BF305 --fail-on warning\n"
+                  "bfri check switch.conf --json | jq '.configurations[].findings[].code'\n"
+                  "bfri check --explain BF304",
+      .run = check },
+    { .word = "diff",
+      .group = judging,
+      .description = "Compare two configurations by name: what changed, and what an agent would notice",
+      .arguments = oldAndNew,
+      .options = diffOptions,
+      .json = true,
+      .details = diffText,
+      .examples = "bfri diff old/switch.conf new/switch.conf\n"
+                  "bfri diff old/switch.conf new/switch.conf --only tables --json",
+      .run = diff },
+};
+
+constexpr Command aboutTheProgram[] = {
+    { .word = "help",
+      .group = helping,
+      .description = "Print the arguments and options of a command, with examples",
+      .arguments = maybeCommand,
+      .details = helpText,
+      .examples = "bfri help show",
+      .run = help },
+    { .word = "complete",
+      .group = unlisted,
+      .description = "Print completions of the last word of a command line, for shells",
+      .arguments = typedWords,
+      .run = complete },
+    { .word = "man",
+      .group = unlisted,
+      .description = "Print the manual page, for man",
+      .arguments = {},
+      .run = manual },
+};
+
+/// Every kind of record has a list.
+Command listCommand( RecordKind const& kind ) {
+    return { .word = kind.many,
+             .group = listing,
+             .description = listTextOf( kind.kind ).description,
+             .arguments = oneConf,
+             .json = true,
+             .csv = true,
+             .listing = &kind,
+             .show = list };
+}
+
+std::vector<Command> allCommands() {
+    std::vector<Command> all( std::begin( withArguments ), std::end( withArguments ) );
+    for( RecordKind const& kind : recordKinds() )
+        all.push_back( listCommand( kind ) );
+    all.insert( all.end(), std::begin( aboutTheProgram ), std::end( aboutTheProgram ) );
+    return all;
+}
+
+constexpr Explanation exitStatuses[] = {
+    { "0", "Done" },
+    { "1", "The answer is no: not found, not unique, differs, findings" },
+    { "2", "Wrong usage" },
+    { "3", "Input can't be loaded" },
+    { "4", "Internal error, or output can't be written" } };
+
+constexpr Explanation environment[] = {
+    { "NO_COLOR", "Turns colours off, if it is set and not empty" },
+    { "ZEL_TRACE", "BfResourceParser/5-7 shows on standard error how files are read" } };
+
+} // namespace
+
+Program const& program() {
+    static std::vector<Command> const commands = allCommands();
+    static Program const bfri = { .name = "bfri",
+                                  .version = BFRI_VERSION,
+                                  .builtWith = "inflate: " BFRI_INFLATE,
+                                  .title = "inspect the context files of a switch chip's P4 compiler",
+                                  .description =
+                                      "Shows what the P4 compiler's context files say about a switch chip.",
+                                  .usage = "COMMAND CONF [ARG...] [OPTIONS]",
+                                  .exitStatuses = exitStatuses,
+                                  .environment = environment,
+                                  .commands = commands };
+    return bfri;
+}
+
+} // namespace Bfri

@@ -1,0 +1,113 @@
+#pragma once
+
+// What the help says about the commands: paragraphs with blank lines between them. The help wraps them.
+
+namespace Bfri {
+
+inline constexpr char const* summaryText =
+    "Lists the context files that are read, and counts the records of each kind in the model: those that the "
+    "list commands show. 'bfri check' names the match tables that the model omits, and says why.";
+
+inline constexpr char const* showText =
+    "Shows every record with the name, whatever its kind: a match table with its resources and their stages, "
+    "its counters, meters, WRED tables, registers and actions; each of these with its tables; a hash with "
+    "its "
+    "fields in order; a header; a PHV field. With --json, each kind has a member of its own.\n\n"
+    "An action of one table is 'ACTION of TABLE'. A handle, decimal or hexadecimal with 0x, opens its "
+    "owner's "
+    "page, unless a record has it as its name. If a record belongs to a match table that the model omits, "
+    "the "
+    "page says so, and why.";
+
+inline constexpr char const* tableText =
+    "Shows every field of the record ('bfri tables --help' explains them), then where the table is placed, "
+    "and "
+    "the handles that it references. 'bfri show' adds the records that belong to the table.";
+
+inline constexpr char const* stagesText =
+    "Prints one map for each context file. Without a runtime_config, handles do not tell the context files "
+    "apart, so one map shows them all. '2+1' means that two resources start in the stage, and one continues "
+    "from an earlier stage.\n\n"
+    "The stages of a resource are read from its context file, unit by unit; stages that it skips stay empty. "
+    "A "
+    "resource with a stage number that can't be read or has more than 32 bits is not on the map but named "
+    "above it (finding BF412 of 'bfri check').\n\n"
+    "With --json, stageNumbers lists the stages of each resource. For each stage, the answer says how many "
+    "resources start in it, how many span it, and how many entries the starting ones hold.";
+
+inline constexpr char const* dumpText =
+    "Prints every record of every collection with all its fields, and the relations between records that the "
+    "model knows. Unlike the other commands, dump aborts on bad context data, as an agent would.";
+
+inline constexpr char const* lookupText =
+    "Prints one row for each record that has the handle, with the field that holds it, and the table that "
+    "the "
+    "record belongs to. A direct meter, WRED table or register has no field for its own handle: its resource "
+    "holds it.\n\n"
+    "If nothing has the handle, standard error suggests what may be meant, and the exit status is 1. "
+    "Suggestions are the same digits with 0x, and handles with different upper four bits, where a "
+    "runtime_config puts the pipe. Standard error also names what has the handle in the context files but is "
+    "not in the model: match tables that it omits, what unplaced match tables list, and other unplaced "
+    "tables. "
+    "With --json, these are the suggestions and leftOut of each handle.";
+
+inline constexpr char const* annotateText =
+    "Each known handle is followed by its owner's name: 0x1000001 <pipe.acl>. Several names, at most three, "
+    "appear as <pipe_a.acl|pipe_b.acl>. A handle is a whole word: hexadecimal with 0x, or decimal from 65536 "
+    "on, as smaller numbers are rarely handles. Everything else is copied byte for byte. Nothing is held "
+    "back, "
+    "so the log may still be growing.";
+
+inline constexpr char const* fieldText =
+    "FIELD is a field of that kind, as explained by the help of its list: 'bfri tables --help'. Numbers are "
+    "decimal, flags are true or false, and lists have one element per line. The exit status is 1 if the "
+    "record "
+    "does not have the field, or if several records have the name.\n\n"
+    "To pick one of several actions, write 'ACTION of TABLE'. The end of either name is enough, and so is "
+    "the "
+    "action's handle for ACTION. To pick one of several other records, use the handle that its list shows.";
+
+inline constexpr char const* namesText =
+    "Prints each name once, in byte order. With --json and --csv, it also prints the kinds of record that "
+    "have "
+    "the name. Bytes that a terminal can't show appear as \\xXX, so each name takes one line.";
+
+inline constexpr char const* normalizeText = "Prints one name per line, in the order given. Each $ and the "
+                                             "digits after it become _1_. Then each dot and "
+                                             "each square bracket becomes _.";
+
+inline constexpr char const* checkText =
+    "For each CONF, prints that it is sound; or its findings, each with a code that never changes; or why it "
+    "can't be loaded: the place in the file, what was expected there, and what was found. A configuration "
+    "that "
+    "can't be loaded does not keep the others from being checked.\n\n"
+    "CODES are codes or titles of findings, separated by commas or given in several options.\n\n"
+    "The exit status is 0 if all are sound, 1 if there are findings (with --fail-on, only those of that "
+    "severity "
+    "or above count), and 3 if a configuration can't be loaded.";
+
+inline constexpr char const* diffText =
+    "Records of the same kind are matched by name, actions also by the name of their table. Duplicate names "
+    "pair up within a pipeline, in order. Removed records have a -, new ones a +, and changed ones a ~. A ! "
+    "marks what an agent that programs by name would notice: a record that is gone, has less room, or "
+    "answers a "
+    "query differently. The last line is the verdict. The exit status is 0 if nothing differs, and 1 "
+    "otherwise. "
+    "Paths are not compared.\n\n"
+    "A resource has moved when all its stages shift by the same distance. Otherwise, a change of its stages "
+    "shows as stageStart (the stage of its first stage table) or stageNumbers (all its stages, or - if they "
+    "are not known; see finding BF412 of 'bfri check'). A resource that has moved and also differs in "
+    "another "
+    "field, such as its size, counts under both MOVED and CHANGED.\n\n"
+    "Renumbered handles of records in both configurations take one line and a few examples; --json lists "
+    "all. "
+    "After them come the handles that now belong to several records, and so no longer identify a table or an "
+    "action. Hit-bit ranges that start elsewhere but are otherwise the same also take one line.\n\n"
+    "Without --only, placed tables that are new, gone, moved or resized are listed as resources, and handles "
+    "lists only changed references of placed tables.";
+
+inline constexpr char const* helpText = "Without COMMAND, prints the help of the whole program, like 'bfri "
+                                        "--help'. 'bfri COMMAND --help' prints the "
+                                        "same as 'bfri help COMMAND'.";
+
+} // namespace Bfri

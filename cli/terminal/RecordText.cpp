@@ -1,0 +1,195 @@
+#include "cli/terminal/RecordText.h"
+
+#include "inspect/model/RecordKinds.h"
+
+namespace Bfri {
+
+namespace {
+
+constexpr Column tableColumns[] = { { "HANDLE", "handle" },
+                                    { "SIZE", "size" },
+                                    { "ENTRIES", "totalEntries" },
+                                    { "IDLE BITS", "idleTimePrecision" },
+                                    { "HIT FROM", "hitBitSmashOffset" },
+                                    { "HIT TO", "hitBitSmashLast" },
+                                    { "PARTS", "maxPartitions" },
+                                    { "ACTION DATA", "adtHandle" },
+                                    { "SELECTION", "selHandle" },
+                                    { "PIPE", "logicalPipe" },
+                                    { "NAME", "name" } };
+
+constexpr Column resourceColumns[] = { { "HANDLE", "handle" },
+                                       { "SIZE", "size" },
+                                       { "TYPE", "type" },
+                                       { "DIRECTION", "ingress" },
+                                       { "FIRST STAGE", "stageStart" },
+                                       { "STAGE TABLES", "stages" },
+                                       { "NAME", "name" } };
+
+constexpr Column counterColumns[] = { { "HANDLE", "handle" },
+                                      { "OWN HANDLE", "ownHandle" },
+                                      { "SIZE", "size" },
+                                      { "DIRECT", "direct" },
+                                      { "BYTES", "bytes" },
+                                      { "PACKETS", "packets" },
+                                      { "PIPE", "logicalPipe" },
+                                      { "NAME", "name" },
+                                      { "TABLE", "associatedTable" } };
+
+constexpr Column meterColumns[] = {
+    { "HANDLE", "handle" },         { "DIRECT", "direct" },    { "PPS", "pps" },
+    { "PRE-COLOR", "hasPreColor" }, { "PIPE", "logicalPipe" }, { "NAME", "name" },
+    { "TABLE", "associatedTable" } };
+
+constexpr Column wredColumns[] = { { "HANDLE", "handle" },
+                                   { "DIRECT", "direct" },
+                                   { "PIPE", "logicalPipe" },
+                                   { "NAME", "name" },
+                                   { "TABLE", "parent" } };
+
+constexpr Column registerColumns[] = {
+    { "HANDLE", "handle" },  { "INDIRECT", "indirect" }, { "TYPE", "dataType" }, { "WIDTH", "width" },
+    { "DUAL", "dualWidth" }, { "NAME", "name" },         { "TABLE", "parent" } };
+
+constexpr Column learnQuantaColumns[] = { { "HANDLE", "handle" }, { "NAME", "name" } };
+
+constexpr Column actionColumns[] = { { "HANDLE", "handle" }, { "NAME", "name" }, { "TABLE", "tableName" } };
+
+constexpr Column headerColumns[] = { { "NAME", "name" }, { "BYTES", "size" } };
+
+constexpr Column hashColumns[] = { { "NAME", "name" },
+                                   { "HANDLE", "tableHdl" },
+                                   { "FIELD LIST", "fieldListHdl" },
+                                   { "FIELDS", "fieldCount" },
+                                   { "FIELD NAMES", "fieldNames" } };
+
+constexpr Column phvColumns[] = {
+    { "FIELD", "name" }, { "INGRESS BYTES", "ingressBytes" }, { "EGRESS BYTES", "egressBytes" } };
+
+constexpr Column handleColumns[] = { { "HANDLE", "handle" },
+                                     { "SIZE", "size" },
+                                     { "STAGE", "stageStart" },
+                                     { "STATISTICS", "statReferences" },
+                                     { "METERS", "meterReferences" },
+                                     { "STATEFUL", "statefulReferences" },
+                                     { "NAME", "name" },
+                                     { "PARENT", "parent" } };
+
+void replace( Row& row, std::initializer_list<std::string_view> names, Value const& value ) {
+    for( Field& field : row ) {
+        if( std::find( names.begin(), names.end(), field.name ) != names.end() )
+            field.value = value;
+    }
+}
+
+Row tableForPeople( Row row ) {
+    if( !valueAs<bool>( row, "hitBitSupported" ) )
+        replace( row, { "idleTimePrecision", "hitBitSmashOffset", "hitBitSmashLast" }, {} );
+    if( valueAs<Hex>( row, "adtHandle" ).value == 0 && valueAs<String>( row, "adtName" ).empty() )
+        replace( row, { "maxAdtEntries", "adtHandle", "adtName" }, {} );
+    if( valueAs<U32>( row, "maxSelGroups" ) == 0 )
+        replace( row, { "maxSelGroups", "maxSelEntries", "selHandle", "selName" }, {} );
+    return row;
+}
+
+Row resourceForPeople( Row row ) {
+    replace( row, { "type" }, valueOf( row, "typeName" ) );
+    replace( row, { "ingress" }, valueAs<bool>( row, "ingress" ) ? "ingress" : "egress" );
+    return row;
+}
+
+/// The row says which table the record belongs to, or that several have it.
+Row ownedForPeople( Row row ) {
+    static Value const several( "(several)" );
+    if( !valueAs<bool>( row, "severalParents" ) )
+        return row;
+    for( Field& field : row ) {
+        String const* const table = std::get_if<String>( &field.value.is );
+        bool const known = table && !table->empty();
+        if( ( field.name == "parent" || field.name == "associatedTable" ) && !known )
+            field.value = several;
+    }
+    return row;
+}
+
+} // namespace
+
+std::span<Column const> columnsOf( Kind kind ) {
+    switch( kind ) {
+    case Kind::tables:
+        return tableColumns;
+    case Kind::resources:
+        return resourceColumns;
+    case Kind::counters:
+        return counterColumns;
+    case Kind::meters:
+        return meterColumns;
+    case Kind::wreds:
+        return wredColumns;
+    case Kind::registers:
+        return registerColumns;
+    case Kind::learnQuantas:
+        return learnQuantaColumns;
+    case Kind::actions:
+        return actionColumns;
+    case Kind::headers:
+        return headerColumns;
+    case Kind::hashes:
+        return hashColumns;
+    case Kind::phvFields:
+        return phvColumns;
+    case Kind::handles:
+        return handleColumns;
+    }
+    return {};
+}
+
+char const* columnTitleOf( Kind kind, std::string_view field ) {
+    auto const columns = columnsOf( kind );
+    auto const found = std::find_if( columns.begin(), columns.end(),
+                                     [ & ]( Column const& column ) { return field == column.field; } );
+    return found == columns.end() ? nullptr : found->title;
+}
+
+Row rowForPeople( Kind kind, Row row ) {
+    switch( kind ) {
+    case Kind::tables:
+        return tableForPeople( std::move( row ) );
+    case Kind::resources:
+        return resourceForPeople( std::move( row ) );
+    case Kind::counters:
+    case Kind::meters:
+    case Kind::wreds:
+    case Kind::registers:
+    case Kind::handles:
+        return ownedForPeople( std::move( row ) );
+    case Kind::learnQuantas:
+    case Kind::actions:
+    case Kind::headers:
+    case Kind::hashes:
+    case Kind::phvFields:
+        break;
+    }
+    return row;
+}
+
+RowList inColumns( std::span<Column const> columns, Row const& blank, std::vector<Row> const& rows ) {
+    auto const cellsOf = [ & ]( Row const& row ) {
+        Row cells;
+        for( Column const& column : columns )
+            cells.push_back( { column.title, valueOf( row, column.field ) } );
+        return cells;
+    };
+    RowList list{ cellsOf( blank ), {} };
+    for( Row const& row : rows )
+        list.rows.push_back( cellsOf( row ) );
+    return list;
+}
+
+RowList listForPeople( Kind kind, std::vector<Row> rows ) {
+    for( Row& row : rows )
+        row = rowForPeople( kind, std::move( row ) );
+    return inColumns( columnsOf( kind ), kindOf( kind ).blank(), rows );
+}
+
+} // namespace Bfri

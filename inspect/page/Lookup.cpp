@@ -1,0 +1,153 @@
+#include "inspect/page/Lookup.h"
+
+#include "inspect/model/RecordKinds.h"
+
+#include <set>
+#include <unordered_map>
+
+namespace Bfri {
+
+namespace {
+
+using BfResourceInfo::BfResourceParser;
+using Uses = std::vector<HandleUse>;
+using UsesByHandle = std::unordered_map<U32, Uses>;
+
+constexpr U32 withoutPipe = 0x0FFFFFFF; ///< of a handle, the bits that no pipe takes
+
+/// Uses of the handles that are asked for, of those that differ in the pipe's bits alone, and of what a word
+/// means after a 0x.
+UsesByHandle usesLike( BfResourceParser const& parser, std::span<HandleWord const> words ) {
+    UsesByHandle like;
+    for( HandleWord const& one : words ) {
+        like[ one.handle & withoutPipe ];
+        if( auto const hexadecimal = handleBehind0x( one.word ) )
+            like[ *hexadecimal & withoutPipe ];
+    }
+    eachHandleUse( parser, [ & ]( HandleUse const& use ) {
+        auto const bucket = like.find( use.handle & withoutPipe );
+        if( bucket != like.end() )
+            bucket->second.push_back( use );
+    } );
+    return like;
+}
+
+/// Whether the record may belong to a match table, or be one's resource.
+bool isAttachable( HandleUse const& use ) {
+    return use.kind == Kind::resources || kindOf( use.kind ).attachment;
+}
+
+/// Tables that the model omits and that have what has the handle as its own; where nothing does, what they
+/// have of it.
+Omissions omittedOf( U32 handle, Uses const& uses, OmittedTables const& tables ) {
+    Omissions all;
+    std::set<String> names;
+    bool isOwned = false;
+    for( HandleUse const& use : uses ) {
+        if( use.owner != use.name || use.owner.empty() )
+            continue;
+        if( use.kind == Kind::tables )
+            return {};
+        isOwned = true;
+        if( isAttachable( use ) )
+            names.emplace( use.name );
+    }
+    if( !isOwned ) {
+        all = tables.withHandle( handle );
+        bool const isResource = !all.empty() && all.front().omitted == Omitted::handle;
+        names.insert( isResource ? all.front().table : "" );
+    }
+    for( String const& name : names ) {
+        for( Omission& one : tables.of( handle, name ) )
+            all.push_back( std::move( one ) );
+    }
+    return all;
+}
+
+/// Handles come with a pipe in their upper bits from some sources and without it from others.
+std::map<U32, String> othersLike( BfResourceParser const& parser, U32 handle, Uses const& like ) {
+    bool const pipesInHandles = !parser.bfrtConfig().empty();
+    std::map<U32, String> names;
+    for( HandleUse const& use : like ) {
+        bool const isPipeLost = use.handle == ( handle & withoutPipe );
+        if( pipesInHandles || isPipeLost )
+            names.emplace( use.handle, use.owner.empty() ? use.name : use.owner );
+    }
+    return names;
+}
+
+Uses usesOf( U32 handle, UsesByHandle const& like ) {
+    Uses uses = like.at( handle & withoutPipe );
+    std::erase_if( uses, [ & ]( HandleUse const& use ) { return use.handle != handle; } );
+    return uses;
+}
+
+HandleAnswer answerFor( BfResourceParser const& parser, HandleWord const& word, UsesByHandle const& like,
+                        OmittedTables const& tables ) {
+    HandleAnswer answer{ word.handle, usesOf( word.handle, like ) };
+    answer.omitted = omittedOf( word.handle, answer.uses, tables );
+    if( !answer.uses.empty() )
+        return answer;
+    answer.others = othersLike( parser, word.handle, like.at( word.handle & withoutPipe ) );
+    auto const hexadecimal = handleBehind0x( word.word );
+    if( hexadecimal && !usesOf( *hexadecimal, like ).empty() )
+        answer.without0x = hexadecimal;
+    return answer;
+}
+
+Value textOrNone( std::string_view text ) { return text.empty() ? Value() : Value( String( text ) ); }
+
+Row rowOf( HandleUse const& use ) {
+    return { { "kind", kindOf( use.kind ).one },
+             { "field", textOrNone( use.field ) },
+             { "name", String( use.name ) },
+             { "table", textOrNone( use.table ) },
+             { "severalTables", use.severalTables } };
+}
+
+Row withHandle( HandleUse const& use ) {
+    Row row = rowOf( use );
+    row.insert( row.begin(), { "handle", Hex( use.handle ) } );
+    return row;
+}
+
+List suggestionsOf( HandleAnswer const& answer ) {
+    List words = listOf( answer.others, []( auto const& other ) { return hexText( other.first ); } );
+    if( answer.without0x )
+        words.emplace_back( hexText( *answer.without0x ) );
+    return words;
+}
+
+} // namespace
+
+std::vector<HandleAnswer> lookUp( Configuration const& configuration, std::span<HandleWord const> words ) {
+    auto const& parser = configuration.parser();
+    auto const like = usesLike( parser, words );
+    OmittedTables const tables( configuration );
+    std::vector<HandleAnswer> answers;
+    for( HandleWord const& word : words )
+        answers.push_back( answerFor( parser, word, like, tables ) );
+    return answers;
+}
+
+std::vector<Row> rowsOf( std::vector<HandleAnswer> const& answers ) {
+    std::vector<Row> rows;
+    for( HandleAnswer const& answer : answers ) {
+        for( HandleUse const& use : answer.uses )
+            rows.push_back( withHandle( use ) );
+    }
+    return rows;
+}
+
+Row blankUse() { return withHandle( {} ); }
+
+List objectsOf( std::vector<HandleAnswer> const& answers ) {
+    return listOf( answers, []( HandleAnswer const& answer ) {
+        return Row{ { "handle", Hex( answer.handle ) },
+                    { "found", listOf( answer.uses, []( HandleUse const& use ) { return rowOf( use ); } ) },
+                    { "suggestions", suggestionsOf( answer ) },
+                    { "omitted", valuesOf( answer.omitted ) } };
+    } );
+}
+
+} // namespace Bfri

@@ -1,0 +1,39 @@
+#pragma once
+
+// What there is to know of a handle.
+
+#include "inspect/model/HandleUses.h"
+#include "inspect/model/Omissions.h"
+
+#include <map>
+#include <span>
+
+namespace Bfri {
+
+/// A handle as asked for, and the records that have it.
+struct HandleAnswer {
+    U32 handle = 0;
+    std::vector<HandleUse> uses = {};
+    Omissions omitted = {};            ///< what has it, or has what has it, and the model omits
+    std::map<U32, String> others = {}; ///< of an unknown one: handles that may be meant, each with a name
+    std::optional<U32> without0x =
+        {}; ///< of an unknown one: what the word means after a 0x, if that is known
+};
+
+/// A word, and the handle that it is.
+struct HandleWord {
+    String word;
+    U32 handle;
+};
+
+/// An answer for each, from one pass over the model. The texts are the model's.
+std::vector<HandleAnswer> lookUp( Configuration const& configuration, std::span<HandleWord const> words );
+
+/// A row for each use of a handle: the fields of a CSV line.
+std::vector<Row> rowsOf( std::vector<HandleAnswer> const& answers );
+Row blankUse(); ///< of which only the types count
+
+/// The JSON objects, in the order of the answers.
+List objectsOf( std::vector<HandleAnswer> const& answers );
+
+} // namespace Bfri
