@@ -17,22 +17,27 @@ String identityKey( Row const& row ) {
     return identity.table ? identity.name + '\0' + *identity.table : identity.name;
 }
 
-/// The same with what tells its pipeline: the pipe that the record states, else the one in the upper bits of
-/// its handle.
-String pipelineKey( Row const& row ) {
-    String const key = identityKey( row ) + '\0';
-    auto const* const pipe = std::get_if<String>( &valueOf( row, "logicalPipe" ).is );
-    if( pipe && !pipe->empty() )
-        return key + *pipe;
-    auto const* const handle = std::get_if<Hex>( &valueOf( row, "handle" ).is );
-    return key + std::to_string( handle ? handle->value >> 28 : 0 );
-}
-
-Keys keysOf( std::vector<Row> const& rows, String ( *key )( Row const& ) ) {
+Keys identityKeysOf( std::vector<Row> const& rows ) {
     Keys keys;
     keys.reserve( rows.size() );
     for( Row const& row : rows )
-        keys.push_back( key( row ) );
+        keys.push_back( identityKey( row ) );
+    return keys;
+}
+
+/// What tells a record's pipeline: the pipe that it states, else the one in the upper bits of its handle.
+String pipelineOf( Row const& row ) {
+    auto const* const pipe = std::get_if<String>( &valueOf( row, "logicalPipe" ).is );
+    if( pipe && !pipe->empty() )
+        return *pipe;
+    auto const* const handle = std::get_if<Hex>( &valueOf( row, "handle" ).is );
+    return std::to_string( handle ? handle->value >> 28 : 0 );
+}
+
+/// The keys with the pipelines.
+Keys pipelineKeysOf( std::vector<Row> const& rows, Keys keys ) {
+    for( std::size_t i = 0; i < rows.size(); ++i )
+        keys[ i ].append( 1, '\0' ).append( pipelineOf( rows[ i ] ) );
     return keys;
 }
 
@@ -115,9 +120,9 @@ Identity::Identity( Row const& row )
 
 Join joinRows( std::vector<Row> const& old, std::vector<Row> const& now ) {
     Partners partners( old.size(), now.size() );
-    match( partners, keysOf( old, pipelineKey ), keysOf( now, pipelineKey ) );
-    Keys const oldKeys = keysOf( old, identityKey );
-    Keys const nowKeys = keysOf( now, identityKey );
+    Keys const oldKeys = identityKeysOf( old );
+    Keys const nowKeys = identityKeysOf( now );
+    match( partners, pipelineKeysOf( old, oldKeys ), pipelineKeysOf( now, nowKeys ) );
     match( partners, oldKeys, nowKeys );
     return joinOf( partners, oldKeys, nowKeys );
 }

@@ -1,5 +1,7 @@
 #include "inspect/model/Records.h"
 
+#include <iterator>
+
 namespace Bfri {
 
 namespace {
@@ -17,70 +19,81 @@ String typeName( U32 number ) {
     return std::to_string( number );
 }
 
+/// The fields as a row, with room for those that some kinds add. A list in braces would be copied.
+template<std::size_t count>
+Row moved( Field ( &&fields )[ count ] ) {
+    constexpr std::size_t added = 3;
+    Row row;
+    row.reserve( count + added );
+    row.insert( row.end(), std::make_move_iterator( std::begin( fields ) ),
+                std::make_move_iterator( std::end( fields ) ) );
+    return row;
+}
+
 } // namespace
 
 // The bindings take each record apart as a whole: one that gains or loses a field does not compile here.
 
 Row rowOf( BfResource const& record ) {
     auto const& [ name, handle, type, size, ingress, stages, stageStart ] = record;
-    return { { "name", name },
-             { "handle", Hex( handle ) },
-             { "type", type },
-             { "size", size },
-             { "ingress", ingress },
-             { "stages", stages },
-             { "stageStart", stageStart } };
+    return moved( { { "name", name },
+                    { "handle", Hex( handle ) },
+                    { "type", type },
+                    { "size", size },
+                    { "ingress", ingress },
+                    { "stages", stages },
+                    { "stageStart", stageStart } } );
 }
 
 Row rowOf( BfTableInfo const& record ) {
     auto const& [ name, handle, size, totalEntries, hitBitSupported, idleTimePrecision, hitBitSmashOffset,
                   hitBitSmashLast, maxEntries, maxPartitions, maxPrios, hasActionProfile, maxAdtEntries,
                   maxSelGroups, maxSelEntries, adtHandle, selHandle, adtName, selName, logicalPipe ] = record;
-    return { { "name", name },
-             { "handle", Hex( handle ) },
-             { "size", size },
-             { "totalEntries", totalEntries },
-             { "hitBitSupported", hitBitSupported },
-             { "idleTimePrecision", idleTimePrecision },
-             { "hitBitSmashOffset", hitBitSmashOffset },
-             { "hitBitSmashLast", hitBitSmashLast },
-             { "maxEntries", maxEntries },
-             { "maxPartitions", maxPartitions },
-             { "maxPrios", maxPrios },
-             { "hasActionProfile", hasActionProfile },
-             { "maxAdtEntries", maxAdtEntries },
-             { "maxSelGroups", maxSelGroups },
-             { "maxSelEntries", maxSelEntries },
-             { "adtHandle", Hex( adtHandle ) },
-             { "selHandle", Hex( selHandle ) },
-             { "adtName", adtName },
-             { "selName", selName },
-             { "logicalPipe", logicalPipe } };
+    return moved( { { "name", name },
+                    { "handle", Hex( handle ) },
+                    { "size", size },
+                    { "totalEntries", totalEntries },
+                    { "hitBitSupported", hitBitSupported },
+                    { "idleTimePrecision", idleTimePrecision },
+                    { "hitBitSmashOffset", hitBitSmashOffset },
+                    { "hitBitSmashLast", hitBitSmashLast },
+                    { "maxEntries", maxEntries },
+                    { "maxPartitions", maxPartitions },
+                    { "maxPrios", maxPrios },
+                    { "hasActionProfile", hasActionProfile },
+                    { "maxAdtEntries", maxAdtEntries },
+                    { "maxSelGroups", maxSelGroups },
+                    { "maxSelEntries", maxSelEntries },
+                    { "adtHandle", Hex( adtHandle ) },
+                    { "selHandle", Hex( selHandle ) },
+                    { "adtName", adtName },
+                    { "selName", selName },
+                    { "logicalPipe", logicalPipe } } );
 }
 
 Row rowOf( BfTableCounterInfo const& record ) {
     auto const& [ name, handle, ownHandle, size, direct, bytes, packets, associatedTable, logicalPipe ] =
         record;
-    return { { "name", name },
-             { "handle", Hex( handle ) },
-             { "ownHandle", Hex( ownHandle ) },
-             { "size", size },
-             { "direct", direct },
-             { "bytes", bytes },
-             { "packets", packets },
-             { "associatedTable", associatedTable },
-             { "logicalPipe", logicalPipe } };
+    return moved( { { "name", name },
+                    { "handle", Hex( handle ) },
+                    { "ownHandle", Hex( ownHandle ) },
+                    { "size", size },
+                    { "direct", direct },
+                    { "bytes", bytes },
+                    { "packets", packets },
+                    { "associatedTable", associatedTable },
+                    { "logicalPipe", logicalPipe } } );
 }
 
 Row rowOf( BfTableMeterInfo const& record ) {
     auto const& [ name, handle, direct, pps, hasPreColor, associatedTable, logicalPipe ] = record;
-    return { { "name", name },
-             { "handle", Hex( handle ) },
-             { "direct", direct },
-             { "pps", pps },
-             { "hasPreColor", hasPreColor },
-             { "associatedTable", associatedTable },
-             { "logicalPipe", logicalPipe } };
+    return moved( { { "name", name },
+                    { "handle", Hex( handle ) },
+                    { "direct", direct },
+                    { "pps", pps },
+                    { "hasPreColor", hasPreColor },
+                    { "associatedTable", associatedTable },
+                    { "logicalPipe", logicalPipe } } );
 }
 
 Row rowOf( BfTableWredInfo const& record ) {
@@ -91,36 +104,40 @@ Row rowOf( BfTableWredInfo const& record ) {
 
 Row rowOf( BfRegisterInfo const& record ) {
     auto const& [ name, handle, indirect, dataType, width, dualWidth ] = record;
-    return { { "name", name },         { "handle", Hex( handle ) }, { "indirect", indirect },
-             { "dataType", dataType }, { "width", width },          { "dualWidth", dualWidth } };
+    return moved( { { "name", name },
+                    { "handle", Hex( handle ) },
+                    { "indirect", indirect },
+                    { "dataType", dataType },
+                    { "width", width },
+                    { "dualWidth", dualWidth } } );
 }
 
 Row rowOf( BfLearnQuantaInfo const& record ) {
     auto const& [ name, handle ] = record;
-    return { { "name", name }, { "handle", Hex( handle ) } };
+    return moved( { { "name", name }, { "handle", Hex( handle ) } } );
 }
 
 Row rowOf( BfActionInfo const& record ) {
     auto const& [ handle, name, tableName ] = record;
-    return { { "handle", Hex( handle ) }, { "name", name }, { "tableName", tableName } };
+    return moved( { { "handle", Hex( handle ) }, { "name", name }, { "tableName", tableName } } );
 }
 
 Row rowOf( BfDynamicHashInfo const& record ) {
     auto const& [ tableHdl, fieldListHdl, fieldCount, fieldNames ] = record;
-    return { { "tableHdl", Hex( tableHdl ) },
-             { "fieldListHdl", Hex( fieldListHdl ) },
-             { "fieldCount", fieldCount },
-             { "fieldNames", listOf( fieldNames, []( String const& name ) { return name; } ) } };
+    return moved( { { "tableHdl", Hex( tableHdl ) },
+                    { "fieldListHdl", Hex( fieldListHdl ) },
+                    { "fieldCount", fieldCount },
+                    { "fieldNames", listOf( fieldNames, []( String const& name ) { return name; } ) } } );
 }
 
 Row rowOf( BfZelResource const& record ) {
-    return { { "handle", Hex( record.handle ) },
-             { "name", record.name },
-             { "size", record.size },
-             { "stageStart", U32{ record.stageStart } },
-             { "statReferences", handles( record.statReferences() ) },
-             { "meterReferences", handles( record.meterReferences() ) },
-             { "statefulReferences", handles( record.statefulReferences() ) } };
+    return moved( { { "handle", Hex( record.handle ) },
+                    { "name", record.name },
+                    { "size", record.size },
+                    { "stageStart", U32{ record.stageStart } },
+                    { "statReferences", handles( record.statReferences() ) },
+                    { "meterReferences", handles( record.meterReferences() ) },
+                    { "statefulReferences", handles( record.statefulReferences() ) } } );
 }
 
 String typeNameOf( BfResource const& record ) { return typeName( record.type ); }

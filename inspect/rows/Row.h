@@ -88,6 +88,7 @@ struct RowList {
 template<class Elements, class ToValue>
 List listOf( Elements const& elements, ToValue const& toValue ) {
     List list;
+    list.reserve( std::size( elements ) );
     for( auto const& element : elements )
         list.push_back( toValue( element ) );
     return list;

@@ -1,5 +1,7 @@
 #include "inspect/rows/Utf8.h"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 
 namespace Bfri {
@@ -34,6 +36,12 @@ String jsonEscape( Character const& c ) {
     return {};
 }
 
+/// The length of the front that needs no escape whatever it is for: most texts are all front.
+std::size_t plainLength( std::string_view text ) {
+    auto const isPlain = []( char c ) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; };
+    return static_cast<std::size_t>( std::find_if_not( text.begin(), text.end(), isPlain ) - text.begin() );
+}
+
 } // namespace
 
 Character firstCharacter( std::string_view text ) {
@@ -58,13 +66,17 @@ Character firstCharacter( std::string_view text ) {
 
 String escaped( std::string_view text, String ( *escapeOf )( Character const& ) ) {
     String result;
-    while( !text.empty() ) {
+    for( ;; ) {
+        std::size_t const plain = plainLength( text );
+        result += text.substr( 0, plain );
+        text.remove_prefix( plain );
+        if( text.empty() )
+            return result;
         Character const c = firstCharacter( text );
         String const replacement = escapeOf( c );
         result += replacement.empty() ? text.substr( 0, c.length ) : replacement;
         text.remove_prefix( c.length );
     }
-    return result;
 }
 
 bool isHidden( Character const& character ) {

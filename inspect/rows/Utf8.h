@@ -23,6 +23,7 @@ struct Character {
 Character firstCharacter( std::string_view text );
 
 /// The text with every character for which there is an escape replaced by it; an empty one stands for none.
+/// Printable ASCII other than quotes and backslashes never has one: `escapeOf` is not asked.
 String escaped( std::string_view text, String ( *escapeOf )( Character const& ) );
 
 /// Whether it is a control character beyond ASCII, or changes the writing direction: nobody sees it, and it

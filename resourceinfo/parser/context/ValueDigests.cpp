@@ -52,8 +52,13 @@ void sortByName( std::span<Part> parts ) {
     constexpr std::size_t few = 32;
     if( parts.size() > few )
         return std::stable_sort( parts.begin(), parts.end(), isBefore );
-    for( auto next = parts.begin(); next != parts.end(); ++next )
-        std::rotate( std::upper_bound( parts.begin(), next, *next, isBefore ), next, next + 1 );
+    for( auto next = parts.begin(); next != parts.end(); ++next ) {
+        Part const part = *next;
+        auto place = next;
+        for( ; place != parts.begin() && isBefore( part, place[ -1 ] ); --place )
+            *place = place[ -1 ];
+        *place = part;
+    }
 }
 
 } // namespace
@@ -79,12 +84,21 @@ void ValueDigests::string( std::string_view text ) { valueEnds( digestOf( Type::
 
 void ValueDigests::key( std::string_view name ) {
     levels_.back().name = digestOf( Type::name, name );
-    if( levels_.size() == 1 )
-        list_ = name;
-    else if( levels_.size() == 3 && elements_ )
-        member_ = name;
-    else if( levels_.size() == 4 && hasParts_ )
-        part_ = name;
+    if( keeps_ )
+        ( levels_.size() == 1 ? list_ : levels_.size() == 3 ? member_ : part_ ) = name;
+}
+
+bool ValueDigests::keepsValues() const {
+    switch( levels_.size() ) {
+    case 1:
+        return !levels_[ 0 ].isArray;
+    case 2:
+        return elements_ != nullptr;
+    case 3:
+        return elements_ && !levels_[ 2 ].isArray;
+    default:
+        return levels_.size() == 4 && hasParts_;
+    }
 }
 
 void ValueDigests::containerStarts( bool isArray ) {
@@ -93,6 +107,7 @@ void ValueDigests::containerStarts( bool isArray ) {
         elements_ = &lists_[ list_ ];
     else if( levels_.size() == 4 && elements_ && !levels_[ 2 ].isArray )
         hasParts_ = isArray ? member_ == "actions" : member_ == "match_attributes";
+    keeps_ = keepsValues();
 }
 
 void ValueDigests::containerEnds() {
@@ -107,11 +122,13 @@ void ValueDigests::containerEnds() {
     else if( levels_.size() == 4 )
         hasParts_ = false;
     levels_.pop_back();
+    keeps_ = keepsValues();
     valueEnds( digest );
 }
 
 void ValueDigests::valueEnds( Digest const& digest ) {
-    keep( digest );
+    if( keeps_ )
+        keep( digest );
     if( levels_.empty() )
         file_ = digest;
     else
@@ -119,15 +136,13 @@ void ValueDigests::valueEnds( Digest const& digest ) {
 }
 
 void ValueDigests::keep( Digest const& digest ) {
-    if( levels_.size() == 1 && !levels_[ 0 ].isArray )
+    if( levels_.size() == 1 )
         members_.push_back( { list_, digest } );
-    if( !elements_ )
-        return;
-    if( levels_.size() == 2 )
+    else if( levels_.size() == 2 )
         elements_->push_back( { digest, std::exchange( elementParts_, {} ) } );
-    else if( levels_.size() == 3 && !levels_[ 2 ].isArray )
+    else if( levels_.size() == 3 )
         elementParts_.push_back( { member_, digest } );
-    else if( levels_.size() == 4 && hasParts_ )
+    else
         elementParts_.push_back(
             { member_ + '/' +
                   ( levels_[ 3 ].isArray ? std::to_string( parts_.size() - levels_[ 3 ].firstPart ) : part_ ),

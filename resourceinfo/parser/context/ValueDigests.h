@@ -51,6 +51,8 @@ class ValueDigests {
     };
 
     void valueEnds( Digest const& digest );
+    /// Whether digests of the values in the innermost open container are kept.
+    bool keepsValues() const;
     void keep( Digest const& digest );
 
     std::vector<Level> levels_;
@@ -63,6 +65,7 @@ class ValueDigests {
     String part_;
     std::vector<ElementDigests>* elements_ = nullptr; // of the surveyed list that is being read
     bool hasParts_ = false;                           // the member that is being read is kept part by part
+    bool keeps_ = false;                              // keepsValues(), asked for each value
 
     Digest file_;
     std::vector<PartDigest> members_;
