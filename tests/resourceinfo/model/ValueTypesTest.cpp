@@ -156,6 +156,8 @@ TEST( ZelResource, AnyFieldMakesItTrueAndUnequal ) {
         EXPECT_TRUE( resource ) << resource;
         EXPECT_FALSE( resource.isEq( BfZelResource() ) ) << resource;
         EXPECT_TRUE( resource.isEq( BfZelResource( resource ) ) ) << resource;
+        EXPECT_FALSE( resource == BfZelResource() ) << resource;
+        EXPECT_TRUE( resource == BfZelResource( resource ) ) << resource;
     }
 }
 
@@ -222,6 +224,8 @@ TEST( PipeMask, IsItsNumber ) {
 TEST( PipeMask, ComparesAsItsNumber ) {
     EXPECT_TRUE( BfPipeMask( 3 ).isEq( BfPipeMask( 3 ) ) );
     EXPECT_FALSE( BfPipeMask( 3 ).isEq( BfPipeMask( 1 ) ) );
+    EXPECT_TRUE( BfPipeMask( 3 ) == BfPipeMask( 3 ) );
+    EXPECT_FALSE( BfPipeMask( 3 ) == BfPipeMask( 1 ) );
     EXPECT_TRUE( BfPipeMask( 0x7FFFFFFF ) < BfPipeMask( 0x80000000 ) );
     EXPECT_FALSE( BfPipeMask( 2 ) < BfPipeMask( 2 ) );
 }
@@ -259,6 +263,8 @@ TEST( HeaderInfo, ShowsAndComparesItsSize ) {
     EXPECT_EQ( valueToStrep( BfHeaderInfo( 40 ) ), "40" );
     EXPECT_EQ( streamed( BfHeaderInfo( 65535 ) ), "65535" );
     EXPECT_TRUE( BfHeaderInfo( 40 ).isEq( BfHeaderInfo( 40 ) ) );
+    EXPECT_FALSE( BfHeaderInfo( 40 ).isEq( BfHeaderInfo( 41 ) ) );
+    EXPECT_TRUE( BfHeaderInfo( 40 ) == BfHeaderInfo( 40 ) );
     EXPECT_FALSE( BfHeaderInfo( 40 ) == BfHeaderInfo( 41 ) );
 }
 

@@ -33,6 +33,28 @@ BfZelResource entry( References const& references ) {
     return result;
 }
 
+TEST( Handles, AreFoundWithTheirEntries ) {
+    ResourceHandles handles;
+    EXPECT_TRUE( handles.empty() );
+    EXPECT_EQ( handles.begin(), handles.end() );
+    BfZelResource entry;
+    entry.name = "acl";
+    handles.is( 7, entry );
+    EXPECT_FALSE( handles.empty() );
+    EXPECT_EQ( handles.size(), 1 );
+    EXPECT_TRUE( handles.has( 7 ) );
+    EXPECT_FALSE( handles.has( 8 ) );
+    ASSERT_NE( handles.find( 7 ), nullptr );
+    EXPECT_EQ( handles.find( 7 )->name, "acl" );
+    EXPECT_EQ( handles.find( 8 ), nullptr );
+    EXPECT_EQ( handles.value( 7 ), entry );
+    EXPECT_FALSE( handles.value( 8 ) );
+    std::map<U32, String> names;
+    for( auto const& [ handle, resource ] : handles )
+        names[ handle ] = resource.name;
+    EXPECT_THAT( names, testing::ElementsAre( testing::Pair( 7, "acl" ) ) );
+}
+
 TEST( Referrer, IsFoundByItsKindOnly ) {
     ResourceHandles handles;
     handles.is( 7, entry( { { 1 }, { 2 }, { 3 } } ) );
