@@ -92,14 +92,14 @@ struct Explanation {
 /// A program: the command table, and what its help says besides.
 struct Program {
     char const* name;
-    char const* version;
-    char const* builtWith;   ///< printed below the version: choices of the build
-    char const* title;       ///< for the manual page: "inspector of ..."
-    char const* description; ///< a sentence
-    char const* usage;       ///< what the program's own help shows after its name: "COMMAND CONF [ARG...]"
-    std::span<Explanation const> exitStatuses;
-    std::span<Explanation const> environment; ///< variables
-    std::span<Command const> commands;        ///< in the order of the help
+    char const* version = "";
+    char const* builtWith = "";   ///< printed below the version: choices of the build
+    char const* title = "";       ///< for the manual page: "inspector of ..."
+    char const* description = ""; ///< a sentence
+    char const* usage = ""; ///< what the program's own help shows after its name: "COMMAND CONF [ARG...]"
+    std::span<Explanation const> exitStatuses = {};
+    std::span<Explanation const> environment = {}; ///< variables
+    std::span<Command const> commands;             ///< in the order of the help
 };
 
 // The options that every command takes, and those of the program itself.

@@ -42,15 +42,7 @@ Program const& toy() {
           .json = true,
           .csv = true },
         { .word = "none", .group = "All", .description = "", .arguments = {} } };
-    static Program const program = { .name = "toy",
-                                     .version = "1",
-                                     .builtWith = "",
-                                     .title = "",
-                                     .description = "",
-                                     .usage = "",
-                                     .exitStatuses = {},
-                                     .environment = {},
-                                     .commands = commands };
+    static Program const program = { .name = "toy", .commands = commands };
     return program;
 }
 
