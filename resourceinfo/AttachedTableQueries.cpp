@@ -11,6 +11,7 @@ U32 BfResourceInfoIntf::bfTableCounterIndex( String const& counter ) const {
 BfTableCounterInfo BfResourceInfoIntf::bfTableCounter( U32 index ) const {
     auto const parser = queried();
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid );
+    auto const bfTableCountersNum = sizeOf( parser->bfCounters() );
     ZEL_ASSERT( index < bfTableCountersNum() );
     return parser->bfCounters().at( index );
 }
@@ -19,6 +20,7 @@ U32 BfResourceInfoIntf::bfTableCounterField( String const& counter, BfCounterFie
     auto const parser = queried();
     U32 const index = indexOf( parser->bfCounters(), counter );
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid ) << "no counter " << counter;
+    auto const bfTableCountersNum = sizeOf( parser->bfCounters() );
     ZEL_ASSERT( index < bfTableCountersNum() );
     BfTableCounterInfo const& record = parser->bfCounters().at( index );
     switch( f ) {
@@ -45,6 +47,7 @@ U32 BfResourceInfoIntf::bfTableMeterIndex( String const& meter ) const {
 BfTableMeterInfo BfResourceInfoIntf::bfTableMeter( U32 index ) const {
     auto const parser = queried();
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid );
+    auto const bfTableMetersNum = sizeOf( parser->bfMeters() );
     ZEL_ASSERT( index < bfTableMetersNum() );
     return parser->bfMeters().at( index );
 }
@@ -53,6 +56,7 @@ U32 BfResourceInfoIntf::bfTableMeterField( String const& meter, BfMeterFieldId f
     auto const parser = queried();
     U32 const index = indexOf( parser->bfMeters(), meter );
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid ) << "no meter " << meter;
+    auto const bfTableMetersNum = sizeOf( parser->bfMeters() );
     ZEL_ASSERT( index < bfTableMetersNum() );
     BfTableMeterInfo const& record = parser->bfMeters().at( index );
     switch( f ) {
@@ -77,6 +81,7 @@ U32 BfResourceInfoIntf::bfTableWredIndex( String const& wred ) const {
 BfTableWredInfo BfResourceInfoIntf::bfTableWred( U32 index ) const {
     auto const parser = queried();
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid );
+    auto const bfTableWredNum = sizeOf( parser->bfWreds() );
     ZEL_ASSERT( index < bfTableWredNum() );
     return parser->bfWreds().at( index );
 }
@@ -85,6 +90,7 @@ U32 BfResourceInfoIntf::bfTableWredField( String const& wred, BfWredFieldId f ) 
     auto const parser = queried();
     U32 const index = indexOf( parser->bfWreds(), wred );
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid ) << "no WRED table " << wred;
+    auto const bfTableWredNum = sizeOf( parser->bfWreds() );
     ZEL_ASSERT( index < bfTableWredNum() );
     BfTableWredInfo const& record = parser->bfWreds().at( index );
     switch( f ) {

@@ -40,11 +40,4 @@ Zel::Ptr<BfResourceParser> BfResourceInfoIntf::parserIs( String const& name ) {
 
 Zel::Ptr<BfResourceParser> BfResourceInfoIntf::parserDel() { return std::exchange( parser_, nullptr ); }
 
-Zel::Ptr<BfResourceParser> BfResourceInfoIntf::queried( Zel::SourceLocation query ) const {
-    if( !parser_ )
-        Zel::AssertionSite{ ZEL_SOURCE, query.line(), query.function_name(), "parser" }.fail(
-            "query without a parser" );
-    return parser_;
-}
-
 } // namespace BfResourceInfo

@@ -24,8 +24,8 @@ inline constexpr U32 BfResourceInfoIndexInvalid = 0x0FFFFFFF;
 /// during construction, see BfResourceParser; with a handler that throws, nothing is left behind. A query
 /// without a parser (after parserDel) fails with "parser".
 ///
-/// Thread-safety: queries from any number of threads, without a lock, when Zel::pointerMode() is atomic;
-/// creation, parserIs and parserDel need exclusion.
+/// Thread-safety: queries from any number of threads, without a lock, when Zel::pointerMode() is atomic, as
+/// each counts a reference to the parser; creation, parserIs and parserDel need exclusion.
 class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
                                                  public Mirrow::Allocated<BfResourceInfoIntf> {
   public:

@@ -11,6 +11,7 @@ U32 BfResourceInfoIntf::bfRegisterIndex( String const& reg ) const {
 BfRegisterInfo BfResourceInfoIntf::bfRegister( U32 index ) const {
     auto const parser = queried();
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid );
+    auto const bfRegistersNum = sizeOf( parser->bfRegisterInfos() );
     ZEL_ASSERT( index < bfRegistersNum() );
     return parser->bfRegisterInfos().at( index );
 }
@@ -24,6 +25,7 @@ U32 BfResourceInfoIntf::bfLearnQuantaIndex( String const& lq ) const {
 BfLearnQuantaInfo BfResourceInfoIntf::bfLearnQuanta( U32 index ) const {
     auto const parser = queried();
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid );
+    auto const bfLearnQuantasNum = sizeOf( parser->bfLearnQuantaInfos() );
     ZEL_ASSERT( index < bfLearnQuantasNum() );
     return parser->bfLearnQuantaInfos().at( index );
 }
@@ -37,6 +39,7 @@ U32 BfResourceInfoIntf::bfActionIndex( String const& action ) const {
 BfActionInfo BfResourceInfoIntf::bfAction( U32 index ) const {
     auto const parser = queried();
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid );
+    auto const bfActionsNum = sizeOf( parser->bfActions() );
     ZEL_ASSERT( index < bfActionsNum() );
     return parser->bfActions().at( index );
 }

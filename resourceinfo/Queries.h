@@ -10,6 +10,14 @@
 
 namespace BfResourceInfo {
 
+/// The parser, which a query holds until it is done.
+inline Zel::Ptr<BfResourceParser> BfResourceInfoIntf::queried( Zel::SourceLocation query ) const {
+    if( !parser_ )
+        Zel::AssertionSite{ ZEL_SOURCE, query.line(), query.function_name(), "parser" }.fail(
+            "query without a parser" );
+    return parser_;
+}
+
 /// Index of the first record of a name, else BfResourceInfoIndexInvalid.
 template<class Record>
 U32 indexOf( RecordSequence<Record> const& records, String const& name ) {
@@ -23,6 +31,13 @@ template<class Record>
 Record const* recordByHandle( RecordSequence<Record> const& records, U32 handle ) {
     U32 const index = records.template first<BfByHandle<Record>>( handle );
     return index < records.size() ? &records.at( index ) : nullptr;
+}
+
+/// A query of the interface, `bfTablesNum()` say, for a condition in another one, which has the parser
+/// already.
+template<class Record>
+auto sizeOf( RecordSequence<Record> const& records ) {
+    return [ &records ] { return records.size(); };
 }
 
 } // namespace BfResourceInfo

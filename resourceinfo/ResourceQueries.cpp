@@ -11,6 +11,7 @@ U32 BfResourceInfoIntf::bfResourceIndex( String const& res ) const {
 BfResource BfResourceInfoIntf::bfResource( U32 index ) const {
     auto const parser = queried();
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid );
+    auto const bfResourcesNum = sizeOf( parser->bfResources() );
     ZEL_ASSERT( index < bfResourcesNum() );
     return parser->bfResources().at( index );
 }
@@ -19,6 +20,7 @@ U32 BfResourceInfoIntf::bfResourceField( String const& res, BfResourceFieldId f 
     auto const parser = queried();
     U32 const index = indexOf( parser->bfResources(), res );
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid ) << "no resource " << res;
+    auto const bfResourcesNum = sizeOf( parser->bfResources() );
     ZEL_ASSERT( index < bfResourcesNum() );
     BfResource const& record = parser->bfResources().at( index );
     switch( f ) {
@@ -42,6 +44,7 @@ int BfResourceInfoIntf::bfResourceStageStart( String const& res ) const {
     auto const parser = queried();
     U32 const index = indexOf( parser->bfResources(), res );
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid ) << "no resource " << res;
+    auto const bfResourcesNum = sizeOf( parser->bfResources() );
     ZEL_ASSERT( index < bfResourcesNum() );
     return static_cast<int>( parser->bfResources().at( index ).stageStart );
 }

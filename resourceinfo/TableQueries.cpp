@@ -16,6 +16,7 @@ U32 BfResourceInfoIntf::bfTableField( String const& tbl, BfTableFieldId f ) cons
     auto const parser = queried();
     U32 const index = indexOf( parser->bfTables(), tbl );
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid ) << "no table " << tbl;
+    auto const bfTablesNum = sizeOf( parser->bfTables() );
     ZEL_ASSERT( index < bfTablesNum() );
     BfTableInfo const& record = parser->bfTables().at( index );
     switch( f ) {
@@ -55,6 +56,7 @@ String BfResourceInfoIntf::bfTableString( String const& tbl, BfTableStringId f )
     auto const parser = queried();
     U32 const index = indexOf( parser->bfTables(), tbl );
     ZEL_ASSERT( index != BfResourceInfoIndexInvalid ) << "no table " << tbl;
+    auto const bfTablesNum = sizeOf( parser->bfTables() );
     ZEL_ASSERT( index < bfTablesNum() );
     BfTableInfo const& record = parser->bfTables().at( index );
     switch( f ) {

@@ -49,7 +49,7 @@ String unknownOption( Command const& command, String const& name ) {
     for( Option const* const option : optionsOf( command ) )
         known.emplace_back( option->name );
     String const meant = suggestion( known, name );
-    String const sentence = fmt::format( "'{}' has no option '{}'{}", command.word, name, meant );
+    String sentence = fmt::format( "'{}' has no option '{}'{}", command.word, name, meant );
     if( !takesNames( command ) || ( name.starts_with( "--" ) && !meant.empty() ) )
         return sentence;
     return sentence + ( meant.empty() ? ". " : " " ) + "Put '--' before names that start with a dash";

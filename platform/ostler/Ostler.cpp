@@ -23,12 +23,12 @@ struct ReadError {
 using File = std::unique_ptr<std::FILE, int ( * )( std::FILE* )>;
 
 File openFile( String const& path ) {
-    auto const [ descriptor, reason ] = Vessa::openRegularFile( path );
-    if( descriptor < 0 )
-        throw ReadError{ reason };
-    File file( fdopen( descriptor, "rb" ), std::fclose );
+    auto const opened = Vessa::openRegularFile( path );
+    if( opened.descriptor < 0 )
+        throw ReadError{ opened.reason };
+    File file( fdopen( opened.descriptor, "rb" ), std::fclose );
     if( !file ) {
-        close( descriptor );
+        close( opened.descriptor );
         throw ReadError{ std::strerror( ENOMEM ) };
     }
     return file;

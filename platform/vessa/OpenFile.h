@@ -10,7 +10,9 @@ struct OpenFile {
     /// The caller's to close; -1 when there is no file.
     int descriptor = -1;
     /// What the system says, or "Not a regular file"; empty when the file is open.
-    String reason;
+    String reason = {};
+    /// Its bytes when it was opened; what the system says of a folder.
+    U64 size = 0;
 };
 
 /// Opens a regular file for reading, without ever waiting; a program started later does not inherit it. A

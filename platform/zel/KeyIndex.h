@@ -6,7 +6,8 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
+#include <cstring>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -14,10 +15,44 @@ namespace Zel {
 
 using Vessa::U32;
 
+/// A hash of numbers: spreads neighbours.
+inline std::uint64_t keyHash( std::uint64_t number ) { return number * 0x9E3779B97F4A7C15; }
+
+/// A hash of texts, made for names: eight characters a step, in two lanes that do not wait for each other.
+/// Where the end is no full step, the last eight characters are taken once more.
+inline std::uint64_t keyHash( std::string_view text ) {
+    auto const word = []( char const* from, std::size_t size = 8 ) {
+        std::uint64_t characters = 0;
+        std::memcpy( &characters, from, size );
+        return characters;
+    };
+    auto const mixed = []( std::uint64_t lane, std::uint64_t characters ) {
+        return std::rotl( keyHash( lane ^ characters ), 29 );
+    };
+    std::uint64_t a = keyHash( text.size() );
+    std::uint64_t b = 0;
+    if( text.size() >= 8 ) {
+        char const* const last = text.data() + text.size() - 8;
+        char const* p = text.data();
+        for( ; p + 8 <= last; p += 16 ) {
+            a = mixed( a, word( p ) );
+            b = mixed( b, word( p + 8 ) );
+        }
+        if( p < last )
+            a = mixed( a, word( p ) );
+        b = mixed( b, word( last ) );
+    } else if( !text.empty() ) {
+        a = mixed( a, word( text.data(), text.size() ) );
+    }
+    a = keyHash( a ^ std::rotl( b, 17 ) );
+    return keyHash( a ^ a >> 32 );
+}
+
 /// The lowest position of every value that a Key has among the elements of an array: what a search from the
-/// front would find, at once. A Key is a type with the key's type, `Type`, and `static Type of( Element
-/// const& )`. The elements must outlive the index, at the same array object; there are fewer than 2^32 - 1 of
-/// them. Thread-compatible.
+/// front would find, at once. A Key is a type with the key's type, `Type`, a number or a std::string_view,
+/// and `static Type of( Element const& )`; it may have `static bool is( Element const&, Type const& )`, where
+/// that is quicker than to compare `of`. The elements must outlive the index, at the same array object; there
+/// are fewer than 2^32 - 1 of them. Thread-compatible.
 ///
 /// An open hash table with the hashes in it: a look-up touches one place of the table, and then the element.
 template<class Elements, class Key>
@@ -61,7 +96,7 @@ class KeyIndex {
         if( slot->position != position )
             return;
         for( U32 next = position + 1; next < elements_.size(); ++next ) {
-            if( Key::of( elements_[ next ] ) == key ) {
+            if( is( elements_[ next ], key ) ) {
                 slot->position = next;
                 return;
             }
@@ -82,9 +117,13 @@ class KeyIndex {
         U32 position = none;
     };
 
-    /// Spreads what the standard hash leaves together: that of a number is the number.
-    static U32 hash( KeyType const& key ) {
-        return static_cast<U32>( std::hash<KeyType>()( key ) * std::uint64_t{ 0x9E3779B97F4A7C15 } >> 32 );
+    static U32 hash( KeyType const& key ) { return static_cast<U32>( keyHash( key ) >> 32 ); }
+
+    static bool is( Element const& element, KeyType const& key ) {
+        if constexpr( requires { Key::is( element, key ); } )
+            return Key::is( element, key );
+        else
+            return Key::of( element ) == key;
     }
 
     // The number of slots is a power of two, so that a mask keeps a number of a slot in range. A run of used
@@ -101,7 +140,7 @@ class KeyIndex {
             return nullptr;
         Slot const wanted{ hash( key ) };
         for( std::size_t i = home( wanted ); slots_[ i ].position != none; i = next( i ) ) {
-            if( slots_[ i ].hash == wanted.hash && Key::of( elements_[ slots_[ i ].position ] ) == key )
+            if( slots_[ i ].hash == wanted.hash && is( elements_[ slots_[ i ].position ], key ) )
                 return &slots_[ i ];
         }
         return nullptr;

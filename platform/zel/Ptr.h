@@ -13,11 +13,12 @@ namespace Zel {
 
 using Vessa::U32;
 
-/// How reference counts change: with plain increments (one thread holds all references) or with atomic
-/// read-modify-write operations (references are held by several threads).
+/// How reference counts change: with plain increments (one thread takes and drops all references) or with
+/// atomic read-modify-write operations (several threads do).
 enum class PointerMode { plain, atomic };
 
-/// The process-wide mode; plain at start. Set it before references are shared between threads.
+/// The process-wide mode; plain at start. Set it before a second thread uses an entity: an operation may take
+/// and drop references of its own.
 VESSA_EXPORT PointerMode pointerMode();
 VESSA_EXPORT void pointerModeIs( PointerMode mode );
 
@@ -44,8 +45,16 @@ class VESSA_EXPORT PtrInterface {
     void notificationsIs( bool on ) { notifications_ = on; }
 
     /// For Ptr only: takes and drops one counted reference.
-    void referenceTake() const;
-    void referenceDrop() const;
+    void referenceTake() const {
+        if( mode_.load( std::memory_order_relaxed ) == PointerMode::atomic )
+            references_.fetch_add( 1, std::memory_order_relaxed );
+        else
+            references_.store( references() + 1, std::memory_order_relaxed );
+    }
+    void referenceDrop() const {
+        if( lessOne() == 0 )
+            const_cast<PtrInterface*>( this )->zeroReferencesIs( true );
+    }
     /// The current number of counted references.
     U32 references() const { return references_.load( std::memory_order_relaxed ); }
 
@@ -53,6 +62,21 @@ class VESSA_EXPORT PtrInterface {
     PtrInterface() = default;
 
   private:
+    friend PointerMode pointerMode();
+    friend void pointerModeIs( PointerMode mode );
+
+    /// Drops one reference; how many are left.
+    U32 lessOne() const {
+        // Acquire and release: what other holders wrote is seen by the thread that destroys.
+        if( mode_.load( std::memory_order_relaxed ) == PointerMode::atomic )
+            return references_.fetch_sub( 1, std::memory_order_acq_rel ) - 1;
+        U32 const left = references() - 1;
+        references_.store( left, std::memory_order_relaxed );
+        return left;
+    }
+
+    static std::atomic<PointerMode> mode_;
+
     mutable std::atomic<U32> references_ = 0;
     bool notifications_ = false;
 };

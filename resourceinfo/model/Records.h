@@ -152,6 +152,12 @@ template<class Record>
 struct BfByName {
     using Type = std::string_view;
     static Type of( Record const& record ) { return record.name.c_str(); }
+    /// Whether that is a record's key; need not look for the end of the record's name. A key has no NUL.
+    static bool is( Record const& record, Type key ) {
+        char const* const name = record.name.c_str();
+        return record.name.size() >= key.size() && Type( name, key.size() ) == key &&
+               name[ key.size() ] == '\0';
+    }
 };
 
 /// Index key: a record's handle.

@@ -79,7 +79,8 @@ Reading contextReading( Context::InputFile& file, std::size_t bufferSize, Survey
     Context::ValueDigests digests;
     rapidjson::ParseResult result;
     auto parse = [ & ]( Context::JsonDocument& ) {
-        Context::PruningFilter filter( document, surveying == Surveying::nothing ? nullptr : &notes );
+        Context::PruningFilter filter( document, Context::PruningFilter::mostKeptOf( 0 ),
+                                       surveying == Surveying::nothing ? nullptr : &notes );
         result = surveying == Surveying::digests ? Context::readWithDigests( stream, filter, digests )
                                                  : Context::ContextReader().Parse( stream, filter );
         return !result.IsError();

@@ -12,6 +12,7 @@ class TextFile : public Context::InputFile {
     explicit TextFile( std::string_view text ) : rest_( text ) {}
 
     String open( String const& ) override { return {}; }
+    std::uint64_t sizeOnDisk() override { return rest_.size(); }
     int read( std::span<char> buffer ) override {
         std::size_t const count = rest_.copy( buffer.data(), buffer.size() );
         rest_.remove_prefix( count );

@@ -47,15 +47,15 @@ rapidjson::ParseResult parsed( GZFileReadStream& stream, PruningFilter& filter, 
     }
 }
 
-String reasonOf( rapidjson::ParseErrorCode code, Depth const& depth ) {
+String reasonOf( rapidjson::ParseErrorCode code, PruningFilter const& filter ) {
     if( code == tokenTooLong )
         return "Expected a string or number of at most " + std::to_string( longestToken >> 20 ) +
                " MiB, found a longer one.";
     if( code != rapidjson::kParseErrorTermination )
         return rapidjson::GetParseError_En( code );
-    if( depth.exceeded() )
+    if( filter.depth().exceeded() )
         return "More than " + std::to_string( Depth::maximum ) + " levels of nesting.";
-    return "More than " + std::to_string( PruningFilter::mostKept >> 20 ) +
+    return "More than " + std::to_string( filter.mostKept() >> 20 ) +
            " MiB of values in members that are read.";
 }
 
@@ -78,7 +78,8 @@ void ContextDocument::read( InputFile& file, Notes* notes ) {
     GZFileReadStream stream( file, buffer );
     if( notes )
         notes->places.readsFrom( stream );
-    PruningFilter filter( document_, notes ? &notes->places : nullptr );
+    PruningFilter filter( document_, PruningFilter::mostKeptOf( file.sizeOnDisk() ),
+                          notes ? &notes->places : nullptr );
     rapidjson::ParseResult result;
     auto parse = [ & ]( JsonDocument& ) {
         result = parsed( stream, filter, notes && notes->digests ? &*notes->digests : nullptr );
@@ -91,7 +92,7 @@ void ContextDocument::read( InputFile& file, Notes* notes ) {
     if( stream.failed() )
         return unreadable( Problem::read, file.error() );
     if( result.IsError() )
-        malformed( file, result.Offset(), reasonOf( result.Code(), filter.depth() ) );
+        malformed( file, result.Offset(), reasonOf( result.Code(), filter ) );
 }
 
 void ContextDocument::unreadable( Problem problem, String const& reason ) {

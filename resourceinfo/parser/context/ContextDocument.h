@@ -11,9 +11,9 @@
 namespace Context {
 
 /// The JSON document of one context file, null when the file cannot be opened or read, or is no valid JSON
-/// (also: when it nests deeper than 1,000 levels, holds a string or number longer than 16 MiB, or more than
-/// 128 MiB of values in members that are read). A file that cannot be opened or read leaves a trace line at
-/// level 0.
+/// (also: when it nests deeper than 1,000 levels, holds a string or number longer than 16 MiB, or more values
+/// in members that are read than PruningFilter::mostKeptOf allows). A file that cannot be opened or read
+/// leaves a trace line at level 0.
 ///
 /// As long as it lives, the failures of its thread say the file and the place in it that was read last, or
 /// why the document is null.

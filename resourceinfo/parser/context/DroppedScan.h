@@ -141,10 +141,8 @@ class DroppedScan {
     char const* overLineEnd( char const* const lineEnd, unsigned level ) {
         if( char const* const text = guesses_.afterIndentation( lineEnd, level ) )
             return text;
-        std::size_t const piece = stream_.charactersBefore();
         char const* const text = overSpace( lineEnd );
-        if( piece == stream_.charactersBefore() )
-            guesses_.noteIndentation( lineEnd, text, level );
+        guesses_.noteIndentation( lineEnd, text, level );
         return text;
     }
 

@@ -2,6 +2,7 @@
 
 #include "resourceinfo/model/Types.h"
 
+#include <cstdint>
 #include <memory>
 #include <span>
 
@@ -15,6 +16,8 @@ class InputFile {
 
     /// Opens the file at a path, before all else. Says why it cannot be opened; nothing when it is open.
     virtual String open( String const& path ) = 0;
+    /// The bytes that the open file takes on its disk: of a packed file fewer than its characters.
+    virtual std::uint64_t sizeOnDisk() = 0;
     /// Takes the next characters, at most so many as fit. How many: 0 at the end, negative after a failure.
     virtual int read( std::span<char> buffer ) = 0;
     /// Goes back to the first character; false when that cannot be.

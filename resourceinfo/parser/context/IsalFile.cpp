@@ -54,6 +54,7 @@ String FilePieces::open( String const& path ) {
     piece_ = std::make_unique_for_overwrite<unsigned char[]>( lookAhead + pieceSize );
     auto const file = Vessa::openRegularFile( path );
     descriptor_ = file.descriptor;
+    size_ = file.size;
     return file.reason;
 }
 

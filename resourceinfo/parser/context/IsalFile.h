@@ -17,6 +17,7 @@ class FilePieces {
 
     /// Why the file cannot be opened; nothing when it is open.
     String open( String const& path );
+    std::uint64_t size() const { return size_; } ///< of the file, when it was opened
     bool rewind();
     void close();
 
@@ -33,6 +34,7 @@ class FilePieces {
 
   private:
     int descriptor_ = -1;
+    std::uint64_t size_ = 0;
     std::unique_ptr<unsigned char[]> piece_;
     String error_;
 };
@@ -49,6 +51,7 @@ class IsalFile : public InputFile {
     ~IsalFile() override;
 
     String open( String const& path ) override;
+    std::uint64_t sizeOnDisk() override { return file_.size(); }
     int read( std::span<char> buffer ) override;
     bool rewind() override;
     bool isCompressed() override;

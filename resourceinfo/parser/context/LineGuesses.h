@@ -20,9 +20,10 @@ class LineGuesses {
                             isText( lineEnd[ 1 + spaces ] );
         return agrees ? lineEnd + 1 + spaces : nullptr;
     }
-    /// Notes white space, if it may be a line end with the indentation of a level.
+    /// Notes white space, if it may be a line end with the indentation of a level: the text may be in another
+    /// buffer.
     void noteIndentation( char const* space, char const* text, unsigned level ) {
-        if( *space == '\n' && text - space <= most )
+        if( *space == '\n' && text > space && text - space <= most )
             indentations_[ level % levels ] = static_cast<std::uint8_t>( text - space - 1 );
     }
 

@@ -69,11 +69,18 @@ class PruningFilter {
     using Size = rapidjson::SizeType;
 
   public:
-    /// Notes are taken where there are any.
-    explicit PruningFilter( JsonDocument& document, SurveyNotes* notes = nullptr )
-        : document_( document ), notes_( notes ) {}
+    /// What the document may take, roughly, of a file of that size on its disk: enough for whatever a
+    /// compiler writes, packed or not. A small file that is made to fill the memory is refused.
+    static constexpr std::size_t mostKeptOf( std::uint64_t sizeOnDisk ) {
+        return ( std::size_t{ 128 } << 20 ) + 64 * sizeOnDisk;
+    }
+
+    /// Reading ends where the document would take more than `mostKept`. Notes are taken where there are any.
+    PruningFilter( JsonDocument& document, std::size_t mostKept, SurveyNotes* notes = nullptr )
+        : document_( document ), mostKept_( mostKept ), notes_( notes ) {}
 
     Depth const& depth() const { return depth_; }
+    std::size_t mostKept() const { return mostKept_; }
     DroppedValue dropped() { return { depth_, guesses_ }; }
     /// Whether the value that comes next is dropped. True once for each such value.
     bool dropsNext() { return std::exchange( dropsNext_, false ) || depth_.value() == staticEntriesDepth_; }
@@ -137,15 +144,11 @@ class PruningFilter {
         return document_.EndArray( elements );
     }
 
-    /// What the document may take, roughly, before the file is refused. A file of a gigabyte, as compilers
-    /// write them, comes to a tenth of it; one that is made to fill the memory does not.
-    static constexpr std::size_t mostKept = std::size_t{ 128 } << 20;
-
   private:
     /// Whether a value with a text of that length still has a place.
     bool keeps( std::size_t length = 0 ) {
         kept_ += sizeof( JsonValue ) + length;
-        return kept_ <= mostKept;
+        return kept_ <= mostKept_;
     }
 
     bool keepsScalar( std::size_t length = 0 ) {
@@ -171,6 +174,7 @@ class PruningFilter {
     static constexpr unsigned noDepth = Depth::maximum + 2;
 
     JsonDocument& document_;
+    std::size_t const mostKept_;
     SurveyNotes* notes_;
     Depth depth_;
     LineGuesses guesses_;

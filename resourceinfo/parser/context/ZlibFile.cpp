@@ -18,14 +18,15 @@ constexpr unsigned inputBufferSize = 65536;
 ZlibFile::ZlibFile() : file_( nullptr, gzclose ) {}
 
 String ZlibFile::open( String const& path ) {
-    auto const [ descriptor, reason ] = Vessa::openRegularFile( path );
-    if( descriptor < 0 )
-        return reason;
-    file_.reset( gzdopen( descriptor, "r" ) );
+    auto const opened = Vessa::openRegularFile( path );
+    if( opened.descriptor < 0 )
+        return opened.reason;
+    file_.reset( gzdopen( opened.descriptor, "r" ) );
     if( !file_ ) {
-        ::close( descriptor );
+        ::close( opened.descriptor );
         throw std::bad_alloc();
     }
+    sizeOnDisk_ = opened.size;
     gzbuffer( file_.get(), inputBufferSize );
     return {};
 }

@@ -12,6 +12,7 @@ class ZlibFile : public InputFile {
     ZlibFile();
 
     String open( String const& path ) override;
+    std::uint64_t sizeOnDisk() override { return sizeOnDisk_; }
     int read( std::span<char> buffer ) override;
     bool rewind() override;
     bool isCompressed() override;
@@ -20,6 +21,7 @@ class ZlibFile : public InputFile {
 
   private:
     std::unique_ptr<gzFile_s, int ( * )( gzFile_s* )> file_;
+    std::uint64_t sizeOnDisk_ = 0;
 };
 
 } // namespace Context

@@ -31,8 +31,9 @@ class OpenFiles : public testing::Test {
 };
 
 TEST_F( OpenFiles, ARegularFileIsReadFromItsStart ) {
-    auto const [ descriptor, reason ] = openRegularFile( folder_.write( "file", "some text" ) );
+    auto const [ descriptor, reason, size ] = openRegularFile( folder_.write( "file", "some text" ) );
     EXPECT_EQ( reason, "" );
+    EXPECT_EQ( size, 9 );
     ASSERT_GE( descriptor, 0 );
     EXPECT_EQ( firstBytes( descriptor ), "some text" );
     EXPECT_EQ( fcntl( descriptor, F_GETFD ), FD_CLOEXEC );
@@ -41,8 +42,7 @@ TEST_F( OpenFiles, ARegularFileIsReadFromItsStart ) {
 }
 
 TEST_F( OpenFiles, AFolderIsOpenAndItsFirstReadSaysWhatItIs ) {
-    auto const [ descriptor, reason ] = openRegularFile( folder_.path() );
-    EXPECT_EQ( reason, "" );
+    int const descriptor = openRegularFile( folder_.path() ).descriptor;
     ASSERT_GE( descriptor, 0 );
     EXPECT_EQ( firstBytes( descriptor ), "Is a directory" );
     EXPECT_EQ( close( descriptor ), 0 );
@@ -63,9 +63,9 @@ TEST_F( OpenFiles, WhatIsNoRegularFileIsRefusedWithTheReasonAndNothingStaysOpen 
              Row{ "/dev/null", "Not a regular file" },
          } ) {
         int const next = nextDescriptor();
-        auto const [ descriptor, reason ] = openRegularFile( path );
-        EXPECT_EQ( descriptor, -1 ) << path;
-        EXPECT_EQ( reason, expected ) << path;
+        OpenFile const file = openRegularFile( path );
+        EXPECT_EQ( file.descriptor, -1 ) << path;
+        EXPECT_EQ( file.reason, expected ) << path;
         EXPECT_EQ( nextDescriptor(), next ) << path;
     }
 }
@@ -77,9 +77,9 @@ TEST_F( OpenFiles, APipeWithoutAWriterIsRefusedAtOnce ) {
     bool const atOnce = opened.wait_for( std::chrono::seconds( 20 ) ) == std::future_status::ready;
     int const writer = atOnce ? -1 : open( folder_.path( "pipe" ).c_str(), O_RDWR ); // frees who waits
     EXPECT_TRUE( atOnce );
-    auto const [ descriptor, reason ] = opened.get();
-    EXPECT_EQ( descriptor, -1 );
-    EXPECT_EQ( reason, "Not a regular file" );
+    OpenFile const file = opened.get();
+    EXPECT_EQ( file.descriptor, -1 );
+    EXPECT_EQ( file.reason, "Not a regular file" );
     if( writer >= 0 )
         close( writer );
 }

@@ -136,6 +136,17 @@ TEST( DroppedScan, LinesOfAnyWidthAreRead ) {
     }
 }
 
+/// The end of a long name, which alone is in the buffer when the value is reached, is no name.
+TEST( DroppedScan, NamesCutByTheBufferAreNotTakenForTheirEnds ) {
+    for( std::size_t bufferSize = 8; bufferSize <= 40; ++bufferSize ) {
+        for( std::size_t length = bufferSize; length < bufferSize + 20; length += 3 ) {
+            std::string const member = '"' + std::string( length, 'n' ) + "\": 1";
+            for( std::size_t cut = 0; cut < 25; ++cut )
+                expectSameReading( "[{" + member + "},{" + member.substr( cut ) + "}]", bufferSize );
+        }
+    }
+}
+
 TEST( DroppedScan, LevelsAreCountedAndLimited ) {
     for( auto const& [ open, close ] : { std::pair( "[", "]" ), std::pair( "{\"a\":", "}" ) } ) {
         std::string const deepest = repeated( open, 1000 ) + "1" + repeated( close, 1000 );

@@ -37,6 +37,7 @@ class FaultyFile : public InputFile {
     int reads = 0;
 
     String open( String const& path ) override { return file_->open( path ); }
+    std::uint64_t sizeOnDisk() override { return file_->sizeOnDisk(); }
     int read( std::span<char> buffer ) override {
         if( beforeRead )
             beforeRead( reads );

@@ -1,7 +1,9 @@
+#include "resourceinfo/parser/context/PruningFilter.h"
 #include "tests/resourceinfo/Fixtures.h"
 #include "tests/resourceinfo/parser/context/Memory.h"
 #include "tests/support/Assertions.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -10,6 +12,8 @@
 
 namespace BfResourceInfo {
 namespace {
+
+using Context::PruningFilter;
 
 constexpr std::size_t longest = 16 << 20;
 constexpr std::size_t megabyte = 1 << 20;
@@ -20,9 +24,15 @@ String const start = R"({"tables":[],"learn_quanta":[],"phv_allocation":[],"dyna
 
 class LongTokens : public testing::Test {
   protected:
+    String contextFile() const { return folder_.path( "context.json" ); }
     /// Writes the file, compressed, and forgets the text.
     String conf( String const& text ) const {
         folder_.writeGzip( "context.json", text );
+        return folder_.conf( Support::DeviceBuilder().pipeline( "context.json", { 0 } ) );
+    }
+    /// The same, not compressed.
+    String plainConf( String const& text ) const {
+        folder_.write( "context.json", text );
         return folder_.conf( Support::DeviceBuilder().pipeline( "context.json", { 0 } ) );
     }
     /// Where the file fails to be JSON, and why; the memory that its load takes at most.
@@ -32,7 +42,7 @@ class LongTokens : public testing::Test {
         auto const failure = Support::failureOf( [ & ] { bfResourceInfoIntfFactory( conf ); } );
         EXPECT_LT( Memory::peak() - before, memory );
         EXPECT_EQ( failure.condition, "IsObject()" );
-        EXPECT_EQ( failure.position, "context file " + folder_.path( "context.json" ) + ": " + problem );
+        EXPECT_EQ( failure.position, "context file " + contextFile() + ": " + problem );
     }
     void expectTooLong( String const& text, char const* place, std::size_t memory ) const {
         expectFailure( conf( text ),
@@ -91,20 +101,61 @@ TEST_F( LongTokens, ExponentsOfAnyLengthAreRead ) {
     }
 }
 
-TEST_F( LongTokens, ValuesWithoutEndAreRefusedWhereTheyAreKept ) {
-    String zeros = "[";
+/// Values of more than 128 MiB, once they are read.
+String zeros() {
+    String text = "[";
     for( std::size_t i = 0; i < 9 * megabyte; ++i )
-        zeros += "0,";
-    zeros += "0]}";
-    expectLoad( conf( start + R"("comment":)" + zeros ), megabyte );
-    Support::ThrowingAssertions const scope;
+        text += "0,";
+    return text + "0]}";
+}
+
+TEST_F( LongTokens, ValuesWithoutEndAreRefusedWhereTheyAreKept ) {
+    expectLoad( conf( start + R"("comment":)" + zeros() ), megabyte );
+    String const bad = conf( start + R"("name":)" + zeros() );
+    std::uintmax_t const bound = 128 * megabyte + 64 * std::filesystem::file_size( contextFile() );
     std::size_t const before = Memory::bytes();
     Memory::peakIsNow();
-    auto const failure =
-        Support::failureOf( [ & ] { bfResourceInfoIntfFactory( conf( start + R"("name":)" + zeros ) ); } );
-    EXPECT_THAT( failure.position,
-                 testing::EndsWith( ": More than 128 MiB of values in members that are read." ) );
+    auto const failure = Support::failureOf( [ & ] { bfResourceInfoIntfFactory( bad ); } );
+    EXPECT_THAT( failure.position, testing::EndsWith( ": More than " + std::to_string( bound / megabyte ) +
+                                                      " MiB of values in members that are read." ) );
     EXPECT_LT( Memory::peak() - before, 512 * megabyte );
+}
+
+TEST_F( LongTokens, TheSameValuesAreKeptOfAFileThatIsNotPacked ) {
+    expectLoad( plainConf( start + R"("name":)" + zeros() ), 512 * megabyte );
+}
+
+TEST( KeptValues, GrowWithTheFileOnItsDisk ) {
+    static_assert( PruningFilter::mostKeptOf( 0 ) == std::size_t{ 128 } << 20 );
+    static_assert( PruningFilter::mostKeptOf( 1000 ) == PruningFilter::mostKeptOf( 0 ) + 64000 );
+    static_assert( PruningFilter::mostKeptOf( std::uint64_t{ 1 } << 40 ) > std::size_t{ 1 } << 46 );
+}
+
+/// How many values an array takes before the filter refuses one.
+template<class Add>
+int taken( std::size_t mostKept, Add add ) {
+    Context::JsonDocument document;
+    PruningFilter filter( document, mostKept );
+    int count = 0;
+    auto fill = [ & ]( Context::JsonDocument& ) {
+        filter.StartArray();
+        while( count < 1000 && add( filter ) )
+            ++count;
+        return filter.EndArray( static_cast<unsigned>( count ) );
+    };
+    document.Populate( fill );
+    return count;
+}
+
+TEST( KeptValues, EndAtTheBound ) {
+    constexpr std::size_t value = sizeof( Context::JsonValue );
+    auto const null = []( PruningFilter& filter ) { return filter.Null(); };
+    auto const text = []( PruningFilter& filter ) { return filter.String( "0123456789", 10, true ); };
+    EXPECT_EQ( taken( 11 * value, null ), 10 ) << "the array is one";
+    EXPECT_EQ( taken( 12 * value - 1, null ), 10 );
+    EXPECT_EQ( taken( 12 * value, null ), 11 );
+    EXPECT_EQ( taken( value + 3 * ( value + 10 ), text ), 3 );
+    EXPECT_EQ( taken( value + 3 * ( value + 10 ) - 1, text ), 2 );
 }
 
 TEST_F( LongTokens, StringsThatAreLongTogetherAreNotLong ) {
