@@ -3,8 +3,6 @@
 #include "cli/terminal/CheckReport.h"
 #include "inspect/load/FaultDetails.h"
 #include "inspect/load/Load.h"
-#include "inspect/model/Collections.h"
-#include "inspect/model/RecordKinds.h"
 #include "inspect/rows/JsonFormat.h"
 
 #include <algorithm>
@@ -13,20 +11,6 @@
 namespace Bfri {
 
 namespace {
-
-std::vector<Count> countsOf( Configuration const& configuration ) {
-    auto const& parser = configuration.parser();
-    std::vector<Count> counts{
-        { "contextFile", "context file", "context files", parser.contextFile().size() } };
-    for( bool const ofTables : { true, false } ) { // match tables and what they have come first
-        for( RecordKind const& kind : recordKinds() ) {
-            if( kind.isCounted && kind.ofTables == ofTables )
-                counts.push_back(
-                    { kind.member, kind.noun, kind.nouns, collectionOf( kind.kind ).size( parser ) } );
-        }
-    }
-    return counts;
-}
 
 String withoutBlanksAround( String const& word ) {
     auto const first = word.find_first_not_of( ' ' );

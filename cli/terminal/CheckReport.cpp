@@ -9,24 +9,6 @@ namespace Bfri {
 
 namespace {
 
-Value textOrNothing( String const& text ) { return text.empty() ? Value() : Value( text ); }
-
-template<class Type>
-Value valueOr( std::optional<Type> const& value ) {
-    return value ? Value( *value ) : Value();
-}
-
-Row findingRow( Finding const& finding ) {
-    return { { "code", finding.kind->code },
-             { "title", finding.kind->title },
-             { "severity", wordOf( finding.kind->severity ) },
-             { "kind", finding.what },
-             { "name", finding.name },
-             { "handle", finding.handle ? Value( Hex( *finding.handle ) ) : Value() },
-             { "contextFile", textOrNothing( finding.contextFile ) },
-             { "message", finding.message() } };
-}
-
 String counted( std::size_t number, String const& one, String const& several ) {
     return std::to_string( number ) + " " + ( number == 1 ? one : several );
 }
@@ -41,13 +23,6 @@ String countsText( std::vector<Count> const& counts ) {
             text += ( text.empty() ? "" : ", " ) + counted( count.number, count.noun, count.nouns );
     }
     return text.empty() ? ", without a context file to look into" : " in " + text;
-}
-
-Row countsRow( std::vector<Count> const& counts ) {
-    Row row;
-    for( Count const& count : counts )
-        row.push_back( { count.collection, static_cast<U32>( count.number ) } );
-    return row;
 }
 
 void printLine( std::ostream& out, String const& label, String const& text ) {
@@ -135,34 +110,6 @@ void printFindings( std::vector<Finding> const& findings, bool severalFiles, Str
 }
 
 } // namespace
-
-Row rowOf( Fault const& fault ) {
-    return { { "file", fault.file },
-             { "isContextFile", fault.inContextFile },
-             { "problem", textOrNothing( fault.problem ) },
-             { "line", valueOr( fault.line ) },
-             { "column", valueOr( fault.column ) },
-             { "excerpt", textOrNothing( fault.excerpt ) },
-             { "pointer", valueOr( fault.pointer ) },
-             { "member", textOrNothing( fault.member ) },
-             { "tableIndex", valueOr( fault.tableIndex ) },
-             { "table", textOrNothing( fault.table ) },
-             { "expected", textOrNothing( fault.expected ) },
-             { "handle", valueOr( fault.handle ) },
-             { "found", textOrNothing( fault.found ) },
-             { "reported", listOf( fault.reported, []( String const& text ) { return text; } ) },
-             { "condition", textOrNothing( fault.condition ) },
-             { "function", textOrNothing( fault.function ) },
-             { "hint", textOrNothing( fault.hint ) } };
-}
-
-Row rowOf( Checked const& checked ) {
-    return { { "switchConf", checked.switchConf },
-             { "loads", !checked.fault.has_value() },
-             { "failure", checked.fault ? Value( rowOf( *checked.fault ) ) : Value() },
-             { "checked", checked.fault ? Value() : Value( countsRow( checked.counts ) ) },
-             { "findings", listOf( checked.findings, findingRow ) } };
-}
 
 void print( Checked const& checked, Streams const& io ) {
     io.out << escapeForTerminal( checked.switchConf ) << ": ";

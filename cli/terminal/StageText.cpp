@@ -266,4 +266,107 @@ void printBars( std::ostream& out, TerminalStyle const& look, StageMap const& ma
     }
 }
 
+namespace {
+
+/// "stage 3" or "stages 0 to 11".
+String stagesText( std::vector<Stage> const& stages ) {
+    String const last = std::to_string( stages.back() );
+    return stages.size() == 1 ? "stage " + last
+                              : "stages " + std::to_string( stages.front() ) + " to " + last;
+}
+
+String counted( std::size_t resources ) {
+    return std::to_string( resources ) + ( resources == 1 ? " resource" : " resources" );
+}
+
+StageLoad loadOf( StageMap const& map, Stage stage ) {
+    auto const found = std::find( map.stages.begin(), map.stages.end(), stage );
+    return found == map.stages.end() ? StageLoad()
+                                     : map.loads[ static_cast<std::size_t>( found - map.stages.begin() ) ];
+}
+
+/// "the fullest is 7 with 6" or "the fullest are 4 and 10 with 5 each".
+String fullestText( StageMap const& map ) {
+    constexpr std::size_t most = 4;
+    U32 load = 0;
+    for( StageLoad const& one : map.loads )
+        load = std::max( load, one.spanning );
+    std::vector<String> fullest;
+    for( std::size_t i = 0; i < map.stages.size(); ++i ) {
+        if( map.loads[ i ].spanning == load )
+            fullest.push_back( std::to_string( map.stages[ i ] ) );
+    }
+    if( fullest.size() == 1 )
+        return "the fullest is " + fullest.front() + " with " + std::to_string( load );
+    String text = fullest.front();
+    for( std::size_t i = 1; i < fullest.size(); ++i )
+        text += ( i + 1 < fullest.size() ? ", " : " and " ) + fullest[ i ];
+    if( fullest.size() > most )
+        text = std::to_string( fullest.size() ) + " of these";
+    return "the fullest are " + text + " with " + std::to_string( load ) + " each";
+}
+
+String overview( StageMap const& map, std::optional<Stage> asked ) {
+    if( map.groups.empty() )
+        return map.lost.empty() ? "no resource is placed" : "no resource has stages that are known";
+    if( asked )
+        return "stage " + std::to_string( *asked ) + ": " + std::to_string( loadOf( map, *asked ).spanning ) +
+               " of " + counted( map.size() );
+    return counted( map.size() ) + " in " + stagesText( map.stages ) + "; " + fullestText( map );
+}
+
+void printTitle( std::ostream& out, StageMap const& map ) {
+    for( auto const* const file : map.files ) {
+        out << "pipes";
+        for( Value const& pipe : pipesOf( file->key().value() ) )
+            out << ' ' << std::get<U32>( pipe.is );
+        out << ": " << escapeForTerminal( file->value() ) << '\n';
+    }
+    if( map.files.size() > 1 )
+        out << "one map for all of these, as their handles do not tell them apart\n";
+}
+
+void printLost( std::ostream& out, StageMap const& map ) {
+    if( map.lost.empty() )
+        return;
+    out << "not on the map, as the context file does not tell all of their stages: "
+        << counted( map.lost.size() ) << '\n';
+    for( BfResource const* const resource : map.lost )
+        out << "  " << escapeForTerminal( resource->name ) << '\n';
+}
+
+void printMap( std::ostream& out, TerminalStyle const& look, StageMap const& map, std::optional<Stage> asked,
+               bool listed ) {
+    printTitle( out, map );
+    out << overview( map, asked ) << '\n';
+    printLost( out, map );
+    if( asked ? loadOf( map, *asked ).spanning == 0 : map.groups.empty() )
+        return;
+    out << '\n';
+    if( asked || listed )
+        printBars( out, look, map, asked );
+    else
+        printGrid( out, look, map );
+}
+
+void printFooter( std::ostream& out, TerminalStyle const& look ) {
+    out << '\n' << inLines( "2+1: two start in the stage, and one goes on from an earlier one", look );
+}
+
+} // namespace
+
+void printStages( std::ostream& out, TerminalStyle const& look, std::vector<StageMap> const& maps,
+                  std::optional<Stage> asked, bool listed ) {
+    for( StageMap const& map : maps ) {
+        out << ( &map == &maps.front() ? "" : "\n" );
+        printMap( out, look, map, asked, listed );
+    }
+    if( maps.empty() )
+        out << "no resource is placed\n";
+    bool const somePlaced =
+        std::any_of( maps.begin(), maps.end(), []( StageMap const& map ) { return map.size() > 0; } );
+    if( somePlaced && !listed && !asked )
+        printFooter( out, look );
+}
+
 } // namespace Bfri

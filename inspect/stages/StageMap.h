@@ -2,6 +2,7 @@
 
 // Which stages the hardware resources take, and how many take each.
 
+#include "inspect/rows/Row.h"
 #include "inspect/stages/PlacedStages.h"
 
 #include <algorithm>
@@ -45,5 +46,9 @@ struct StageMap {
 
 /// By the lowest pipe, of a configuration that was loaded with a survey and outlives the maps.
 std::vector<StageMap> stageMapsOf( Configuration const& configuration );
+
+/// The JSON object of a map: files, stages with their loads, resources; of one stage only that and what is in
+/// it.
+Row rowOf( StageMap const& map, std::optional<Stage> stage );
 
 } // namespace Bfri

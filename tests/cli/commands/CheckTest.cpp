@@ -107,6 +107,22 @@ TEST_F( Check, ShowsFindingsUnderTheirCode ) {
                R"-("message":"match table \"acl\" (0x00000007): has a size of 0 entries"}])-" );
 }
 
+TEST_F( Check, EscapesNamesInTextAsATerminalNeedsAndInJsonAsJsonDoes ) {
+    String const odd = "a\x1b"
+                       "b";
+    auto const outcome = outcomeOf( Support::ContextBuilder()
+                                        .table( Support::matchTable( odd ).handle( 7 ) )
+                                        .table( Support::matchTable( "acl" ).handle( 7 ) )
+                                        .text() );
+    EXPECT_THAT(
+        outcome.out,
+        HasSubstr( "    table \"acl\" (0x00000007): the handle is that of 2: \"a\\x1bb\", \"acl\"\n" ) );
+    EXPECT_THAT( outcome.out, HasSubstr( "match table \"a\\x1bb\" (0x00000007)" ) );
+    EXPECT_THAT( outcome.out, Not( HasSubstr( "\x1b" ) ) );
+    EXPECT_THAT( bfri( { "check", "switch.conf", "--json" } ).out,
+                 HasSubstr( R"("match table \"a\u001bb\" (0x00000007): )" ) );
+}
+
 TEST_F( Check, CountsFindingsAndSaysOnceWhatAllOfACodeHave ) {
     auto const outcome = outcomeOf( Support::ContextBuilder()
                                         .table( Support::matchTable( "acl" ).handle( 7 ).size( 0 ) )

@@ -1,0 +1,79 @@
+#include "inspect/check/Checked.h"
+
+#include "inspect/model/Collections.h"
+#include "inspect/model/RecordKinds.h"
+
+namespace Bfri {
+
+namespace {
+
+Value textOrNothing( String const& text ) { return text.empty() ? Value() : Value( text ); }
+
+template<class Type>
+Value valueOr( std::optional<Type> const& value ) {
+    return value ? Value( *value ) : Value();
+}
+
+Row findingRow( Finding const& finding ) {
+    return { { "code", finding.kind->code },
+             { "title", finding.kind->title },
+             { "severity", wordOf( finding.kind->severity ) },
+             { "kind", finding.what },
+             { "name", finding.name },
+             { "handle", finding.handle ? Value( Hex( *finding.handle ) ) : Value() },
+             { "contextFile", textOrNothing( finding.contextFile ) },
+             { "message", finding.message() } };
+}
+
+Row countsRow( std::vector<Count> const& counts ) {
+    Row row;
+    for( Count const& count : counts )
+        row.push_back( { count.collection, static_cast<U32>( count.number ) } );
+    return row;
+}
+
+} // namespace
+
+Row rowOf( Fault const& fault ) {
+    return { { "file", fault.file },
+             { "isContextFile", fault.inContextFile },
+             { "problem", textOrNothing( fault.problem ) },
+             { "line", valueOr( fault.line ) },
+             { "column", valueOr( fault.column ) },
+             { "excerpt", textOrNothing( fault.excerpt ) },
+             { "pointer", valueOr( fault.pointer ) },
+             { "member", textOrNothing( fault.member ) },
+             { "tableIndex", valueOr( fault.tableIndex ) },
+             { "table", textOrNothing( fault.table ) },
+             { "expected", textOrNothing( fault.expected ) },
+             { "handle", valueOr( fault.handle ) },
+             { "found", textOrNothing( fault.found ) },
+             { "reported", listOf( fault.reported, []( String const& text ) { return text; } ) },
+             { "condition", textOrNothing( fault.condition ) },
+             { "function", textOrNothing( fault.function ) },
+             { "hint", textOrNothing( fault.hint ) } };
+}
+
+Row rowOf( Checked const& checked ) {
+    return { { "switchConf", checked.switchConf },
+             { "loads", !checked.fault.has_value() },
+             { "failure", checked.fault ? Value( rowOf( *checked.fault ) ) : Value() },
+             { "checked", checked.fault ? Value() : Value( countsRow( checked.counts ) ) },
+             { "findings", listOf( checked.findings, findingRow ) } };
+}
+
+std::vector<Count> countsOf( Configuration const& configuration ) {
+    auto const& parser = configuration.parser();
+    std::vector<Count> counts{
+        { "contextFile", "context file", "context files", parser.contextFile().size() } };
+    for( bool const ofTables : { true, false } ) { // match tables and what they have come first
+        for( RecordKind const& kind : recordKinds() ) {
+            if( kind.isCounted && kind.ofTables == ofTables )
+                counts.push_back(
+                    { kind.member, kind.noun, kind.nouns, collectionOf( kind.kind ).size( parser ) } );
+        }
+    }
+    return counts;
+}
+
+} // namespace Bfri
