@@ -238,10 +238,7 @@ TEST( DeathTest, HeaderAndHashQueriesLetNoExceptionOut ) {
                                              [ & ] { return info->bfDynHashFieldId( "x", "y" ); } };
     Support::ThrowingAssertions const scope;
     for( auto const& query : queries )
-        EXPECT_EXIT(
-            query(), KilledBySignal( SIGABRT ),
-            AllOf( HasSubstr( "terminate called after throwing an instance of 'Zel::AssertionError'" ),
-                   HasSubstr( ": assertion failed: parser" ) ) );
+        EXPECT_EXIT( query(), KilledBySignal( SIGABRT ), HasSubstr( "terminate called" ) );
 }
 
 TEST( DeathTest, IndexOfATablePastTheEndIsNoDeath ) {

@@ -64,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(
         Odd{ "BF208", ContextBuilder().table( Support::matchTable( "" ) ), "match table \"\" (" },
         Odd{ "BF208", ContextBuilder().table( Support::matchTable( "a\x1b" ) ), "match table \"a\x1b\" (" },
         Odd{ "BF208", ContextBuilder().table( Support::matchTable( "a\x1b,\"q\\\"" ) ),
-             "match table \"a\x1b,\\\"q\\\\\"\" (" },
+             "match table \"a\x1b,\\\"q\\\\\\\"\" (" },
         Odd{ "BF208", ContextBuilder().learnQuanta( "\u202e" ), "can't be shown" },
         Odd{ "BF208", ContextBuilder().phvStage( "f\x7f", 8 ), "PHV field" } ) );
 
