@@ -14,6 +14,12 @@
 
 #include <rapidjson/reader.h>
 
+static_assert( RAPIDJSON_MAJOR_VERSION == 1 && RAPIDJSON_MINOR_VERSION == 1 && RAPIDJSON_PATCH_VERSION == 0,
+               "ContextReader.h replaces inner functions of RapidJSON 1.1.0's reader. Compare ParseValue, "
+               "ParseString, ScanCopyUnescapedString, SkipWhitespace and NumberStream of your reader.h with "
+               "those of 1.1.0, and the conditions of your document.h with Json.cpp; run "
+               "resourceinfo_context_test and the fuzzers; then name the version here." );
+
 namespace Context {
 
 /// Most of a pretty-printed file is indentation.
