@@ -22,10 +22,10 @@ Configuration load( String const& path, Command const& command, std::ostream& er
                                                           : loadOrAbort( path );
     if( auto const* const fault = std::get_if<Fault>( &result ) )
         fail( path, *fault );
-    auto& configuration = std::get<Configuration>( result );
+    auto const& configuration = std::get<Configuration>( result );
     for( String const& file : unreadContextFiles( configuration ) )
         err << "bfri: " << escapeForTerminal( file ) << " is not read: a later pipeline has the same pipes\n";
-    return std::move( configuration );
+    return std::get<Configuration>( std::move( result ) );
 }
 
 } // namespace Bfri
