@@ -92,6 +92,7 @@ std::vector<String> like( std::vector<String> const& names, std::string_view wor
             found.emplace( far, lastParts( known, 1 ).find( wanted ) == known.npos, name );
     }
     std::vector<String> result;
+    result.reserve( found.size() );
     for( auto const& entry : found )
         result.push_back( std::get<String>( entry ) );
     return result;

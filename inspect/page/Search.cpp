@@ -51,6 +51,7 @@ PagesFound pagesOfActions( Configuration const& configuration, String const& wor
         asked[ actions.at( place ).name ].emplace( actions.at( place ).tableName,
                                                    actions.at( place ).handle );
     std::vector<Page> pages;
+    pages.reserve( asked.size() );
     for( auto const& [ name, tables ] : asked )
         pages.push_back( actionsOf( pageOf( configuration, name ), tables ) );
     return pages;
