@@ -44,7 +44,7 @@ void printOption( std::ostream& out, Option const& option ) {
 void startLines( std::ostream& out ) { out << ".PP\n.nf\n"; }
 void endLines( std::ostream& out ) { out << ".fi\n"; }
 
-void printExamples( std::ostream& out, std::vector<String> const& examples ) {
+void printExampleLines( std::ostream& out, std::vector<String> const& examples ) {
     if( examples.empty() )
         return;
     startLines( out );
@@ -72,7 +72,7 @@ void printCommand( std::ostream& out, Program const& program, Command const& com
     for( String const& paragraph : paragraphsOf( command ) )
         fmt::print( out, ".PP\n{}\n", roff( paragraph ) );
     printFields( out, fieldTable( command ) );
-    printExamples( out, examplesOf( program, command ) );
+    printExampleLines( out, examplesOf( program, command ) );
 }
 
 void printCommands( std::ostream& out, Program const& program ) {
@@ -87,7 +87,7 @@ void printCommands( std::ostream& out, Program const& program ) {
     }
 }
 
-void printExplanations( std::ostream& out, char const* title, std::span<Explanation const> rows ) {
+void printExplanationList( std::ostream& out, char const* title, std::span<Explanation const> rows ) {
     fmt::print( out, ".SH \"{}\"\n", title );
     for( auto const& [ term, meaning ] : rows )
         fmt::print( out, ".TP\n\\fB{}\\fR\n{}\n", roff( term ), roff( meaning ) );
@@ -106,8 +106,8 @@ void printManual( std::ostream& out, Program const& program ) {
     printOption( out, helpOption );
     printOption( out, versionOption );
     printCommands( out, program );
-    printExplanations( out, "EXIT STATUS", program.exitStatuses );
-    printExplanations( out, "ENVIRONMENT", program.environment );
+    printExplanationList( out, "EXIT STATUS", program.exitStatuses );
+    printExplanationList( out, "ENVIRONMENT", program.environment );
 }
 
 } // namespace Bfri

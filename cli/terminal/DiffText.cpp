@@ -71,7 +71,7 @@ ShownChange shownChange( Change const& change, Row const& old, Row const& now ) 
 }
 
 /// Fields that change alike stand together: "size, totalEntries 512 -> 1024".
-String textOf( std::vector<ShownChange> const& changes ) {
+String textOfChanges( std::vector<ShownChange> const& changes ) {
     std::vector<ShownChange> groups;
     for( ShownChange const& change : changes ) {
         auto const alike = std::find_if( groups.begin(), groups.end(), [ & ]( ShownChange const& group ) {
@@ -88,7 +88,7 @@ String textOf( std::vector<ShownChange> const& changes ) {
     return text;
 }
 
-String textOf( RecordKind const& kind, ChangedRecord const& record ) {
+String textOfRecord( RecordKind const& kind, ChangedRecord const& record ) {
     Row const old = rowForPeople( kind.kind, record.row );
     Row const now = rowForPeople( kind.kind, record.now );
     std::vector<ShownChange> changes;
@@ -96,7 +96,7 @@ String textOf( RecordKind const& kind, ChangedRecord const& record ) {
         if( change.field != "typeName" ) // people see it as the type
             changes.push_back( shownChange( change, old, now ) );
     }
-    String text = textOf( changes );
+    String text = textOfChanges( changes );
     auto const add = [ & ]( String const& more ) { text += ( text.empty() ? "" : "; " ) + more; };
     if( record.move )
         add( "stage" + fromTo( record.move->from, record.move->to ) );
@@ -105,15 +105,15 @@ String textOf( RecordKind const& kind, ChangedRecord const& record ) {
     return text;
 }
 
-class Section {
+class DiffSection {
   public:
-    Section( std::ostream& out, TerminalStyle const& look, String const& title )
+    DiffSection( std::ostream& out, TerminalStyle const& look, String const& title )
         : out_( out ), look_( look ) {
         out_ << title << '\n';
     }
-    ~Section() { out_ << '\n'; }
-    Section( Section const& ) = delete;
-    Section& operator=( Section const& ) = delete;
+    ~DiffSection() { out_ << '\n'; }
+    DiffSection( DiffSection const& ) = delete;
+    DiffSection& operator=( DiffSection const& ) = delete;
 
     void line( char mark, bool noticed, String const& text ) {
         Paint const paint = mark == '-' ? Paint::red : mark == '+' ? Paint::green : Paint::yellow;
@@ -129,14 +129,14 @@ void printKind( std::ostream& out, TerminalStyle const& look, KindComparison con
     if( !comparison.differs() )
         return;
     RecordKind const& kind = *comparison.kind;
-    Section section( out, look, kind.many );
+    DiffSection section( out, look, kind.many );
     for( Row const& row : comparison.removed )
         section.line( '-', effectOfRemoval( kind ) != Effect::none, labelOf( row ) + briefOf( row ) );
     for( Row const& row : comparison.added )
         section.line( '+', false, labelOf( row ) + briefOf( row ) );
     for( ChangedRecord const& record : comparison.changed )
         section.line( '~', effectOf( kind, record ) != Effect::none,
-                      labelOf( record.row ) + "  " + textOf( kind, record ) );
+                      labelOf( record.row ) + "  " + textOfRecord( kind, record ) );
 }
 
 std::string_view nameOf( Row const& row ) { return valueAs<String>( row, "name" ); }
@@ -287,7 +287,7 @@ void printVerdict( std::ostream& out, TerminalStyle const& look, Comparison cons
 
 void printDiff( std::ostream& out, TerminalStyle const& look, Comparison const& comparison ) {
     if( !comparison.configuration.empty() ) {
-        Section section( out, look, "configuration" );
+        DiffSection section( out, look, "configuration" );
         for( Change const& change : comparison.configuration )
             section.line( '~', false, String( change.field ) + fromTo( change.from, change.to ) );
     }

@@ -7,7 +7,7 @@ namespace Bfri {
 
 namespace {
 
-Row rowForPeople( Row row ) {
+Row useForPeople( Row row ) {
     if( valueAs<bool>( row, "severalTables" ) )
         row[ 4 ].value = "(several)";
     row.pop_back();
@@ -35,7 +35,7 @@ void printHandles( std::ostream& out, TerminalStyle const& look, std::vector<Han
     auto rows = rowsOf( answers );
     if( rows.empty() )
         return;
-    std::transform( rows.begin(), rows.end(), rows.begin(), rowForPeople );
+    std::transform( rows.begin(), rows.end(), rows.begin(), useForPeople );
     RowList const list{
         { { "HANDLE", {} }, { "KIND", {} }, { "IN FIELD", {} }, { "NAME", {} }, { "TABLE", {} } },
         std::move( rows ) };

@@ -16,7 +16,7 @@ constexpr Column ownerColumns[] = { { "HANDLE", "handle" },
                                     { "STAGE TABLES", "stages" },
                                     { "NAME", "name" } };
 
-constexpr Column actionColumns[] = {
+constexpr Column actionLineColumns[] = {
     { "HANDLE", "handle" }, { "TABLE HANDLE", "tableHandle" }, { "OF TABLE", "tableName" } };
 
 void printIndented( std::ostream& out, String const& indent, String const& lines ) {
@@ -127,7 +127,7 @@ void printActions( std::ostream& out, TerminalStyle const& look, Section const& 
         row.push_back( { "tableHandle", tables.empty() ? Value() : valueOf( tables.front(), "handle" ) } );
         rows.push_back( std::move( row ) );
     }
-    printLines( out, look, "  ", inColumns( actionColumns, {}, rows ) );
+    printLines( out, look, "  ", inColumns( actionLineColumns, {}, rows ) );
 }
 
 void printSection( std::ostream& out, TerminalStyle const& look, Section const& section,

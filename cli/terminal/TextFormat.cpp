@@ -33,7 +33,7 @@ String textOf( Value const& value ) { return std::visit( ShownText(), value.is )
 
 namespace {
 
-struct Column {
+struct GridColumn {
     String title;
     std::size_t width = 0;
     bool hasNumbers = false;
@@ -53,7 +53,7 @@ struct Column {
 
 using Line = std::vector<String>;
 
-String lineOf( Line const& cells, std::vector<Column> const& columns ) {
+String lineOf( Line const& cells, std::vector<GridColumn> const& columns ) {
     String line;
     for( std::size_t i = 0; i < cells.size(); ++i ) {
         String const padding( columns[ i ].width - width( cells[ i ] ), ' ' );
@@ -67,7 +67,7 @@ String lineOf( Line const& cells, std::vector<Column> const& columns ) {
 /// Lines of cells, the columns as wide as their widest.
 class Grid {
   public:
-    Grid( std::vector<Line> lines, std::vector<Column> columns );
+    Grid( std::vector<Line> lines, std::vector<GridColumn> columns );
 
     /// Takes away from columns and names what the terminal has no room for.
     void fit( TerminalStyle const& look );
@@ -75,12 +75,12 @@ class Grid {
 
   private:
     /// Of the first columns of a line, with the gaps between them.
-    std::size_t widthOf( std::size_t columns, std::size_t ( *width )( Column const& ) ) const;
+    std::size_t widthOf( std::size_t columns, std::size_t ( *width )( GridColumn const& ) ) const;
     std::size_t wholeWidth( std::size_t columns ) const {
-        return widthOf( columns, []( Column const& column ) { return column.width; } );
+        return widthOf( columns, []( GridColumn const& column ) { return column.width; } );
     }
     std::size_t leastWidth( std::size_t columns ) const {
-        return widthOf( columns, []( Column const& column ) { return column.least(); } );
+        return widthOf( columns, []( GridColumn const& column ) { return column.least(); } );
     }
     /// Those up to the last one of names.
     std::size_t columnsWithNames() const;
@@ -90,10 +90,10 @@ class Grid {
     void shortenNames( std::size_t columns, TerminalStyle const& look );
 
     std::vector<Line> lines_; ///< titles first
-    std::vector<Column> columns_;
+    std::vector<GridColumn> columns_;
 };
 
-Grid::Grid( std::vector<Line> lines, std::vector<Column> columns )
+Grid::Grid( std::vector<Line> lines, std::vector<GridColumn> columns )
     : lines_( std::move( lines ) ), columns_( std::move( columns ) ) {
     for( Line const& cells : lines_ ) {
         for( std::size_t i = 0; i < cells.size(); ++i )
@@ -118,7 +118,7 @@ void Grid::print( std::ostream& out, TerminalStyle const& look ) const {
     }
 }
 
-std::size_t Grid::widthOf( std::size_t columns, std::size_t ( *width )( Column const& ) ) const {
+std::size_t Grid::widthOf( std::size_t columns, std::size_t ( *width )( GridColumn const& ) ) const {
     std::size_t sum = 0;
     for( std::size_t i = 0; i < columns; ++i )
         sum += ( i == 0 ? 0 : 2 ) + width( columns_[ i ] );
@@ -165,11 +165,10 @@ void Grid::makeWayForNames( TerminalStyle const& look ) {
 /// The longest first, so that they end up alike.
 void Grid::shortenNames( std::size_t columns, TerminalStyle const& look ) {
     while( wholeWidth( columns ) > look.columns ) {
-        auto const surplus = []( Column const& column ) { return column.width - column.least(); };
-        auto const widest =
-            std::max_element( columns_.begin(), columns_.end(), [ & ]( Column const& a, Column const& b ) {
-                return surplus( a ) < surplus( b );
-            } );
+        auto const surplus = []( GridColumn const& column ) { return column.width - column.least(); };
+        auto const widest = std::max_element(
+            columns_.begin(), columns_.end(),
+            [ & ]( GridColumn const& a, GridColumn const& b ) { return surplus( a ) < surplus( b ); } );
         if( surplus( *widest ) == 0 )
             break;
         --widest->width;
@@ -238,7 +237,7 @@ void printColumns( std::ostream& out, RowList const& list, TerminalStyle const& 
     if( look.columns > 0 && look.columns < fewest && !list.rows.empty() )
         return printBlocks( out, list );
     std::vector<Line> lines( 1 );
-    std::vector<Column> columns;
+    std::vector<GridColumn> columns;
     for( Field const& field : list.header ) {
         lines.front().emplace_back( field.name );
         columns.push_back( { String( field.name ), 0, std::holds_alternative<U32>( field.value.is ) } );
@@ -246,7 +245,7 @@ void printColumns( std::ostream& out, RowList const& list, TerminalStyle const& 
     for( Row const& row : list.rows ) {
         Line& line = lines.emplace_back();
         for( Field const& field : row ) {
-            Column& column = columns[ line.size() ];
+            GridColumn& column = columns[ line.size() ];
             column.hasNumbers |= std::holds_alternative<U32>( field.value.is );
             column.hasTexts |= std::holds_alternative<String>( field.value.is );
             line.push_back( textOf( field.value ) );
@@ -261,7 +260,7 @@ void printFields( std::ostream& out, Row const& row ) {
     std::vector<Line> lines;
     for( Field const& field : row )
         addField( lines, field );
-    Grid const grid( std::move( lines ), std::vector<Column>( 2 ) );
+    Grid const grid( std::move( lines ), std::vector<GridColumn>( 2 ) );
     grid.print( out, {} );
 }
 

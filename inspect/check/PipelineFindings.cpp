@@ -14,7 +14,7 @@ U32 maskOf( Ostler::Pipeline const& pipeline ) {
 }
 
 /// "pipe 3", "pipes 0 1".
-String pipesOf( U32 mask ) {
+String pipeList( U32 mask ) {
     String text;
     for( U32 pipe = 0; pipe < 32; ++pipe ) {
         if( mask >> pipe & 1 )
@@ -42,7 +42,7 @@ void findUnreadContextFiles( CheckContext const& facts, Findings& findings ) {
         if( String const& last = read[ mask ]; last != pipeline.contextFile )
             findings.add( "pipeline", pipeline.contextFile, {},
                           "its context file is not read for " +
-                              ( mask ? pipesOf( mask ) : String( "no pipes" ) ) +
+                              ( mask ? pipeList( mask ) : String( "no pipes" ) ) +
                               ", which a later pipeline with " + quoted( last ) + " has, too" );
     } );
 }
@@ -64,7 +64,7 @@ void findOverlappingPipes( CheckContext const& facts, Findings& findings ) {
         }
         if( other )
             findings.add( "pipeline", entry.value(), {},
-                          "shares " + pipesOf( shared ) + " with " + quoted( *other ) );
+                          "shares " + pipeList( shared ) + " with " + quoted( *other ) );
     }
 }
 

@@ -67,7 +67,7 @@ constexpr Collection ofRecords( char const* member, char const* title, Kind kind
     return { member, title, kind, sizeOf<collection>, records<collection> };
 }
 
-constexpr Collection all[] = {
+constexpr Collection allCollections[] = {
     ofRecords<COLLECTION( bfResources )>( "bfResources", "hardware resources", Kind::resources ),
     ofRecords<COLLECTION( bfTables )>( "bfTables", "match tables", Kind::tables ),
     ofRecords<COLLECTION( bfCounters )>( "bfCounters", "counters", Kind::counters ),
@@ -97,10 +97,10 @@ constexpr Collection all[] = {
 
 } // namespace
 
-std::span<Collection const> collections() { return all; }
+std::span<Collection const> collections() { return allCollections; }
 
 Collection const& collectionOf( Kind kind ) {
-    return *std::find_if( std::begin( all ), std::end( all ),
+    return *std::find_if( std::begin( allCollections ), std::end( allCollections ),
                           [ & ]( Collection const& one ) { return one.kind == kind; } );
 }
 

@@ -97,7 +97,7 @@ HandleAnswer answerFor( BfResourceParser const& parser, HandleWord const& word, 
 
 Value textOrNone( std::string_view text ) { return text.empty() ? Value() : Value( String( text ) ); }
 
-Row rowOf( HandleUse const& use ) {
+Row useRow( HandleUse const& use ) {
     return { { "kind", kindOf( use.kind ).one },
              { "field", textOrNone( use.field ) },
              { "name", String( use.name ) },
@@ -106,7 +106,7 @@ Row rowOf( HandleUse const& use ) {
 }
 
 Row withHandle( HandleUse const& use ) {
-    Row row = rowOf( use );
+    Row row = useRow( use );
     row.insert( row.begin(), { "handle", Hex( use.handle ) } );
     return row;
 }
@@ -144,7 +144,7 @@ Row blankUse() { return withHandle( {} ); }
 List objectsOf( std::vector<HandleAnswer> const& answers ) {
     return listOf( answers, []( HandleAnswer const& answer ) {
         return Row{ { "handle", Hex( answer.handle ) },
-                    { "found", listOf( answer.uses, []( HandleUse const& use ) { return rowOf( use ); } ) },
+                    { "found", listOf( answer.uses, []( HandleUse const& use ) { return useRow( use ); } ) },
                     { "suggestions", suggestionsOf( answer ) },
                     { "omitted", valuesOf( answer.omitted ) } };
     } );

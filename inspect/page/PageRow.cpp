@@ -11,7 +11,7 @@ List listOfRows( std::vector<Row> rows ) {
 }
 
 /// Every field of the record, and its parts after them.
-Row rowOf( Entry entry ) {
+Row entryRow( Entry entry ) {
     Row row = std::move( entry.record );
     if( entry.placeable )
         row.push_back( { "placed", entry.place != nullptr } );
@@ -35,7 +35,7 @@ Records recordsOf( RecordKind const& kind, std::vector<Page>& pages ) {
             if( section.kind != &kind )
                 continue;
             for( Entry& entry : section.entries )
-                records.entries.emplace_back( rowOf( std::move( entry ) ) );
+                records.entries.emplace_back( entryRow( std::move( entry ) ) );
             records.more += section.moreRecords;
         }
     }

@@ -14,13 +14,12 @@ namespace {
 constexpr int loads = 50;
 
 /// Loads a file of one table again and again, as long as it sees its own surveys alone.
-int surveysOfItsOwn( String const& table ) {
+int surveysOfItsOwn( BfResourceParser* parser, String const& table ) {
     SurveyCollector collector( SurveyCollector::Wanted::digests );
     String const text = Support::ContextBuilder().table( Support::conditionTable( table ) ).text();
-    auto const parser = Zel::Ptr<BfResourceParser>( emptyParser() );
     for( int i = 0; i < loads; ++i ) {
         Support::TextFile file( text );
-        parseContextJson( parser.get(), table, {}, file );
+        parseContextJson( parser, table, {}, file );
     }
     int own = 0;
     for( Context::FileSurvey const& file : collector.files )
@@ -30,9 +29,12 @@ int surveysOfItsOwn( String const& table ) {
 
 TEST( SurveyThreads, TakeWhatTheyLoadThemselves ) {
     SurveyCollector mine;
+    // Made one after the other: a parser's constructor uses the process's one SDK context.
+    auto const firstParser = Zel::Ptr<BfResourceParser>( emptyParser() );
+    auto const secondParser = Zel::Ptr<BfResourceParser>( emptyParser() );
     int own[ 2 ] = {};
-    std::thread first( [ & ] { own[ 0 ] = surveysOfItsOwn( "first" ); } );
-    std::thread second( [ & ] { own[ 1 ] = surveysOfItsOwn( "second" ); } );
+    std::thread first( [ & ] { own[ 0 ] = surveysOfItsOwn( firstParser.get(), "first" ); } );
+    std::thread second( [ & ] { own[ 1 ] = surveysOfItsOwn( secondParser.get(), "second" ); } );
     first.join();
     second.join();
     EXPECT_THAT( own, testing::ElementsAre( loads, loads ) );

@@ -26,24 +26,24 @@ RowSelection sorted( char const* field, bool descending = false ) {
     return { {}, Order{ field, descending }, RowSelection().most };
 }
 
-std::vector<Row> const tables = { record( "b", 9 ), record( "ab", 10 ), record( "a", 9 ),
-                                  record( "c", 100 ) };
+std::vector<Row> const someTables = { record( "b", 9 ), record( "ab", 10 ), record( "a", 9 ),
+                                      record( "c", 100 ) };
 
 TEST( Choosing, NothingLeavesAll ) {
-    EXPECT_THAT( namesOf( tables, {} ), ElementsAre( "b", "ab", "a", "c" ) );
+    EXPECT_THAT( namesOf( someTables, {} ), ElementsAre( "b", "ab", "a", "c" ) );
 }
 
 TEST( Choosing, ByNameKeepsTheOrder ) {
-    EXPECT_THAT( namesOf( tables, filtered( "b" ) ), ElementsAre( "b", "ab" ) );
-    EXPECT_THAT( namesOf( tables, filtered( "^a" ) ), ElementsAre( "ab", "a" ) );
-    EXPECT_THAT( namesOf( tables, filtered( "z" ) ), IsEmpty() );
-    EXPECT_THAT( namesOf( tables, filtered( "9" ) ), IsEmpty() ); // other fields do not count
+    EXPECT_THAT( namesOf( someTables, filtered( "b" ) ), ElementsAre( "b", "ab" ) );
+    EXPECT_THAT( namesOf( someTables, filtered( "^a" ) ), ElementsAre( "ab", "a" ) );
+    EXPECT_THAT( namesOf( someTables, filtered( "z" ) ), IsEmpty() );
+    EXPECT_THAT( namesOf( someTables, filtered( "9" ) ), IsEmpty() ); // other fields do not count
     EXPECT_THAT( namesOf( {}, filtered( "" ) ), IsEmpty() );
 }
 
 TEST( Choosing, SortsNumbersByValueAndKeepsEqualRowsAsTheyCame ) {
-    EXPECT_THAT( namesOf( tables, sorted( "size" ) ), ElementsAre( "b", "a", "ab", "c" ) );
-    EXPECT_THAT( namesOf( tables, sorted( "size", true ) ), ElementsAre( "c", "ab", "b", "a" ) );
+    EXPECT_THAT( namesOf( someTables, sorted( "size" ) ), ElementsAre( "b", "a", "ab", "c" ) );
+    EXPECT_THAT( namesOf( someTables, sorted( "size", true ) ), ElementsAre( "c", "ab", "b", "a" ) );
 }
 
 TEST( Choosing, SortsTextsByTheirBytes ) {
@@ -77,11 +77,11 @@ TEST( Choosing, SortsEveryOtherTypeOfValue ) {
 }
 
 TEST( Choosing, TheFirstComesBehindFilterAndOrder ) {
-    EXPECT_THAT( namesOf( tables, { {}, {}, 2 } ), ElementsAre( "b", "ab" ) );
-    EXPECT_THAT( namesOf( tables, { {}, {}, 0 } ), IsEmpty() );
-    EXPECT_THAT( namesOf( tables, { {}, {}, 4 } ).size(), 4U );
-    EXPECT_THAT( namesOf( tables, { {}, {}, 5 } ).size(), 4U );
-    EXPECT_THAT( namesOf( tables, { Pattern( "[ac]" ), Order{ "size", true }, 2 } ),
+    EXPECT_THAT( namesOf( someTables, { {}, {}, 2 } ), ElementsAre( "b", "ab" ) );
+    EXPECT_THAT( namesOf( someTables, { {}, {}, 0 } ), IsEmpty() );
+    EXPECT_THAT( namesOf( someTables, { {}, {}, 4 } ).size(), 4U );
+    EXPECT_THAT( namesOf( someTables, { {}, {}, 5 } ).size(), 4U );
+    EXPECT_THAT( namesOf( someTables, { Pattern( "[ac]" ), Order{ "size", true }, 2 } ),
                  ElementsAre( "c", "ab" ) );
 }
 

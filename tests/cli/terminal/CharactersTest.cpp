@@ -7,20 +7,20 @@ namespace {
 
 using Vessa::String;
 
-struct Row {
+struct ShownText {
     String text;
     char const* terminal;
     std::size_t width;
 };
 
 /// The bytes, since a test's name takes no others than plain letters well.
-std::ostream& operator<<( std::ostream& os, Row const& row ) {
+std::ostream& operator<<( std::ostream& os, ShownText const& row ) {
     for( char const c : row.text )
         os << std::hex << ( c & 0xFF ) << '.';
     return os;
 }
 
-class Texts : public testing::TestWithParam<Row> {};
+class Texts : public testing::TestWithParam<ShownText> {};
 
 TEST_P( Texts, AreSafeOnATerminal ) {
     auto const& [ text, terminal, columns ] = GetParam();
@@ -28,36 +28,35 @@ TEST_P( Texts, AreSafeOnATerminal ) {
     EXPECT_EQ( Bfri::width( Bfri::escapeForTerminal( text ) ), columns );
 }
 
-INSTANTIATE_TEST_SUITE_P( Valid, Texts,
-                          testing::Values( Row{ "", "", 0 }, Row{ "ipv4.lpm", "ipv4.lpm", 8 },
-                                           Row{ "\xC3\xA9", "\xC3\xA9", 1 },
-                                           Row{ "\xE2\x82\xAC", "\xE2\x82\xAC", 1 },
-                                           Row{ "\xED\x9F\xBF\xEE\x80\x80", "\xED\x9F\xBF\xEE\x80\x80", 2 },
-                                           Row{ "\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80", 2 },
-                                           Row{ "\xF4\x8F\xBF\xBF", "\xF4\x8F\xBF\xBF", 1 },
-                                           Row{ R"(a"b\c)", R"(a"b\c)", 5 } ) );
+INSTANTIATE_TEST_SUITE_P(
+    Valid, Texts,
+    testing::Values( ShownText{ "", "", 0 }, ShownText{ "ipv4.lpm", "ipv4.lpm", 8 },
+                     ShownText{ "\xC3\xA9", "\xC3\xA9", 1 }, ShownText{ "\xE2\x82\xAC", "\xE2\x82\xAC", 1 },
+                     ShownText{ "\xED\x9F\xBF\xEE\x80\x80", "\xED\x9F\xBF\xEE\x80\x80", 2 },
+                     ShownText{ "\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80", 2 },
+                     ShownText{ "\xF4\x8F\xBF\xBF", "\xF4\x8F\xBF\xBF", 1 },
+                     ShownText{ R"(a"b\c)", R"(a"b\c)", 5 } ) );
 
-INSTANTIATE_TEST_SUITE_P( Control, Texts,
-                          testing::Values( Row{ "a\nb\tc", R"(a\x0ab\x09c)", 11 },
-                                           Row{ "\x1B[31m", R"(\x1b[31m)", 8 }, Row{ "\x7F", R"(\x7f)", 4 },
-                                           Row{ String( "a\0b", 3 ), R"(a\x00b)", 6 },
-                                           Row{ "\xC2\x9B", R"(\u009b)", 6 },
-                                           Row{ "\xE2\x80\xAE", R"(\u202e)", 6 } ) );
+INSTANTIATE_TEST_SUITE_P(
+    Control, Texts,
+    testing::Values( ShownText{ "a\nb\tc", R"(a\x0ab\x09c)", 11 }, ShownText{ "\x1B[31m", R"(\x1b[31m)", 8 },
+                     ShownText{ "\x7F", R"(\x7f)", 4 }, ShownText{ String( "a\0b", 3 ), R"(a\x00b)", 6 },
+                     ShownText{ "\xC2\x9B", R"(\u009b)", 6 }, ShownText{ "\xE2\x80\xAE", R"(\u202e)", 6 } ) );
 
-INSTANTIATE_TEST_SUITE_P( Invalid, Texts,
-                          testing::Values( Row{ "\x80", R"(\x80)", 4 }, Row{ "a\xFF", R"(a\xff)", 5 },
-                                           Row{ "\xC3", R"(\xc3)", 4 }, Row{ "\xC3z", R"(\xc3z)", 5 },
-                                           Row{ "\xE2\x82", R"(\xe2\x82)", 8 },
-                                           Row{ "\xC0\xAF", R"(\xc0\xaf)", 8 },
-                                           Row{ "\xE0\x9F\xBF", R"(\xe0\x9f\xbf)", 12 },
-                                           Row{ "\xF0\x8F\xBF\xBF", R"(\xf0\x8f\xbf\xbf)", 16 },
-                                           Row{ "\xF4\x90\x80\x80", R"(\xf4\x90\x80\x80)", 16 },
-                                           Row{ "\xF8\x88\x80\x80\x80", R"(\xf8\x88\x80\x80\x80)", 20 } ) );
+INSTANTIATE_TEST_SUITE_P(
+    Invalid, Texts,
+    testing::Values( ShownText{ "\x80", R"(\x80)", 4 }, ShownText{ "a\xFF", R"(a\xff)", 5 },
+                     ShownText{ "\xC3", R"(\xc3)", 4 }, ShownText{ "\xC3z", R"(\xc3z)", 5 },
+                     ShownText{ "\xE2\x82", R"(\xe2\x82)", 8 }, ShownText{ "\xC0\xAF", R"(\xc0\xaf)", 8 },
+                     ShownText{ "\xE0\x9F\xBF", R"(\xe0\x9f\xbf)", 12 },
+                     ShownText{ "\xF0\x8F\xBF\xBF", R"(\xf0\x8f\xbf\xbf)", 16 },
+                     ShownText{ "\xF4\x90\x80\x80", R"(\xf4\x90\x80\x80)", 16 },
+                     ShownText{ "\xF8\x88\x80\x80\x80", R"(\xf8\x88\x80\x80\x80)", 20 } ) );
 
 INSTANTIATE_TEST_SUITE_P( Surrogates, Texts,
-                          testing::Values( Row{ "\xED\xA0\x80", R"(\ud800)", 6 },
-                                           Row{ "\xED\xBF\xBF", R"(\udfff)", 6 },
-                                           Row{ "\xED\xA0", R"(\xed\xa0)", 8 } ) );
+                          testing::Values( ShownText{ "\xED\xA0\x80", R"(\ud800)", 6 },
+                                           ShownText{ "\xED\xBF\xBF", R"(\udfff)", 6 },
+                                           ShownText{ "\xED\xA0", R"(\xed\xa0)", 8 } ) );
 
 TEST( Width, IsTwoOfWideCharactersAndNothingOfMarks ) {
     EXPECT_EQ( Bfri::width( "\u8868acl" ), 5U );
