@@ -37,6 +37,7 @@ struct Lines {
     void operator()( std::monostate ) const {}
     void operator()( bool flag ) const { out << ( flag ? "true\n" : "false\n" ); }
     void operator()( U32 number ) const { out << number << '\n'; }
+    void operator()( std::int64_t number ) const { out << number << '\n'; }
     void operator()( Hex number ) const { out << number.value << '\n'; }
     void operator()( String const& text ) const { out << escapeForTerminal( text ) << '\n'; }
     void operator()( List const& list ) const {

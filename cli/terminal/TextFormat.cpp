@@ -14,6 +14,7 @@ struct ShownText {
     String operator()( std::monostate ) const { return "-"; }
     String operator()( bool flag ) const { return flag ? "yes" : "no"; }
     String operator()( U32 number ) const { return std::to_string( number ); }
+    String operator()( std::int64_t number ) const { return std::to_string( number ); }
     String operator()( Hex number ) const { return hexText( number.value ); }
     String operator()( String const& text ) const { return text.empty() ? "-" : escapeForTerminal( text ); }
     String operator()( List const& list ) const {
@@ -32,6 +33,10 @@ struct ShownText {
 String textOf( Value const& value ) { return std::visit( ShownText(), value.is ); }
 
 namespace {
+
+bool isNumber( Value const& value ) {
+    return std::holds_alternative<U32>( value.is ) || std::holds_alternative<std::int64_t>( value.is );
+}
 
 struct GridColumn {
     String title;
@@ -240,13 +245,13 @@ void printColumns( std::ostream& out, RowList const& list, TerminalStyle const& 
     std::vector<GridColumn> columns;
     for( Field const& field : list.header ) {
         lines.front().emplace_back( field.name );
-        columns.push_back( { String( field.name ), 0, std::holds_alternative<U32>( field.value.is ) } );
+        columns.push_back( { String( field.name ), 0, isNumber( field.value ) } );
     }
     for( Row const& row : list.rows ) {
         Line& line = lines.emplace_back();
         for( Field const& field : row ) {
             GridColumn& column = columns[ line.size() ];
-            column.hasNumbers |= std::holds_alternative<U32>( field.value.is );
+            column.hasNumbers |= isNumber( field.value );
             column.hasTexts |= std::holds_alternative<String>( field.value.is );
             line.push_back( textOf( field.value ) );
         }

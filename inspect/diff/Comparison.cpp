@@ -12,7 +12,7 @@ using BfResourceInfo::BfResourceParser;
 
 /// To the rows of resources the stages that they take, which the survey knows.
 void addStages( std::vector<Row>& rows, Configuration const& configuration ) {
-    auto const number = []( Stage stage ) { return static_cast<U32>( stage ); };
+    auto const number = []( PlacedStage const& placed ) { return static_cast<U32>( placed.stage ); };
     auto const placed = placedStages( configuration );
     for( U32 i = 0; i < rows.size(); ++i )
         rows[ i ].push_back(

@@ -19,6 +19,7 @@ struct CsvText {
     String operator()( std::monostate ) const { return {}; }
     String operator()( bool flag ) const { return flag ? "true" : "false"; }
     String operator()( U32 number ) const { return std::to_string( number ); }
+    String operator()( std::int64_t number ) const { return std::to_string( number ); }
     String operator()( Hex number ) const { return std::to_string( number.value ); }
     String operator()( String const& text ) const { return spelling ? spelling( text ) : text; }
     String operator()( List const& list ) const {

@@ -19,6 +19,7 @@ struct ValueWriter {
     void operator()( std::monostate ) const { writer.Null(); }
     void operator()( bool flag ) const { writer.Bool( flag ); }
     void operator()( U32 number ) const { writer.Uint( number ); }
+    void operator()( std::int64_t number ) const { writer.Int64( number ); }
     void operator()( Hex number ) const { writer.Uint( number.value ); }
     void operator()( String const& text ) const { writeText( writer, text ); }
     void operator()( List const& list ) const {

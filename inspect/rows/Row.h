@@ -5,6 +5,7 @@
 #include "vessa/Types.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -35,13 +36,14 @@ struct Value {
     Value() = default;
     Value( bool flag );
     Value( U32 number );
+    Value( std::int64_t number );
     Value( Hex number );
     Value( char const* text );
     Value( String text );
     Value( List list );
     Value( Row row );
 
-    std::variant<std::monostate, bool, U32, Hex, String, List, Row> is;
+    std::variant<std::monostate, bool, U32, std::int64_t, Hex, String, List, Row> is;
 };
 
 /// A value with its name, which outlives it: a literal, or a text of the model.
@@ -52,6 +54,7 @@ struct Field {
 
 inline Value::Value( bool flag ) : is( flag ) {}
 inline Value::Value( U32 number ) : is( number ) {}
+inline Value::Value( std::int64_t number ) : is( number ) {}
 inline Value::Value( Hex number ) : is( number ) {}
 inline Value::Value( char const* text ) : is( String( text ) ) {}
 inline Value::Value( String text ) : is( std::move( text ) ) {}

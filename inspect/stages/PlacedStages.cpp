@@ -1,30 +1,39 @@
 #include "inspect/stages/PlacedStages.h"
 
-#include <algorithm>
 #include <limits>
+#include <map>
 
 namespace Bfri {
 
 namespace {
 
-std::optional<std::vector<Stage>> stagesOf( Context::SurveyedTable const& table ) {
-    std::vector<Stage> stages;
+bool isStage( std::optional<std::int64_t> number ) {
+    return number && *number >= std::numeric_limits<std::int32_t>::min() &&
+           *number <= std::numeric_limits<U32>::max();
+}
+
+std::optional<std::vector<PlacedStage>> stagesOf( Context::SurveyedTable const& table ) {
+    std::map<Stage, PlacedStage> stages;
     for( Context::SurveyedStageTable const& stageTable : table.stageTables ) {
-        auto const number = stageTable.stage;
-        if( !number || *number < std::numeric_limits<std::int32_t>::min() ||
-            *number > std::numeric_limits<U32>::max() )
+        if( !isStage( stageTable.stage ) )
             return std::nullopt;
-        stages.push_back( static_cast<U32>( *number ) );
+        Stage const number = static_cast<U32>( *stageTable.stage );
+        PlacedStage& placed = stages.try_emplace( number, PlacedStage{ number } ).first->second;
+        ++placed.tables;
+        placed.stated += stageTable.size ? 1 : 0;
+        placed.entries += stageTable.size.value_or( 0 );
     }
-    std::sort( stages.begin(), stages.end() );
-    stages.erase( std::unique( stages.begin(), stages.end() ), stages.end() );
-    return stages;
+    std::vector<PlacedStage> ascending;
+    for( auto const& [ number, placed ] : stages )
+        ascending.push_back( placed );
+    return ascending;
 }
 
 } // namespace
 
-std::vector<std::optional<std::vector<Stage>>> placedStages( Configuration const& configuration ) {
-    std::vector<std::optional<std::vector<Stage>>> placed( configuration.parser().bfResources().size() );
+std::vector<std::optional<std::vector<PlacedStage>>> placedStages( Configuration const& configuration ) {
+    std::vector<std::optional<std::vector<PlacedStage>>> placed(
+        configuration.parser().bfResources().size() );
     for( Context::FileSurvey const& file : configuration.files ) {
         for( Context::SurveyedTable const& table : file.tables ) {
             if( table.resource )

@@ -1,7 +1,7 @@
 #pragma once
 
-// The stages that hardware resources take. The model knows the first stage of each and the number of its
-// stage tables; the survey of the context files knows the stages themselves.
+// The stages that hardware resources take, and how many entries each holds there. The model knows the first
+// stage of each and the number of its stage tables; the survey of the context files knows the stages.
 
 #include "inspect/model/Configuration.h"
 
@@ -13,8 +13,16 @@ namespace Bfri {
 /// The number of a stage, as the model has it: 32 bits, also of a negative one.
 using Stage = std::uint64_t;
 
+/// A resource in one stage.
+struct PlacedStage {
+    Stage stage;
+    U32 tables = 0;            ///< its stage tables there
+    U32 stated = 0;            ///< of these, the ones whose size the context file states
+    std::uint64_t entries = 0; ///< the sum of the stated sizes
+};
+
 /// The stages of each resource of a configuration that was loaded with a survey, by position in
 /// `bfResources`: ascending, each once; nothing where a stage table has no such number.
-std::vector<std::optional<std::vector<Stage>>> placedStages( Configuration const& configuration );
+std::vector<std::optional<std::vector<PlacedStage>>> placedStages( Configuration const& configuration );
 
 } // namespace Bfri

@@ -19,7 +19,8 @@ std::vector<Stage> stagesOf( Resources const& resources ) {
     constexpr Stage most = 64;
     std::set<Stage> taken;
     for( Placed const& placed : resources )
-        taken.insert( placed.stages.begin(), placed.stages.end() );
+        for( PlacedStage const& one : placed.stages )
+            taken.insert( one.stage );
     if( taken.empty() || *taken.rbegin() >= most )
         return { taken.begin(), taken.end() };
     std::vector<Stage> stages( *taken.rbegin() + 1 );
@@ -32,17 +33,14 @@ void add( Placed const& placed, std::vector<Stage> const& stages, std::vector<St
         auto const place = std::lower_bound( stages.begin(), stages.end(), stage );
         return loads[ static_cast<std::size_t>( place - stages.begin() ) ];
     };
-    StageLoad& first = loadOf( placed.stages.front() );
-    ++first.starting;
-    first.entries += placed.resource->size;
-    for( Stage const stage : placed.stages )
-        ++loadOf( stage ).spanning;
+    for( PlacedStage const& one : placed.stages )
+        loadOf( one.stage ).add( one, &one == &placed.stages.front() );
 }
 
 bool isBefore( Placed const& a, Placed const& b ) {
     auto const key = []( Placed const& placed ) {
         auto const& [ resource, stages ] = placed;
-        return std::tuple( !resource->ingress, resource->type, stages.front(), stages.size(),
+        return std::tuple( !resource->ingress, resource->type, stages.front().stage, stages.size(),
                            std::string_view( resource->name ) );
     };
     return key( a ) < key( b );
@@ -68,6 +66,20 @@ U32 handleBits( BfResourceInfo::BfPipeMask mask ) {
 }
 
 } // namespace
+
+PlacedStage const* Placed::in( Stage stage ) const {
+    auto const found = std::lower_bound( stages.begin(), stages.end(), stage,
+                                         []( PlacedStage const& one, Stage s ) { return one.stage < s; } );
+    return found != stages.end() && found->stage == stage ? &*found : nullptr;
+}
+
+void StageLoad::add( PlacedStage const& placed, bool starts ) {
+    starting += starts ? 1 : 0;
+    ++spanning;
+    tables += placed.tables;
+    stated += placed.stated;
+    entries += placed.entries;
+}
 
 std::size_t StageMap::size() const {
     return std::accumulate(

@@ -5,23 +5,28 @@
 #include "inspect/rows/Row.h"
 #include "inspect/stages/PlacedStages.h"
 
-#include <algorithm>
-
 namespace Bfri {
 
 /// A resource in its stages, which are ascending, and at least one.
 struct Placed {
     BfResource const* resource;
-    std::vector<Stage> stages;
+    std::vector<PlacedStage> stages;
 
-    bool isIn( Stage stage ) const { return std::binary_search( stages.begin(), stages.end(), stage ); }
+    /// What it has in a stage; null where it is not.
+    PlacedStage const* in( Stage stage ) const;
+    bool isIn( Stage stage ) const { return in( stage ) != nullptr; }
 };
 
 /// What some resources are to a stage.
 struct StageLoad {
     std::uint32_t starting = 0; ///< those that start in it
     std::uint32_t spanning = 0; ///< those that are in it, started there or in an earlier one
-    std::uint64_t entries = 0;  ///< the sizes of those that start in it
+    std::uint32_t tables = 0;   ///< their stage tables in it
+    std::uint32_t stated = 0;   ///< of these, the ones whose size the context file states
+    std::uint64_t entries = 0;  ///< the sum of the stated sizes
+
+    /// Adds a resource that is in the stage, and perhaps starts there.
+    void add( PlacedStage const& placed, bool starts );
 };
 
 /// The resources of one direction and type, by their stages and then by name; a load for each stage of the

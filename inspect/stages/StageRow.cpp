@@ -2,18 +2,23 @@
 
 #include "inspect/model/Records.h"
 
-#include <limits>
-
 namespace Bfri {
 
 namespace {
 
-/// Numbers of a load. Sizes whose sum no 32 bits hold are as good as the largest.
+/// The entries in a stage, and how many stage tables state them.
+template<class Load>
+void addEntries( Row& row, Load const& load ) {
+    bool const isKnown = load.stated > 0 || load.tables == 0;
+    row.push_back( { "entries", isKnown ? Value( static_cast<std::int64_t>( load.entries ) ) : Value() } );
+    row.push_back( { "stageTables", load.tables } );
+    row.push_back( { "stated", load.stated } );
+}
+
 void addLoad( Row& row, StageLoad const& load ) {
-    constexpr std::uint64_t most = std::numeric_limits<U32>::max();
     row.push_back( { "starting", load.starting } );
     row.push_back( { "spanning", load.spanning } );
-    row.push_back( { "entries", static_cast<U32>( std::min( load.entries, most ) ) } );
+    addEntries( row, load );
 }
 
 Row stageRow( StageMap const& map, std::size_t i ) {
@@ -34,9 +39,18 @@ Row stageRow( StageMap const& map, std::size_t i ) {
 }
 
 /// A resource with its stages: the record tells the first, and how many stage tables there are.
-Row resourceRow( BfResource const& resource, Value stages ) {
+Row resourceRow( BfResource const& resource, Value stages, Value loads ) {
     Row row = withTypeName( rowOf( resource ) );
     row.push_back( { "stageNumbers", std::move( stages ) } );
+    row.push_back( { "stageLoads", std::move( loads ) } );
+    return row;
+}
+
+Value numberOf( PlacedStage const& placed ) { return static_cast<U32>( placed.stage ); }
+
+Value loadRow( PlacedStage const& placed ) {
+    Row row{ { "stage", numberOf( placed ) } };
+    addEntries( row, placed );
     return row;
 }
 
@@ -44,14 +58,14 @@ List resourceRows( StageMap const& map, std::optional<Stage> asked ) {
     List rows;
     for( StageGroup const& group : map.groups ) {
         for( auto const& placed : group.resources ) {
-            auto const number = []( Stage stage ) { return static_cast<U32>( stage ); };
             if( !asked || placed.isIn( *asked ) )
-                rows.push_back( resourceRow( *placed.resource, listOf( placed.stages, number ) ) );
+                rows.push_back( resourceRow( *placed.resource, listOf( placed.stages, numberOf ),
+                                             listOf( placed.stages, loadRow ) ) );
         }
     }
     for( BfResource const* const resource : map.lost ) {
         if( !asked )
-            rows.push_back( resourceRow( *resource, {} ) );
+            rows.push_back( resourceRow( *resource, {}, {} ) );
     }
     return rows;
 }

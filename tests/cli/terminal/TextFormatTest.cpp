@@ -134,9 +134,9 @@ TEST( TextFields, TakeALineEachAndOneForEveryRowOfAList ) {
 /// Resources of one type that all start in the first stage and go on in the last.
 StageMap mapOf( BfResource const& resource, std::vector<Stage> const& stages, U32 resources ) {
     std::vector<StageLoad> loads( stages.size() );
-    loads.front() = { resources, resources, 0 };
-    loads.back() = { 0, resources, 0 };
-    std::vector<Placed> const placed( resources, { &resource, { stages.front(), stages.back() } } );
+    loads.front() = { resources, resources };
+    loads.back() = { 0, resources };
+    std::vector<Placed> const placed( resources, { &resource, { { stages.front() }, { stages.back() } } } );
     return { {}, stages, loads, { { resource.ingress, resource.type, placed, loads } }, {} };
 }
 
