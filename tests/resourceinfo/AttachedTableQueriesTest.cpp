@@ -20,7 +20,7 @@ using Support::matchTable;
 static_assert( std::is_same_v<decltype( &BfResourceInfoIntf::bfAssociatedTable ),
                               String ( BfResourceInfoIntf::* )( String const& )> );
 
-char const* const unknownName = "index != BfResourceInfoIndexInvalid";
+char const* const unknownAttachedName = "index != BfResourceInfoIndexInvalid";
 
 /// A record with every field of its own value, the flags as given.
 BfTableCounterInfo counter( String name, bool direct, bool bytes, bool packets ) {
@@ -172,8 +172,8 @@ class AttachedField : public testing::Test {
     Zel::Ptr<BfResourceInfoIntf> info_ = emptyInterface();
 };
 
-using Kinds = testing::Types<Counters, Meters, Wreds>;
-TYPED_TEST_SUITE( AttachedField, Kinds );
+using AttachedKinds = testing::Types<Counters, Meters, Wreds>;
+TYPED_TEST_SUITE( AttachedField, AttachedKinds );
 
 TYPED_TEST( AttachedField, IsThatOfTheFirstRecordOfTheName ) {
     EXPECT_EQ( this->field( "acl", 0 ), 7 );
@@ -190,8 +190,8 @@ TYPED_TEST( AttachedField, IdentifiersThatAreNoFieldAreFatal ) {
 
 TYPED_TEST( AttachedField, UnknownNameIsFatalBeforeTheIdentifierIsLookedAt ) {
     for( char const* name : { "", "ac", "acl ", "ACL", "acl2" } ) {
-        EXPECT_EQ( conditionOf( [ & ] { this->field( name, 0 ); } ), unknownName ) << name;
-        EXPECT_EQ( conditionOf( [ & ] { this->field( name, 255 ); } ), unknownName ) << name;
+        EXPECT_EQ( conditionOf( [ & ] { this->field( name, 0 ); } ), unknownAttachedName ) << name;
+        EXPECT_EQ( conditionOf( [ & ] { this->field( name, 255 ); } ), unknownAttachedName ) << name;
     }
 }
 

@@ -18,7 +18,7 @@ namespace {
 
 using Support::conditionOf;
 
-char const* const unknownName = "index != BfResourceInfoIndexInvalid";
+char const* const unknownQueryModelName = "index != BfResourceInfoIndexInvalid";
 
 /// Few names and handles, so that they collide.
 class Random {
@@ -141,7 +141,7 @@ class RecordModel {
             return std::invoke( fieldQuery<Kind>, info_, name, static_cast<Identifier<Kind>>( identifier ) );
         };
         if( index == size() )
-            EXPECT_EQ( conditionOf( query ), unknownName );
+            EXPECT_EQ( conditionOf( query ), unknownQueryModelName );
         else if( identifier == identifiers )
             EXPECT_EQ( conditionOf( query ), noField );
         else
@@ -167,7 +167,7 @@ class RecordModel {
         checkHandle( &BfResourceInfoIntf::bfResourceByHandle );
         auto const stageStart = [ & ] { return info_.bfResourceStageStart( name ); };
         if( index == size() )
-            EXPECT_EQ( conditionOf( stageStart ), unknownName );
+            EXPECT_EQ( conditionOf( stageStart ), unknownQueryModelName );
         else
             EXPECT_EQ( stageStart(), static_cast<int>( records_[ index ].stageStart ) );
     }
@@ -184,7 +184,7 @@ class RecordModel {
             return info_.bfTableString( name, static_cast<BfTableStringId>( identifier ) );
         };
         if( index == size() )
-            EXPECT_EQ( conditionOf( text ), unknownName );
+            EXPECT_EQ( conditionOf( text ), unknownQueryModelName );
         else if( identifier == 3 )
             EXPECT_EQ( conditionOf( text ), "0" );
         else

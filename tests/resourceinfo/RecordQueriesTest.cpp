@@ -14,7 +14,7 @@ namespace {
 using Support::conditionOf;
 using Support::failureOf;
 
-char const* const unknownName = "index != BfResourceInfoIndexInvalid";
+char const* const unknownRecordQueriesName = "index != BfResourceInfoIndexInvalid";
 
 template<class Kind>
 class RecordQueries : public testing::Test {
@@ -91,7 +91,7 @@ TYPED_TEST( RecordQueries, ArgumentCountsUpToItsFirstNul ) {
 
 TYPED_TEST( RecordQueries, IndexNotFoundIsCaughtByNameAndOthersByTheCount ) {
     this->push( this->named( "acl" ) );
-    EXPECT_EQ( conditionOf( [ & ] { this->record( this->index( "missing" ) ); } ), unknownName );
+    EXPECT_EQ( conditionOf( [ & ] { this->record( this->index( "missing" ) ); } ), unknownRecordQueriesName );
     for( U32 const index : { this->num(), 2U, 0x0FFFFFFEU, 0x10000000U, 0xFFFFFFFFU } )
         EXPECT_EQ( conditionOf( [ & ] { this->record( index ); } ), TypeParam::bound ) << index;
 }

@@ -10,7 +10,7 @@ using Support::conditionOf;
 using Support::failureOf;
 using testing::HasSubstr;
 
-char const* const unknownName = "index != BfResourceInfoIndexInvalid";
+char const* const unknownResourceQueriesName = "index != BfResourceInfoIndexInvalid";
 
 class ResourceQueries : public testing::Test {
   protected:
@@ -26,8 +26,9 @@ TEST_F( ResourceQueries, EmptyModelHasNoResource ) {
     EXPECT_EQ( info_->bfResourceIndex( "x" ), 0x0FFFFFFF );
     EXPECT_EQ( info_->bfResourceIndex( "" ), 0x0FFFFFFF );
     EXPECT_EQ( conditionOf( [ & ] { info_->bfResource( 0 ); } ), "index < bfResourcesNum()" );
-    EXPECT_EQ( conditionOf( [ & ] { info_->bfResourceField( "x", resourceSize ); } ), unknownName );
-    EXPECT_EQ( conditionOf( [ & ] { info_->bfResourceStageStart( "x" ); } ), unknownName );
+    EXPECT_EQ( conditionOf( [ & ] { info_->bfResourceField( "x", resourceSize ); } ),
+               unknownResourceQueriesName );
+    EXPECT_EQ( conditionOf( [ & ] { info_->bfResourceStageStart( "x" ); } ), unknownResourceQueriesName );
     EXPECT_EQ( conditionOf( [ & ] { info_->bfResourceByHandle( 0 ); } ), "0" );
 }
 
@@ -89,16 +90,19 @@ TEST_F( ResourceQueries, UnknownNameIsFatalBeforeTheIdentifierIsLookedAt ) {
     push( { "acl", 1, 1, 1, true, 1, 1 } );
     for( char const* name : { "", "ac", "acl ", "ACL", "acl2" } ) {
         EXPECT_EQ( info_->bfResourceIndex( name ), BfResourceInfoIndexInvalid ) << name;
-        EXPECT_EQ( conditionOf( [ & ] { info_->bfResourceField( name, resourceSize ); } ), unknownName );
+        EXPECT_EQ( conditionOf( [ & ] { info_->bfResourceField( name, resourceSize ); } ),
+                   unknownResourceQueriesName );
         EXPECT_EQ( conditionOf( [ & ] { info_->bfResourceField( name, resourceStageStart ); } ),
-                   unknownName );
-        EXPECT_EQ( conditionOf( [ & ] { info_->bfResourceStageStart( name ); } ), unknownName );
+                   unknownResourceQueriesName );
+        EXPECT_EQ( conditionOf( [ & ] { info_->bfResourceStageStart( name ); } ),
+                   unknownResourceQueriesName );
     }
 }
 
 TEST_F( ResourceQueries, IndexNotFoundIsCaughtByNameAndOthersByTheCount ) {
     push( { "acl", 1, 1, 1, true, 1, 1 } );
-    EXPECT_EQ( conditionOf( [ & ] { info_->bfResource( BfResourceInfoIndexInvalid ); } ), unknownName );
+    EXPECT_EQ( conditionOf( [ & ] { info_->bfResource( BfResourceInfoIndexInvalid ); } ),
+               unknownResourceQueriesName );
     for( U32 const index : { 1U, 2U, 0x0FFFFFFEU, 0x10000000U, 0xFFFFFFFFU } )
         EXPECT_EQ( conditionOf( [ & ] { info_->bfResource( index ); } ), "index < bfResourcesNum()" )
             << index;

@@ -12,7 +12,7 @@ using Support::conditionOf;
 using Support::ContextBuilder;
 using Support::matchTable;
 
-char const* const unknownName = "index != BfResourceInfoIndexInvalid";
+char const* const unknownTableQueriesName = "index != BfResourceInfoIndexInvalid";
 
 BfTableInfo table( String name, U32 handle, U32 size ) {
     BfTableInfo result;
@@ -34,8 +34,8 @@ class TableQueries : public testing::Test {
 TEST_F( TableQueries, EmptyModelHasNoTable ) {
     EXPECT_EQ( info_->bfTablesNum(), 0 );
     EXPECT_EQ( info_->bfTableIndex( "x" ), 0x0FFFFFFF );
-    EXPECT_EQ( conditionOf( [ & ] { info_->bfTableField( "x", tableSize ); } ), unknownName );
-    EXPECT_EQ( conditionOf( [ & ] { info_->bfTableString( "x", tableAdtName ); } ), unknownName );
+    EXPECT_EQ( conditionOf( [ & ] { info_->bfTableField( "x", tableSize ); } ), unknownTableQueriesName );
+    EXPECT_EQ( conditionOf( [ & ] { info_->bfTableString( "x", tableAdtName ); } ), unknownTableQueriesName );
     EXPECT_EQ( conditionOf( [ & ] { info_->bfTableByHandle( 0 ); } ), "0" );
     EXPECT_EQ( info_->bfTablesHitBitSmashSize(), 0 );
 }
@@ -87,8 +87,9 @@ TEST_F( TableQueries, UnknownNameIsFatalBeforeTheIdentifierIsLookedAt ) {
         EXPECT_EQ( info_->bfTableIndex( name ), BfResourceInfoIndexInvalid ) << name;
         auto const noField = static_cast<BfTableFieldId>( 14 );
         auto const noString = static_cast<BfTableStringId>( 3 );
-        EXPECT_EQ( conditionOf( [ & ] { info_->bfTableField( name, noField ); } ), unknownName );
-        EXPECT_EQ( conditionOf( [ & ] { info_->bfTableString( name, noString ); } ), unknownName );
+        EXPECT_EQ( conditionOf( [ & ] { info_->bfTableField( name, noField ); } ), unknownTableQueriesName );
+        EXPECT_EQ( conditionOf( [ & ] { info_->bfTableString( name, noString ); } ),
+                   unknownTableQueriesName );
     }
 }
 

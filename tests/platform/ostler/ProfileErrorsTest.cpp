@@ -32,7 +32,7 @@ class ProfileErrors : public OstlerFixture {
     }
 };
 
-struct Row {
+struct ProfileRow {
     std::string text;
     std::string error; ///< "LINE:COLUMN: REASON"
 };
@@ -104,7 +104,7 @@ TEST_F( ProfileErrors, APipeMustBeAnUnsigned32BitNumber ) {
 }
 
 TEST_F( ProfileErrors, AMissingMemberIsNamedAtItsObject ) {
-    Row const rows[] = {
+    ProfileRow const rows[] = {
         { "{}", "1:1: expected a member \"devices\"" },
         { "\n  {\"device\":[]}", "2:3: expected a member \"devices\"" },
         { "{\"devices\\u0000\":[]}", "1:1: expected a member \"devices\"" },
@@ -114,7 +114,7 @@ TEST_F( ProfileErrors, AMissingMemberIsNamedAtItsObject ) {
         { pipeline( "\"pipes\":[]" ), "3:1: expected a member \"context_file\"" },
         { pipeline( "\"context_file\":\"c\"" ), "3:1: expected a member \"pipes\"" },
     };
-    for( Row const& row : rows ) {
+    for( ProfileRow const& row : rows ) {
         SCOPED_TRACE( row.text );
         expectError( read( row.text ), file() + ":" + row.error );
     }
@@ -145,7 +145,7 @@ TEST_F( ProfileErrors, TheSecondDeviceIsCheckedAsTheFirst ) {
 
 // The place is found by looking back over the text, so quotes and brackets in it must not mislead.
 TEST_F( ProfileErrors, PlacesAreExactWhateverStandsBefore ) {
-    Row const rows[] = {
+    ProfileRow const rows[] = {
         { R"({"devices":"a\"b"})", "1:12: expected \"devices\" to be an array, found a string" },
         { R"({"devices":"\\"})", "1:12: expected \"devices\" to be an array, found a string" },
         { R"({"x":"\\\"","devices":"\\\\\"\\"})",
@@ -161,7 +161,7 @@ TEST_F( ProfileErrors, PlacesAreExactWhateverStandsBefore ) {
         { "  7", "1:3: expected the configuration to be an object, found a number" },
         { "\n\n\"text\"\n", "3:1: expected the configuration to be an object, found a string" },
     };
-    for( Row const& row : rows ) {
+    for( ProfileRow const& row : rows ) {
         SCOPED_TRACE( row.text );
         expectError( read( row.text ), file() + ":" + row.error );
     }
@@ -187,7 +187,7 @@ TEST_F( ProfileErrors, AFileThatCannotBeReadIsNamedWithoutAPlace ) {
     std::string const throughFile = file() + "/x";
     std::string const pipe = ( folder_ / "pipe" ).string();
     ASSERT_EQ( mkfifo( pipe.c_str(), 0600 ), 0 );
-    Row const rows[] = {
+    ProfileRow const rows[] = {
         { missing, missing + ": No such file or directory" },
         { folder_.string(), folder_.string() + ": Is a directory" },
         { throughFile, throughFile + ": Not a directory" },
@@ -195,7 +195,7 @@ TEST_F( ProfileErrors, AFileThatCannotBeReadIsNamedWithoutAPlace ) {
         { "/dev/zero", "/dev/zero: Not a regular file" },
         { "", ": No such file or directory" },
     };
-    for( Row const& row : rows ) {
+    for( ProfileRow const& row : rows ) {
         SCOPED_TRACE( row.text );
         ASSERT_TRUE( read( device( "\"pipelines\":[]" ) ).ok() );
         expectError( readPath( row.text ), row.error );

@@ -17,7 +17,7 @@ using Support::matchTable;
 using Support::Table;
 using testing::ElementsAre;
 
-char const* const notFound = "false && \"Table not found\"";
+char const* const noSuchTable = "false && \"Table not found\"";
 
 /// A parser that knows a table which references a counter, a meter and a register, "x".
 Zel::Ptr<BfResourceParser> parserWithOwner() {
@@ -68,7 +68,7 @@ TEST( AttachedTableFaults, OfACounter ) {
             { "/how_referenced", removed, noMember },
             { "/how_referenced", "null", noString },
             { "/how_referenced", "true", noString },
-            { "/handle", "1", notFound },
+            { "/handle", "1", noSuchTable },
             { "/statistics_type", removed, noMember },
             { "/statistics_type", "null", noString },
             { "/statistics_type", "[]", noString },
@@ -98,7 +98,7 @@ TEST_P( MeterFaults, InTheirOrder ) {
             { "/how_referenced", removed, noMember },
             { "/how_referenced", "null", noString },
             { "/how_referenced", "1", noString },
-            { "/handle", "1", notFound },
+            { "/handle", "1", noSuchTable },
             { "/meter_granularity", removed, noMember },
             { "/meter_granularity", "null", noString },
             { "/meter_granularity", "{}", noString },
@@ -127,7 +127,7 @@ TEST( AttachedTableFaults, OfARegister ) {
             { "/how_referenced", removed, noMember },
             { "/how_referenced", "null", noString },
             { "/how_referenced", "[]", noString },
-            { "/handle", "1", notFound },
+            { "/handle", "1", noSuchTable },
             { "/alu_width", removed, noMember },
             { "/alu_width", "null", noUnsigned },
             { "/alu_width", "-1", noUnsigned },

@@ -58,7 +58,7 @@ class FaultyFile : public InputFile {
 };
 
 /// What became of a load: the model, or the failure.
-struct Outcome {
+struct ReadingOutcome {
     String model;
     String condition;
     String position;
@@ -67,7 +67,7 @@ struct Outcome {
 
 using Problem = Zel::InputPlace::Problem;
 
-Outcome load( String const& path, InputFile& file ) {
+ReadingOutcome load( String const& path, InputFile& file ) {
     Support::ThrowingAssertions const scope;
     auto const parser = emptyParser();
     try {
@@ -79,7 +79,7 @@ Outcome load( String const& path, InputFile& file ) {
     }
 }
 
-Outcome load( String const& path ) { return load( path, *gzipFile() ); }
+ReadingOutcome load( String const& path ) { return load( path, *gzipFile() ); }
 
 /// The number that the next file to be opened gets.
 int nextDescriptor() {
@@ -190,7 +190,7 @@ TEST_F( FileFaults, ErrorAfterAnyReadIsTracedAndFatal ) {
             FaultyFile file;
             file.longestRead = 64;
             file.goodReads = reads;
-            Outcome const outcome = load( path, file );
+            ReadingOutcome const outcome = load( path, file );
             EXPECT_EQ( outcome.condition, "IsObject()" ) << reads;
             EXPECT_EQ( outcome.position, "context file " + path + ": can't read it: Input/output error" );
             EXPECT_EQ( trace_.texts().back(), "Can't read context file " + path + ": Input/output error" );
@@ -210,7 +210,7 @@ TEST_F( FileFaults, PlaceOfASyntaxErrorIsACharacterWhenTheFileCannotBeReadAgain 
     EXPECT_EQ( place.pointer, std::nullopt );
     FaultyFile stuck;
     stuck.rewinds = false;
-    Outcome const withoutPlace = load( path, stuck );
+    ReadingOutcome const withoutPlace = load( path, stuck );
     EXPECT_EQ( withoutPlace.position, "context file " + path + ": character 14" + reason );
     EXPECT_EQ( withoutPlace.place.reason, "character 14" + reason );
     EXPECT_EQ( withoutPlace.place.line, std::nullopt );
@@ -259,7 +259,7 @@ TEST_F( FileFaults, FileThatChangesWhileItIsReadLoadsOrFailsByItsName ) {
                     if( number == reads )
                         change.make( path );
                 };
-                Outcome const outcome = load( path, file );
+                ReadingOutcome const outcome = load( path, file );
                 if( outcome.condition.empty() ) {
                     EXPECT_EQ( outcome.model, expected ) << change.name;
                     continue;

@@ -27,7 +27,7 @@ Zel::Ptr<BfResourceParser> parserWithReferencedTables() {
     return parser;
 }
 
-void expectTableFaults( Table const& table, std::vector<Fault> const& faults ) {
+void expectMatchTableFaults( Table const& table, std::vector<Fault> const& faults ) {
     expectFaults( table.tree(), faults, []( Json json ) {
         auto const parser = parserWithReferencedTables();
         try {
@@ -40,53 +40,54 @@ void expectTableFaults( Table const& table, std::vector<Fault> const& faults ) {
 }
 
 TEST( MatchTableFaults, OfSelection ) {
-    expectTableFaults( matchTable( "acl" ),
-                       {
-                           { "", "null", noObject },
-                           { "/name", removed, noMember },
-                           { "/name", "null", noString },
-                           { "/table_type", removed, noMember },
-                           { "/table_type", "1", noString },
-                           { "/is_resource_controllable", removed, noMember },
-                           { "/is_resource_controllable", "null", noBool },
-                           { "/is_resource_controllable", "1", noBool },
-                           { "/is_resource_controllable", "\"true\"", noBool },
-                           { "/static_entries", "null", "table[ \"static_entries\" ].IsArray()" },
-                           { "/static_entries", "{}", "table[ \"static_entries\" ].IsArray()" },
-                           { "/handle", removed, noMember },
-                       } );
+    expectMatchTableFaults( matchTable( "acl" ),
+                            {
+                                { "", "null", noObject },
+                                { "/name", removed, noMember },
+                                { "/name", "null", noString },
+                                { "/table_type", removed, noMember },
+                                { "/table_type", "1", noString },
+                                { "/is_resource_controllable", removed, noMember },
+                                { "/is_resource_controllable", "null", noBool },
+                                { "/is_resource_controllable", "1", noBool },
+                                { "/is_resource_controllable", "\"true\"", noBool },
+                                { "/static_entries", "null", "table[ \"static_entries\" ].IsArray()" },
+                                { "/static_entries", "{}", "table[ \"static_entries\" ].IsArray()" },
+                                { "/handle", removed, noMember },
+                            } );
 }
 
 TEST( MatchTableFaults, OfHandleAndSizeAndMatchType ) {
-    expectTableFaults( matchTable( "acl" ), {
-                                                { "/handle", removed, noMember },
-                                                { "/handle", "null", noUnsigned },
-                                                { "/handle", "-1", noUnsigned },
-                                                { "/handle", "1.0", noUnsigned },
-                                                { "/handle", "4294967296", noUnsigned },
-                                                { "/size", removed, noMember },
-                                                { "/size", "\"512\"", noUnsigned },
-                                                { "/size", "4294967296", noUnsigned },
-                                                { "/match_attributes", removed, noMember },
-                                                { "/match_attributes", "null", noObject },
-                                                { "/match_attributes/match_type", removed, noMember },
-                                                { "/match_attributes/match_type", "null", noString },
-                                                { "/match_attributes/stage_tables", removed, noMember },
-                                            } );
+    expectMatchTableFaults( matchTable( "acl" ), {
+                                                     { "/handle", removed, noMember },
+                                                     { "/handle", "null", noUnsigned },
+                                                     { "/handle", "-1", noUnsigned },
+                                                     { "/handle", "1.0", noUnsigned },
+                                                     { "/handle", "4294967296", noUnsigned },
+                                                     { "/size", removed, noMember },
+                                                     { "/size", "\"512\"", noUnsigned },
+                                                     { "/size", "4294967296", noUnsigned },
+                                                     { "/match_attributes", removed, noMember },
+                                                     { "/match_attributes", "null", noObject },
+                                                     { "/match_attributes/match_type", removed, noMember },
+                                                     { "/match_attributes/match_type", "null", noString },
+                                                     { "/match_attributes/stage_tables", removed, noMember },
+                                                 } );
 }
 
 TEST( MatchTableFaults, OfOrdinaryStageTables ) {
     char const* const noStages = "matchAttributes[ \"stage_tables\" ].IsArray()";
-    expectTableFaults( matchTable( "acl" ), {
-                                                { "/match_attributes/stage_tables", removed, noMember },
-                                                { "/match_attributes/stage_tables", "null", noStages },
-                                                { "/match_attributes/stage_tables", "{}", noStages },
-                                                { "/match_attributes/stage_tables/0", "null", noObject },
-                                                { "/match_attributes/number_partitions", "null", noUnsigned },
-                                                { "/match_attributes/number_partitions", "-1", noUnsigned },
-                                                { "/logical_pipe", "null", noString },
-                                                { "/logical_pipe", "[]", noString },
-                                            } );
+    expectMatchTableFaults( matchTable( "acl" ),
+                            {
+                                { "/match_attributes/stage_tables", removed, noMember },
+                                { "/match_attributes/stage_tables", "null", noStages },
+                                { "/match_attributes/stage_tables", "{}", noStages },
+                                { "/match_attributes/stage_tables/0", "null", noObject },
+                                { "/match_attributes/number_partitions", "null", noUnsigned },
+                                { "/match_attributes/number_partitions", "-1", noUnsigned },
+                                { "/logical_pipe", "null", noString },
+                                { "/logical_pipe", "[]", noString },
+                            } );
 }
 
 class MatchTableUnitFaults : public testing::TestWithParam<char const*> {};
@@ -94,7 +95,7 @@ class MatchTableUnitFaults : public testing::TestWithParam<char const*> {};
 TEST_P( MatchTableUnitFaults, OfUnits ) {
     char const* const noUnits = "matchAttributes[ \"units\" ].IsArray()";
     char const* const noStages = "unit[ \"stage_tables\" ].IsArray()";
-    expectTableFaults(
+    expectMatchTableFaults(
         matchTable( "lpm" )
             .matchType( GetParam() )
             .units( { { StageTable(), StageTable() }, { StageTable() } } )
@@ -126,7 +127,7 @@ INSTANTIATE_TEST_SUITE_P( MatchTypes, MatchTableUnitFaults,
                           []( auto const& row ) { return String( row.param ); } );
 
 TEST( MatchTableFaults, OfAlgorithmicTcamWithoutPartitions ) {
-    expectTableFaults(
+    expectMatchTableFaults(
         matchTable( "tcam" ).matchType( "algorithmic_tcam" ).units( { { StageTable() } } ).partitions( 1 ),
         {
             { "/match_attributes/units/0/match_attributes/stage_tables/0/size", removed, noMember },
@@ -137,7 +138,7 @@ TEST( MatchTableFaults, OfAlgorithmicTcamWithoutPartitions ) {
 
 TEST( MatchTableFaults, OfIdleTime ) {
     char const* const first = "/match_attributes/stage_tables/0/idletime_stage_table";
-    expectTableFaults(
+    expectMatchTableFaults(
         matchTable( "acl" )
             .stages( { StageTable().idleTime( 3 ), StageTable().idleTime( 4 ) } )
             .partitions( 1 ),
@@ -154,22 +155,22 @@ TEST( MatchTableFaults, OfIdleTime ) {
 }
 
 TEST( MatchTableFaults, OfIdleTimeOnATableWithStageTablesOfItsOwn ) {
-    expectTableFaults( matchTable( "acl" ).idleTime( 3 ).with(
-                           "/stage_tables", R"([ { "idletime_stage_table": { "precision": 5 } } ])" ),
-                       {
-                           { "/stage_tables", "null", noArray },
-                           { "/stage_tables", "{}", noArray },
-                           { "/stage_tables", "[]", pastTheEnd },
-                           { "/stage_tables/0", "null", noObject },
-                           { "/stage_tables/0/idletime_stage_table", removed, noMember },
-                           { "/stage_tables/0/idletime_stage_table/precision", removed, noMember },
-                           { "/stage_tables/0/idletime_stage_table/precision", "1.5", noUnsigned },
-                           { "/logical_pipe", "null", noString },
-                       } );
+    expectMatchTableFaults( matchTable( "acl" ).idleTime( 3 ).with(
+                                "/stage_tables", R"([ { "idletime_stage_table": { "precision": 5 } } ])" ),
+                            {
+                                { "/stage_tables", "null", noArray },
+                                { "/stage_tables", "{}", noArray },
+                                { "/stage_tables", "[]", pastTheEnd },
+                                { "/stage_tables/0", "null", noObject },
+                                { "/stage_tables/0/idletime_stage_table", removed, noMember },
+                                { "/stage_tables/0/idletime_stage_table/precision", removed, noMember },
+                                { "/stage_tables/0/idletime_stage_table/precision", "1.5", noUnsigned },
+                                { "/logical_pipe", "null", noString },
+                            } );
 }
 
 TEST( MatchTableFaults, OfIdleTimeOnATableWithUnits ) {
-    expectTableFaults(
+    expectMatchTableFaults(
         matchTable( "lpm" )
             .matchType( "chained_lpm" )
             .units( { { StageTable().idleTime( 3 ) } } )
@@ -187,28 +188,28 @@ TEST( MatchTableFaults, OfIdleTimeOnATableWithUnits ) {
 TEST( MatchTableFaults, OfActionDataAndSelection ) {
     char const* const noActionData = "parser->resourceHandlesHas( adtTblHdl )";
     char const* const noSelection = "parser->resourceHandlesHas( selTblHdl )";
-    expectTableFaults( matchTable( "acl" ).actionData( "adt" ).selection( "sel" ).logicalPipe( "a" ),
-                       {
-                           { "/logical_pipe", "null", noString },
-                           { "/action_data_table_refs", "null", noArray },
-                           { "/action_data_table_refs", "{}", noArray },
-                           { "/action_data_table_refs/0", "null", noObject },
-                           { "/action_data_table_refs/0/how_referenced", removed, noMember },
-                           { "/action_data_table_refs/0/how_referenced", "null", noString },
-                           { "/action_data_table_refs/0/handle", removed, noMember },
-                           { "/action_data_table_refs/0/handle", "null", noUnsigned },
-                           { "/action_data_table_refs/0/name", removed, noMember },
-                           { "/action_data_table_refs/0/name", "null", noString },
-                           { "/action_data_table_refs/0/handle", "1", noActionData },
-                           { "/selection_table_refs", "null", noArray },
-                           { "/selection_table_refs", "1", noArray },
-                           { "/selection_table_refs/0", "null", noObject },
-                           { "/selection_table_refs/0/handle", removed, noMember },
-                           { "/selection_table_refs/0/handle", "-1", noUnsigned },
-                           { "/selection_table_refs/0/name", removed, noMember },
-                           { "/selection_table_refs/0/name", "7", noString },
-                           { "/selection_table_refs/0/handle", "1", noSelection },
-                       } );
+    expectMatchTableFaults( matchTable( "acl" ).actionData( "adt" ).selection( "sel" ).logicalPipe( "a" ),
+                            {
+                                { "/logical_pipe", "null", noString },
+                                { "/action_data_table_refs", "null", noArray },
+                                { "/action_data_table_refs", "{}", noArray },
+                                { "/action_data_table_refs/0", "null", noObject },
+                                { "/action_data_table_refs/0/how_referenced", removed, noMember },
+                                { "/action_data_table_refs/0/how_referenced", "null", noString },
+                                { "/action_data_table_refs/0/handle", removed, noMember },
+                                { "/action_data_table_refs/0/handle", "null", noUnsigned },
+                                { "/action_data_table_refs/0/name", removed, noMember },
+                                { "/action_data_table_refs/0/name", "null", noString },
+                                { "/action_data_table_refs/0/handle", "1", noActionData },
+                                { "/selection_table_refs", "null", noArray },
+                                { "/selection_table_refs", "1", noArray },
+                                { "/selection_table_refs/0", "null", noObject },
+                                { "/selection_table_refs/0/handle", removed, noMember },
+                                { "/selection_table_refs/0/handle", "-1", noUnsigned },
+                                { "/selection_table_refs/0/name", removed, noMember },
+                                { "/selection_table_refs/0/name", "7", noString },
+                                { "/selection_table_refs/0/handle", "1", noSelection },
+                            } );
 }
 
 TEST( MatchTableFaults, AlgorithmicLpmIsAlwaysFatal ) {
