@@ -22,6 +22,7 @@ constexpr char const* unlisted = "";
 
 constexpr char const* severities[] = { "error", "warning", "note" };
 constexpr ValueType severity = { ValueKind::choice, "", severities };
+constexpr char const* measures[] = { "tables", "entries" };
 constexpr ValueType path = { ValueKind::file, "the path of a switch configuration" };
 constexpr ValueType stage = { ValueKind::number, "the number of a stage" };
 
@@ -54,8 +55,12 @@ constexpr Argument typedWords[] = {
 // Options, besides those that optionsOf adds.
 
 constexpr Option stagesOptions[] = {
+    { "--by",
+      "MEASURE",
+      "Measure the stages by tables (the default) or by entries",
+      { ValueKind::choice, "", measures } },
     { "--list", nullptr, "Print one line per resource, with a bar over its stages" },
-    { "--stage", "N", "Print these lines for the resources in stage N", stage } };
+    { "--stage", "N", "Print the ten largest resources in stage N, or with --list all of them", stage } };
 constexpr Option namesOptions[] = {
     { "--kind", "KIND", "Only names of this kind", { ValueKind::recordKind } } };
 constexpr Option checkOptions[] = {
@@ -108,6 +113,7 @@ constexpr Command withArguments[] = {
       .json = true,
       .details = stagesText,
       .examples = "bfri stages switch.conf\n"
+                  "bfri stages switch.conf --by entries\n"
                   "bfri stages switch.conf --stage 8",
       .show = stages },
     { .word = "dump",

@@ -32,8 +32,15 @@ inline constexpr char const* stagesText =
     "A "
     "resource with a stage number that can't be read or has more than 32 bits is not on the map but named "
     "above it (finding BF412 of 'bfri check').\n\n"
-    "With --json, stageNumbers lists the stages of each resource. For each stage, the answer says how many "
-    "resources start in it, how many span it, and how many entries the starting ones hold.";
+    "--by entries shows the sizes that the context file states for the stage tables in each stage, and the "
+    "share of all entries. Where a stage table states no size, there is a question mark: nothing is guessed. "
+    "On "
+    "a terminal with 256 colours, the grid is a heat map.\n\n"
+    "With --json, stageNumbers lists the stages of each resource, and stageLoads what it has in each. For "
+    "each "
+    "stage, the answer says how many resources start in it, how many span it, how many stage tables are in "
+    "it, "
+    "how many of these state a size (stated), and the sum of the stated sizes (entries), null if none does.";
 
 inline constexpr char const* dumpText =
     "Prints every record of every collection with all its fields, and the relations between records that the "

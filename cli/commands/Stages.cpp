@@ -23,6 +23,10 @@ std::optional<Stage> stageAskedFor( Request const& request ) {
     return stage;
 }
 
+StageMeasure measureOf( Request const& request ) {
+    return request.option( "--by" ) == "entries" ? StageMeasure::entries : StageMeasure::tables;
+}
+
 /// Those of all maps: from the first to the last.
 void requireStage( Stage asked, std::vector<StageMap> const& maps ) {
     std::set<Stage> stages;
@@ -47,7 +51,7 @@ ExitStatus stages( Configuration const& configuration, Request const& request, S
         JsonAnswer( io.out ).member(
             "pipelines", listOf( maps, [ & ]( StageMap const& map ) { return rowOf( map, asked ); } ) );
     else
-        printStages( io.out, io.look, maps, asked, request.has( "--list" ) );
+        printStages( io.out, io.look, maps, { measureOf( request ), asked, request.has( "--list" ) } );
     return ExitStatus::done;
 }
 

@@ -1,27 +1,14 @@
 #include "cli/terminal/StageText.h"
 
-#include "cli/terminal/Characters.h"
+#include "cli/terminal/StageWords.h"
 #include "cli/terminal/TextFormat.h"
-#include "inspect/model/Records.h"
 
-#include <array>
 #include <numeric>
+#include <span>
 
 namespace Bfri {
 
 namespace {
-
-struct Symbols {
-    char const* nothing;
-    char const* taken;
-    std::array<char const*, 9> levels; ///< from empty to full
-};
-
-Symbols const& symbolsOf( TerminalStyle const& look ) {
-    static constexpr Symbols ascii = { ".", "#", { " ", ".", ":", "-", "=", "+", "*", "#", "@" } };
-    static constexpr Symbols utf8 = { "·", "█", { " ", "▁", "▂", "▃", "▄", "▅", "▆", "▇", "█" } };
-    return look.utf8 ? utf8 : ascii;
-}
 
 String repeated( char const* symbol, std::size_t times ) {
     String text;
@@ -29,152 +16,6 @@ String repeated( char const* symbol, std::size_t times ) {
         text += symbol;
     return text;
 }
-
-String toTheRight( String const& text, std::size_t columns ) {
-    return String( columns - std::min( columns, width( text ) ), ' ' ) + text;
-}
-
-String toTheLeft( String const& text, std::size_t columns ) {
-    return text + String( columns - std::min( columns, width( text ) ), ' ' );
-}
-
-char const* directionOf( StageGroup const& group ) { return group.ingress ? "ingress" : "egress"; }
-
-String typeOf( StageGroup const& group ) { return typeNameOf( *group.resources.front().resource ); }
-
-// The grid.
-
-/// "2+1": two start, one goes on.
-String cellOf( StageLoad const& load, Symbols const& symbols ) {
-    U32 const going = load.spanning - load.starting;
-    if( load.spanning == 0 )
-        return symbols.nothing;
-    return ( load.starting > 0 ? std::to_string( load.starting ) : "" ) +
-           ( going > 0 ? "+" + std::to_string( going ) : "" );
-}
-
-struct GridLine {
-    String label;
-    std::vector<String> cells;
-};
-
-GridLine headerLine( StageMap const& map ) {
-    GridLine line{ "STAGE", { "ALL" } };
-    for( Stage const stage : map.stages )
-        line.cells.push_back( std::to_string( stage ) );
-    return line;
-}
-
-GridLine loadLine( String const& label, std::size_t all, std::vector<StageLoad> const& loads,
-                   Symbols const& symbols ) {
-    GridLine line{ label, { std::to_string( all ) } };
-    for( StageLoad const& load : loads )
-        line.cells.push_back( cellOf( load, symbols ) );
-    return line;
-}
-
-/// How full the stages are, compared with the fullest.
-GridLine levelLine( StageMap const& map, Symbols const& symbols ) {
-    std::uint64_t fullest = 1;
-    for( StageLoad const& load : map.loads )
-        fullest = std::max<std::uint64_t>( fullest, load.spanning );
-    GridLine line{ "", { "" } };
-    for( StageLoad const& load : map.loads )
-        line.cells.push_back(
-            symbols.levels[ ( load.spanning * std::uint64_t( 8 ) + fullest - 1 ) / fullest ] );
-    return line;
-}
-
-std::vector<GridLine> gridOf( StageMap const& map, Symbols const& symbols ) {
-    std::vector<GridLine> lines{ headerLine( map ) };
-    StageGroup const* former = nullptr;
-    for( StageGroup const& group : map.groups ) {
-        if( !former || former->ingress != group.ingress )
-            lines.push_back( { directionOf( group ), {} } );
-        former = &group;
-        lines.push_back( loadLine( "  " + typeOf( group ), group.resources.size(), group.loads, symbols ) );
-    }
-    lines.push_back( loadLine( "all", map.size(), map.loads, symbols ) );
-    lines.push_back( levelLine( map, symbols ) );
-    return lines;
-}
-
-struct GridWidths {
-    std::size_t label = 0;
-    std::vector<std::size_t> cells; ///< the gap before each included
-};
-
-/// The end of the block that begins with a cell: as many cells as fit, at least one.
-std::size_t endOfBlock( GridWidths const& widths, std::size_t first, std::size_t most,
-                        TerminalStyle const& look ) {
-    std::size_t const cells = widths.cells.size();
-    std::size_t end = first;
-    std::size_t taken = widths.label;
-    while( end < cells && end - first < most ) {
-        taken += widths.cells[ end ];
-        if( look.columns > 0 && taken > look.columns && end > first )
-            break;
-        ++end;
-    }
-    return end;
-}
-
-std::size_t numberOfBlocks( GridWidths const& widths, std::size_t most, TerminalStyle const& look ) {
-    std::size_t blocks = 0;
-    for( std::size_t first = 0; first < widths.cells.size(); ++blocks )
-        first = endOfBlock( widths, first, most, look );
-    return blocks;
-}
-
-/// The most cells of a block, so that the blocks are even, and as few as the terminal allows.
-std::size_t cellsOfBlock( GridWidths const& widths, TerminalStyle const& look ) {
-    std::size_t const cells = widths.cells.size();
-    std::size_t const blocks = numberOfBlocks( widths, cells, look );
-    std::size_t const even = ( cells + blocks - 1 ) / blocks;
-    return numberOfBlocks( widths, even, look ) == blocks ? even : cells;
-}
-
-/// Cells are alike, but for a number too long for the others: that of a stage that no chip has, or of all.
-GridWidths widthsWithGap( std::vector<GridLine> const& lines, std::size_t gap, TerminalStyle const& look ) {
-    GridWidths widths;
-    std::size_t alike = 3;
-    for( GridLine const& line : lines ) {
-        widths.label = std::max( widths.label, width( line.label ) );
-        for( std::size_t i = 1; &line != &lines.front() && i < line.cells.size(); ++i )
-            alike = std::max( alike, width( line.cells[ i ] ) );
-    }
-    constexpr std::size_t readable = 8; // with less room the line is broken, not the label cut
-    if( look.columns > 0 )
-        widths.label =
-            std::min( widths.label, std::max( readable + alike + gap, look.columns ) - alike - gap );
-    widths.cells.resize( lines.front().cells.size(), alike + gap );
-    for( GridLine const& line : lines ) {
-        for( std::size_t i = 0; i < line.cells.size(); ++i )
-            widths.cells[ i ] = std::max( widths.cells[ i ], width( line.cells[ i ] ) + gap );
-    }
-    return widths;
-}
-
-/// The gaps are narrow where that saves a block.
-GridWidths widthsOf( std::vector<GridLine> const& lines, TerminalStyle const& look ) {
-    GridWidths const narrow = widthsWithGap( lines, 1, look );
-    GridWidths const wide = widthsWithGap( lines, 2, look );
-    std::size_t const cells = wide.cells.size();
-    return numberOfBlocks( narrow, cells, look ) < numberOfBlocks( wide, cells, look ) ? narrow : wide;
-}
-
-void printBlock( std::ostream& out, std::vector<GridLine> const& lines, GridWidths const& widths,
-                 std::size_t first, std::size_t end, TerminalStyle const& look ) {
-    for( GridLine const& line : lines ) {
-        String text = toTheLeft( cutAtEnd( line.label, widths.label, look ), widths.label );
-        for( std::size_t i = first; i < std::min( end, line.cells.size() ); ++i )
-            text += toTheRight( line.cells[ i ], widths.cells[ i ] );
-        text.erase( text.find_last_not_of( ' ' ) + 1 );
-        out << text << '\n';
-    }
-}
-
-// The bars.
 
 struct BarWidths {
     std::size_t size;                ///< of the column of sizes
@@ -239,17 +80,6 @@ void printBarHeader( std::ostream& out, StageMap const& map, BarWidths const& wi
 
 } // namespace
 
-void printGrid( std::ostream& out, TerminalStyle const& look, StageMap const& map ) {
-    auto const lines = gridOf( map, symbolsOf( look ) );
-    GridWidths const widths = widthsOf( lines, look );
-    std::size_t const most = cellsOfBlock( widths, look );
-    for( std::size_t first = 0, end = 0; first < widths.cells.size(); first = end ) {
-        end = endOfBlock( widths, first, most, look );
-        out << ( first == 0 ? "" : "\n" );
-        printBlock( out, lines, widths, first, end, look );
-    }
-}
-
 void printBars( std::ostream& out, TerminalStyle const& look, StageMap const& map,
                 std::optional<Stage> stage ) {
     Symbols const& symbols = symbolsOf( look );
@@ -258,7 +88,7 @@ void printBars( std::ostream& out, TerminalStyle const& look, StageMap const& ma
     for( StageGroup const& group : map.groups ) {
         auto const resources = chosen( group, stage );
         if( !resources.empty() )
-            out << directionOf( group ) << ' ' << typeOf( group ) << ": " << resources.size() << '\n';
+            out << directionOf( group.ingress ) << ' ' << typeOf( group ) << ": " << resources.size() << '\n';
         for( Placed const& placed : resources )
             out << toTheRight( std::to_string( placed.resource->size ), widths.size ) << "  "
                 << barOf( placed, map, widths, symbols ) << "  " << nameOf( *placed.resource, widths, look )
@@ -286,33 +116,106 @@ StageLoad loadOf( StageMap const& map, Stage stage ) {
 }
 
 /// "the fullest is 7 with 6" or "the fullest are 4 and 10 with 5 each".
-String fullestText( StageMap const& map ) {
+String fullestText( StageMap const& map, StageMeasure by ) {
     constexpr std::size_t most = 4;
-    U32 load = 0;
+    auto const amountOf = [ & ]( StageLoad const& load ) {
+        return by == StageMeasure::entries ? load.entries : load.spanning;
+    };
+    std::uint64_t amount = 0;
     for( StageLoad const& one : map.loads )
-        load = std::max( load, one.spanning );
+        amount = std::max( amount, amountOf( one ) );
     std::vector<String> fullest;
     for( std::size_t i = 0; i < map.stages.size(); ++i ) {
-        if( map.loads[ i ].spanning == load )
+        if( amountOf( map.loads[ i ] ) == amount )
             fullest.push_back( std::to_string( map.stages[ i ] ) );
     }
+    String const with = std::to_string( amount ) + ( by == StageMeasure::entries ? " entries" : "" );
     if( fullest.size() == 1 )
-        return "the fullest is " + fullest.front() + " with " + std::to_string( load );
+        return "the fullest is " + fullest.front() + " with " + with;
     String text = fullest.front();
     for( std::size_t i = 1; i < fullest.size(); ++i )
         text += ( i + 1 < fullest.size() ? ", " : " and " ) + fullest[ i ];
     if( fullest.size() > most )
         text = std::to_string( fullest.size() ) + " of these";
-    return "the fullest are " + text + " with " + std::to_string( load ) + " each";
+    return "the fullest are " + text + " with " + with + " each";
 }
 
-String overview( StageMap const& map, std::optional<Stage> asked ) {
+std::uint64_t entriesIn( StageMap const& map ) {
+    return std::accumulate( map.loads.begin(), map.loads.end(), std::uint64_t( 0 ),
+                            []( std::uint64_t sum, auto const& load ) { return sum + load.entries; } );
+}
+
+/// "stage 3: 4 of 35 resources; 45056 entries, 11% of all".
+String stageOverview( StageMap const& map, Stage stage ) {
+    StageLoad const load = loadOf( map, stage );
+    String const text = "stage " + std::to_string( stage ) + ": " + std::to_string( load.spanning ) + " of " +
+                        counted( map.size() );
+    if( load.stated == 0 )
+        return text;
+    return text + "; " + std::to_string( load.entries ) + " entries, " +
+           percentText( load.entries, entriesIn( map ) ) + " of all";
+}
+
+String overview( StageMap const& map, StageView const& view ) {
     if( map.groups.empty() )
         return map.lost.empty() ? "no resource is placed" : "no resource has stages that are known";
-    if( asked )
-        return "stage " + std::to_string( *asked ) + ": " + std::to_string( loadOf( map, *asked ).spanning ) +
-               " of " + counted( map.size() );
-    return counted( map.size() ) + " in " + stagesText( map.stages ) + "; " + fullestText( map );
+    if( view.stage )
+        return stageOverview( map, *view.stage );
+    return counted( map.size() ) + " in " + stagesText( map.stages ) + "; " + fullestText( map, view.by );
+}
+
+// The largest of a stage.
+
+/// What a resource has in a stage: the first by size, then those that do not state all.
+std::vector<Placed> largestIn( StageMap const& map, Stage stage ) {
+    std::vector<Placed> resources;
+    for( StageGroup const& group : map.groups ) {
+        auto const ofGroup = chosen( group, stage );
+        resources.insert( resources.end(), ofGroup.begin(), ofGroup.end() );
+    }
+    std::stable_sort( resources.begin(), resources.end(), [ & ]( Placed const& a, Placed const& b ) {
+        return a.in( stage )->entries > b.in( stage )->entries;
+    } );
+    return resources;
+}
+
+/// "512", "not stated", "512 and some not stated".
+Value entriesText( PlacedStage const& placed ) {
+    if( placed.stated == placed.tables )
+        return static_cast<std::int64_t>( placed.entries );
+    return placed.stated == 0 ? String( "not stated" )
+                              : std::to_string( placed.entries ) + " and some not stated";
+}
+
+Value stagesValue( Placed const& placed ) {
+    return listOf( placed.stages, []( PlacedStage const& one ) { return static_cast<U32>( one.stage ); } );
+}
+
+void printLargest( std::ostream& out, TerminalStyle const& look, StageMap const& map, Stage stage ) {
+    constexpr std::size_t most = 10;
+    auto const resources = largestIn( map, stage );
+    std::uint64_t const all = loadOf( map, stage ).entries;
+    RowList list{ { { "ENTRIES", {} },
+                    { "SHARE", {} },
+                    { "SIZE", {} },
+                    { "STAGES", {} },
+                    { "TYPE", {} },
+                    { "NAME", {} } },
+                  {} };
+    for( Placed const& placed : std::span( resources ).first( std::min( most, resources.size() ) ) ) {
+        PlacedStage const& here = *placed.in( stage );
+        BfResource const& resource = *placed.resource;
+        list.rows.push_back(
+            { { "", entriesText( here ) },
+              { "", here.stated ? Value( percentText( here.entries, all ) ) : Value() },
+              { "", resource.size },
+              { "", stagesValue( placed ) },
+              { "", String( directionOf( resource.ingress ) ) + ' ' + typeNameOf( resource ) },
+              { "", resource.name } } );
+    }
+    printColumns( out, list, look );
+    if( resources.size() > most )
+        out << "and " << resources.size() - most << " more; --list has all\n";
 }
 
 void printTitle( std::ostream& out, StageMap const& map ) {
@@ -335,38 +238,44 @@ void printLost( std::ostream& out, StageMap const& map ) {
         out << "  " << escapeForTerminal( resource->name ) << '\n';
 }
 
-void printMap( std::ostream& out, TerminalStyle const& look, StageMap const& map, std::optional<Stage> asked,
-               bool listed ) {
+void printMap( std::ostream& out, TerminalStyle const& look, StageMap const& map, StageView const& view ) {
     printTitle( out, map );
-    out << overview( map, asked ) << '\n';
+    out << overview( map, view ) << '\n';
     printLost( out, map );
-    if( asked ? loadOf( map, *asked ).spanning == 0 : map.groups.empty() )
+    if( view.stage ? loadOf( map, *view.stage ).spanning == 0 : map.groups.empty() )
         return;
     out << '\n';
-    if( asked || listed )
-        printBars( out, look, map, asked );
+    if( view.listed )
+        printBars( out, look, map, view.stage );
+    else if( view.stage )
+        printLargest( out, look, map, *view.stage );
     else
-        printGrid( out, look, map );
+        printGrid( out, look, map, view.by );
 }
 
-void printFooter( std::ostream& out, TerminalStyle const& look ) {
-    out << '\n' << inLines( "2+1: two start in the stage, and one goes on from an earlier one", look );
+void printFooter( std::ostream& out, TerminalStyle const& look, StageMeasure by ) {
+    out << '\n'
+        << inLines( by == StageMeasure::entries
+                        ? "entries: the sizes of the stage tables in each stage, as the context file states "
+                          "them; ?: some state none"
+                        : "2+1: two start in the stage, and one goes on from an earlier one",
+                    look );
 }
 
 } // namespace
 
 void printStages( std::ostream& out, TerminalStyle const& look, std::vector<StageMap> const& maps,
-                  std::optional<Stage> asked, bool listed ) {
+                  StageView const& view ) {
     for( StageMap const& map : maps ) {
         out << ( &map == &maps.front() ? "" : "\n" );
-        printMap( out, look, map, asked, listed );
+        printMap( out, look, map, view );
     }
     if( maps.empty() )
         out << "no resource is placed\n";
     bool const somePlaced =
         std::any_of( maps.begin(), maps.end(), []( StageMap const& map ) { return map.size() > 0; } );
-    if( somePlaced && !listed && !asked )
-        printFooter( out, look );
+    if( somePlaced && !view.listed && !view.stage )
+        printFooter( out, look, view.by );
 }
 
 } // namespace Bfri

@@ -8,13 +8,24 @@
 
 namespace Bfri {
 
-/// Every map, with its pipes and files: as a grid, or as bars where a stage is asked for or a list.
-void printStages( std::ostream& out, TerminalStyle const& look, std::vector<StageMap> const& maps,
-                  std::optional<Stage> stage, bool listed );
+/// What the stages are measured by.
+enum class StageMeasure { tables, entries };
 
-/// The stages across, types by direction down: how many resources start in each, and how many go on in it.
-/// Stages that the terminal has no room for follow in further blocks.
-void printGrid( std::ostream& out, TerminalStyle const& look, StageMap const& map );
+/// What is wanted of the maps: a grid, the largest resources of a stage, or bars of all or of a stage.
+struct StageView {
+    StageMeasure by = StageMeasure::tables;
+    std::optional<Stage> stage = {};
+    bool listed = false;
+};
+
+/// Every map, with its pipes and files.
+void printStages( std::ostream& out, TerminalStyle const& look, std::vector<StageMap> const& maps,
+                  StageView const& view );
+
+/// The stages across, types by direction down: how many resources start in each, and how many go on in it; or
+/// the entries in each. Stages that the terminal has no room for follow in further blocks.
+void printGrid( std::ostream& out, TerminalStyle const& look, StageMap const& map,
+                StageMeasure by = StageMeasure::tables );
 
 /// A line a resource, with a bar over its stages; of one stage only those that are in it.
 void printBars( std::ostream& out, TerminalStyle const& look, StageMap const& map,

@@ -31,12 +31,19 @@ bool localeIsUtf8() {
     return false;
 }
 
+bool hasManyColors() {
+    std::string_view const term = environment( "TERM" );
+    std::string_view const colors = environment( "COLORTERM" );
+    return term.find( "256color" ) != term.npos || term.find( "-direct" ) != term.npos ||
+           colors == "truecolor" || colors == "24bit";
+}
+
 } // namespace
 
 TerminalStyle lookOfStandardOutput() {
     bool const terminal = isatty( STDOUT_FILENO ) == 1;
     bool const color = terminal && environment( "NO_COLOR" ).empty() && environment( "TERM" ) != "dumb";
-    return { terminal ? terminalColumns() : 0, color, localeIsUtf8() };
+    return { terminal ? terminalColumns() : 0, color, localeIsUtf8(), hasManyColors() };
 }
 
 } // namespace Bfri

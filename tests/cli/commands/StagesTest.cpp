@@ -24,6 +24,17 @@ std::vector<String> linesOf( String const& text ) {
     return lines;
 }
 
+String withoutColours( String const& text ) {
+    String plain;
+    for( std::size_t i = 0; i < text.size(); ++i ) {
+        if( text[ i ] == '\x1b' )
+            i = text.find( 'm', i );
+        else
+            plain += text[ i ];
+    }
+    return plain;
+}
+
 class Stages : public InFolder {
   protected:
     using Numbers = std::vector<std::int64_t>;
@@ -238,8 +249,8 @@ egress ternary_match: 1
 
 TEST_F( Stages, OfOneNumberListsTheResourcesInItAlone ) {
     placeSome();
-    EXPECT_EQ( answer( {}, { { "--stage", "2" } } ), R"(pipes 0 1: context.json
-stage 2: 2 of 4 resources
+    EXPECT_EQ( answer( {}, { { "--stage", "2" }, { "--list", "" } } ), R"(pipes 0 1: context.json
+stage 2: 2 of 4 resources; 2048 entries, 25% of all
 
 SIZE    0  1  2  3  NAME
 ingress hash_match: 1
@@ -265,7 +276,7 @@ TEST_F( Stages, OfANumberThatNoFileHasAreNotFound ) {
     auto const model = loaded();
     String const text = answerOf( *model, {}, { { "--stage", "2" } } );
     EXPECT_THAT( text, HasSubstr( "stage 2: 0 of 1 resource\n" ) );
-    EXPECT_THAT( text, HasSubstr( "stage 2: 1 of 1 resource\n" ) );
+    EXPECT_THAT( text, HasSubstr( "stage 2: 1 of 1 resource; 1024 entries, 100% of all\n" ) );
 }
 
 TEST_F( Stages, HaveNumbers ) {
@@ -360,17 +371,96 @@ TEST_F( Stages, AsJsonHaveWhatStartsAndSpansByDirectionAndType ) {
     auto const& pipeline = shown[ "pipelines" ][ 0 ];
     EXPECT_THAT( memberNames( pipeline ), ElementsAre( "contextFile", "stages", "bfResources" ) );
     ASSERT_EQ( pipeline[ "stages" ].Size(), 4U );
-    EXPECT_EQ(
-        compact( pipeline[ "stages" ][ 1 ] ),
-        R"({"stage":1,"starting":2,"spanning":3,"entries":1088,"groups":[)"
-        R"({"ingress":true,"type":2,"typeName":"hash_match","starting":2,"spanning":2,"entries":1088},)"
-        R"({"ingress":true,"type":3,"typeName":"algorithmic_tcam_match","starting":0,"spanning":1,)"
-        R"("entries":0}]})" );
+    EXPECT_EQ( compact( pipeline[ "stages" ][ 1 ] ),
+               R"({"stage":1,"starting":2,"spanning":3,"entries":3072,"stageTables":3,"stated":3,"groups":[)"
+               R"({"ingress":true,"type":2,"typeName":"hash_match","starting":2,"spanning":2,"entries":2048,)"
+               R"("stageTables":2,"stated":2},)"
+               R"({"ingress":true,"type":3,"typeName":"algorithmic_tcam_match","starting":0,"spanning":1,)"
+               R"("entries":1024,"stageTables":1,"stated":1}]})" );
     EXPECT_EQ(
         compact( pipeline[ "bfResources" ][ 0 ] ),
         R"({"name":"pipe.a","handle":)" + std::to_string( Support::handleOf( "pipe.a" ) ) +
             R"(,"type":2,"typeName":"hash_match","size":1024,"ingress":true,"stages":1,"stageStart":1,)"
-            R"("stageNumbers":[1]})" );
+            R"("stageNumbers":[1],"stageLoads":[{"stage":1,"entries":1024,"stageTables":1,"stated":1}]})" );
+}
+
+/// Stages of 4096 entries that share the same table, one of them not telling.
+void placeUnstated( Support::ContextBuilder& context ) {
+    context.table( Support::matchTable( "pipe.quiet" )
+                       .stages( { Support::StageTable( "hash_match" ).number( 1 ).without( "/size" ),
+                                  Support::StageTable( "hash_match" ).number( 2 ).size( 96 ) } ) );
+}
+
+TEST_F( Stages, AsJsonHaveNoEntriesWhereTheFileStatesNone ) {
+    placeUnstated( context );
+    auto const shown = json();
+    auto const& stages = shown[ "pipelines" ][ 0 ][ "stages" ];
+    EXPECT_TRUE( stages[ 1 ][ "entries" ].IsNull() );
+    EXPECT_EQ( stages[ 1 ][ "stated" ].GetUint(), 0U );
+    EXPECT_EQ( stages[ 0 ][ "entries" ].GetUint(), 0U );
+    EXPECT_EQ( stages[ 2 ][ "entries" ].GetUint(), 96U );
+}
+
+TEST_F( Stages, ByEntriesShowWhatTheFileStatesAndTheShareOfAll ) {
+    placeSome();
+    placeUnstated( context );
+    EXPECT_EQ( answer( {}, { { "--by", "entries" } } ), R"(pipes 0 1: context.json
+5 resources in stages 0 to 3; the fullest is 1 with 3072 entries
+
+STAGE                       ALL      0      1      2      3
+ingress
+  hash_match              3168?      .  2048?   1120      .
+  algorithmic_tcam_match   4096   1024   1024   1024   1024
+egress
+  ternary_match            1024      .      .      .   1024
+all                       8288?   1024  3072?   2144   2048
+share                      100%    12%    37%    26%    25%
+                                     -      @      *      *
+
+entries: the sizes of the stage tables in each stage, as the context file states them; ?: some state none
+)" );
+    EXPECT_EQ( answer( {}, { { "--by", "tables" } } ), answer() );
+}
+
+TEST_F( Stages, OfOneNumberShowTheTenLargestInIt ) {
+    for( U32 i = 0; i < 12; ++i )
+        context.table( Support::matchTable( "t" + std::to_string( i ) )
+                           .stages( { Support::StageTable( "hash_match" ).number( 0 ).size( 10 * i ),
+                                      Support::StageTable( "hash_match" ).number( 1 ).size( 1000 ) } )
+                           .size( 5 ) );
+    auto const lines = linesOf( answer( {}, { { "--stage", "0" } } ) );
+    EXPECT_THAT( lines, ElementsAre( "pipes 0 1: context.json",
+                                     "stage 0: 12 of 12 resources; 660 entries, 5% of all", "",
+                                     "ENTRIES  SHARE  SIZE  STAGES  TYPE                NAME",
+                                     "    110  17%       5  0 1     ingress hash_match  t11", testing::_,
+                                     testing::_, testing::_, testing::_, testing::_, testing::_, testing::_,
+                                     testing::_, "     20  3%        5  0 1     ingress hash_match  t2",
+                                     "and 2 more; --list has all" ) );
+    EXPECT_THAT( answer( {}, { { "--stage", "0" }, { "--list", "" } } ), HasSubstr( "  t0\n" ) );
+}
+
+TEST_F( Stages, OfOneNumberSayWhereAResourceDoesNotStateItsEntries ) {
+    placeUnstated( context );
+    context.table(
+        Support::matchTable( "some" ).stages( { Support::StageTable().number( 1 ).size( 7 ),
+                                                Support::StageTable().number( 1 ).without( "/size" ) } ) );
+    auto const text = answer( {}, { { "--stage", "1" } } );
+    EXPECT_THAT( text,
+                 HasSubstr( "\n7 and some not stated  100%   1024  1       ingress ternary_match  some\n" ) );
+    EXPECT_THAT(
+        text,
+        HasSubstr( "\nnot stated             -      1024  1 2     ingress hash_match     pipe.quiet\n" ) );
+}
+
+TEST_F( Stages, AreAHeatMapWhereTheTerminalHasManyColours ) {
+    placeSome();
+    TerminalStyle look{ 0, true, false, true };
+    String const coloured = answer( look );
+    EXPECT_THAT( coloured, HasSubstr( " \x1b[38;5;16;48;5;202m   2\x1b[0m" ) ); // the hottest
+    EXPECT_THAT( coloured, HasSubstr( " \x1b[38;5;16;48;5;222m  +1\x1b[0m" ) );
+    EXPECT_EQ( withoutColours( coloured ), answer() );
+    look.manyColors = false;
+    EXPECT_EQ( answer( look ), answer() );
 }
 
 TEST_F( Stages, AsJsonOfOneNumberHaveThatAlone ) {
@@ -407,7 +497,7 @@ ingress
     auto const stages = json();
     auto const& first = stages[ "pipelines" ][ 0 ][ "stages" ][ 1 ];
     EXPECT_EQ( first[ "stage" ].GetUint(), 0xFFFFFFFEU );
-    EXPECT_EQ( first[ "entries" ].GetUint(), 0xFFFFFFFFU ); // a sum that has no more bits
+    EXPECT_EQ( first[ "entries" ].GetUint(), 2048U ); // of the stage tables, not of the resources
 }
 
 } // namespace
