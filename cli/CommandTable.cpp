@@ -24,6 +24,7 @@ constexpr char const* severities[] = { "error", "warning", "note" };
 constexpr ValueType severity = { ValueKind::choice, "", severities };
 constexpr char const* measures[] = { "tables", "entries" };
 constexpr ValueType path = { ValueKind::file, "the path of a switch configuration" };
+constexpr ValueType rulesPath = { ValueKind::file, "the path of a budget's rules" };
 constexpr ValueType stage = { ValueKind::number, "the number of a stage" };
 
 // Arguments.
@@ -45,6 +46,7 @@ constexpr Argument confKindNameField[] = { conf,
                                            { "FIELD", "Field of the record", { ValueKind::field } } };
 constexpr Argument fieldNames[] = {
     { "NAME", "Name of a field of a header or hash", {}, Arity::onceOrMore } };
+constexpr Argument confAndRules[] = { conf, { "RULES", "Path of the budget's rules, in TOML", rulesPath } };
 constexpr Argument oldAndNew[] = { { "OLD", "Path of the old switch configuration", path },
                                    { "NEW", "Path of the new switch configuration", path } };
 constexpr Argument maybeCommand[] = {
@@ -59,6 +61,7 @@ constexpr Option stagesOptions[] = {
       "MEASURE",
       "Measure the stages by tables (the default) or by entries",
       { ValueKind::choice, "", measures } },
+    { "--budget", "RULES", "Show how full the stages are, by the capacities of these rules", rulesPath },
     { "--list", nullptr, "Print one line per resource, with a bar over its stages" },
     { "--stage", "N", "Print the ten largest resources in stage N, or with --list all of them", stage } };
 constexpr Option namesOptions[] = {
@@ -72,6 +75,8 @@ constexpr Option checkOptions[] = {
     { "--ignore", "CODES", "Ignore these findings", { ValueKind::codes }, true },
     { "--fail-on", "SEVERITY", "Lowest severity for exit status 1: error, warning or note (the default)",
       severity } };
+constexpr Option budgetOptions[] = {
+    { "--against", "OLD", "Judge the growth since this older configuration", path } };
 constexpr Option diffOptions[] = {
     { "--only", "KIND", "Compare only this kind", { ValueKind::recordKind } } };
 
@@ -181,6 +186,16 @@ constexpr Command withArguments[] = {
                   "bfri check switch.conf --json | jq '.configurations[].findings[].code'\n"
                   "bfri check --explain BF304",
       .run = check },
+    { .word = "budget",
+      .group = judging,
+      .description = "Compare what a configuration takes with what the rules of a budget allow",
+      .arguments = confAndRules,
+      .options = budgetOptions,
+      .json = true,
+      .details = budgetText,
+      .examples = "bfri budget switch.conf budget.toml\n"
+                  "bfri budget switch.conf budget.toml --against old/switch.conf --json | jq .errors",
+      .run = budget },
     { .word = "diff",
       .group = judging,
       .description = "Compare two configurations by name: what changed, and what an agent would notice",

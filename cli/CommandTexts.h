@@ -32,6 +32,9 @@ inline constexpr char const* stagesText =
     "A "
     "resource with a stage number that can't be read or has more than 32 bits is not on the map but named "
     "above it (finding BF412 of 'bfri check').\n\n"
+    "--budget shows for each capacity of the rules, of which part each stage uses; then each context file "
+    "has a map "
+    "of its own.\n\n"
     "--by entries shows the sizes that the context file states for the stage tables in each stage, and the "
     "share of all entries. Where a stage table states no size, there is a question mark: nothing is guessed. "
     "On "
@@ -82,6 +85,30 @@ inline constexpr char const* namesText =
 inline constexpr char const* normalizeText = "Prints one name per line, in the order given. Each $ and the "
                                              "digits after it become _1_. Then each dot and "
                                              "each square bracket becomes _.";
+
+inline constexpr char const* budgetText =
+    "The rules are a file in TOML. Each rule has a level (error, warn or off) and a reason. The sections "
+    "are:\n\n"
+    "[chip]: stages, the number of stages that the chip has.\n\n"
+    "[[capacity]]: what each stage has for resources of a type ('bfri resources' shows the types; * and ? "
+    "stand "
+    "for any characters and for one): entries or tables. With direction (ingress or egress) only for this "
+    "side, "
+    "with stages (a list) only in these.\n\n"
+    "[[table]]: min and max, the least and the largest size of a table. name is its name, the unique end of "
+    "it, or "
+    "a pattern with * and ?.\n\n"
+    "[[program]]: stages, how many stages, from 0 on, a program may use. context_file is the path of its "
+    "context "
+    "file, the end of it, or a pattern; without it, the rule is for every program.\n\n"
+    "[[growth]]: max or max_percent, by how much a table (name) or all of the configuration may grow since "
+    "the one "
+    "that --against names: of = 'entries', the default, or 'tables'.\n\n"
+    "The answer shows what is used of what is available, the highest percent first. For min, the least size "
+    "is "
+    "what is used, and the size is what is available. The exit status is 1 if a rule of the level error is "
+    "broken, "
+    "or if a rule matches nothing. A mistake in the file is exit status 3, with line and column.";
 
 inline constexpr char const* checkText =
     "For each CONF, prints that it is sound; or its findings, each with a code that never changes; or why it "

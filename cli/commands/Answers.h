@@ -7,6 +7,7 @@
 namespace Bfri {
 
 ExitStatus annotate( Configuration const& configuration, Request const& request, Streams const& io );
+ExitStatus budget( Request const& request, Streams const& io );
 ExitStatus check( Request const& request, Streams const& io );
 ExitStatus complete( Request const& request, Streams const& io );
 ExitStatus diff( Request const& request, Streams const& io );

@@ -1,4 +1,5 @@
 #include "cli/commands/Loading.h"
+#include "cli/terminal/BudgetText.h"
 #include "cli/terminal/Characters.h"
 
 #include "cli/terminal/FaultText.h"
@@ -26,6 +27,13 @@ Configuration load( String const& path, Command const& command, std::ostream& er
     for( String const& file : unreadContextFiles( configuration ) )
         err << "bfri: " << escapeForTerminal( file ) << " is not read: a later pipeline has the same pipes\n";
     return std::get<Configuration>( std::move( result ) );
+}
+
+Rules loadRules( String const& path ) {
+    auto rules = readRules( path );
+    if( auto const* const mistake = std::get_if<RulesMistake>( &rules ) )
+        throw Failure( ExitStatus::notLoadable, mistakeText( *mistake ) );
+    return std::get<Rules>( std::move( rules ) );
 }
 
 } // namespace Bfri

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/grammar/Commands.h"
+#include "inspect/budget/Rules.h"
 #include "inspect/load/Load.h"
 
 namespace Bfri {
@@ -18,5 +19,8 @@ class LoadFailure : public Failure {
 /// end the process. What the library traces meanwhile goes to err, and so do notes about files that are not
 /// read.
 Configuration load( String const& path, Command const& command, std::ostream& err );
+
+/// The rules of a budget; a mistake in the file is a Failure of status notLoadable that says where it is.
+Rules loadRules( String const& path );
 
 } // namespace Bfri

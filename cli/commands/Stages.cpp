@@ -1,4 +1,5 @@
 #include "cli/commands/Answers.h"
+#include "cli/commands/Loading.h"
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/StageText.h"
 #include "inspect/rows/JsonFormat.h"
@@ -40,18 +41,33 @@ void requireStage( Stage asked, std::vector<StageMap> const& maps ) {
     throw Failure( ExitStatus::no, "no stage " + std::to_string( asked ) + "; " + there );
 }
 
+Row mapRow( StageMap const& map, std::optional<Stage> asked, Rules const* budget ) {
+    Row row = rowOf( map, asked );
+    if( !budget )
+        return row;
+    auto uses = capacityUses( *budget, map );
+    std::erase_if( uses, [ & ]( Use const& use ) { return asked && use.stage != asked; } );
+    row.push_back( { "capacities", listOf( uses, []( Use const& use ) { return rowOf( use ); } ) } );
+    return row;
+}
+
 } // namespace
 
 ExitStatus stages( Configuration const& configuration, Request const& request, Streams const& io ) {
     auto const asked = stageAskedFor( request );
-    auto const maps = stageMapsOf( configuration );
+    auto const rules =
+        request.has( "--budget" ) ? std::optional( loadRules( request.option( "--budget" ) ) ) : std::nullopt;
+    Rules const* const budget = rules ? &*rules : nullptr;
+    auto const maps = budget ? stageMapsByProgram( configuration ) : stageMapsOf( configuration );
     if( asked )
         requireStage( *asked, maps );
     if( request.format == Format::json )
-        JsonAnswer( io.out ).member(
-            "pipelines", listOf( maps, [ & ]( StageMap const& map ) { return rowOf( map, asked ); } ) );
+        JsonAnswer( io.out ).member( "pipelines", listOf( maps, [ & ]( StageMap const& map ) {
+                                         return mapRow( map, asked, budget );
+                                     } ) );
     else
-        printStages( io.out, io.look, maps, { measureOf( request ), asked, request.has( "--list" ) } );
+        printStages( io.out, io.look, maps,
+                     { measureOf( request ), asked, request.has( "--list" ), budget } );
     return ExitStatus::done;
 }
 

@@ -3,6 +3,9 @@
 #include "cli/terminal/StageWords.h"
 #include "cli/terminal/TextFormat.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace Bfri {
 
 namespace {
@@ -14,11 +17,6 @@ String cellOf( StageLoad const& load, Symbols const& symbols ) {
         return symbols.nothing;
     return ( load.starting > 0 ? std::to_string( load.starting ) : "" ) +
            ( going > 0 ? "+" + std::to_string( going ) : "" );
-}
-
-/// What a stage has of what the grid shows.
-std::uint64_t amountOf( StageLoad const& load, StageMeasure by ) {
-    return by == StageMeasure::entries ? load.entries : load.spanning;
 }
 
 /// The entries as far as they are stated: "512", "512?" where some are not, "?" where none are.
@@ -93,7 +91,28 @@ GridLine levelLine( StageMap const& map, StageMeasure by, Symbols const& symbols
     return line;
 }
 
-std::vector<GridLine> gridOf( StageMap const& map, StageMeasure by, Symbols const& symbols ) {
+/// A line for each capacity: which part of it each stage uses.
+std::vector<GridLine> capacityLines( StageMap const& map, Rules const& rules, Symbols const& symbols ) {
+    std::vector<GridLine> lines;
+    Rule const* former = nullptr;
+    for( Use const& use : capacityUses( rules, map ) ) {
+        if( use.rule != std::exchange( former, use.rule ) )
+            lines.push_back( { use.what, std::vector<String>( map.stages.size() + 1, symbols.nothing ),
+                               std::vector<unsigned>( map.stages.size() ) } );
+        auto const place = std::lower_bound( map.stages.begin(), map.stages.end(), *use.stage );
+        auto const stage = static_cast<std::size_t>( place - map.stages.begin() );
+        auto const percent = use.percent();
+        lines.back().cells[ stage + 1 ] = percent ? std::to_string( *percent ) + "%" : "over";
+        lines.back().heat[ stage ] =
+            stepOf( std::min<std::uint64_t>( percent.value_or( 100 ), 100 ), 100, hottest );
+    }
+    for( GridLine& line : lines )
+        line.cells.front().clear();
+    return lines;
+}
+
+std::vector<GridLine> gridOf( StageMap const& map, StageView const& view, Symbols const& symbols ) {
+    StageMeasure const by = view.by;
     std::uint64_t most = 1;
     for( StageGroup const& group : map.groups )
         most = std::max( most, mostOf( group.loads, by ) );
@@ -110,6 +129,13 @@ std::vector<GridLine> gridOf( StageMap const& map, StageMeasure by, Symbols cons
     if( by == StageMeasure::entries )
         lines.push_back( shareLine( map, symbols ) );
     lines.push_back( levelLine( map, by, symbols ) );
+    auto capacities = view.budget ? capacityLines( map, *view.budget, symbols ) : std::vector<GridLine>();
+    if( !capacities.empty() )
+        lines.push_back( { "capacities", {} } );
+    for( GridLine& line : capacities ) {
+        line.label.insert( 0, 2, ' ' );
+        lines.push_back( std::move( line ) );
+    }
     return lines;
 }
 
@@ -196,8 +222,8 @@ void printBlock( std::ostream& out, std::vector<GridLine> const& lines, GridWidt
 
 } // namespace
 
-void printGrid( std::ostream& out, TerminalStyle const& look, StageMap const& map, StageMeasure by ) {
-    auto const lines = gridOf( map, by, symbolsOf( look ) );
+void printGrid( std::ostream& out, TerminalStyle const& look, StageMap const& map, StageView const& view ) {
+    auto const lines = gridOf( map, view, symbolsOf( look ) );
     GridWidths const widths = widthsOf( lines, look );
     std::size_t const most = cellsOfBlock( widths, look );
     for( std::size_t first = 0, end = 0; first < widths.cells.size(); first = end ) {

@@ -118,15 +118,12 @@ StageLoad loadOf( StageMap const& map, Stage stage ) {
 /// "the fullest is 7 with 6" or "the fullest are 4 and 10 with 5 each".
 String fullestText( StageMap const& map, StageMeasure by ) {
     constexpr std::size_t most = 4;
-    auto const amountOf = [ & ]( StageLoad const& load ) {
-        return by == StageMeasure::entries ? load.entries : load.spanning;
-    };
     std::uint64_t amount = 0;
     for( StageLoad const& one : map.loads )
-        amount = std::max( amount, amountOf( one ) );
+        amount = std::max( amount, amountOf( one, by ) );
     std::vector<String> fullest;
     for( std::size_t i = 0; i < map.stages.size(); ++i ) {
-        if( amountOf( map.loads[ i ] ) == amount )
+        if( amountOf( map.loads[ i ], by ) == amount )
             fullest.push_back( std::to_string( map.stages[ i ] ) );
     }
     String const with = std::to_string( amount ) + ( by == StageMeasure::entries ? " entries" : "" );
@@ -238,9 +235,21 @@ void printLost( std::ostream& out, StageMap const& map ) {
         out << "  " << escapeForTerminal( resource->name ) << '\n';
 }
 
+/// "ingress hash_match entries: 45056 of 65536, 69%".
+void printCapacities( std::ostream& out, StageMap const& map, StageView const& view ) {
+    if( !view.budget || !view.stage )
+        return;
+    for( Use const& use : capacityUses( *view.budget, map ) ) {
+        if( use.stage == view.stage )
+            out << "  " << use.what << ": " << use.used << " of " << use.available << ", "
+                << ( use.percent() ? std::to_string( *use.percent() ) + "%" : "over" ) << '\n';
+    }
+}
+
 void printMap( std::ostream& out, TerminalStyle const& look, StageMap const& map, StageView const& view ) {
     printTitle( out, map );
     out << overview( map, view ) << '\n';
+    printCapacities( out, map, view );
     printLost( out, map );
     if( view.stage ? loadOf( map, *view.stage ).spanning == 0 : map.groups.empty() )
         return;
@@ -250,7 +259,7 @@ void printMap( std::ostream& out, TerminalStyle const& look, StageMap const& map
     else if( view.stage )
         printLargest( out, look, map, *view.stage );
     else
-        printGrid( out, look, map, view.by );
+        printGrid( out, look, map, view );
 }
 
 void printFooter( std::ostream& out, TerminalStyle const& look, StageMeasure by ) {

@@ -12,6 +12,7 @@ namespace Bfri {
 namespace {
 
 using BfResourceInfo::BfResourceParser;
+using BfResourceInfo::ZelContextFile;
 using Resources = std::vector<Placed>;
 
 /// All from 0 on, the empty ones too; of numbers that no chip has only those that are taken.
@@ -60,6 +61,31 @@ void fill( StageMap& map, Resources resources ) {
     }
 }
 
+/// By ascending key of the files, and of the resources by position.
+template<class KeyOfFile, class KeyOfResource>
+std::vector<StageMap> mapsOf( Configuration const& configuration, KeyOfFile keyOfFile,
+                              KeyOfResource keyOfResource ) {
+    BfResourceParser const& parser = configuration.parser();
+    std::map<U32, std::pair<StageMap, Resources>> byKey;
+    for( auto const& file : parser.contextFile() )
+        byKey[ keyOfFile( file ) ].first.files.push_back( &file );
+    auto stages = placedStages( configuration );
+    std::size_t position = 0;
+    for( BfResource const& resource : parser.bfResources() ) {
+        auto& [ map, placed ] = byKey[ keyOfResource( resource, position ) ];
+        if( auto& ofResource = stages[ position++ ] )
+            placed.push_back( { &resource, std::move( *ofResource ) } );
+        else
+            map.lost.push_back( &resource );
+    }
+    std::vector<StageMap> maps;
+    for( auto& [ key, content ] : byKey ) {
+        fill( content.first, std::move( content.second ) );
+        maps.push_back( std::move( content.first ) );
+    }
+    return maps;
+}
+
 /// The upper bits that the handles of a file have: the number of its lowest pipe.
 U32 handleBits( BfResourceInfo::BfPipeMask mask ) {
     return mask.value() == 0 ? 0 : static_cast<U32>( std::countr_zero( mask.value() ) ) & 0xFU;
@@ -88,26 +114,23 @@ std::size_t StageMap::size() const {
 }
 
 std::vector<StageMap> stageMapsOf( Configuration const& configuration ) {
-    BfResourceParser const& parser = configuration.parser();
-    bool const apart = !parser.bfrtConfig().empty();
-    std::map<U32, std::pair<StageMap, Resources>> byBits;
-    for( auto const& file : parser.contextFile() )
-        byBits[ apart ? handleBits( file.key() ) : 0 ].first.files.push_back( &file );
-    auto allStages = placedStages( configuration );
-    auto stages = allStages.begin();
-    for( BfResource const& resource : parser.bfResources() ) {
-        auto& [ map, placed ] = byBits[ apart ? resource.handle >> 28 : 0 ];
-        if( auto ofResource = std::move( *stages++ ) )
-            placed.push_back( { &resource, std::move( *ofResource ) } );
-        else
-            map.lost.push_back( &resource );
+    bool const apart = !configuration.parser().bfrtConfig().empty();
+    return mapsOf(
+        configuration, [ & ]( ZelContextFile const& file ) { return apart ? handleBits( file.key() ) : 0; },
+        [ & ]( BfResource const& resource, std::size_t ) { return apart ? resource.handle >> 28 : 0; } );
+}
+
+std::vector<StageMap> stageMapsByProgram( Configuration const& configuration ) {
+    std::vector<U32> masks( configuration.parser().bfResources().size() );
+    for( Context::FileSurvey const& file : configuration.files ) {
+        for( Context::SurveyedTable const& table : file.tables ) {
+            if( table.resource )
+                masks[ *table.resource ] = file.pipeMask;
+        }
     }
-    std::vector<StageMap> maps;
-    for( auto& [ bits, content ] : byBits ) {
-        fill( content.first, std::move( content.second ) );
-        maps.push_back( std::move( content.first ) );
-    }
-    return maps;
+    return mapsOf(
+        configuration, []( ZelContextFile const& file ) { return file.key().value(); },
+        [ & ]( BfResource const&, std::size_t position ) { return masks[ position ]; } );
 }
 
 } // namespace Bfri

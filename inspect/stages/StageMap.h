@@ -29,6 +29,13 @@ struct StageLoad {
     void add( PlacedStage const& placed, bool starts );
 };
 
+/// What a stage is measured by: the resources that are in it, or the entries that are stated for it.
+enum class StageMeasure { tables, entries };
+
+inline std::uint64_t amountOf( StageLoad const& load, StageMeasure by ) {
+    return by == StageMeasure::entries ? load.entries : load.spanning;
+}
+
 /// The resources of one direction and type, by their stages and then by name; a load for each stage of the
 /// map.
 struct StageGroup {
@@ -51,6 +58,10 @@ struct StageMap {
 
 /// By the lowest pipe, of a configuration that was loaded with a survey and outlives the maps.
 std::vector<StageMap> stageMapsOf( Configuration const& configuration );
+
+/// A map for each context file, in the order of the configuration, which was loaded with a survey and
+/// outlives the maps.
+std::vector<StageMap> stageMapsByProgram( Configuration const& configuration );
 
 /// The JSON object of a map: files, stages with their loads, resources; of one stage only that and what is in
 /// it.

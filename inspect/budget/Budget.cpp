@@ -1,0 +1,300 @@
+#include "inspect/budget/Budget.h"
+
+#include "inspect/model/Names.h"
+#include "inspect/rows/Utf8.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <limits>
+#include <span>
+
+namespace Bfri {
+
+namespace {
+
+char const* wordOf( StageMeasure measure ) { return measure == StageMeasure::entries ? "entries" : "tables"; }
+
+/// A table of a context file, placed or not, of the model or not.
+struct NamedTable {
+    String name;
+    String what; ///< "match table", "stateful table"
+    std::int64_t size;
+    String contextFile;
+};
+
+std::vector<NamedTable> tablesOf( Configuration const& configuration ) {
+    std::vector<NamedTable> tables;
+    for( Context::FileSurvey const& file : configuration.files ) {
+        for( Context::SurveyedTable const& table : file.tables ) {
+            if( table.size && table.type != "condition" )
+                tables.push_back( { table.name, table.type + " table", *table.size, file.path } );
+        }
+    }
+    return tables;
+}
+
+/// The file of a path, of its end, or of a pattern.
+bool isFile( String const& wanted, String const& path ) {
+    return wanted.empty() || wanted == path || path.ends_with( "/" + wanted ) ||
+           ( isPattern( wanted ) && matches( wanted, path ) );
+}
+
+class Judge {
+  public:
+    Judge( Rules const& rules, Configuration const& configuration, Configuration const* old )
+        : rules_( rules ),
+          maps_( stageMapsByProgram( configuration ) ),
+          tables_( tablesOf( configuration ) ),
+          hasOld_( old != nullptr ) {
+        if( old ) {
+            oldMaps_ = stageMapsByProgram( *old );
+            oldTables_ = tablesOf( *old );
+        }
+    }
+
+    Budget judge() {
+        if( rules_.chip )
+            each( std::span( &*rules_.chip, 1 ), &Judge::judgeChip );
+        each( std::span( rules_.capacities ), &Judge::judgeCapacity );
+        each( std::span( rules_.sizes ), &Judge::judgeSize );
+        each( std::span( rules_.programs ), &Judge::judgeProgram );
+        each( std::span( rules_.growths ), &Judge::judgeGrowth );
+        std::stable_sort( budget_.uses.begin(), budget_.uses.end(), isWorse );
+        return std::move( budget_ );
+    }
+
+  private:
+    template<class Rule>
+    void each( std::span<Rule const> rules, void ( Judge::*judgeOne )( std::type_identity_t<Rule> const& ) ) {
+        for( Rule const& rule : rules ) {
+            if( rule.level != RuleLevel::off )
+                ( this->*judgeOne )( rule );
+        }
+    }
+    /// By used over available, which may be 0.
+    static bool isWorse( Use const& a, Use const& b ) {
+        auto const part = []( Use const& use ) {
+            return use.available > 0 ? static_cast<double>( use.used ) / static_cast<double>( use.available )
+                   : use.used > 0    ? std::numeric_limits<double>::infinity()
+                                     : 0;
+        };
+        return part( a ) > part( b );
+    }
+    void fail( Rule const& rule, String problem ) {
+        budget_.problems.push_back( { &rule, std::move( problem ) } );
+    }
+
+    /// Of the stages from 0 on those up to the last one that is taken.
+    void judgeStages( Rule const& rule, StageMap const& map, U32 available ) {
+        std::int64_t const used = map.stages.empty() ? 0 : static_cast<std::int64_t>( map.stages.back() ) + 1;
+        budget_.uses.push_back( { &rule, "stages", map.files.front()->value(), {}, used, available } );
+    }
+    void judgeChip( ChipRule const& rule ) {
+        for( StageMap const& map : maps_ )
+            judgeStages( rule, map, rule.stages );
+        if( maps_.empty() )
+            fail( rule, "matches nothing: there is no context file" );
+    }
+    void judgeProgram( ProgramRule const& rule ) {
+        bool any = false;
+        for( StageMap const& map : maps_ ) {
+            if( isFile( rule.contextFile, map.files.front()->value() ) ) {
+                judgeStages( rule, map, rule.stages );
+                any = true;
+            }
+        }
+        if( !any )
+            fail( rule, "matches nothing: no context file is " + quoted( rule.contextFile ) );
+    }
+    void judgeCapacity( CapacityRule const& rule ) {
+        bool any = rules_.chip.has_value() && !maps_.empty(); // its stages are known, taken or not
+        for( StageMap const& map : maps_ ) {
+            for( std::size_t i = 0; i < map.stages.size(); ++i ) {
+                if( !rule.isFor( map.stages[ i ] ) )
+                    continue;
+                any = true;
+                if( Use const use = useOf( rule, map, i ); use.used > 0 || use.unstated > 0 )
+                    budget_.uses.push_back( use );
+            }
+        }
+        if( !any )
+            fail( rule, "matches nothing: no program takes its stages" );
+    }
+    /// The names that a rule means; a problem where there is none, or where it is the end of several.
+    std::vector<String> namesFor( Rule const& rule, String const& name,
+                                  std::vector<NamedTable> const& tables ) {
+        std::vector<String> all;
+        for( NamedTable const& table : tables )
+            all.push_back( table.name );
+        std::sort( all.begin(), all.end() );
+        all.erase( std::unique( all.begin(), all.end() ), all.end() );
+        if( isPattern( name ) ) {
+            std::erase_if( all, [ & ]( String const& one ) { return !matches( name, one ); } );
+            if( all.empty() )
+                fail( rule, "matches nothing: no table's name is like " + quoted( name ) );
+            return all;
+        }
+        auto const meant = namesMeant( all, name );
+        if( meant.size() == 1 )
+            return meant;
+        auto const near = nearest( all, name );
+        fail( rule, !meant.empty() ? quoted( name ) + " is the end of several names: " +
+                                         fmt::format( "{}", fmt::join( meant, ", " ) )
+                    : near.empty() ? "matches nothing: no table is called " + quoted( name )
+                                   : fmt::format( "matches nothing: no table is called {}; names like it: {}",
+                                                  quoted( name ), fmt::join( near, ", " ) ) );
+        return {};
+    }
+    void judgeSize( SizeRule const& rule ) {
+        auto const names = namesFor( rule, rule.name, tables_ );
+        for( NamedTable const& table : tables_ ) {
+            if( !std::binary_search( names.begin(), names.end(), table.name ) )
+                continue;
+            auto const add = [ & ]( char const* of, std::int64_t used, std::int64_t available ) {
+                budget_.uses.push_back( { &rule,
+                                          of + table.what + " " + quoted( table.name ),
+                                          table.contextFile,
+                                          {},
+                                          used,
+                                          available } );
+            };
+            if( rule.most )
+                add( "size of ", table.size, *rule.most );
+            if( rule.least )
+                add( "least size of ", *rule.least, table.size );
+        }
+    }
+    void judgeGrowth( GrowthRule const& rule ) {
+        if( !hasOld_ ) {
+            ++budget_.notJudged;
+            return;
+        }
+        if( rule.name.empty() )
+            return addGrowth( rule, wordOf( rule.of ), allOf( oldMaps_, rule.of ), allOf( maps_, rule.of ) );
+        auto both = tables_;
+        both.insert( both.end(), oldTables_.begin(), oldTables_.end() );
+        auto const names = namesFor( rule, rule.name, both );
+        if( rule.of == StageMeasure::tables )
+            return addGrowth( rule, "tables like " + quoted( rule.name ), count( oldTables_, names ),
+                              count( tables_, names ) );
+        for( String const& name : names )
+            addGrowth( rule, "size of " + quoted( name ), sizeIn( oldTables_, name ),
+                       sizeIn( tables_, name ) );
+    }
+    void addGrowth( GrowthRule const& rule, String const& what, std::int64_t old, std::int64_t now ) {
+        std::int64_t const available = rule.most ? *rule.most : old * *rule.percent / 100;
+        budget_.uses.push_back( { &rule, "growth of " + what, {}, {}, now - old, available } );
+    }
+    static std::int64_t allOf( std::vector<StageMap> const& maps, StageMeasure of ) {
+        std::uint64_t all = 0;
+        for( StageMap const& map : maps ) {
+            for( StageLoad const& load : map.loads )
+                all += of == StageMeasure::entries ? load.entries : load.starting;
+        }
+        return static_cast<std::int64_t>( all );
+    }
+    static std::int64_t count( std::vector<NamedTable> const& tables, std::vector<String> const& names ) {
+        return std::count_if( tables.begin(), tables.end(), [ & ]( NamedTable const& table ) {
+            return std::binary_search( names.begin(), names.end(), table.name );
+        } );
+    }
+    static std::int64_t sizeIn( std::vector<NamedTable> const& tables, String const& name ) {
+        std::int64_t size = 0;
+        for( NamedTable const& table : tables )
+            size += table.name == name ? table.size : 0;
+        return size;
+    }
+
+    Rules const& rules_;
+    std::vector<StageMap> maps_;
+    std::vector<NamedTable> tables_;
+    std::vector<StageMap> oldMaps_ = {};
+    std::vector<NamedTable> oldTables_ = {};
+    bool hasOld_;
+    Budget budget_ = {};
+};
+
+} // namespace
+
+std::optional<std::int64_t> Use::percent() const {
+    if( used <= 0 )
+        return 0;
+    if( available <= 0 )
+        return std::nullopt;
+    return ( used * 100 + available - 1 ) / available;
+}
+
+std::size_t Budget::broken( RuleLevel level ) const {
+    return static_cast<std::size_t>( std::count_if( uses.begin(), uses.end(), [ & ]( Use const& use ) {
+        return use.isOver() && use.rule->level == level;
+    } ) );
+}
+
+Use useOf( CapacityRule const& capacity, StageMap const& map, std::size_t stage ) {
+    StageLoad sum;
+    for( StageGroup const& group : map.groups ) {
+        if( !capacity.isFor( group ) )
+            continue;
+        StageLoad const& load = group.loads[ stage ];
+        sum.spanning += load.spanning;
+        sum.entries += load.entries;
+        sum.tables += load.tables;
+        sum.stated += load.stated;
+    }
+    String const direction = capacity.ingress ? *capacity.ingress ? "ingress " : "egress " : "";
+    return { &capacity,
+             direction + capacity.type + " " + wordOf( capacity.of ),
+             map.files.front()->value(),
+             map.stages[ stage ],
+             static_cast<std::int64_t>( amountOf( sum, capacity.of ) ),
+             static_cast<std::int64_t>( capacity.available ),
+             capacity.of == StageMeasure::entries ? sum.tables - sum.stated : 0 };
+}
+
+std::vector<Use> capacityUses( Rules const& rules, StageMap const& map ) {
+    std::vector<Use> uses;
+    for( CapacityRule const& capacity : rules.capacities ) {
+        for( std::size_t i = 0; i < map.stages.size(); ++i ) {
+            if( capacity.level != RuleLevel::off && capacity.isFor( map.stages[ i ] ) )
+                uses.push_back( useOf( capacity, map, i ) );
+        }
+    }
+    return uses;
+}
+
+Budget budgetOf( Rules const& rules, Configuration const& configuration, Configuration const* old ) {
+    return Judge( rules, configuration, old ).judge();
+}
+
+Row rowOf( Use const& use ) {
+    Rule const& rule = *use.rule;
+    return { { "rule", wordOf( rule.kind ) },
+             { "line", rule.line },
+             { "level", wordOf( rule.level ) },
+             { "reason", rule.reason },
+             { "what", use.what },
+             { "contextFile", use.contextFile.empty() ? Value() : Value( use.contextFile ) },
+             { "stage", use.stage ? Value( static_cast<U32>( *use.stage ) ) : Value() },
+             { "used", use.used },
+             { "available", use.available },
+             { "percent", use.percent() ? Value( *use.percent() ) : Value() },
+             { "slack", use.slack() },
+             { "unstated", use.unstated },
+             { "over", use.isOver() } };
+}
+
+Row rowOf( Budget const& budget ) {
+    auto const problemRow = []( RuleProblem const& problem ) {
+        return Row{ { "rule", wordOf( problem.rule->kind ) },
+                    { "line", problem.rule->line },
+                    { "reason", problem.rule->reason },
+                    { "problem", problem.problem } };
+    };
+    return { { "errors", static_cast<U32>( budget.broken( RuleLevel::error ) + budget.problems.size() ) },
+             { "warnings", static_cast<U32>( budget.broken( RuleLevel::warn ) ) },
+             { "notJudged", static_cast<U32>( budget.notJudged ) },
+             { "problems", listOf( budget.problems, problemRow ) },
+             { "uses", listOf( budget.uses, []( Use const& use ) { return rowOf( use ); } ) } };
+}
+
+} // namespace Bfri

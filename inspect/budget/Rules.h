@@ -1,0 +1,95 @@
+#pragma once
+
+// The rules of a budget, as a file in TOML states them.
+
+#include "inspect/stages/StageMap.h"
+
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace Bfri {
+
+/// What it means that a rule is broken. One that is off is not looked at.
+enum class RuleLevel { off, warn, error };
+
+char const* wordOf( RuleLevel level );
+
+/// The sections of the file.
+enum class RuleKind { chip, capacity, table, program, growth };
+
+char const* wordOf( RuleKind kind );
+
+/// What every rule has.
+struct Rule {
+    RuleKind kind;
+    RuleLevel level;
+    String reason;
+    U32 line;   ///< of the rule's first key, or of its section
+    U32 column; ///< in characters, from 1
+};
+
+/// The stages of the chip, from 0 on.
+struct ChipRule : Rule {
+    U32 stages;
+};
+
+/// What each stage of the chip has for resources of some types.
+struct CapacityRule : Rule {
+    String type;                 ///< of the resources, or a pattern: "*_match"
+    std::optional<bool> ingress; ///< of these; else of both directions together
+    std::vector<Stage> stages;   ///< ascending; empty: all
+    StageMeasure of;
+    std::uint64_t available; ///< in each stage
+
+    bool isFor( StageGroup const& group ) const;
+    bool isFor( Stage stage ) const;
+};
+
+/// The sizes that tables may have.
+struct SizeRule : Rule {
+    String name; ///< a name, the unique end of one, or a pattern
+    std::optional<U32> least;
+    std::optional<U32> most;
+};
+
+/// The stages that a program may use, from 0 on.
+struct ProgramRule : Rule {
+    String contextFile; ///< its path, the end of it, or a pattern; empty: every program
+    U32 stages;
+};
+
+/// How much more than in an older configuration there may be.
+struct GrowthRule : Rule {
+    String name; ///< of tables, as in a SizeRule; empty: all that there is
+    StageMeasure of;
+    std::optional<U32> most;    ///< entries, or tables
+    std::optional<U32> percent; ///< of what there was
+};
+
+struct Rules {
+    String path;
+    std::optional<ChipRule> chip = {};
+    std::vector<CapacityRule> capacities = {};
+    std::vector<SizeRule> sizes = {};
+    std::vector<ProgramRule> programs = {};
+    std::vector<GrowthRule> growths = {};
+};
+
+/// What is wrong with a file of rules, and where.
+struct RulesMistake {
+    String path;
+    U32 line; ///< 0 where the file cannot be read
+    U32 column;
+    String problem;
+};
+
+std::variant<Rules, RulesMistake> readRules( String const& path );
+
+/// Whether a text may stand for several: it has a star, for any characters, or a question mark, for one.
+bool isPattern( std::string_view text );
+
+/// Whether a text is what a pattern says.
+bool matches( std::string_view pattern, std::string_view text );
+
+} // namespace Bfri
