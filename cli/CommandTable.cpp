@@ -25,6 +25,7 @@ constexpr ValueType severity = { ValueKind::choice, "", severities };
 constexpr char const* measures[] = { "tables", "entries" };
 constexpr ValueType path = { ValueKind::file, "the path of a switch configuration" };
 constexpr ValueType rulesPath = { ValueKind::file, "the path of a budget's rules" };
+constexpr ValueType baselinePath = { ValueKind::file, "the path of an earlier answer" };
 constexpr ValueType stage = { ValueKind::number, "the number of a stage" };
 
 // Arguments.
@@ -67,6 +68,9 @@ constexpr Option stagesOptions[] = {
 constexpr Option namesOptions[] = {
     { "--kind", "KIND", "Only names of this kind", { ValueKind::recordKind } } };
 constexpr Option checkOptions[] = {
+    { "--all", nullptr, "Show every finding; else the text has room for the first of each code" },
+    { "--baseline", "FILE", "Only findings that this answer of 'check --json' does not have count",
+      baselinePath },
     { "--explain",
       "CODES",
       "Explain these findings, and what to do about them; 'all' lists every finding",
@@ -74,7 +78,9 @@ constexpr Option checkOptions[] = {
       true },
     { "--ignore", "CODES", "Ignore these findings", { ValueKind::codes }, true },
     { "--fail-on", "SEVERITY", "Lowest severity for exit status 1: error, warning or note (the default)",
-      severity } };
+      severity },
+    { "--summary", nullptr, "Print the number of findings of each code", {}, false, "--sarif" },
+    { "--sarif", nullptr, "Print a SARIF 2.1.0 log, for code scanning", {}, false, "--json" } };
 constexpr Option budgetOptions[] = {
     { "--against", "OLD", "Judge the growth since this older configuration", path } };
 constexpr Option diffOptions[] = {
@@ -183,6 +189,9 @@ constexpr Command withArguments[] = {
       .json = true,
       .details = checkText,
       .examples = "bfri check build/*/switch.conf --ignore BF304,BF305 --fail-on warning\n"
+                  "bfri check switch.conf --json > baseline.json\n"
+                  "bfri check switch.conf --baseline baseline.json --fail-on warning\n"
+                  "bfri check switch.conf --sarif > bfri.sarif\n"
                   "bfri check switch.conf --json | jq '.configurations[].findings[].code'\n"
                   "bfri check --explain BF304",
       .run = check },

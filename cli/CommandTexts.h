@@ -116,6 +116,12 @@ inline constexpr char const* checkText =
     "that "
     "can't be loaded does not keep the others from being checked.\n\n"
     "CODES are codes or titles of findings, separated by commas or given in several options.\n\n"
+    "--baseline takes an earlier answer of 'check --json'. Findings that it has do not count, and are not "
+    "shown; "
+    "those that are gone are named. A finding is the same if code, kind of record and name are: handles and "
+    "paths may "
+    "change. With --json, every finding is there, and isNew tells; so the answer is the next baseline.\n\n"
+    "--sarif has the file, line and column of each record in its context file.\n\n"
     "The exit status is 0 if all are sound, 1 if there are findings (with --fail-on, only those of that "
     "severity "
     "or above count), and 3 if a configuration can't be loaded.";

@@ -1,6 +1,7 @@
 #include "cli/commands/Answers.h"
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/CheckReport.h"
+#include "inspect/check/Sarif.h"
 #include "inspect/load/FaultDetails.h"
 #include "inspect/load/Load.h"
 #include "inspect/rows/JsonFormat.h"
@@ -72,33 +73,89 @@ Checked checkedOf( String const& conf, Kinds const& ignored, std::ostream& err )
 ExitStatus statusOf( Checked const& checked, Severity failOn ) {
     if( checked.fault )
         return ExitStatus::notLoadable;
-    bool const fails = std::any_of( checked.findings.begin(), checked.findings.end(),
-                                    [ & ]( Finding const& f ) { return f.kind->severity >= failOn; } );
+    bool const fails =
+        std::any_of( checked.findings.begin(), checked.findings.end(),
+                     [ & ]( Finding const& f ) { return !f.isKnown && f.kind->severity >= failOn; } );
     return fails ? ExitStatus::no : ExitStatus::done;
+}
+
+std::optional<Baseline> baselineOf( Request const& request ) {
+    if( !request.has( "--baseline" ) )
+        return std::nullopt;
+    String const path = request.option( "--baseline" );
+    auto baseline = readBaseline( path );
+    if( auto const* const problem = std::get_if<String>( &baseline ) )
+        throw Failure( ExitStatus::notLoadable,
+                       fmt::format( "the baseline {} {}", escapeForTerminal( path ), *problem ) );
+    return std::get<Baseline>( std::move( baseline ) );
+}
+
+/// What a check of several configurations found.
+struct CheckAnswer {
+    std::vector<Checked> checked = {};
+    std::optional<std::vector<KnownFinding>> gone = {}; ///< of the baseline, where there is one
+};
+
+/// Nothing is gone of configurations that can't be loaded.
+std::vector<KnownFinding> goneOf( Baseline const& baseline, std::vector<Checked> const& checked,
+                                  Kinds const& ignored ) {
+    auto gone = baseline.gone( ignored );
+    if( std::any_of( checked.begin(), checked.end(),
+                     []( Checked const& one ) { return one.fault.has_value(); } ) )
+        gone.clear();
+    return gone;
+}
+
+Value goneRow( KnownFinding const& known ) {
+    return Row{ { "code", known.code },
+                { "kind", known.kind },
+                { "name", known.name },
+                { "switchConf", known.switchConf },
+                { "message", known.message } };
+}
+
+void printJson( CheckAnswer const& answer, bool isSummary, std::ostream& out ) {
+    JsonAnswer json( out );
+    json.member( "configurations",
+                 listOf( answer.checked, [ & ]( Checked const& one ) { return rowOf( one, isSummary ); } ) );
+    if( answer.gone )
+        json.member( "gone", listOf( *answer.gone, goneRow ) );
+}
+
+void printText( CheckAnswer const& answer, ReportView const& view, Streams const& io ) {
+    bool anyNew = false;
+    for( Checked const& one : answer.checked ) {
+        print( one, view, io );
+        anyNew |= std::any_of( one.findings.begin(), one.findings.end(),
+                               []( auto const& f ) { return !f.isKnown; } );
+    }
+    if( answer.gone )
+        printGone( *answer.gone, view.all, io.out );
+    if( anyNew )
+        io.out << "'bfri check --explain CODE' says what a finding means, and what to do.\n";
 }
 
 ExitStatus checkAll( Request const& request, Streams const& io ) {
     Kinds const ignored = kindsOf( request, "--ignore" );
     Severity const failOn = severityOf( request.option( "--fail-on" ) ).value_or( Severity::note );
-    std::optional<JsonAnswer> json;
-    if( request.format == Format::json )
-        json.emplace( io.out );
-    List configurations;
+    auto baseline = baselineOf( request );
+    CheckAnswer answer;
     ExitStatus worst = ExitStatus::done;
-    bool anyFinding = false;
     for( String const& conf : request.words ) {
-        Checked const checked = checkedOf( conf, ignored, io.err );
+        Checked& checked = answer.checked.emplace_back( checkedOf( conf, ignored, io.err ) );
+        if( baseline )
+            baseline->mark( checked.findings );
         worst = std::max( worst, statusOf( checked, failOn ) );
-        anyFinding |= !checked.findings.empty();
-        if( json )
-            configurations.emplace_back( rowOf( checked ) );
-        else
-            print( checked, io );
     }
-    if( json )
-        json->member( "configurations", std::move( configurations ) );
-    else if( anyFinding )
-        io.out << "'bfri check --explain CODE' says what a finding means, and what to do.\n";
+    if( baseline )
+        answer.gone = goneOf( *baseline, answer.checked, ignored );
+    if( request.has( "--sarif" ) )
+        printJsonObject( io.out,
+                         sarifOf( answer.checked, BFRI_VERSION, answer.gone ? &*answer.gone : nullptr ) );
+    else if( request.format == Format::json )
+        printJson( answer, request.has( "--summary" ), io.out );
+    else
+        printText( answer, { request.has( "--summary" ), request.has( "--all" ), baseline.has_value() }, io );
     return worst;
 }
 

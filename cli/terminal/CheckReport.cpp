@@ -67,17 +67,20 @@ void printFault( Fault const& fault, std::ostream& out ) {
     printLine( out, "condition:", conditionOf( fault ) );
 }
 
-/// "3 findings (1 error, 2 notes)".
-String totalsText( std::vector<Finding> const& findings ) {
+/// "3 findings (1 error, 2 notes)"; with a baseline "3 new findings (1 error, 2 notes), 9 known".
+String totalsText( std::vector<Finding> const& fresh, std::size_t known, bool hasBaseline ) {
     String text;
     for( Severity const severity : { Severity::error, Severity::warning, Severity::note } ) {
-        auto const count = std::count_if( findings.begin(), findings.end(),
+        auto const count = std::count_if( fresh.begin(), fresh.end(),
                                           [ & ]( auto const& f ) { return f.kind->severity == severity; } );
         if( count > 0 )
             text += ( text.empty() ? "" : ", " ) +
                     counted( static_cast<std::size_t>( count ), wordOf( severity ) );
     }
-    return counted( findings.size(), "finding" ) + " (" + text + ")";
+    String const before = hasBaseline ? ", " + std::to_string( known ) + " known" : "";
+    if( fresh.empty() )
+        return hasBaseline ? "nothing new" + before : "sound";
+    return counted( fresh.size(), hasBaseline ? "new finding" : "finding" ) + " (" + text + ")" + before;
 }
 
 /// A pipeline is called by its context file.
@@ -86,9 +89,35 @@ String subjectIn( Finding const& finding, bool severalFiles ) {
     return finding.subject() + ( tells ? " in " + finding.contextFile : "" );
 }
 
+String headOf( FindingKind const& kind, std::size_t count ) {
+    return String( "  " ) + kind.code + ' ' + wordOf( kind.severity ) + ", " + kind.title + ": " +
+           std::to_string( count );
+}
+
+/// How many findings of each kind have a line, so that all have room.
+std::size_t mostOfAKind( std::vector<Finding> const& findings, ReportView const& view,
+                         TerminalStyle const& look ) {
+    constexpr std::size_t lines = 50;
+    auto const counts = codeCountsOf( findings );
+    auto const taken = [ & ]( std::size_t most ) {
+        std::size_t sum = counts.size();
+        for( CodeCount const& count : counts )
+            sum += std::min( most, count.number ) + ( most > 0 && count.number > most ? 1 : 0 );
+        return sum;
+    };
+    if( view.all || ( look.columns == 0 && taken( findings.size() ) <= lines ) )
+        return findings.size();
+    std::size_t most = 10;
+    while( most > 0 && taken( most ) > lines )
+        --most;
+    return most;
+}
+
 /// The findings of a kind stand together. What is the same of all of them stands once.
-void printFindings( std::vector<Finding> const& findings, bool severalFiles, Streams const& io ) {
-    auto const most = io.look.columns == 0 ? findings.size() : 10;
+void printFindings( std::vector<Finding> const& findings, bool severalFiles, ReportView const& view,
+                    Streams const& io ) {
+    auto const most = mostOfAKind( findings, view, io.look );
+    bool areAll = true;
     for( auto first = findings.begin(); first != findings.end(); ) {
         FindingKind const& kind = *first->kind;
         auto const end =
@@ -96,31 +125,55 @@ void printFindings( std::vector<Finding> const& findings, bool severalFiles, Str
         auto const count = static_cast<std::size_t>( end - first );
         bool const alike =
             count > 1 && std::all_of( first, end, [ & ]( auto const& f ) { return f.says == first->says; } );
-        io.out << "  " << kind.code << ' ' << wordOf( kind.severity ) << ", " << kind.title << ": " << count
-               << ( alike ? " (" + escapeForTerminal( first->says ) + ")" : "" ) << '\n';
+        io.out << headOf( kind, count ) << ( alike ? " (" + escapeForTerminal( first->says ) + ")" : "" )
+               << '\n';
         for( auto const& finding : std::span( first, std::min( most, count ) ) )
             io.out << "    "
                    << escapeForTerminal( subjectIn( finding, severalFiles ) +
                                          ( alike ? "" : ": " + finding.says ) )
                    << '\n';
-        if( count > most )
-            io.out << "    and " << count - most << " more; --json has all\n";
+        if( count > most && most > 0 )
+            io.out << "    and " << count - most << " more\n";
+        areAll &= count <= most;
         first = end;
     }
+    if( !areAll )
+        io.out << "  --all shows all of them\n";
+}
+
+void printSummary( std::vector<Finding> const& findings, std::ostream& out ) {
+    for( CodeCount const& count : codeCountsOf( findings ) )
+        out << headOf( *count.kind, count.number ) << '\n';
 }
 
 } // namespace
 
-void print( Checked const& checked, Streams const& io ) {
+void print( Checked const& checked, ReportView const& view, Streams const& io ) {
     io.out << escapeForTerminal( checked.switchConf ) << ": ";
     if( checked.fault ) {
         io.out << "can't be loaded\n";
         printFault( *checked.fault, io.out );
         return;
     }
-    io.out << ( checked.findings.empty() ? "sound" : totalsText( checked.findings ) )
-           << countsText( checked.counts ) << '\n';
-    printFindings( checked.findings, checked.counts.front().number > 1, io );
+    std::vector<Finding> fresh = checked.findings;
+    auto const known = std::erase_if( fresh, []( Finding const& finding ) { return finding.isKnown; } );
+    io.out << totalsText( fresh, known, view.hasBaseline ) << countsText( checked.counts ) << '\n';
+    if( view.summary )
+        printSummary( fresh, io.out );
+    else
+        printFindings( fresh, checked.counts.front().number > 1, view, io );
+}
+
+void printGone( std::vector<KnownFinding> const& gone, bool all, std::ostream& out ) {
+    std::size_t const most = all ? gone.size() : 5;
+    if( gone.empty() )
+        return;
+    out << counted( gone.size(), "finding" ) << " of the baseline " << ( gone.size() == 1 ? "is" : "are" )
+        << " gone:\n";
+    for( KnownFinding const& known : std::span( gone ).first( std::min( most, gone.size() ) ) )
+        out << "  " << escapeForTerminal( known.code + ' ' + known.message ) << '\n';
+    if( gone.size() > most )
+        out << "  and " << gone.size() - most << " more\n";
 }
 
 } // namespace Bfri

@@ -1,11 +1,22 @@
 #pragma once
 
 #include "cli/terminal/Streams.h"
+#include "inspect/check/Baseline.h"
 #include "inspect/check/Checked.h"
 
 namespace Bfri {
 
-/// The lines of one configuration. Of many findings of one kind a terminal gets the first few.
-void print( Checked const& checked, Streams const& io );
+/// Which lines are wanted.
+struct ReportView {
+    bool summary = false; ///< a line for each kind of finding
+    bool all = false;     ///< every finding has a line; else the first of each kind, so that all have room
+    bool hasBaseline = false; ///< known findings have none
+};
+
+/// The lines of one configuration.
+void print( Checked const& checked, ReportView const& view, Streams const& io );
+
+/// The findings of a baseline that are no more.
+void printGone( std::vector<KnownFinding> const& gone, bool all, std::ostream& out );
 
 } // namespace Bfri

@@ -7,6 +7,7 @@
 #include "inspect/rows/Row.h"
 #include "inspect/rows/Utf8.h"
 
+#include <functional>
 #include <unordered_set>
 
 namespace Bfri {
@@ -29,6 +30,10 @@ struct ReferenceKind {
 };
 
 extern ReferenceKind const referenceKinds[ 3 ];
+
+/// Hands out kind, name and handle of every record; a table of several kinds comes with each.
+void forEachName( CheckContext const& facts,
+                  std::function<void( char const*, String const&, std::optional<U32> )> const& step );
 
 struct CheckContext {
     explicit CheckContext( Configuration const& configuration );
@@ -72,6 +77,7 @@ void findDuplicateTableHandles( CheckContext const& facts, Findings& findings );
 void findDuplicateActionHandles( CheckContext const& facts, Findings& findings );
 void findNamesInSeveralPipelines( CheckContext const& facts, Findings& findings );
 void findHandlesInSeveralPipelines( CheckContext const& facts, Findings& findings );
+void findLookAlikes( CheckContext const& facts, Findings& findings );
 void findOddNames( CheckContext const& facts, Findings& findings );
 
 // Who references whom.
@@ -89,6 +95,7 @@ void findUnplacedTables( CheckContext const& facts, Findings& findings );
 void findEmptyTables( CheckContext const& facts, Findings& findings );
 void findLostStages( CheckContext const& facts, Findings& findings );
 void findOddStages( CheckContext const& facts, Findings& findings );
+void findFarStages( CheckContext const& facts, Findings& findings );
 void findLostPhvWidths( CheckContext const& facts, Findings& findings );
 void findWrappingHeaders( CheckContext const& facts, Findings& findings );
 void findRepeatedHashFields( CheckContext const& facts, Findings& findings );

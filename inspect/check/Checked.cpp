@@ -22,7 +22,19 @@ Row findingRow( Finding const& finding ) {
              { "name", finding.name },
              { "handle", finding.handle ? Value( Hex( *finding.handle ) ) : Value() },
              { "contextFile", textOrNothing( finding.contextFile ) },
+             { "file", finding.place ? Value( finding.place->file ) : Value() },
+             { "line", finding.place ? Value( finding.place->at.line ) : Value() },
+             { "column", finding.place ? Value( finding.place->at.column ) : Value() },
+             { "isNew", !finding.isKnown },
              { "message", finding.message() } };
+}
+
+Row codeRow( CodeCount const& count ) {
+    return { { "code", count.kind->code },
+             { "title", count.kind->title },
+             { "severity", wordOf( count.kind->severity ) },
+             { "findings", static_cast<U32>( count.number ) },
+             { "new", static_cast<U32>( count.number - count.known ) } };
 }
 
 Row countsRow( std::vector<Count> const& counts ) {
@@ -54,12 +66,29 @@ Row rowOf( Fault const& fault ) {
              { "hint", textOrNothing( fault.hint ) } };
 }
 
-Row rowOf( Checked const& checked ) {
-    return { { "switchConf", checked.switchConf },
-             { "loads", !checked.fault.has_value() },
-             { "failure", checked.fault ? Value( rowOf( *checked.fault ) ) : Value() },
-             { "checked", checked.fault ? Value() : Value( countsRow( checked.counts ) ) },
-             { "findings", listOf( checked.findings, findingRow ) } };
+std::vector<CodeCount> codeCountsOf( std::vector<Finding> const& findings ) {
+    std::vector<CodeCount> counts;
+    for( Finding const& finding : findings ) {
+        if( counts.empty() || counts.back().kind != finding.kind )
+            counts.push_back( { finding.kind } );
+        ++counts.back().number;
+        counts.back().known += finding.isKnown ? 1 : 0;
+    }
+    return counts;
+}
+
+Row rowOf( Checked const& checked, bool isSummary ) {
+    Row row{
+        { "switchConf", checked.switchConf },
+        { "loads", !checked.fault.has_value() },
+        { "failure", checked.fault ? Value( rowOf( *checked.fault ) ) : Value() },
+        { "checked", checked.fault ? Value() : Value( countsRow( checked.counts ) ) },
+    };
+    if( isSummary )
+        row.push_back( { "codes", listOf( codeCountsOf( checked.findings ), codeRow ) } );
+    else
+        row.push_back( { "findings", listOf( checked.findings, findingRow ) } );
+    return row;
 }
 
 std::vector<Count> countsOf( Configuration const& configuration ) {

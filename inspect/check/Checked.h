@@ -27,8 +27,18 @@ struct Checked {
 /// The JSON object of a fault.
 Row rowOf( Fault const& fault );
 
-/// The JSON object of one configuration.
-Row rowOf( Checked const& checked );
+/// How many findings of a kind there are, and how many of them are known from an earlier check.
+struct CodeCount {
+    FindingKind const* kind;
+    std::size_t number = 0;
+    std::size_t known = 0;
+};
+
+/// Kind by kind, in the order of the findings.
+std::vector<CodeCount> codeCountsOf( std::vector<Finding> const& findings );
+
+/// The JSON object of one configuration; for a summary, with the numbers of findings instead of these.
+Row rowOf( Checked const& checked, bool isSummary = false );
 
 /// Those of the context files, and of every kind of record that is counted.
 std::vector<Count> countsOf( Configuration const& configuration );

@@ -15,10 +15,10 @@ namespace {
 /// Counts how often each path comes.
 class Folder {
   public:
-    void add( Duplicates& duplicates, String path ) {
+    void add( Duplicates& duplicates, String path, Context::Place place = {} ) {
         auto const [ found, isNew ] = places_.try_emplace( path, duplicates.size() );
         if( isNew )
-            duplicates.push_back( { std::move( path ) } );
+            duplicates.push_back( { std::move( path ), place } );
         else
             ++duplicates[ found->second ].times;
     }
@@ -69,9 +69,9 @@ FileDuplicates::FileDuplicates( Context::FileSurvey const& file ) {
     for( Context::DuplicateMember const& member : file.duplicates ) {
         std::string_view path = member.pointer;
         if( auto const index = takeTable( path ) )
-            ofTables[ *index ].add( tables[ *index ], String( path ) );
+            ofTables[ *index ].add( tables[ *index ], String( path ), member.place );
         else
-            ofFile.add( others, member.pointer.substr( 1 ) );
+            ofFile.add( others, member.pointer.substr( 1 ), member.place );
     }
 }
 

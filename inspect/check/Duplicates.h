@@ -11,8 +11,9 @@ using Vessa::U32;
 
 /// A member that an object has more than once.
 struct Duplicate {
-    String path;           ///< from what is looked at: "stage_tables/1/size"
-    std::size_t times = 2; ///< how often there is one
+    String path;               ///< from what is looked at: "stage_tables/1/size"
+    Context::Place place = {}; ///< of the second, in a context file
+    std::size_t times = 2;     ///< how often there is one
 };
 
 /// In the order in which the second of each comes.

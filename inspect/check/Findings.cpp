@@ -1,5 +1,6 @@
 #include "inspect/check/CheckContext.h"
 
+#include "inspect/check/RecordPlaces.h"
 #include "inspect/model/Names.h"
 
 #include <algorithm>
@@ -90,6 +91,11 @@ constexpr FindingKind kinds[] = {
       "that are no UTF-8 "
       "are lost.",
       "Look for the name in the context file, and rename it in the P4 program.", findOddNames },
+    { "BF209", "look-alike-name", warning,
+      "A name differs from another one only in what nobody can see: characters without width, marks of the "
+      "writing direction, or another normal form of the same characters.",
+      "Who reads or types one of the names may get the other record.",
+      "Look for the name in the context file, and rename one of both in the P4 program.", findLookAlikes },
     // References.
     { "BF301", "unknown-reference", error, "A placed table lists a handle that no table of the model has.",
       "What the table counts, meters or remembers there cannot be reached.",
@@ -208,6 +214,14 @@ constexpr FindingKind kinds[] = {
       "and "
       "leaves tables with anything else off its map.",
       "Correct the number in the context file, or compile the program again.", findOddStages },
+    { "BF413", "far-stage", warning,
+      "A table takes a stage far beyond all others of its program: more than eight empty stages are between.",
+      "Most likely the stage's number is wrong, or nothing is where the compiler says. Programs that go "
+      "through all "
+      "stages, up to the last one, go through the empty ones, too.",
+      "Look at the stage tables of the table in the context file, and see in the compiler's log why they are "
+      "there.",
+      findFarStages },
 };
 
 String capitals( String text ) {
@@ -263,10 +277,13 @@ std::vector<Finding> findingsOf( Configuration const& configuration ) {
         Findings findings( kind, all );
         kind.find( facts, findings );
     }
+    RecordPlaces const places( configuration );
     for( Finding& finding : all ) {
         if( finding.contextFile.empty() && finding.what != "switch configuration" )
             finding.contextFile =
                 finding.what == "pipeline" ? finding.name : facts.contextFileOf( finding.handle );
+        if( !finding.place )
+            finding.place = places.of( finding );
     }
     std::stable_sort( all.begin(), all.end(), []( Finding const& a, Finding const& b ) {
         return a.kind->severity > b.kind->severity;

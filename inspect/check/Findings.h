@@ -20,14 +20,22 @@ char const* wordOf( Severity severity );
 /// The severity of a word: "error", "warning" or "note"; nothing for any other.
 std::optional<Severity> severityOf( std::string_view word );
 
+/// A place in a context file.
+struct FindingPlace {
+    String file;
+    Context::Place at;
+};
+
 /// One thing that is odd, and whose.
 struct Finding {
     FindingKind const* kind;
-    String what;               ///< the kind of record: "counter"
-    String name;               ///< its name; of a pipeline its context file
-    std::optional<U32> handle; ///< where one record bears it
-    String says;               ///< goes behind what, name and handle
-    String contextFile;        ///< empty when it is not known, or when there is not one alone
+    String what;                            ///< the kind of record: "counter"
+    String name;                            ///< its name; of a pipeline its context file
+    std::optional<U32> handle;              ///< where one record bears it
+    String says;                            ///< goes behind what, name and handle
+    String contextFile;                     ///< empty when it is not known, or when there is not one alone
+    std::optional<FindingPlace> place = {}; ///< where the record starts, or what the finding is about
+    bool isKnown = false;                   ///< an earlier check had it
 
     /// `counter "c" (0x00000001)`.
     String subject() const;
@@ -40,9 +48,10 @@ class Findings {
   public:
     Findings( FindingKind const& kind, std::vector<Finding>& all ) : kind_( kind ), all_( all ) {}
     /// Without a context file it is taken from the handle, where that tells.
-    void add( String what, String name, std::optional<U32> handle, String says, String contextFile = {} ) {
+    void add( String what, String name, std::optional<U32> handle, String says, String contextFile = {},
+              std::optional<FindingPlace> place = {} ) {
         all_.push_back( { &kind_, std::move( what ), std::move( name ), handle, std::move( says ),
-                          std::move( contextFile ) } );
+                          std::move( contextFile ), std::move( place ) } );
     }
 
   private:

@@ -163,9 +163,10 @@ void addOverFiles( std::vector<Group> const& groups, char const* what, char cons
                           " again in other pipelines" );
 }
 
-/// Hands out kind, name and handle of every record; a table of several kinds comes with each.
-template<class Step>
-void forEachName( CheckContext const& facts, Step step ) {
+} // namespace
+
+void forEachName( CheckContext const& facts,
+                  std::function<void( char const*, String const&, std::optional<U32> )> const& step ) {
     for( BfTableInfo const& record : facts.parser.bfTables() )
         step( "match table", record.name, record.handle );
     for( Attached const& record : facts.attached )
@@ -185,8 +186,6 @@ void forEachName( CheckContext const& facts, Step step ) {
     for( auto const& entry : facts.parser.egressPhvContainers() )
         step( "PHV field", entry.key(), std::nullopt );
 }
-
-} // namespace
 
 void findOddNames( CheckContext const& facts, Findings& findings ) {
     std::set<String> seen;

@@ -103,7 +103,7 @@ void addDuplicates( Duplicates const& duplicates, String const& what, String con
             "has more than one " + quoted( duplicate.path ) +
                 ( duplicate.times > 2 ? " (" + std::to_string( duplicate.times ) + " times)" : "" ) +
                 ", of which the first counts",
-            file );
+            file, file.empty() ? std::nullopt : std::optional( FindingPlace{ file, duplicate.place } ) );
 }
 
 } // namespace

@@ -64,6 +64,14 @@ void JsonAnswer::members( Row const& row ) {
         member( field.name, field.value );
 }
 
+void printJsonObject( std::ostream& out, Row const& row ) {
+    rapidjson::StringBuffer buffer;
+    Writer writer( buffer );
+    writer.SetIndent( ' ', 2 );
+    ValueWriter{ writer }( row );
+    out.write( buffer.GetString(), static_cast<std::streamsize>( buffer.GetSize() ) ) << '\n';
+}
+
 void JsonAnswer::flush() {
     out_.write( buffer_.GetString(), static_cast<std::streamsize>( buffer_.GetSize() ) );
     buffer_.Clear();

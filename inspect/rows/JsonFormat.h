@@ -28,4 +28,7 @@ class JsonAnswer {
     rapidjson::PrettyWriter<rapidjson::StringBuffer> writer_{ buffer_ };
 };
 
+/// A row as the whole text of one object, for a format that is not ours.
+void printJsonObject( std::ostream& out, Row const& row );
+
 } // namespace Bfri
