@@ -14,7 +14,7 @@ namespace {
 constexpr char const* inspecting = "Inspect a configuration";
 constexpr char const* finding = "Find records";
 constexpr char const* judging = "Check and compare";
-constexpr char const* listing = "List records, each with --filter, --sort, -n, --json and --csv";
+constexpr char const* listing = "List records, each with --filter, --where, --sort, -n, --json and --csv";
 constexpr char const* helping = "Help";
 constexpr char const* unlisted = "";
 
@@ -41,7 +41,10 @@ constexpr Argument confAndTable[] = {
     conf, { "NAME", "Name of the table, a unique end of it, or its handle", { ValueKind::table } } };
 constexpr Argument confAndHandles[] = {
     conf, { "HANDLE", "Decimal, or hexadecimal with 0x", { ValueKind::handle }, Arity::onceOrMore } };
-constexpr Argument confKindNameField[] = { conf,
+constexpr Argument manyConfs = { "CONF", "Path of a switch configuration, or of a folder with some", path,
+                                 Arity::onceOrMore };
+constexpr Argument oneConfOrMore[] = { manyConfs };
+constexpr Argument confKindNameField[] = { manyConfs,
                                            { "KIND", "Kind of record", { ValueKind::recordKind } },
                                            recordName,
                                            { "FIELD", "Field of the record", { ValueKind::field } } };
@@ -66,7 +69,9 @@ constexpr Option stagesOptions[] = {
     { "--list", nullptr, "Print one line per resource, with a bar over its stages" },
     { "--stage", "N", "Print the ten largest resources in stage N, or with --list all of them", stage } };
 constexpr Option namesOptions[] = {
-    { "--kind", "KIND", "Only names of this kind", { ValueKind::recordKind } } };
+    { "--kind", "KIND", "Only names of this kind", { ValueKind::recordKind } },
+    { "--filter", "REGEX", "Only names that match somewhere (ECMAScript syntax)" },
+    { "--where", "EXPRESSION", "Only names for which this holds: 'kinds=table and name~=^l3'" } };
 constexpr Option checkOptions[] = {
     { "--all", nullptr, "Show every finding; else the text has room for the first of each code" },
     { "--baseline", "FILE", "Only findings that this answer of 'check --json' does not have count",
@@ -90,12 +95,13 @@ constexpr Command withArguments[] = {
     { .word = "summary",
       .group = inspecting,
       .description = "Show the files, the pipelines, and the number of records of each kind",
-      .arguments = oneConf,
+      .arguments = oneConfOrMore,
       .json = true,
       .details = summaryText,
       .examples = "bfri summary switch.conf\n"
                   "bfri summary switch.conf --json | jq .counts",
-      .show = summary },
+      .show = summary,
+      .showAll = summaryOfAll },
     { .word = "show",
       .group = inspecting,
       .description = "Show everything about a record, by name, unique end of a name, or handle",
@@ -162,18 +168,20 @@ constexpr Command withArguments[] = {
       .examples = "bfri field switch.conf table ipv4_acl size\n"
                   "bfri field switch.conf action 'permit of ipv4_acl' handle\n"
                   "bfri field switch.conf phv hdr.ethernet.dst_addr ingressBytes",
-      .show = field },
+      .show = field,
+      .showAll = fieldOfAll },
     { .word = "names",
       .group = finding,
       .description = "Print every name, one per line",
-      .arguments = oneConf,
+      .arguments = oneConfOrMore,
       .options = namesOptions,
       .json = true,
       .csv = true,
       .details = namesText,
       .examples = "bfri names switch.conf --kind table\n"
                   "bfri show switch.conf \"$(bfri names switch.conf | fzf)\"",
-      .show = names },
+      .show = names,
+      .showAll = namesOfAll },
     { .word = "normalize",
       .group = finding,
       .description = "Print names of fields as the model compares them",
@@ -242,11 +250,12 @@ Command listCommand( RecordKind const& kind ) {
     return { .word = kind.many,
              .group = listing,
              .description = listTextOf( kind.kind ).description,
-             .arguments = oneConf,
+             .arguments = oneConfOrMore,
              .json = true,
              .csv = true,
              .listing = &kind,
-             .show = list };
+             .show = list,
+             .showAll = listAll };
 }
 
 std::vector<Command> allCommands() {

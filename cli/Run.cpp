@@ -63,6 +63,8 @@ ExitStatus answered( Request const& request, Streams const& io ) {
     Command const& command = *request.command;
     if( command.run )
         return command.run( request, io );
+    if( command.showAll && request.confs > 1 )
+        return command.showAll( request, io );
     Configuration const configuration = load( request.words.front(), command, io.err );
     return command.show( configuration, request, io );
 }

@@ -1,9 +1,11 @@
 #include "cli/commands/Answers.h"
 #include "cli/commands/Meant.h"
+#include "cli/commands/Several.h"
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/RecordText.h"
 
 #include <fmt/format.h>
+#include <sstream>
 
 namespace Bfri {
 
@@ -52,18 +54,43 @@ struct Lines {
 
 } // namespace
 
-ExitStatus field( Configuration const& configuration, Request const& request, Streams const& io ) {
-    RecordKind const& kind = *kindOf( request.words[ 1 ] );
-    String const& field = request.words[ 3 ];
+namespace {
+
+/// The value of the field that the words after the configurations ask for.
+Value fieldIn( Configuration const& configuration, Request const& request ) {
+    String const* const words = &request.words[ request.confs ];
+    RecordKind const& kind = *kindOf( words[ 0 ] );
+    String const& field = words[ 2 ];
     auto const rows = kind.rows( configuration.parser() );
-    Row const& row = rowMeant( configuration, kind, rows, request.words[ 2 ] );
+    Row const& row = rowMeant( configuration, kind, rows, words[ 1 ] );
     Value const& value = valueOf( row, field );
     if( isNothing( value ) || isNothing( valueOf( rowForPeople( kind.kind, row ), field ) ) )
         throw Failure( ExitStatus::no,
                        fmt::format( "{} '{}' has no {}", kind.one,
                                     escapeForTerminal( valueAs<String>( row, "name" ) ), field ) );
-    std::visit( Lines{ io.out }, value.is );
+    return value;
+}
+
+} // namespace
+
+ExitStatus field( Configuration const& configuration, Request const& request, Streams const& io ) {
+    std::visit( Lines{ io.out }, fieldIn( configuration, request ).is );
     return ExitStatus::done;
+}
+
+/// Each line begins with the configuration and a tab.
+ExitStatus fieldOfAll( Request const& request, Streams const& io ) {
+    auto const answers = answersOf( request, io, [ & ]( Configuration const& configuration ) {
+        return std::vector<Row>{ { { "value", fieldIn( configuration, request ) } } };
+    } );
+    for( Row const& row : answers.rows ) {
+        std::ostringstream text;
+        std::visit( Lines{ text }, row.back().value.is );
+        std::istringstream lines( text.str() );
+        for( String line; std::getline( lines, line ); )
+            io.out << escapeForTerminal( valueAs<String>( row, "conf" ) ) << '\t' << line << '\n';
+    }
+    return answers.status;
 }
 
 } // namespace Bfri

@@ -1,4 +1,5 @@
 #include "cli/commands/Answers.h"
+#include "cli/commands/Several.h"
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/RecordText.h"
 #include "cli/terminal/TextFormat.h"
@@ -7,13 +8,39 @@
 
 namespace Bfri {
 
+namespace {
+
+/// Leaves the chosen rows, and says why there are none.
+void chooseRows( std::vector<Row>& rows, Request const& request, std::ostream& err ) {
+    bool const any = !rows.empty();
+    choose( rows, request.choice );
+    if( !any || !rows.empty() || request.choice.most == 0 )
+        return;
+    if( request.choice.where )
+        err << "bfri: for no row holds '" << escapeForTerminal( request.option( "--where" ) ) << "'\n";
+    else if( request.choice.filter )
+        err << "bfri: no name matches '" << escapeForTerminal( request.option( "--filter" ) ) << "'\n";
+}
+
+/// For people, with the configurations as the first column.
+RowList withConfs( RecordKind const& kind, std::vector<Row> const& rows ) {
+    RowList list = listForPeople( kind.kind, rows );
+    list.header.insert( list.header.begin(), { "CONF", "" } );
+    for( std::size_t i = 0; i < rows.size(); ++i )
+        list.rows[ i ].insert( list.rows[ i ].begin(), rows[ i ].front() );
+    return list;
+}
+
+List valuesIn( std::vector<Row>& rows ) {
+    return List( std::move_iterator( rows.begin() ), std::move_iterator( rows.end() ) );
+}
+
+} // namespace
+
 ExitStatus list( Configuration const& configuration, Request const& request, Streams const& io ) {
     RecordKind const& listing = *request.command->listing;
     std::vector<Row> rows = listing.rows( configuration.parser() );
-    bool const any = !rows.empty();
-    choose( rows, request.choice );
-    if( any && rows.empty() && request.choice.filter && request.choice.most > 0 )
-        io.err << "bfri: no name matches '" << escapeForTerminal( request.option( "--filter" ) ) << "'\n";
+    chooseRows( rows, request, io.err );
     switch( request.format ) {
     case Format::text:
         printColumns( io.out, listForPeople( listing.kind, std::move( rows ) ), io.look );
@@ -22,11 +49,33 @@ ExitStatus list( Configuration const& configuration, Request const& request, Str
         printCsv( io, { listing.blank(), std::move( rows ) } );
         break;
     case Format::json:
-        JsonAnswer( io.out ).member(
-            listing.member, List( std::move_iterator( rows.begin() ), std::move_iterator( rows.end() ) ) );
+        JsonAnswer( io.out ).member( listing.member, valuesIn( rows ) );
         break;
     }
     return ExitStatus::done;
+}
+
+ExitStatus listAll( Request const& request, Streams const& io ) {
+    RecordKind const& listing = *request.command->listing;
+    auto answers = answersOf( request, io, [ & ]( Configuration const& configuration ) {
+        return listing.rows( configuration.parser() );
+    } );
+    chooseRows( answers.rows, request, io.err );
+    switch( request.format ) {
+    case Format::text:
+        printColumns( io.out, withConfs( listing, answers.rows ), io.look );
+        break;
+    case Format::csv:
+        printCsv( io, { withConf( "", listing.blank() ), std::move( answers.rows ) } );
+        break;
+    case Format::json: {
+        JsonAnswer json( io.out );
+        json.member( listing.member, valuesIn( answers.rows ) );
+        json.member( "failures", std::move( answers.failures ) );
+        break;
+    }
+    }
+    return answers.status;
 }
 
 } // namespace Bfri

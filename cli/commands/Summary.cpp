@@ -1,7 +1,12 @@
 #include "cli/commands/Answers.h"
+#include "cli/commands/Several.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/Collections.h"
+#include "inspect/model/RecordKinds.h"
 #include "inspect/rows/JsonFormat.h"
+
+#include <cctype>
+#include <deque>
 
 namespace Bfri {
 
@@ -9,17 +14,28 @@ namespace {
 
 using BfResourceInfo::BfResourceParser;
 
-void printJson( Configuration const& configuration, std::ostream& out ) {
-    BfResourceParser const& parser = configuration.parser();
-    JsonAnswer answer( out );
-    answer.member( "switchConf", configuration.path );
-    answer.member( "bfrtConfig", parser.bfrtConfig() );
-    answer.member( "contextFile", pipelinesOf( parser ) );
-    answer.member( "hitBitSmashEntries", parser.hitBitSmashEntries() );
+Row countsOfRecords( BfResourceParser const& parser ) {
     Row counts;
     for( Collection const& collection : collections() )
         counts.push_back( { collection.member, static_cast<U32>( collection.size( parser ) ) } );
-    answer.member( "counts", std::move( counts ) );
+    return counts;
+}
+
+String titleOf( RecordKind const& kind ) {
+    String title = kind.many;
+    std::transform( title.begin(), title.end(), title.begin(),
+                    []( unsigned char c ) { return static_cast<char>( std::toupper( c ) ); } );
+    return title;
+}
+
+/// The members of the JSON object.
+Row summaryRow( Configuration const& configuration ) {
+    BfResourceParser const& parser = configuration.parser();
+    return { { "switchConf", configuration.path },
+             { "bfrtConfig", parser.bfrtConfig() },
+             { "contextFile", pipelinesOf( parser ) },
+             { "hitBitSmashEntries", parser.hitBitSmashEntries() },
+             { "counts", countsOfRecords( parser ) } };
 }
 
 void printText( Configuration const& configuration, std::ostream& out ) {
@@ -43,8 +59,41 @@ void printText( Configuration const& configuration, std::ostream& out ) {
 } // namespace
 
 ExitStatus summary( Configuration const& configuration, Request const& request, Streams const& io ) {
-    request.format == Format::json ? printJson( configuration, io.out ) : printText( configuration, io.out );
+    if( request.format == Format::json )
+        JsonAnswer( io.out ).members( summaryRow( configuration ) );
+    else
+        printText( configuration, io.out );
     return ExitStatus::done;
+}
+
+/// A line for each configuration, with the number of context files and of the records of each kind.
+ExitStatus summaryOfAll( Request const& request, Streams const& io ) {
+    auto answers = answersOf( request, io, []( Configuration const& configuration ) {
+        return std::vector<Row>{ summaryRow( configuration ) };
+    } );
+    if( request.format == Format::json ) {
+        JsonAnswer json( io.out );
+        json.member( "configurations", listOf( answers.rows, []( Row const& row ) { return row; } ) );
+        json.member( "failures", std::move( answers.failures ) );
+        return answers.status;
+    }
+    RowList list{ { { "CONF", "" }, { "FILES", {} } }, {} };
+    std::deque<String> titles; // which the header refers to
+    for( RecordKind const& kind : recordKinds() ) {
+        if( kind.isCounted )
+            list.header.push_back( { titles.emplace_back( titleOf( kind ) ), {} } );
+    }
+    for( Row const& row : answers.rows ) {
+        Row& line = list.rows.emplace_back( Row{ row.front() } );
+        line.push_back( { "", static_cast<U32>( valueAs<List>( row, "contextFile" ).size() ) } );
+        for( RecordKind const& kind : recordKinds() ) {
+            if( kind.isCounted )
+                line.push_back(
+                    { "", valueOf( valueAs<Row>( row, "counts" ), collectionOf( kind.kind ).member ) } );
+        }
+    }
+    printColumns( io.out, list, io.look );
+    return answers.status;
 }
 
 } // namespace Bfri

@@ -14,6 +14,8 @@ constexpr char const* colorChoices[] = { "auto", "always", "never" };
 
 constexpr Option filterOption = { "--filter", "REGEX",
                                   "Only rows whose name matches somewhere (ECMAScript syntax)" };
+constexpr Option whereOption = { "--where", "EXPRESSION",
+                                 "Only rows for which this holds: 'size<4096 and not name~=^l3'" };
 constexpr Option sortOption = {
     "--sort", "FIELD", "Sort by a field; --sort=-FIELD sorts in descending order", { ValueKind::order } };
 constexpr Option countOption = {
@@ -43,7 +45,7 @@ std::vector<Option const*> optionsOf( Command const& command ) {
     for( Option const& option : command.options )
         options.push_back( &option );
     if( command.listing )
-        options.insert( options.end(), { &filterOption, &sortOption, &countOption } );
+        options.insert( options.end(), { &filterOption, &whereOption, &sortOption, &countOption } );
     if( command.json )
         options.push_back( &jsonOption );
     if( command.csv )

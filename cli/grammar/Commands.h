@@ -42,7 +42,9 @@ enum class Arity { once, onceOrMore, atMostOnce, anyTimes };
 constexpr bool isOptional( Arity arity ) { return arity == Arity::atMostOnce || arity == Arity::anyTimes; }
 constexpr bool isRepeatable( Arity arity ) { return arity == Arity::onceOrMore || arity == Arity::anyTimes; }
 
-/// An argument of a command. Only the last one of a command may be optional or repeatable.
+/// An argument of a command. Only the last one of a command may be optional. One in front of others may be
+/// repeatable if the next one is a record kind: a word that is none, and that may be a path, is one more of
+/// it.
 struct Argument {
     char const* label; ///< "NAME"
     char const* description;
@@ -79,6 +81,8 @@ struct Command {
     char const* examples = ""; ///< for the help: command lines, one per line
     /// Answers from the configuration that the first argument names.
     ExitStatus ( *show )( Configuration const&, Request const&, Streams const& ) = nullptr;
+    /// Answers from several configurations; null for commands that take one.
+    ExitStatus ( *showAll )( Request const&, Streams const& ) = nullptr;
     /// Answers without a configuration, or loads its own.
     ExitStatus ( *run )( Request const&, Streams const& ) = nullptr;
 };

@@ -1,5 +1,9 @@
 #include "cli/grammar/LineParser.h"
 
+#include "inspect/model/RecordKinds.h"
+
+#include <filesystem>
+
 #include "cli/grammar/ValueCheck.h"
 
 namespace Bfri {
@@ -36,6 +40,13 @@ Word wrong( String const& text, UsageError error ) {
     Word word{ text, Role::wrong };
     word.error = std::move( error );
     return word;
+}
+
+/// Whether a word is a record kind, or may be meant as one: no kind looks like a path.
+bool startsKind( String const& text ) {
+    std::error_code ignored;
+    return kindOf( text ) ||
+           ( text.find_first_of( "./" ) == String::npos && !std::filesystem::exists( text, ignored ) );
 }
 
 } // namespace
@@ -116,7 +127,10 @@ Word LineParser::argumentWord( String const& text ) const {
     bool const isOneMore = arguments_ >= arguments.size();
     if( arguments.empty() || ( isOneMore && !isRepeatable( arguments.back().arity ) ) )
         return wrong( text, { Mistake::unexpectedArgument, text } );
-    return { text, Role::argument, {}, isOneMore ? &arguments.back() : &arguments[ arguments_ ], 0 };
+    Argument const* argument = isOneMore ? &arguments.back() : &arguments[ arguments_ ];
+    if( !isOneMore && arguments_ > 0 && isRepeatable( argument[ -1 ].arity ) && !startsKind( text ) )
+        --argument;
+    return { text, Role::argument, {}, argument, 0 };
 }
 
 Option const* LineParser::optionNamed( std::string_view name ) const {
@@ -165,7 +179,9 @@ void LineParser::take( String const& text ) {
         optionsEnded_ = true;
         break;
     case Role::argument:
-        ++arguments_;
+        if( arguments_ < line_.command->arguments.size() &&
+            word.argument == &line_.command->arguments[ arguments_ ] )
+            ++arguments_;
         break;
     case Role::wrong:
         line_.json |= text == jsonOption.name;

@@ -47,7 +47,7 @@ class LineParser {
     std::vector<Option const*> given_;  ///< so far
     Option const* awaiting_ = nullptr;  ///< the option whose value is the next word
     std::optional<UsageError> surplus_; ///< the first argument too many
-    std::size_t arguments_ = 0;         ///< taken so far
+    std::size_t arguments_ = 0;         ///< of the command that are taken so far
     bool optionsEnded_ = false;
     bool lost_ = false; ///< the command is unknown, so is all that follows
 };

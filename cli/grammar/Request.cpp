@@ -1,6 +1,8 @@
 #include "cli/grammar/Request.h"
 
 #include "cli/grammar/ParsedLine.h"
+#include "inspect/load/ConfPath.h"
+#include "inspect/model/RecordKinds.h"
 
 #include <charconv>
 
@@ -21,6 +23,16 @@ void addOptions( Request& request, Word const& word ) {
     }
 }
 
+/// Of a command that takes several configurations, a folder is those in it.
+void addArgument( Request& request, Word const& word ) {
+    Argument const& first = request.command->arguments.front();
+    bool const areConfs = isRepeatable( first.arity ) && first.type.kind == ValueKind::file;
+    auto const words = word.argument == &first && areConfs ? configurationsIn( word.text )
+                                                           : std::vector<String>{ word.text };
+    request.words.insert( request.words.end(), words.begin(), words.end() );
+    request.confs += word.argument == &first ? words.size() : 0;
+}
+
 Order orderBy( String const& word ) {
     bool const descending = word.starts_with( '-' );
     return { word.substr( descending ? 1 : 0 ), descending };
@@ -33,10 +45,21 @@ std::size_t countIn( String const& digits ) {
     return count;
 }
 
-RowSelection choiceOf( Request const& request ) {
+/// With several configurations, rows have the one that they are of.
+Row withConf( Row blank, bool several ) {
+    if( several )
+        blank.insert( blank.begin(), { "conf", "" } );
+    return blank;
+}
+
+} // namespace
+
+RowSelection selectionOf( Request const& request, Row const& blank ) {
     RowSelection choice;
     if( request.has( "--filter" ) )
         choice.filter.emplace( request.option( "--filter" ) );
+    if( request.has( "--where" ) )
+        choice.where.emplace( request.option( "--where" ), withConf( blank, request.confs > 1 ) );
     if( request.has( "--sort" ) )
         choice.order = orderBy( request.option( "--sort" ) );
     if( request.has( "-n" ) )
@@ -44,13 +67,11 @@ RowSelection choiceOf( Request const& request ) {
     return choice;
 }
 
-} // namespace
-
 Request requestOf( ParsedLine const& line ) {
-    Request request{ .command = line.command };
+    Request request{ .command = line.command, .confs = 0 };
     for( Word const& word : line.words ) {
         if( word.role == Role::argument )
-            request.words.push_back( word.text );
+            addArgument( request, word );
         addOptions( request, word );
     }
     if( request.has( "--csv" ) )
@@ -58,7 +79,7 @@ Request requestOf( ParsedLine const& line ) {
     if( line.json )
         request.format = Format::json;
     if( line.command->listing )
-        request.choice = choiceOf( request );
+        request.choice = selectionOf( request, line.command->listing->blank() );
     return request;
 }
 

@@ -20,6 +20,8 @@ struct Request {
     RowSelection choice = {};
     std::map<String, String> options = {}; ///< by name; a flag's value is empty, repeated values have commas
 
+    std::size_t confs = 1; ///< how many of the words, from the first on, are configurations
+
     bool has( String const& option ) const { return options.count( option ) > 0; }
     /// The value of an option; empty when it was not given.
     String option( String const& name ) const {
@@ -28,8 +30,12 @@ struct Request {
     }
 };
 
-/// The request of a line that has a command and no mistake. A --filter that is no regular expression is a
-/// Failure of status usage.
+/// The selection that the options of a request ask for, of rows with the fields of a blank one. What is no
+/// regular expression or condition is a Failure of status usage.
+RowSelection selectionOf( Request const& request, Row const& blank );
+
+/// The request of a line that has a command and no mistake. A --filter or --where that can't be understood is
+/// a Failure of status usage.
 Request requestOf( ParsedLine const& line );
 
 } // namespace Bfri

@@ -21,6 +21,8 @@ void choose( std::vector<Row>& rows, RowSelection const& choice ) {
         std::erase_if( rows, [ & ]( Row const& row ) {
             return !choice.filter->isIn( valueAs<String>( row, "name" ) );
         } );
+    if( choice.where )
+        std::erase_if( rows, [ & ]( Row const& row ) { return !choice.where->holds( row ); } );
     if( choice.order )
         sort( rows, *choice.order );
     if( rows.size() > choice.most )

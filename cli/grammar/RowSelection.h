@@ -3,6 +3,7 @@
 // Which rows of a list are wanted, and in which order.
 
 #include "cli/grammar/Pattern.h"
+#include "cli/grammar/Where.h"
 #include "inspect/rows/Row.h"
 
 #include <limits>
@@ -20,7 +21,9 @@ struct Order {
 struct RowSelection {
     std::optional<Pattern> filter; ///< of the field "name"
     std::optional<Order> order;
-    std::size_t most = std::numeric_limits<std::size_t>::max(); ///< rows, of those that the filter leaves
+    std::size_t most =
+        std::numeric_limits<std::size_t>::max(); ///< rows, of those that filter and condition leave
+    std::optional<Where> where = {};
 };
 
 /// Leaves the chosen rows. Rows that the order does not tell apart stay as they came.

@@ -92,6 +92,21 @@ ConfPath::~ConfPath() {
         ::close( descriptor_ );
 }
 
+std::vector<String> configurationsIn( String const& path ) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    std::vector<String> found;
+    if( !fs::is_directory( path, error ) || fs::exists( fs::path( path ) / "switch.conf", error ) )
+        return { path };
+    for( fs::recursive_directory_iterator entry( path, error ), end; !error && entry != end;
+         entry.increment( error ) ) {
+        if( entry->path().filename() == "switch.conf" )
+            found.push_back( entry->path().string() );
+    }
+    std::sort( found.begin(), found.end() );
+    return found.empty() ? std::vector<String>{ path } : found;
+}
+
 void addHint( Fault& fault ) {
     std::error_code error;
     if( fs::is_directory( fault.file, error ) )

@@ -27,6 +27,10 @@ class ConfPath {
     int descriptor_ = -1; // of the configuration of a context file, which is in memory only
 };
 
+/// The configurations that a path stands for: itself; of a folder without a switch.conf of its own, every
+/// switch.conf below it, ascending.
+std::vector<String> configurationsIn( String const& path );
+
 /// Adds to the fault of a switch configuration what is known about the file in its place.
 void addHint( Fault& fault );
 

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "cli/grammar/Commands.h"
+
+#include <functional>
+
+namespace Bfri {
+
+/// What several configurations answer.
+struct SeveralAnswers {
+    std::vector<Row> rows = {};           ///< each with the configuration in front, as "conf"
+    List failures = {};                   ///< the configurations without an answer, and why
+    ExitStatus status = ExitStatus::done; ///< the worst
+};
+
+/// The rows of every configuration that the request names, one loaded after the other. One that fails is
+/// told, and does not keep the others from being asked.
+SeveralAnswers answersOf( Request const& request, Streams const& io,
+                          std::function<std::vector<Row>( Configuration const& )> const& rowsOf );
+
+/// A row with a configuration in front.
+Row withConf( String const& conf, Row row );
+
+} // namespace Bfri
