@@ -3,6 +3,7 @@
 #include "cli/CommandTexts.h"
 #include "cli/commands/Answers.h"
 #include "cli/grammar/ListTexts.h"
+#include "cli/schema/AnswerSchemas.h"
 #include "inspect/model/RecordKinds.h"
 
 namespace Bfri {
@@ -55,6 +56,7 @@ constexpr Argument oldAndNew[] = { { "OLD", "Path of the old switch configuratio
                                    { "NEW", "Path of the new switch configuration", path } };
 constexpr Argument maybeCommand[] = {
     { "COMMAND", "A command that 'bfri --help' lists", { ValueKind::command }, Arity::atMostOnce } };
+constexpr Argument oneCommand[] = { { "COMMAND", "A command that prints JSON", { ValueKind::command } } };
 constexpr Argument typedWords[] = {
     { "WORD", "The words typed after bfri, the last one as far as it is typed", {}, Arity::onceOrMore } };
 
@@ -100,6 +102,7 @@ constexpr Command withArguments[] = {
       .details = summaryText,
       .examples = "bfri summary switch.conf\n"
                   "bfri summary switch.conf --json | jq .counts",
+      .schema = Schema::summary,
       .show = summary,
       .showAll = summaryOfAll },
     { .word = "show",
@@ -112,6 +115,7 @@ constexpr Command withArguments[] = {
                   "bfri show switch.conf 0x01000031\n"
                   "bfri show switch.conf 'permit of ipv4_acl'\n"
                   "bfri show switch.conf ipv4_acl --json | jq '.bfTables[].counters[].name'",
+      .schema = Schema::show,
       .show = show },
     { .word = "table",
       .group = inspecting,
@@ -121,6 +125,7 @@ constexpr Command withArguments[] = {
       .details = tableText,
       .examples = "bfri table switch.conf ipv4_acl\n"
                   "bfri table switch.conf ipv4_acl --json | jq .size",
+      .schema = Schema::table,
       .show = table },
     { .word = "stages",
       .group = inspecting,
@@ -132,6 +137,7 @@ constexpr Command withArguments[] = {
       .examples = "bfri stages switch.conf\n"
                   "bfri stages switch.conf --by entries\n"
                   "bfri stages switch.conf --stage 8",
+      .schema = Schema::stages,
       .show = stages },
     { .word = "dump",
       .group = inspecting,
@@ -141,6 +147,7 @@ constexpr Command withArguments[] = {
       .details = dumpText,
       .examples = "bfri dump switch.conf\n"
                   "bfri dump switch.conf | jq '.bfTables | length'",
+      .schema = Schema::dump,
       .show = dump },
     { .word = "lookup",
       .group = finding,
@@ -151,6 +158,7 @@ constexpr Command withArguments[] = {
       .details = lookupText,
       .examples = "bfri lookup switch.conf 0x1000001\n"
                   "bfri lookup switch.conf 16777224 0x21400002 --json",
+      .schema = Schema::lookup,
       .show = lookup },
     { .word = "annotate",
       .group = finding,
@@ -180,6 +188,7 @@ constexpr Command withArguments[] = {
       .details = namesText,
       .examples = "bfri names switch.conf --kind table\n"
                   "bfri show switch.conf \"$(bfri names switch.conf | fzf)\"",
+      .schema = Schema::names,
       .show = names,
       .showAll = namesOfAll },
     { .word = "normalize",
@@ -202,6 +211,7 @@ constexpr Command withArguments[] = {
                   "bfri check switch.conf --sarif > bfri.sarif\n"
                   "bfri check switch.conf --json | jq '.configurations[].findings[].code'\n"
                   "bfri check --explain BF304",
+      .schema = Schema::check,
       .run = check },
     { .word = "budget",
       .group = judging,
@@ -212,6 +222,7 @@ constexpr Command withArguments[] = {
       .details = budgetText,
       .examples = "bfri budget switch.conf budget.toml\n"
                   "bfri budget switch.conf budget.toml --against old/switch.conf --json | jq .errors",
+      .schema = Schema::budget,
       .run = budget },
     { .word = "diff",
       .group = judging,
@@ -222,6 +233,7 @@ constexpr Command withArguments[] = {
       .details = diffText,
       .examples = "bfri diff old/switch.conf new/switch.conf\n"
                   "bfri diff old/switch.conf new/switch.conf --only tables --json",
+      .schema = Schema::diff,
       .run = diff },
 };
 
@@ -233,6 +245,14 @@ constexpr Command aboutTheProgram[] = {
       .details = helpText,
       .examples = "bfri help show",
       .run = help },
+    { .word = "schema",
+      .group = helping,
+      .description = "Print the JSON Schema of a command's answer",
+      .arguments = oneCommand,
+      .details = schemaText,
+      .examples = "bfri schema check\n"
+                  "bfri schema tables | jq '.. | .description? // empty'",
+      .run = schema },
     { .word = "complete",
       .group = unlisted,
       .description = "Print completions of the last word of a command line, for shells",

@@ -146,6 +146,12 @@ inline constexpr char const* diffText =
     "Without --only, placed tables that are new, gone, moved or resized are listed as resources, and handles "
     "lists only changed references of placed tables.";
 
+inline constexpr char const* schemaText = "The schema (JSON Schema, 2020-12) has every key of the answer "
+                                          "with its meaning, and the answer of a command that "
+                                          "fails. Later versions may add keys; as long as \"format\" is 1, "
+                                          "what is there now stays. The schemas are also "
+                                          "installed, in share/bfri/schemas.";
+
 inline constexpr char const* helpText = "Without COMMAND, prints the help of the whole program, like 'bfri "
                                         "--help'. 'bfri COMMAND --help' prints the "
                                         "same as 'bfri help COMMAND'.";

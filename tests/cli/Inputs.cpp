@@ -3,7 +3,21 @@
 #include "cli/Run.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <sstream>
+
+namespace {
+
+/// For the test of the schemas: where it asks for that, every JSON answer is kept in a file, with its command
+/// in the name.
+void keepAnswer( String const& command, String const& text ) {
+    static int kept = 0;
+    char const* const folder = std::getenv( "BFRI_ANSWERS" );
+    if( folder && text.starts_with( "{\n  \"format\"" ) )
+        writeFile( folder + String( "/" ) + std::to_string( ++kept ) + "." + command + ".json", text );
+}
+
+} // namespace
 
 String answerOf( char const* word, Bfri::Configuration const& configuration, Bfri::Format format,
                  String const& name ) {
@@ -17,6 +31,8 @@ String answerOf( char const* word, Bfri::Configuration const& configuration, Bfr
         command->show( configuration, request, { out, err } );
     else
         command->run( request, { out, err } );
+    if( format == Bfri::Format::json || word == String( "dump" ) )
+        keepAnswer( word, out.str() );
     return out.str();
 }
 
@@ -43,7 +59,13 @@ std::vector<String> memberNames( rapidjson::Value const& object ) {
 Outcome bfri( std::vector<char const*> arguments ) {
     std::ostringstream out;
     std::ostringstream err;
+    auto const word = std::find_if( arguments.begin(), arguments.end(), []( char const* argument ) {
+        return Bfri::findCommand( Bfri::program(), argument );
+    } );
+    String const command = word == arguments.end() ? "" : *word;
     arguments.insert( arguments.begin(), "bfri" );
     auto const status = Bfri::run( static_cast<int>( arguments.size() ), arguments.data(), { out, err } );
+    if( !command.empty() )
+        keepAnswer( command, out.str() );
     return { static_cast<int>( status ), out.str(), err.str() };
 }
