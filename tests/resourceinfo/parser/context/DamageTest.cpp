@@ -88,7 +88,7 @@ class Damage : public testing::Test {
         return outcome;
     }
     Outcome load() const {
-        alarm( 10 ); // a load that hangs ends the program
+        alarm( 60 ); // a load that hangs ends the program
         Support::ThrowingAssertions const scope;
         std::clock_t const start = std::clock();
         Outcome outcome;
