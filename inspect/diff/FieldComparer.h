@@ -1,56 +1,75 @@
 #pragma once
 
-// Compares the fields of records that two models have, and counts what is folded instead of listed.
+// Compares the fields of records that two configurations have, and counts what is folded instead of listed.
 
-#include "inspect/diff/Comparison.h"
+#include "inspect/diff/Renames.h"
 
 #include <map>
-#include <unordered_map>
+#include <unordered_set>
 
 namespace Bfri {
 
 /// Whether two values are the same, handles by their numbers.
 inline bool same( Value const& a, Value const& b ) { return !( a < b ) && !( b < a ); }
 
-/// Which name stands behind which handle in one model, which outlives this.
-class Referents {
-  public:
-    explicit Referents( BfResourceInfo::BfResourceParser const& parser );
-
-    /// The name of the table that bears the handle; null for none.
-    String const* nameOf( Hex handle ) const;
-    /// The handle with that name; absent for 0, which stands for nothing.
-    Value standsFor( Hex handle ) const;
-    List standFor( List const& handles ) const;
-
-  private:
-    BfResourceInfo::BfResourceParser const& parser_;
-    std::unordered_map<U32, String const*> unplaced_;
+/// Two programs whose records are compared, or all that is merged.
+struct ComparedPrograms {
+    Program const& old;
+    Program const& now;
+    Renames const& renames;
+    U32 pipes = 0;
+    /// The tables of the old program of which the model says something else now, folded or not.
+    std::unordered_set<String>& touched;
 };
 
-/// Of all kinds, so that a handle counts once.
+/// Of all kinds and programs, so that a handle counts once.
 class FieldComparer {
   public:
     FieldComparer( Configuration const& old, Configuration const& now );
 
     /// What differs between two records of one kind; only fields and move are set.
-    ChangedRecord compare( RecordKind const& kind, Row const& from, Row const& to );
+    ChangedRecord compare( ComparedPrograms& programs, RecordKind const& kind, Row const& from, Row const& to );
 
     Tally handles() const;
+    /// Without those that are only referenced, where all kinds are compared.
     std::vector<Renumbering> renumbered() const;
     Tally shifted() const { return shifted_; }
 
   private:
-    void compareReference( ChangedRecord& record, Field const& from, Field const& to );
-    void compareReferences( ChangedRecord& record, Field const& from, Field const& to );
-    void compareHitBits( ChangedRecord& record, Row const& from, Row const& to );
-    bool standForTheSame( Value const& old, Value const& now ) const;
-    void countReference( Value const& old, Value const& now );
-    void count( Renumbering const& handle );
+    struct Pair {
+        ComparedPrograms& programs;
+        RecordKind const& kind;
+        Row const& from;
+        Row const& to;
+        ChangedRecord& record;
+    };
+    void compareField( Pair const& pair, std::size_t field );
+    void compareName( Pair const& pair, Field const& from, Field const& to ) const;
+    void compareReference( Pair const& pair, Field const& from, Field const& to );
+    void compareReferences( Pair const& pair, Field const& from, Field const& to );
+    void compareHitBits( Pair const& pair );
+    bool standForTheSame( ComparedPrograms const& programs, Value const& old, Value const& now ) const;
+    void countReference( ComparedPrograms const& programs, Value const& old, Value const& now );
+    void count( ComparedPrograms const& programs, Renumbering const& handle );
+
+    /// Which name a handle is of in one configuration.
+    class Referents {
+      public:
+        explicit Referents( Configuration const& configuration );
+        /// The name of the table with the handle in a program, or in the model without one; null for none.
+        String const* nameOf( Program const& program, Hex handle ) const;
+        /// The handle with that name; absent for 0, which stands for nothing.
+        Value standsFor( Program const& program, Hex handle ) const;
+
+      private:
+        BfResourceInfo::BfResourceParser const& parser_;
+        std::unordered_map<U32, String const*> unplaced_;
+    };
 
     Referents const old_;
     Referents const now_;
-    std::map<std::pair<U32, String>, Renumbering> handles_; ///< by the old number and the name
+    /// By the programs' pipes, the old number and the name.
+    std::map<std::tuple<U32, U32, String>, Renumbering> handles_;
     Tally shifted_;
 };
 
