@@ -92,17 +92,17 @@ class Lines {
     }
 
     /// With the pipes, where there are several programs.
-    String labelOf( Row const& row ) const {
+    String labelOf( Row const& row, String const& newName = {} ) const {
         Identity const identity( row );
         U32 const mask = maskOf( row );
         return identity.name + ( identity.table ? " of " + *identity.table : "" ) +
+               ( newName.empty() ? "" : " -> " + newName ) +
                ( comparison_.programs > 1 && mask ? " (pipes " + pipesText( mask ) + ')' : "" );
     }
     String labelOf( RecordKind const& kind, ChangedRecord const& record ) const {
-        String const old = labelOf( record.row );
-        if( !record.renamed || ( kind.kind == Kind::actions && folded_.has( kind, record ) ) )
-            return old;
-        return old + " -> " + Identity( record.now ).name;
+        bool const isNew =
+            record.renamed && !( kind.kind == Kind::actions && folded_.has( kind, record ) );
+        return labelOf( record.row, isNew ? Identity( record.now ).name : "" );
     }
 
     /// What tells most about a record that the other configuration does not have.

@@ -4,8 +4,6 @@
 #include "inspect/diff/UnreadValues.h"
 #include "inspect/stages/PlacedStages.h"
 
-#include <list>
-
 namespace Bfri {
 
 namespace {
@@ -68,6 +66,18 @@ Programs::Positions allOf( std::vector<Row> const& rows ) {
     for( std::size_t i = 0; i < rows.size(); ++i )
         positions[ i ] = i;
     return positions;
+}
+
+/// The records whose fields differ, renumbered handles apart.
+NamesOfKinds namesChanged( std::vector<KindComparison> const& kinds ) {
+    NamesOfKinds names;
+    for( KindComparison const& kind : kinds ) {
+        for( ChangedRecord const& record : kind.changed ) {
+            if( record.hasChanged() )
+                names[ kind.kind->kind ].insert( Identity( record.row ).name );
+        }
+    }
+    return names;
 }
 
 /// Two configurations while they are compared.
@@ -161,8 +171,7 @@ class Comparer {
         auto const nows = allOf( rows.now );
         KindComparer comparer( fields_, std::move( rows ), scope_.only );
         comparer.compare( compared, one.programs, renames, olds, nows );
-        if( !one.touched.empty() )
-            toldKinds_.insert( kind );
+        touched_[ kind ] = std::move( one.touched );
         return comparer.result();
     }
 
@@ -174,7 +183,7 @@ class Comparer {
             ProgramOwners const old( oldOf( programs.pair ), scope_.only );
             ProgramOwners const now( newOf( programs.pair ), scope_.only );
             addReused( old, now, programs.renames, programs.quantaRenames, programs.actionRenames,
-                       result.handles.reused );
+                       programs.pair.pipes, result.handles.reused );
             addDuplicates( old, now, programs.renames, programs.pair.pipes, result.duplicates );
         }
         std::stable_sort( result.handles.reused.begin(), result.handles.reused.end(),
@@ -184,10 +193,9 @@ class Comparer {
     void addUnread( Comparison& result ) {
         for( Compared& one : pairs_ ) {
             ComparedPrograms const compared = comparedOf( one );
-            std::set<Kind> told = toldKinds_;
-            if( !one.touchedQuantas.empty() )
-                told.insert( Kind::learnQuantas );
-            Bfri::addUnread( { compared, told, one.programs.isAnyTableTold || !one.touched.empty() },
+            touched_[ Kind::learnQuantas ] = one.touchedQuantas;
+            Bfri::addUnread( { compared, touched_, namesChanged( result.kinds ),
+                               one.programs.isAnyTableTold || !one.touched.empty() },
                              result.unread );
         }
     }
@@ -200,7 +208,7 @@ class Comparer {
     Program const none_;
     std::vector<Compared> pairs_;
     FieldComparer fields_;
-    std::set<Kind> toldKinds_; ///< merged ones of which anything differs
+    NamesOfKinds touched_; ///< but for what tables have
 };
 
 /// What the survey alone knows.

@@ -75,6 +75,7 @@ struct HandleOwner {
 struct Renumbering : HandleOwner {
     U32 from = 0;
     U32 to = 0;
+    U32 pipes = 0; ///< mask
 };
 
 /// A number that was the handle of one record, and is that of another one now.
@@ -82,6 +83,7 @@ struct ReusedHandle {
     U32 handle = 0;
     HandleOwner from = {};
     HandleOwner to = {};
+    U32 pipes = 0; ///< mask
 };
 
 struct Handles {

@@ -96,13 +96,15 @@ Row rowOf( Renumbering const& handle ) {
     Row row = rowOf( static_cast<HandleOwner const&>( handle ) );
     row.push_back( { "from", Hex( handle.from ) } );
     row.push_back( { "to", Hex( handle.to ) } );
+    row.push_back( { "pipes", pipesOf( handle.pipes ) } );
     return row;
 }
 
 Row rowOf( ReusedHandle const& reused ) {
     return { { "handle", Hex( reused.handle ) },
              { "from", rowOf( reused.from ) },
-             { "to", rowOf( reused.to ) } };
+             { "to", rowOf( reused.to ) },
+             { "pipes", pipesOf( reused.pipes ) } };
 }
 
 List textsOf( std::vector<String> const& texts ) {

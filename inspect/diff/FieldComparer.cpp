@@ -66,7 +66,8 @@ Renumbering ownHandle( RecordKind const& kind, Row const& row, Value const& old,
     Identity const identity( row );
     return { { kind.kind, identity.name, identity.table ? std::optional( *identity.table ) : std::nullopt },
              std::get<Hex>( old.is ).value,
-             std::get<Hex>( now.is ).value };
+             std::get<Hex>( now.is ).value,
+             0 };
 }
 
 void addIfOther( std::vector<Change>& changes, Field const& from, Field const& to ) {
@@ -166,7 +167,7 @@ void FieldComparer::compareField( Pair const& pair, std::size_t field ) {
             addIfOther( changes, from, to );
         return;
     case FieldMeaning::stageSizes:
-        if( !pair.record.move || !same( sizesIn( from.value ), sizesIn( to.value ) ) )
+        if( !same( sizesIn( from.value ), sizesIn( to.value ) ) )
             addIfOther( changes, from, to );
         return;
     case FieldMeaning::firstHitBit:
@@ -268,7 +269,7 @@ void FieldComparer::countReference( ComparedPrograms const& programs, Value cons
     Hex const from = std::get<Hex>( old.is );
     String const* const name = old_.nameOf( programs.old, from );
     count( programs,
-           { { Kind::handles, name ? *name : "", {} }, from.value, std::get<Hex>( now.is ).value } );
+           { { Kind::handles, name ? *name : "", {} }, from.value, std::get<Hex>( now.is ).value, 0 } );
 }
 
 /// References to a record may be counted before the record itself.
@@ -277,6 +278,7 @@ void FieldComparer::count( ComparedPrograms const& programs, Renumbering const& 
         return;
     auto const [ known, isNew ] =
         handles_.try_emplace( { programs.pipes, handle.from, handle.label() }, handle );
+    known->second.pipes = programs.pipes;
     if( !isNew && known->second.kind == Kind::handles )
         known->second.kind = handle.kind;
 }

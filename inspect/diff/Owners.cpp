@@ -70,7 +70,7 @@ String newKeyOf( HandleOwner const& owner, Renames const& renames, ActionRenames
 String keyOf( HandleOwner const& owner ) { return Bfri::keyOf( owner.name, owner.table ? &*owner.table : nullptr ); }
 
 void addReused( Space const& old, Space const& now, Renames const& renames,
-                ActionRenames const& actionRenames, std::vector<ReusedHandle>& reused ) {
+                ActionRenames const& actionRenames, U32 pipes, std::vector<ReusedHandle>& reused ) {
     for( auto const& [ handle, former ] : old.byHandle ) {
         auto const present = now.byHandle.find( handle );
         if( present == now.byHandle.end() )
@@ -82,18 +82,18 @@ void addReused( Space const& old, Space const& now, Renames const& renames,
             return names.count( newKeyOf( owner->is, renames, actionRenames ) ) > 0;
         } );
         if( !isKept )
-            reused.push_back( { handle, former.front()->is, present->second.front()->is } );
+            reused.push_back( { handle, former.front()->is, present->second.front()->is, pipes } );
     }
 }
 
 } // namespace
 
 void addReused( ProgramOwners const& old, ProgramOwners const& now, Renames const& renames,
-                Renames const& quantaRenames, ActionRenames const& actionRenames,
+                Renames const& quantaRenames, ActionRenames const& actionRenames, U32 pipes,
                 std::vector<ReusedHandle>& reused ) {
-    addReused( old.tables, now.tables, renames, actionRenames, reused );
-    addReused( old.actions, now.actions, renames, actionRenames, reused );
-    addReused( old.learnQuantas, now.learnQuantas, quantaRenames, actionRenames, reused );
+    addReused( old.tables, now.tables, renames, actionRenames, pipes, reused );
+    addReused( old.actions, now.actions, renames, actionRenames, pipes, reused );
+    addReused( old.learnQuantas, now.learnQuantas, quantaRenames, actionRenames, pipes, reused );
 }
 
 namespace {

@@ -38,7 +38,7 @@ class ProgramOwners {
 
 /// Adds the numbers that stand for another record in a newer program.
 void addReused( ProgramOwners const& old, ProgramOwners const& now, Renames const& renames,
-                Renames const& quantaRenames, ActionRenames const& actionRenames,
+                Renames const& quantaRenames, ActionRenames const& actionRenames, U32 pipes,
                 std::vector<ReusedHandle>& reused );
 
 /// Adds the names and handles that came once and come more than once now, by the rules of findings BF201 to

@@ -80,16 +80,18 @@ std::vector<Programs::Positions> Programs::recordsOf( Kind kind ) const {
 
 /// Of several files with the same handles, the model has one entry: the first file that may have it counts.
 void Programs::addPlaced( std::vector<Positions>& records ) const {
-    std::size_t position = 0;
-    for( auto const* const entry : sortedByKey( configuration_.parser().resourceHandles() ) ) {
-        for( std::size_t i = 0; i < all_.size(); ++i ) {
-            SurveyedTable const* const table = all_[ i ].withHandle( entry->first );
-            if( table && table->resource && table->name == entry->second.name ) {
-                records[ i ].push_back( position );
-                break;
-            }
+    std::unordered_map<U32, std::pair<std::size_t, String const*>> placed; // not yet a program's
+    for( auto const* const entry : sortedByKey( configuration_.parser().resourceHandles() ) )
+        placed.try_emplace( entry->first, placed.size(), &entry->second.name );
+    for( std::size_t i = 0; i < all_.size(); ++i ) {
+        for( SurveyedTable const& table : all_[ i ].file()->tables ) {
+            auto const entry = table.resource ? placed.find( table.handle.value_or( 0 ) ) : placed.end();
+            if( entry == placed.end() || *entry->second.second != table.name )
+                continue;
+            records[ i ].push_back( entry->second.first );
+            placed.erase( entry );
         }
-        ++position;
+        std::sort( records[ i ].begin(), records[ i ].end() );
     }
 }
 

@@ -1,6 +1,6 @@
 #include "inspect/diff/UnreadValues.h"
 
-#include <map>
+#include <set>
 
 namespace Bfri {
 
@@ -61,7 +61,7 @@ bool isInBoth( Parts const& a, Parts const& b, std::string_view path ) {
 
 /// The members that differ and are not told of otherwise. What is new or gone is, with all that is in it, if
 /// a pass reads any of it.
-std::vector<String> differingMembers( Parts const& old, Parts const& now, bool isTold,
+std::vector<String> differingMembers( Parts const& old, Parts const& now, auto const& isTold,
                                       auto const& isComparable ) {
     std::vector<String> members;
     std::set<String> inParts; // members some part of which differs
@@ -77,7 +77,7 @@ std::vector<String> differingMembers( Parts const& old, Parts const& now, bool i
         bool const isUnread =
             isDropped || ( isInBoth( old, now, path ) && isComparable( path ) &&
                            differ( old, now, path, &PartDigest::unread ) );
-        if( isUnread || !isTold )
+        if( isUnread || !isTold( path ) )
             members.emplace_back( path );
     }
     return members;
@@ -126,9 +126,15 @@ class UnreadTables {
                        ? true
                        : old.stageTables.size() == now.stageTables.size();
         };
-        auto members = differingMembers( partsOf( old, &old ), partsOf( now, &now ),
-                                         told_.programs.touched.count( old.name ) > 0, isComparable );
-        std::erase_if( members, [ & ]( String const& member ) { return refersToRenamed( old, member ); } );
+        bool const isTold = told_.programs.touched.count( old.name ) > 0;
+        auto const isExplained = [ & ]( std::string_view path ) { // actions name resources
+            return isTold || ( path.starts_with( actions ) && !told_.programs.renames.empty() );
+        };
+        auto members = differingMembers( partsOf( old, &old ), partsOf( now, &now ), isExplained, isComparable );
+        std::erase_if( members, [ & ]( String const& member ) {
+            bool const isOmission = member == "static_entries" && old.isOmitted != now.isOmitted;
+            return isOmission || refersToRenamed( old, member );
+        } );
         if( !members.empty() )
             unread_.tables.push_back(
                 { now.name, UnreadTable::Is::changed, std::move( members ), told_.programs.pipes } );
@@ -156,35 +162,42 @@ std::map<std::string_view, SurveyedElement const*> namedIn( List const& list ) {
     return named;
 }
 
+bool has( NamesOfKinds const& names, Kind kind, std::string_view name ) {
+    auto const found = names.find( kind );
+    return found != names.end() && found->second.count( String( name ) ) > 0;
+}
+
 /// Whether two lists of elements differ in what is not told: in an element of both, or in their order.
 template<class List>
-bool differUnread( List const& old, List const& now, bool isTold ) {
+bool differUnread( ToldDifferences const& told, Kind kind, List const& old, List const& now ) {
     auto const olds = namedIn( old );
     auto const nows = namedIn( now );
-    bool isAnyUnread = false;
     for( auto const& [ name, element ] : olds ) {
         auto const found = nows.find( name );
-        if( found != nows.end() && element->digest != found->second->digest )
-            isAnyUnread |= !differingMembers( partsOf( *element, nullptr ), partsOf( *found->second, nullptr ),
-                                              isTold, []( auto ) { return true; } )
-                                .empty();
+        if( found == nows.end() || element->digest == found->second->digest )
+            continue;
+        bool const isComparable = !has( told.changed, kind, name );
+        auto const members = differingMembers( partsOf( *element, nullptr ), partsOf( *found->second, nullptr ),
+                                               [ & ]( auto ) { return has( told.touched, kind, name ); },
+                                               [ & ]( auto ) { return isComparable; } );
+        if( !members.empty() )
+            return true;
     }
-    return isAnyUnread || !isTold;
+    return !told.touched.contains( kind ) || told.touched.at( kind ).empty();
 }
 
 /// A member of which the library reads something.
 std::optional<bool> isListUnread( ToldDifferences const& told, std::string_view member ) {
     FileSurvey const& old = *told.programs.old.file();
     FileSurvey const& now = *told.programs.now.file();
-    auto const isTold = [ & ]( Kind kind ) { return told.kinds.count( kind ) > 0; };
     if( member == "learn_quanta" )
-        return differUnread( old.learnQuantas, now.learnQuantas, isTold( Kind::learnQuantas ) );
+        return differUnread( told, Kind::learnQuantas, old.learnQuantas, now.learnQuantas );
     if( member == "flexible_headers" )
-        return differUnread( old.headers, now.headers, isTold( Kind::headers ) );
+        return differUnread( told, Kind::headers, old.headers, now.headers );
     if( member == "dynamic_hash_calculations" )
-        return differUnread( old.hashes, now.hashes, isTold( Kind::hashes ) );
+        return differUnread( told, Kind::hashes, old.hashes, now.hashes );
     if( member == "phv_allocation" )
-        return !isTold( Kind::phvFields );
+        return !told.touched.contains( Kind::phvFields ) || told.touched.at( Kind::phvFields ).empty();
     return std::nullopt;
 }
 

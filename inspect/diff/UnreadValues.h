@@ -4,15 +4,19 @@
 
 #include "inspect/diff/FieldComparer.h"
 
-#include <set>
+#include <map>
 
 namespace Bfri {
+
+using NamesOfKinds = std::map<Kind, std::unordered_set<String>>;
 
 /// What is told of two programs without this.
 struct ToldDifferences {
     ComparedPrograms const& programs;
-    std::set<Kind> const& kinds; ///< of which anything is told: of headers, hashes, PHV fields, learn quantas
-    bool isAnyTable = false;     ///< anything of tables
+    // Of headers, hashes, PHV fields and learn quantas.
+    NamesOfKinds const& touched; ///< of which the model says something else
+    NamesOfKinds const& changed; ///< of which it says more than another handle
+    bool isAnyTable = false;     ///< whether anything is told of tables
 };
 
 /// Adds them. A part of a table counts that differs in what no pass reads; or that differs though nothing is

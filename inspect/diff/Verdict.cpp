@@ -200,6 +200,7 @@ class Noticed {
                            "handle " + fromTo( Hex( one.from ), Hex( one.to ) ), Hex( one.from ),
                            Hex( one.to ) ) );
             notices_.back().table = one.table;
+            notices_.back().pipes = pipesOf( one.pipes );
         }
         for( ReusedHandle const& one : comparison_.handles.reused ) {
             add( noticeOf( "BD202", kindOf( one.from.kind ).one, one.from.name,
@@ -207,6 +208,7 @@ class Noticed {
                                one.to.label(),
                            one.from.label(), one.to.label() ) );
             notices_.back().table = one.from.table;
+            notices_.back().pipes = pipesOf( one.pipes );
         }
     }
 
