@@ -23,7 +23,9 @@ class Lines {
     Lines( Comparison const& comparison, Verdict const& verdict )
         : comparison_( comparison ), folded_( comparison ) {
         for( Notice const& notice : verdict.notices ) {
-            if( notice.kind->level == NoticeLevel::breaking )
+            std::string_view const code = notice.kind->code;
+            bool const isDuplicate = code == "BD107" || code == "BD108"; // has a line of its own
+            if( notice.kind->level == NoticeLevel::breaking && !isDuplicate )
                 noticed_.insert( key( notice.what, notice.name, notice.table, notice.pipes ) );
         }
     }
@@ -137,7 +139,7 @@ std::vector<DiffSection> sectionsOf( Comparison const& comparison, Verdict const
     std::vector<DiffSection> sections{ lines.ofPipes(), { "configuration", {} } };
     for( Change const& change : comparison.configuration )
         sections.back().lines.push_back(
-            { '~', false, String( change.field ), fromTo( change.from, change.to ) } );
+            { '~', false, String( change.field ) + ' ' + fromTo( change.from, change.to ), "" } );
     for( KindComparison const& kind : comparison.kinds )
         sections.push_back(
             lines.ofKind( kind.kind->kind == Kind::handles ? placedAlone( kind, comparison ) : kind ) );
@@ -225,7 +227,8 @@ String verdictSentence( Verdict const& verdict, NoticeLevel level, char const* a
 } // namespace
 
 String countsOf( Verdict const& verdict, NoticeLevel level ) {
-    std::vector<std::pair<Notice const*, std::size_t>> counts;
+    using Record = std::tuple<String, String, U32>;
+    std::vector<std::pair<Notice const*, std::set<Record>>> counts;
     for( Notice const& notice : verdict.notices ) {
         bool const isHandle = level == NoticeLevel::handle;
         std::string_view const code = notice.kind->code;
@@ -234,14 +237,14 @@ String countsOf( Verdict const& verdict, NoticeLevel level ) {
         auto const alike = std::find_if( counts.begin(), counts.end(), [ & ]( auto const& count ) {
             return count.first->what == notice.what && count.first->kind == notice.kind;
         } );
-        if( alike == counts.end() )
-            counts.emplace_back( &notice, 1 );
-        else
-            ++alike->second;
+        std::set<Record>& records =
+            alike == counts.end() ? counts.emplace_back( &notice, std::set<Record>() ).second : alike->second;
+        records.emplace( notice.name, notice.table.value_or( "" ), maskOf( { { "pipes", notice.pipes } } ) );
     }
     String text;
-    for( auto const& [ notice, count ] : counts )
-        text += ( text.empty() ? "" : ", " ) + countedWords( notice->what, count ) + ' ' + notice->kind->counted;
+    for( auto const& [ notice, records ] : counts )
+        text += ( text.empty() ? "" : ", " ) + countedWords( notice->what, records.size() ) + ' ' +
+                notice->kind->counted;
     return text;
 }
 

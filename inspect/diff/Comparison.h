@@ -69,6 +69,7 @@ struct HandleOwner {
     std::optional<String> table = {}; ///< of an action
 
     String label() const { return table ? name + " of " + *table : name; }
+    bool operator==( HandleOwner const& ) const = default;
 };
 
 /// A record of both configurations whose handle has another number now.

@@ -82,6 +82,16 @@ List sizesIn( Value const& stageSizes ) {
                 : List();
 }
 
+/// Whether the entries by stage differ, stage after stage. Where the stages are not known any more, or were not, no
+/// sizes say so again.
+bool haveOtherSizes( Row const& from, Row const& to ) {
+    Value const& old = valueOf( from, "stageSizes" );
+    Value const& now = valueOf( to, "stageSizes" );
+    bool const areComparable = old.is.index() == now.is.index() ||
+                               same( valueOf( from, "stageNumbers" ), valueOf( to, "stageNumbers" ) );
+    return areComparable && ( old.is.index() != now.is.index() || !same( sizesIn( old ), sizesIn( now ) ) );
+}
+
 /// Whether a resource takes the same stages, all by one distance elsewhere. Where they are not known, as of
 /// records of other kinds, it cannot be told.
 bool haveMoved( Row const& from, Row const& to ) {
@@ -124,6 +134,7 @@ FieldComparer::FieldComparer( Configuration const& old, Configuration const& now
 
 ChangedRecord FieldComparer::compare( ComparedPrograms& programs, RecordKind const& kind, Row const& from,
                                       Row const& to ) {
+    readMeanings( kind, from );
     ChangedRecord record;
     Pair const pair{ programs, kind, from, to, record };
     bool isTouched = false;
@@ -138,11 +149,21 @@ ChangedRecord FieldComparer::compare( ComparedPrograms& programs, RecordKind con
     return record;
 }
 
+/// All rows of a kind have the same fields.
+void FieldComparer::readMeanings( RecordKind const& kind, Row const& row ) {
+    if( kind_ == &kind )
+        return;
+    kind_ = &kind;
+    meanings_.clear();
+    for( Field const& field : row )
+        meanings_.push_back( static_cast<int>( fieldMeaningOf( field.name ) ) );
+}
+
 void FieldComparer::compareField( Pair const& pair, std::size_t field ) {
     Field const& from = pair.from[ field ];
     Field const& to = pair.to[ field ];
     std::vector<Change>& changes = pair.record.fields;
-    switch( fieldMeaningOf( from.name ) ) {
+    switch( static_cast<FieldMeaning>( meanings_[ field ] ) ) {
     case FieldMeaning::plain:
         return addIfOther( changes, from, to );
     case FieldMeaning::ownName: // joined by it, or renamed
@@ -167,7 +188,7 @@ void FieldComparer::compareField( Pair const& pair, std::size_t field ) {
             addIfOther( changes, from, to );
         return;
     case FieldMeaning::stageSizes:
-        if( !same( sizesIn( from.value ), sizesIn( to.value ) ) )
+        if( haveOtherSizes( pair.from, pair.to ) )
             addIfOther( changes, from, to );
         return;
     case FieldMeaning::firstHitBit:
@@ -192,21 +213,16 @@ void FieldComparer::compareName( Pair const& pair, Field const& from, Field cons
 }
 
 Tally FieldComparer::handles() const {
-    std::map<std::pair<U32, U32>, bool> isOther;
-    for( auto const& [ key, handle ] : handles_ )
-        isOther[ { std::get<0>( key ), handle.from } ] |= handle.from != handle.to;
-    Tally tally{ 0, isOther.size() };
-    for( auto const& [ number, other ] : isOther )
-        tally.differing += other;
+    Tally tally{ 0, handles_.size() };
+    for( auto const& [ number, isOther ] : handles_ )
+        tally.differing += isOther;
     return tally;
 }
 
 std::vector<Renumbering> FieldComparer::renumbered() const {
     std::vector<Renumbering> others;
-    for( auto const& [ key, handle ] : handles_ ) {
-        if( handle.from != handle.to )
-            others.push_back( handle );
-    }
+    for( auto const& [ key, handle ] : renumbered_ )
+        others.push_back( handle );
     std::stable_sort( others.begin(), others.end(),
                       []( auto const& a, auto const& b ) { return a.from < b.from; } );
     return others;
@@ -276,8 +292,12 @@ void FieldComparer::countReference( ComparedPrograms const& programs, Value cons
 void FieldComparer::count( ComparedPrograms const& programs, Renumbering const& handle ) {
     if( handle.from == 0 && handle.to == 0 )
         return;
+    bool const isOther = handle.from != handle.to;
+    handles_[ std::uint64_t{ programs.pipes } << 32 | handle.from ] |= isOther;
+    if( !isOther )
+        return;
     auto const [ known, isNew ] =
-        handles_.try_emplace( { programs.pipes, handle.from, handle.label() }, handle );
+        renumbered_.try_emplace( { programs.pipes, handle.from, handle.label() }, handle );
     known->second.pipes = programs.pipes;
     if( !isNew && known->second.kind == Kind::handles )
         known->second.kind = handle.kind;

@@ -10,7 +10,9 @@
 namespace Bfri {
 
 /// Whether two values are the same, handles by their numbers.
-inline bool same( Value const& a, Value const& b ) { return !( a < b ) && !( b < a ); }
+inline bool same( Value const& a, Value const& b ) {
+    return a.is.index() == b.is.index() && !( a < b ) && !( b < a );
+}
 
 /// Two programs whose records are compared, or all that is merged.
 struct ComparedPrograms {
@@ -43,6 +45,7 @@ class FieldComparer {
         Row const& to;
         ChangedRecord& record;
     };
+    void readMeanings( RecordKind const& kind, Row const& row );
     void compareField( Pair const& pair, std::size_t field );
     void compareName( Pair const& pair, Field const& from, Field const& to ) const;
     void compareReference( Pair const& pair, Field const& from, Field const& to );
@@ -68,8 +71,11 @@ class FieldComparer {
 
     Referents const old_;
     Referents const now_;
-    /// By the programs' pipes, the old number and the name.
-    std::map<std::tuple<U32, U32, String>, Renumbering> handles_;
+    /// By the programs' pipes and the old number: whether it differs for anything now.
+    std::unordered_map<std::uint64_t, bool> handles_;
+    std::map<std::tuple<U32, U32, String>, Renumbering> renumbered_; ///< by the name, too
+    RecordKind const* kind_ = nullptr; ///< whose fields' meanings are known
+    std::vector<int> meanings_;
     Tally shifted_;
 };
 

@@ -64,7 +64,7 @@ void KindComparer::addPair( ComparedPrograms& compared, ProgramsOfPipes& program
         programs.actionRenames.emplace( keyOf( identity.name, identity.table ), Identity( to ).name );
     fates_[ pair.old ].isThere = true;
     newFates_[ pair.now ].isThere = true;
-    joined_.push_back( pair );
+    joined_.emplace_back( pair, compared.pipes );
     if( !record.fields.empty() || record.move || record.renamed )
         found_.push_back( { std::move( record ), pair.old, pair.now, compared.pipes } );
 }
@@ -110,16 +110,17 @@ void KindComparer::findDisplaced() {
     auto const olds = firstsOf( rows_.old );
     auto const nows = firstsOf( rows_.now );
     std::vector<bool> isKept( rows_.old.size() );
-    for( Join::Pair const& pair : joined_ )
+    for( auto const& [ pair, pipes ] : joined_ )
         isKept[ pair.old ] = isKept[ pair.old ] || nows[ pair.now ];
-    for( Join::Pair const& pair : joined_ ) {
+    for( auto const& joined : joined_ ) {
+        Join::Pair const& pair = joined.first;
         if( !olds[ pair.old ] || isKept[ pair.old ] )
             continue;
         auto known = std::find_if( found_.begin(), found_.end(), [ & ]( Found const& one ) {
             return one.old == pair.old && one.now == pair.now;
         } );
         if( known == found_.end() )
-            known = found_.insert( found_.end(), { {}, pair.old, pair.now, 0 } );
+            known = found_.insert( found_.end(), { {}, pair.old, pair.now, joined.second } );
         known->record.displaced = true;
     }
 }

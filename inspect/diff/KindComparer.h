@@ -68,7 +68,7 @@ class KindComparer {
     std::vector<Fate> fates_;
     std::vector<Fate> newFates_;
     std::vector<Found> found_;
-    std::vector<Join::Pair> joined_;
+    std::vector<std::pair<Join::Pair, U32>> joined_; ///< with their pipes
     bool isReordered_ = false;
     bool isMerged_ = false;
 };

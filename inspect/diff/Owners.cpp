@@ -75,6 +75,8 @@ void addReused( Space const& old, Space const& now, Renames const& renames,
         auto const present = now.byHandle.find( handle );
         if( present == now.byHandle.end() )
             continue;
+        if( former.front()->is == present->second.front()->is && renames.of( former.front()->is.name ) == former.front()->is.name )
+            continue;
         std::set<String> names;
         for( Owner const* const owner : present->second )
             names.insert( keyOf( owner->is ) );
@@ -98,7 +100,7 @@ void addReused( ProgramOwners const& old, ProgramOwners const& now, Renames cons
 
 namespace {
 
-using Groups = std::map<String, std::vector<Owner const*>>;
+using Groups = std::unordered_map<String, std::vector<Owner const*>>;
 
 /// Owners of one name: match tables, others by themselves, actions of one table.
 Groups byName( Space const& space ) {
@@ -111,10 +113,17 @@ Groups byName( Space const& space ) {
 void addNames( Space const& old, Space const& now, std::set<String> const& mixed, U32 pipes,
                std::vector<NewDuplicate>& duplicates ) {
     Groups const former = byName( old );
-    for( auto const& [ key, owners ] : byName( now ) ) {
+    Groups const present = byName( now );
+    std::set<String> keys; // in byte order
+    for( auto const& [ key, owners ] : present ) {
+        if( owners.size() > 1 )
+            keys.insert( key );
+    }
+    for( String const& key : keys ) {
+        auto const& owners = present.at( key );
         auto const before = former.find( key );
         HandleOwner const& first = owners.front()->is;
-        if( owners.size() < 2 || ( before != former.end() && before->second.size() >= owners.size() ) ||
+        if( ( before != former.end() && before->second.size() >= owners.size() ) ||
             ( first.table && mixed.count( *first.table ) > 0 ) )
             continue;
         NewDuplicate duplicate{ first.kind, first.name, first.table };
@@ -142,12 +151,17 @@ bool wereTogether( std::set<String> const& names, std::map<String, std::set<U32>
 
 void addHandles( Space const& old, Space const& now, Renames const& renames, U32 pipes,
                  std::vector<NewDuplicate>& duplicates ) {
+    auto const isShared = []( auto const& entry ) { return entry.second.size() > 1; };
+    if( std::none_of( now.byHandle.begin(), now.byHandle.end(), isShared ) )
+        return;
     std::map<String, std::set<U32>> former;
     for( auto const& [ handle, owners ] : old.byHandle ) {
         for( Owner const* const owner : owners )
             former[ renames.of( owner->is.name ) ].insert( handle );
     }
     for( auto const& [ handle, owners ] : now.byHandle ) {
+        if( owners.size() < 2 )
+            continue;
         std::set<String> names;
         for( Owner const* const owner : owners )
             names.insert( owner->is.name );

@@ -84,7 +84,7 @@ std::vector<String> differingMembers( Parts const& old, Parts const& now, auto c
 }
 
 /// Tables of one program that are not yet joined, by their new names.
-using UnjoinedTables = std::map<std::string_view, std::vector<SurveyedTable const*>>;
+using UnjoinedTables = std::unordered_map<std::string_view, std::vector<SurveyedTable const*>>;
 
 bool isInModel( SurveyedTable const& table ) { return table.resource || table.record; }
 
