@@ -14,7 +14,8 @@ constexpr std::size_t mostBytes = 60'000;
 String inMarkdown( String const& text ) {
     String result;
     for( char const c : escapeForTerminal( text ) ) {
-        bool const isPlain = std::isalnum( static_cast<unsigned char>( c ) ) || ( c & 0x80 ) || c == ' ';
+        bool const isPlain = std::isalnum( static_cast<unsigned char>( c ) ) || ( c & 0x80 ) ||
+                             std::string_view( " ,;()-" ).find( c ) != std::string_view::npos;
         bool const isDotOfName = c == '.' && !result.empty() && result.back() != 'w' && result.back() != 'W';
         if( isPlain || isDotOfName )
             result += c;

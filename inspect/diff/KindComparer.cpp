@@ -72,6 +72,8 @@ void KindComparer::addPair( ComparedPrograms& compared, ProgramsOfPipes& program
 void KindComparer::addGone( std::vector<Fate>& fates, std::vector<Row> const& rows, ComparedPrograms& compared,
                             std::vector<std::size_t> const& positions, bool isNew ) {
     for( std::size_t const position : positions ) {
+        if( rows_.kind.kind == Kind::handles && isStillPlaced( rows[ position ], compared, isNew ) )
+            continue;
         Fate& fate = fates[ position ];
         fate.isGone = true;
         fate.gone |= compared.pipes;
@@ -80,6 +82,15 @@ void KindComparer::addGone( std::vector<Fate>& fates, std::vector<Row> const& ro
         if( !fate.omitted )
             fate.omitted = whyOmitted( rows[ position ], compared, isNew );
     }
+}
+
+/// Whether the other program has the table on the chip: its entry by handle is then another table's, of a program
+/// with the same numbers or of its own.
+bool KindComparer::isStillPlaced( Row const& row, ComparedPrograms const& compared, bool isNew ) {
+    String const& name = Identity( row ).name;
+    SurveyedTable const* const table =
+        isNew ? compared.old.named( name ) : compared.now.named( compared.renames.of( name ) );
+    return table && table->resource;
 }
 
 /// Why the other configuration's model does not have a table, its actions or a learn quanta, though its

@@ -59,6 +59,7 @@ class KindComparer {
     void addGone( std::vector<Fate>& fates, std::vector<Row> const& rows, ComparedPrograms& compared,
                   std::vector<std::size_t> const& positions, bool isNew );
     std::optional<String> whyOmitted( Row const& row, ComparedPrograms const& compared, bool isNew ) const;
+    static bool isStillPlaced( Row const& row, ComparedPrograms const& compared, bool isNew );
     void findDisplaced();
     static Row withPipes( Row row, U32 pipes );
 
