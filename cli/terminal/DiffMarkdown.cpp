@@ -116,11 +116,8 @@ String totalsTable( Comparison const& comparison ) {
 String verdictText( Comparison const& comparison, Verdict const& verdict ) {
     if( String const same = sameness( comparison ); !same.empty() )
         return "**" + inMarkdown( same ) + "**\n";
-    String const word = !verdict.byName    ? "Breaking"
-                        : !verdict.byHandle ? "Handles change"
-                                            : "Compatible";
-    return "**" + word + "**: " + inMarkdown( byNameSentence( verdict ) ) + "; " +
-           inMarkdown( byHandleSentence( verdict ) ) + ".\n";
+    String const word = !verdict.byName ? "Breaking" : !verdict.byHandle ? "Handles change" : "Compatible";
+    return "**" + word + "**: " + byNameSentence( verdict ) + "; " + byHandleSentence( verdict ) + ".\n";
 }
 
 } // namespace

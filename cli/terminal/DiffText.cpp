@@ -12,9 +12,7 @@ namespace {
 void printSection( std::ostream& out, TerminalStyle const& look, DiffSection const& section ) {
     out << section.title << '\n';
     for( DiffLine const& line : section.lines ) {
-        Paint const paint = line.mark == '-'   ? Paint::red
-                            : line.mark == '+' ? Paint::green
-                                               : Paint::yellow;
+        Paint const paint = line.mark == '-' ? Paint::red : line.mark == '+' ? Paint::green : Paint::yellow;
         String const text = line.label + ( line.text.empty() ? "" : "  " + line.text );
         out << painted( look, paint,
                         String( "  " ) + line.mark + ( line.isNoticed ? '!' : ' ' ) + ' ' +

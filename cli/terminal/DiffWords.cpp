@@ -62,8 +62,8 @@ class Lines {
             lines.push_back( { '+', false, labelOf( one.row ), "was left out: " + one.reason } );
         for( ChangedRecord const& record : kind.changed ) {
             if( record.hasChanged() || record.move || !folded_.has( *kind.kind, record ) )
-                lines.push_back( { '~', isNoticed( kind, record.row ), labelOf( *kind.kind, record ),
-                                   textOf( record ) } );
+                lines.push_back(
+                    { '~', isNoticed( kind, record.row ), labelOf( *kind.kind, record ), textOf( record ) } );
         }
         if( kind.reordered )
             lines.push_back( { '~', false, "(all)", "in another order" } );
@@ -88,7 +88,9 @@ class Lines {
                                                  ", a first program" };
         auto const path = []( std::optional<String> const& file ) { return file ? Value( *file ) : Value(); };
         using Is = PipeComparison::Is;
-        return { group.is == Is::removed ? '-' : group.is == Is::added ? '+' : '~',
+        return { group.is == Is::removed ? '-'
+                 : group.is == Is::added ? '+'
+                                         : '~',
                  group.is == Is::replaced || group.is == Is::removed, pipesText( group.pipe ),
                  fromTo( path( group.from ), path( group.to ) ) + words[ static_cast<int>( group.is ) ] };
     }
@@ -102,8 +104,7 @@ class Lines {
                ( comparison_.programs > 1 && mask ? " (pipes " + pipesText( mask ) + ')' : "" );
     }
     String labelOf( RecordKind const& kind, ChangedRecord const& record ) const {
-        bool const isNew =
-            record.renamed && !( kind.kind == Kind::actions && folded_.has( kind, record ) );
+        bool const isNew = record.renamed && !( kind.kind == Kind::actions && folded_.has( kind, record ) );
         return labelOf( record.row, isNew ? Identity( record.now ).name : "" );
     }
 
@@ -189,10 +190,10 @@ RowList totalsOf( Comparison const& comparison ) {
             { "RENAMED", countIf( kind.changed, []( auto const& one ) { return one.renamed; } ) } );
         row.push_back(
             { "CHANGED", countIf( kind.changed, []( auto const& one ) { return one.hasChanged(); } ) } );
-        row.push_back( { "MOVED", isMovable ? Value( countIf( kind.changed, []( auto const& one ) {
-            return one.move.has_value();
-        } ) )
-                                            : Value() } );
+        row.push_back(
+            { "MOVED", isMovable ? Value( countIf( kind.changed,
+                                                   []( auto const& one ) { return one.move.has_value(); } ) )
+                                 : Value() } );
         row.push_back( { "SAME", number( kind.same ) } );
         totals.rows.push_back( std::move( row ) );
     }
@@ -250,7 +251,7 @@ String countsOf( Verdict const& verdict, NoticeLevel level ) {
 
 String byNameSentence( Verdict const& verdict ) {
     return verdictSentence( verdict, NoticeLevel::breaking, "an agent that looks everything up by name",
-                     verdict.byName );
+                            verdict.byName );
 }
 
 String byHandleSentence( Verdict const& verdict ) {
@@ -289,8 +290,9 @@ String sameness( Comparison const& comparison ) {
     if( hasLines )
         return "";
     if( !comparison.unread.differs() )
-        return comparison.kinds.size() == 1 ? String( "no difference in " ) + comparison.kinds.front().kind->many
-                                            : "no difference";
+        return comparison.kinds.size() == 1
+                   ? String( "no difference in " ) + comparison.kinds.front().kind->many
+                   : "no difference";
     bool const isOne = comparison.unread.tables.size() + comparison.unread.members.size() == 1;
     return "no difference in what the library reads; " + unreadCounts( comparison.unread ) +
            ( isOne ? " differs" : " differ" ) + " in what it does not";
@@ -317,9 +319,10 @@ String lineOf( ReusedHandle const& handle ) {
 
 String shiftedLine( Comparison const& comparison ) {
     Tally const& shifted = comparison.shifted;
-    return shifted.differing == 0 ? ""
-                                  : "hit-bit ranges: " + std::to_string( shifted.differing ) + " of " +
-                                        std::to_string( shifted.all ) + " shifted, and each is as long as before";
+    return shifted.differing == 0
+               ? ""
+               : "hit-bit ranges: " + std::to_string( shifted.differing ) + " of " +
+                     std::to_string( shifted.all ) + " shifted, and each is as long as before";
 }
 
 } // namespace Bfri

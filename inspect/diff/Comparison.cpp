@@ -23,7 +23,8 @@ Value stageSizesOf( SurveyedTable const& table ) {
         sizes[ *stage.stage ] += *stage.size;
     }
     return listOf( sizes, []( auto const& entry ) {
-        return Row{ { "stage", static_cast<U32>( entry.first ) }, { "size", static_cast<U32>( entry.second ) } };
+        return Row{ { "stage", static_cast<U32>( entry.first ) },
+                    { "size", static_cast<U32>( entry.second ) } };
     } );
 }
 
@@ -84,7 +85,11 @@ NamesOfKinds namesChanged( std::vector<KindComparison> const& kinds ) {
 class Comparer {
   public:
     Comparer( Configuration const& old, Configuration const& now, ComparisonScope const& scope )
-        : old_( old ), now_( now ), scope_( scope ), oldPrograms_( old ), newPrograms_( now ),
+        : old_( old ),
+          now_( now ),
+          scope_( scope ),
+          oldPrograms_( old ),
+          newPrograms_( now ),
           fields_( old, now ) {
         for( ProgramPair const& pair : pairsOf( oldPrograms_, newPrograms_ ) )
             pairs_.push_back( programsOf( pair ) );
@@ -101,7 +106,8 @@ class Comparer {
         result.shifted = fields_.shifted();
         if( scope_.only )
             return result;
-        result.configuration = changesOf( configurationOf( old_.parser() ), configurationOf( now_.parser() ) );
+        result.configuration =
+            changesOf( configurationOf( old_.parser() ), configurationOf( now_.parser() ) );
         std::vector<ProgramPair> pairs;
         for( Compared const& one : pairs_ )
             pairs.push_back( one.programs.pair );
@@ -153,11 +159,11 @@ class Comparer {
         for( Compared& one : pairs_ ) {
             ProgramPair const& pair = one.programs.pair;
             ComparedPrograms compared = comparedOf( one, kind.kind );
-            comparer.compare(
-                compared, one.programs,
-                kind.kind == Kind::learnQuantas ? one.programs.quantaRenames : one.programs.renames,
-                pair.old ? olds[ *pair.old ] : Programs::Positions(),
-                pair.now ? nows[ *pair.now ] : Programs::Positions() );
+            comparer.compare( compared, one.programs,
+                              kind.kind == Kind::learnQuantas ? one.programs.quantaRenames
+                                                              : one.programs.renames,
+                              pair.old ? olds[ *pair.old ] : Programs::Positions(),
+                              pair.now ? nows[ *pair.now ] : Programs::Positions() );
         }
         return comparer.result();
     }

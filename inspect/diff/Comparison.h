@@ -27,8 +27,8 @@ struct ChangedRecord {
     Row now = {};
     std::vector<Change> fields = {};
     std::optional<Change> move = {}; ///< of its first stage, when all its stages shift by the same distance
-    bool displaced = false; ///< queries by name answered for it, and now answer for another one
-    bool renamed = false;   ///< the name has changed, or that of an action's table
+    bool displaced = false;          ///< queries by name answered for it, and now answer for another one
+    bool renamed = false;            ///< the name has changed, or that of an action's table
 
     /// Whether it differs in more than its name and its stages.
     bool hasChanged() const { return !fields.empty() || displaced; }
@@ -36,7 +36,7 @@ struct ChangedRecord {
 
 /// A record that the model does not have, though its context file has the table (or the learn quanta).
 struct OmittedRecord {
-    Row row = {};   ///< as the other configuration has it
+    Row row = {};       ///< as the other configuration has it
     String reason = {}; ///< "it has 8 static entries"
 };
 
@@ -139,9 +139,9 @@ struct Unread {
 };
 
 struct Comparison {
-    std::vector<PipeComparison> pipes = {};   ///< ascending
-    std::vector<Change> configuration = {};   ///< of the model itself, not of a record
-    std::vector<KindComparison> kinds = {};   ///< in the order of the recordKinds
+    std::vector<PipeComparison> pipes = {}; ///< ascending
+    std::vector<Change> configuration = {}; ///< of the model itself, not of a record
+    std::vector<KindComparison> kinds = {}; ///< in the order of the recordKinds
     Handles handles = {};
     std::vector<NewDuplicate> duplicates = {};
     Tally shifted = {}; ///< hit-bit ranges that start elsewhere now but are as long

@@ -78,12 +78,13 @@ void addIfOther( std::vector<Change>& changes, Field const& from, Field const& t
 /// Sizes alone, without their stages.
 List sizesIn( Value const& stageSizes ) {
     List const* const list = std::get_if<List>( &stageSizes.is );
-    return list ? listOf( *list, []( Value const& one ) { return valueOf( std::get<Row>( one.is ), "size" ); } )
+    return list ? listOf( *list,
+                          []( Value const& one ) { return valueOf( std::get<Row>( one.is ), "size" ); } )
                 : List();
 }
 
-/// Whether the entries by stage differ, stage after stage. Where the stages are not known any more, or were not, no
-/// sizes say so again.
+/// Whether the entries by stage differ, stage after stage. Where the stages are not known any more, or were
+/// not, no sizes say so again.
 bool haveOtherSizes( Row const& from, Row const& to ) {
     Value const& old = valueOf( from, "stageSizes" );
     Value const& now = valueOf( to, "stageSizes" );
@@ -107,7 +108,8 @@ bool haveMoved( Row const& from, Row const& to ) {
 
 } // namespace
 
-FieldComparer::Referents::Referents( Configuration const& configuration ) : parser_( configuration.parser() ) {
+FieldComparer::Referents::Referents( Configuration const& configuration )
+    : parser_( configuration.parser() ) {
     for( BfTableInfo const& table : parser_.bfTables() )
         unplaced_.try_emplace( table.handle, &table.name );
 }
@@ -130,7 +132,8 @@ Value FieldComparer::Referents::standsFor( Program const& program, Hex handle ) 
     return Row{ { "handle", handle }, { "name", name ? Value( *name ) : Value() } };
 }
 
-FieldComparer::FieldComparer( Configuration const& old, Configuration const& now ) : old_( old ), now_( now ) {}
+FieldComparer::FieldComparer( Configuration const& old, Configuration const& now )
+    : old_( old ), now_( now ) {}
 
 ChangedRecord FieldComparer::compare( ComparedPrograms& programs, RecordKind const& kind, Row const& from,
                                       Row const& to ) {

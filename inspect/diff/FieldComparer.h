@@ -30,7 +30,8 @@ class FieldComparer {
     FieldComparer( Configuration const& old, Configuration const& now );
 
     /// What differs between two records of one kind; only fields and move are set.
-    ChangedRecord compare( ComparedPrograms& programs, RecordKind const& kind, Row const& from, Row const& to );
+    ChangedRecord compare( ComparedPrograms& programs, RecordKind const& kind, Row const& from,
+                           Row const& to );
 
     Tally handles() const;
     /// Without those that are only referenced, where all kinds are compared.
@@ -74,7 +75,7 @@ class FieldComparer {
     /// By the programs' pipes and the old number: whether it differs for anything now.
     std::unordered_map<std::uint64_t, bool> handles_;
     std::map<std::tuple<U32, U32, String>, Renumbering> renumbered_; ///< by the name, too
-    RecordKind const* kind_ = nullptr; ///< whose fields' meanings are known
+    RecordKind const* kind_ = nullptr;                               ///< whose fields' meanings are known
     std::vector<int> meanings_;
     Tally shifted_;
 };

@@ -16,7 +16,8 @@ void leaveToOthers( ChangedRecord& record ) {
 }
 
 bool isOfTables( Kind kind ) {
-    return kind != Kind::learnQuantas && kind != Kind::headers && kind != Kind::hashes && kind != Kind::phvFields;
+    return kind != Kind::learnQuantas && kind != Kind::headers && kind != Kind::hashes &&
+           kind != Kind::phvFields;
 }
 
 /// The records that queries by name answer for.
@@ -49,8 +50,8 @@ void KindComparer::compare( ComparedPrograms& compared, ProgramsOfPipes& program
     addGone( fates_, rows_.old, compared, join.removed, false );
     addGone( newFates_, rows_.now, compared, join.added, true );
     isReordered_ |= join.isReordered && rows_.kind.kind != Kind::handles && !isMerged_;
-    programs.isAnyTableTold |= isOfTables( rows_.kind.kind ) &&
-                               ( !join.removed.empty() || !join.added.empty() || join.isReordered );
+    programs.isAnyTableTold |=
+        isOfTables( rows_.kind.kind ) && ( !join.removed.empty() || !join.added.empty() || join.isReordered );
 }
 
 void KindComparer::addPair( ComparedPrograms& compared, ProgramsOfPipes& programs, Join::Pair const& pair ) {
@@ -69,8 +70,9 @@ void KindComparer::addPair( ComparedPrograms& compared, ProgramsOfPipes& program
         found_.push_back( { std::move( record ), pair.old, pair.now, compared.pipes } );
 }
 
-void KindComparer::addGone( std::vector<Fate>& fates, std::vector<Row> const& rows, ComparedPrograms& compared,
-                            std::vector<std::size_t> const& positions, bool isNew ) {
+void KindComparer::addGone( std::vector<Fate>& fates, std::vector<Row> const& rows,
+                            ComparedPrograms& compared, std::vector<std::size_t> const& positions,
+                            bool isNew ) {
     for( std::size_t const position : positions ) {
         if( rows_.kind.kind == Kind::handles && isStillPlaced( rows[ position ], compared, isNew ) )
             continue;
@@ -84,12 +86,16 @@ void KindComparer::addGone( std::vector<Fate>& fates, std::vector<Row> const& ro
     }
 }
 
-/// Whether the other program has the table on the chip: its entry by handle is then another table's, of a program
-/// with the same numbers or of its own.
+/// Whether the other program has the table on the chip: its entry by handle is then another table's, of a
+/// program with the same numbers or of its own.
 bool KindComparer::isStillPlaced( Row const& row, ComparedPrograms const& compared, bool isNew ) {
     String const& name = Identity( row ).name;
-    SurveyedTable const* const table =
-        isNew ? compared.old.named( name ) : compared.now.named( compared.renames.of( name ) );
+    Program const& other = isNew ? compared.old : compared.now;
+    SurveyedTable const* table = other.named( isNew ? name : compared.renames.of( name ) );
+    if( !table && isNew ) {
+        SurveyedTable const* const former = other.withHandle( valueAs<Hex>( row, "handle" ).value );
+        table = former && compared.renames.of( former->name ) == name ? former : nullptr;
+    }
     return table && table->resource;
 }
 
@@ -154,7 +160,8 @@ KindComparison KindComparer::result() {
         for( std::size_t i = 0; i < rows.size(); ++i ) {
             if( !fates[ i ].isGone )
                 continue;
-            Row row = isMerged_ ? std::move( rows[ i ] ) : withPipes( std::move( rows[ i ] ), fates[ i ].gone );
+            Row row =
+                isMerged_ ? std::move( rows[ i ] ) : withPipes( std::move( rows[ i ] ), fates[ i ].gone );
             if( fates[ i ].omitted )
                 omitted.push_back( { std::move( row ), *fates[ i ].omitted } );
             else

@@ -30,7 +30,10 @@ struct RowsOfKind {
 class KindComparer {
   public:
     KindComparer( FieldComparer& fields, RowsOfKind rows, bool isOnly )
-        : fields_( fields ), rows_( std::move( rows ) ), isOnly_( isOnly ), fates_( rows_.old.size() ),
+        : fields_( fields ),
+          rows_( std::move( rows ) ),
+          isOnly_( isOnly ),
+          fates_( rows_.old.size() ),
           newFates_( rows_.now.size() ) {}
 
     /// Compares the records of two programs, or merged ones.

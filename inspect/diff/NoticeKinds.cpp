@@ -16,7 +16,8 @@ constexpr NoticeKind kinds[] = {
       "The new configuration does not have the record on these pipes.",
       "Remove it from what the agent uses, or bring it back in the P4 program." },
     { "BD102", "renamed-record", breaking, "renamed",
-      "The record has another name, and agrees with the old one in nearly everything else: tables of one type "
+      "The record has another name, and agrees with the old one in nearly everything else: tables of one "
+      "type "
       "in handle, size, stages and actions, or in three of these; where the handle differs, in all the rest "
       "and in the keys, and no third table does. Actions of one table pair by handle, learn quantas and "
       "hashes by handle with one other difference at most, headers and PHV fields where nothing else "
@@ -53,7 +54,8 @@ constexpr NoticeKind kinds[] = {
       "Let the agent look up the handle when it starts." },
     { "BD202", "reused-handle", onHandles, "with a reused handle",
       "The handle of this record is the handle of another record now.",
-      "An agent that kept the number would program the wrong record: look up handles when the agent starts." },
+      "An agent that kept the number would program the wrong record: look up handles when the agent "
+      "starts." },
     { "BD203", "removed-handle", onHandles, "no longer placed",
       "There is no placed table with this handle any more.", "Look up handles when the agent starts." },
     { "BD301", "added-record", info, "added", "The old configuration does not have the record.",
@@ -104,10 +106,9 @@ std::span<NoticeKind const> noticeKinds() { return kinds; }
 
 NoticeKind const* noticeKindOf( String const& word ) {
     String const wanted = capitals( word );
-    auto const found =
-        std::find_if( std::begin( kinds ), std::end( kinds ), [ & ]( NoticeKind const& kind ) {
-            return wanted == kind.code || wanted == capitals( kind.title );
-        } );
+    auto const found = std::find_if( std::begin( kinds ), std::end( kinds ), [ & ]( NoticeKind const& kind ) {
+        return wanted == kind.code || wanted == capitals( kind.title );
+    } );
     return found == std::end( kinds ) ? nullptr : found;
 }
 

@@ -9,7 +9,7 @@ namespace Bfri {
 namespace {
 
 Kind kindOf( SurveyedTable const& table ) {
-    return !table.record               ? Kind::resources
+    return !table.record                ? Kind::resources
            : table.type == "match"      ? Kind::tables
            : table.type == "statistics" ? Kind::counters
            : table.type == "stateful"   ? Kind::registers
@@ -67,7 +67,9 @@ String newKeyOf( HandleOwner const& owner, Renames const& renames, ActionRenames
                   &renames.of( *owner.table ) );
 }
 
-String keyOf( HandleOwner const& owner ) { return Bfri::keyOf( owner.name, owner.table ? &*owner.table : nullptr ); }
+String keyOf( HandleOwner const& owner ) {
+    return Bfri::keyOf( owner.name, owner.table ? &*owner.table : nullptr );
+}
 
 void addReused( Space const& old, Space const& now, Renames const& renames,
                 ActionRenames const& actionRenames, U32 pipes, std::vector<ReusedHandle>& reused ) {
@@ -75,7 +77,8 @@ void addReused( Space const& old, Space const& now, Renames const& renames,
         auto const present = now.byHandle.find( handle );
         if( present == now.byHandle.end() )
             continue;
-        if( former.front()->is == present->second.front()->is && renames.of( former.front()->is.name ) == former.front()->is.name )
+        if( former.front()->is == present->second.front()->is &&
+            renames.of( former.front()->is.name ) == former.front()->is.name )
             continue;
         std::set<String> names;
         for( Owner const* const owner : present->second )
@@ -168,8 +171,13 @@ void addHandles( Space const& old, Space const& now, Renames const& renames, U32
         if( names.size() < 2 || wereTogether( names, former ) )
             continue;
         HandleOwner const& first = owners.front()->is;
-        duplicates.push_back( { first.kind, first.name, first.table, handle,
-                                std::vector<String>( names.begin(), names.end() ), {}, pipes } );
+        duplicates.push_back( { first.kind,
+                                first.name,
+                                first.table,
+                                handle,
+                                std::vector<String>( names.begin(), names.end() ),
+                                {},
+                                pipes } );
     }
 }
 

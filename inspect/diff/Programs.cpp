@@ -162,8 +162,10 @@ std::vector<PipeComparison> pipesOf( std::vector<ProgramPair> const& pairs, Prog
         FileSurvey const* const to = pair.now ? now.all()[ *pair.now ].file() : nullptr;
         if( from && to && from->digest == to->digest )
             continue;
-        PipeComparison one{ 0, !from ? Is::added : !to ? Is::removed : pair.isReplaced ? Is::replaced
-                                                                                         : Is::edited };
+        PipeComparison one{ 0, !from             ? Is::added
+                               : !to             ? Is::removed
+                               : pair.isReplaced ? Is::replaced
+                                                 : Is::edited };
         if( from )
             one.from = from->path;
         if( to )

@@ -56,8 +56,8 @@ std::vector<String> actionsOf( SurveyedTable const& table ) {
 }
 
 bool areAlike( SurveyedTable const& a, SurveyedTable const& b ) {
-    int const agreeing = ( a.handle == b.handle ) + ( a.size == b.size ) + ( stagesOf( a ) == stagesOf( b ) ) +
-                         ( actionsOf( a ) == actionsOf( b ) );
+    int const agreeing = ( a.handle == b.handle ) + ( a.size == b.size ) +
+                         ( stagesOf( a ) == stagesOf( b ) ) + ( actionsOf( a ) == actionsOf( b ) );
     return a.type == b.type && agreeing >= 3;
 }
 
@@ -72,8 +72,8 @@ Digest digestOf( SurveyedElement const& element, std::string_view path ) {
 /// All that tables with other handles have to agree in.
 auto contentOf( SurveyedTable const& table ) {
     Digest const keys = digestOf( table, "match_attributes/key_fields" );
-    return std::tuple( table.type, table.direction, table.size, stagesOf( table ), actionsOf( table ), keys.low,
-                       keys.high );
+    return std::tuple( table.type, table.direction, table.size, stagesOf( table ), actionsOf( table ),
+                       keys.low, keys.high );
 }
 
 /// Elements by a key; those of one key are no pair.
@@ -200,7 +200,8 @@ Renames renamedTables( Program const& old, Program const& now ) {
     pairUp( from, to, renames, handleOf,
             [ & ]( auto const& a, auto const& b ) { return a.handle && areTablesAlike( a, b ); } );
     if( !from.empty() && !to.empty() )
-        pairUp( from, to, renames, []( auto const& a ) { return contentOf( asTable( &a ) ); }, areTablesAlike );
+        pairUp(
+            from, to, renames, []( auto const& a ) { return contentOf( asTable( &a ) ); }, areTablesAlike );
     return renames;
 }
 

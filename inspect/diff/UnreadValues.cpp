@@ -25,8 +25,9 @@ Parts partsOf( SurveyedElement const& element, SurveyedTable const* table ) {
     Parts parts;
     for( PartDigest const& part : element.digests ) {
         bool const isAction = table && part.path.starts_with( actions );
-        parts.emplace( isAction ? nameOfAction( *table, std::stoul( part.path.substr( actions.size() ) ), parts )
-                                : part.path,
+        parts.emplace( isAction
+                           ? nameOfAction( *table, std::stoul( part.path.substr( actions.size() ) ), parts )
+                           : part.path,
                        &part );
     }
     return parts;
@@ -74,9 +75,8 @@ std::vector<String> differingMembers( Parts const& old, Parts const& now, auto c
             continue;
         auto const& some = *( old.find( path ) == old.end() ? now : old ).find( path )->second;
         bool const isDropped = some.unread == some.digest;
-        bool const isUnread =
-            isDropped || ( isInBoth( old, now, path ) && isComparable( path ) &&
-                           differ( old, now, path, &PartDigest::unread ) );
+        bool const isUnread = isDropped || ( isInBoth( old, now, path ) && isComparable( path ) &&
+                                             differ( old, now, path, &PartDigest::unread ) );
         if( isUnread || !isTold( path ) )
             members.emplace_back( path );
     }
@@ -130,7 +130,8 @@ class UnreadTables {
         auto const isExplained = [ & ]( std::string_view path ) { // actions name resources
             return isTold || ( path.starts_with( actions ) && !told_.programs.renames.empty() );
         };
-        auto members = differingMembers( partsOf( old, &old ), partsOf( now, &now ), isExplained, isComparable );
+        auto members =
+            differingMembers( partsOf( old, &old ), partsOf( now, &now ), isExplained, isComparable );
         std::erase_if( members, [ & ]( String const& member ) {
             bool const isOmission = member == "static_entries" && old.isOmitted != now.isOmitted;
             return isOmission || refersToRenamed( old, member );
@@ -177,9 +178,10 @@ bool differUnread( ToldDifferences const& told, Kind kind, List const& old, List
         if( found == nows.end() || element->digest == found->second->digest )
             continue;
         bool const isComparable = !has( told.changed, kind, name );
-        auto const members = differingMembers( partsOf( *element, nullptr ), partsOf( *found->second, nullptr ),
-                                               [ & ]( auto ) { return has( told.touched, kind, name ); },
-                                               [ & ]( auto ) { return isComparable; } );
+        auto const members = differingMembers(
+            partsOf( *element, nullptr ), partsOf( *found->second, nullptr ),
+            [ & ]( auto ) { return has( told.touched, kind, name ); },
+            [ & ]( auto ) { return isComparable; } );
         if( !members.empty() )
             return true;
     }

@@ -24,8 +24,8 @@ bool isPlacement( std::string_view field ) {
 /// What an agent needs so many of, or more.
 bool isCapacity( RecordKind const& kind, std::string_view field ) {
     static constexpr std::string_view fields[] = {
-        "size",          "totalEntries", "maxEntries",    "maxPartitions", "maxPrios",
-        "maxAdtEntries", "maxSelGroups", "maxSelEntries", "ingressBytes",  "egressBytes", "fieldCount" };
+        "size",         "totalEntries",  "maxEntries",   "maxPartitions", "maxPrios",  "maxAdtEntries",
+        "maxSelGroups", "maxSelEntries", "ingressBytes", "egressBytes",   "fieldCount" };
     return kind.kind != Kind::headers && isOneOf( fields, field );
 }
 
@@ -34,9 +34,8 @@ bool keepsPositions( Value const& from, Value const& to ) {
     List const& old = std::get<List>( from.is );
     List const& now = std::get<List>( to.is );
     return old.size() <= now.size() &&
-           std::equal( old.begin(), old.end(), now.begin(), []( auto const& a, auto const& b ) {
-               return !( a < b ) && !( b < a );
-           } );
+           std::equal( old.begin(), old.end(), now.begin(),
+                       []( auto const& a, auto const& b ) { return !( a < b ) && !( b < a ); } );
 }
 
 char const* codeOf( RecordKind const& kind, Change const& change ) {
@@ -60,8 +59,8 @@ NoticeKind const* kindWith( std::string_view code ) {
 }
 
 Notice noticeOf( char const* code, String what, String name, String text, Value from = {}, Value to = {} ) {
-    return { kindWith( code ), std::move( what ), std::move( name ), {}, std::move( text ),
-             std::move( from ), std::move( to ) };
+    return { kindWith( code ),  std::move( what ), std::move( name ), {},
+             std::move( text ), std::move( from ), std::move( to ) };
 }
 
 Notice noticeOf( char const* code, RecordKind const& kind, Row const& row, String text, Value from = {},
@@ -92,17 +91,16 @@ class Noticed {
         for( PipeComparison const& pipe : comparison_.pipes )
             addPipe( pipe );
         for( Change const& change : comparison_.configuration )
-            add( noticeOf( "BD311", "configuration", String( change.field ), lineOf( std::vector<Change>{ change } ), change.from,
-                           change.to ) );
+            add( noticeOf( "BD311", "configuration", String( change.field ),
+                           lineOf( std::vector<Change>{ change } ), change.from, change.to ) );
         for( KindComparison const& kind : comparison_.kinds )
             addKind( kind );
         for( NewDuplicate const& duplicate : comparison_.duplicates )
             addDuplicate( duplicate );
         addHandles();
         addFolded();
-        std::stable_sort( notices_.begin(), notices_.end(), []( Notice const& a, Notice const& b ) {
-            return a.kind->level > b.kind->level;
-        } );
+        std::stable_sort( notices_.begin(), notices_.end(),
+                          []( Notice const& a, Notice const& b ) { return a.kind->level > b.kind->level; } );
         return std::move( notices_ );
     }
 
@@ -112,7 +110,9 @@ class Noticed {
     void addPipe( PipeComparison const& pipe ) {
         using Is = PipeComparison::Is;
         static constexpr char const* codes[] = { "BD309", "BD109", "BD110", "BD310" };
-        auto const valueOf = []( std::optional<String> const& path ) { return path ? Value( *path ) : Value(); };
+        auto const valueOf = []( std::optional<String> const& path ) {
+            return path ? Value( *path ) : Value();
+        };
         Value const from = valueOf( pipe.from );
         Value const to = valueOf( pipe.to );
         String const text = pipe.is == Is::removed ? "ran " + *pipe.from
@@ -160,9 +160,8 @@ class Noticed {
         if( record.displaced )
             add( noticeOf( "BD106", kind, record.row, "queries by name answer for another one" ) );
         if( record.move )
-            add( noticeOf( "BD304", kind, record.row,
-                           "stage " + fromTo( record.move->from, record.move->to ), record.move->from,
-                           record.move->to ) );
+            add( noticeOf( "BD304", kind, record.row, "stage " + fromTo( record.move->from, record.move->to ),
+                           record.move->from, record.move->to ) );
         std::vector<Change> left = record.fields;
         std::erase_if( left, []( Change const& change ) { return change.field == "type"; } ); // has a name
         while( !left.empty() ) {
@@ -204,8 +203,8 @@ class Noticed {
         }
         for( ReusedHandle const& one : comparison_.handles.reused ) {
             add( noticeOf( "BD202", kindOf( one.from.kind ).one, one.from.name,
-                           hexText( one.handle ) + " is now the handle of " + kindOf( one.to.kind ).one + ' ' +
-                               one.to.label(),
+                           hexText( one.handle ) + " is now the handle of " + kindOf( one.to.kind ).one +
+                               ' ' + one.to.label(),
                            one.from.label(), one.to.label() ) );
             notices_.back().table = one.from.table;
             notices_.back().pipes = pipesOf( one.pipes );

@@ -66,7 +66,7 @@ class FoldedRenames {
     bool has( RecordKind const& kind, ChangedRecord const& record ) const;
 
   private:
-    std::unordered_set<std::string_view> names_;     ///< but for placed tables and actions
+    std::unordered_set<std::string_view> names_; ///< but for placed tables and actions
     std::unordered_set<std::string_view> resources_;
 };
 

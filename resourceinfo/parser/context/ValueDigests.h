@@ -54,7 +54,9 @@ class ValueDigests {
 
     /// With the digest of what is dropped of it; zero for nothing.
     void valueEnds( Digest const& digest, Digest const& unread );
-    void scalarEnds( Digest const& digest, bool isDropped ) { valueEnds( digest, isDropped ? digest : Digest() ); }
+    void scalarEnds( Digest const& digest, bool isDropped ) {
+        valueEnds( digest, isDropped ? digest : Digest() );
+    }
     static Digest digestOfParts( std::vector<Part>& all, std::size_t first, bool isArray );
     /// Whether digests of the values in the innermost open container are kept.
     bool keepsValues() const;

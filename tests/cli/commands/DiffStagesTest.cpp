@@ -37,14 +37,18 @@ TEST_F( DiffOfStages, TellsThoseThatAreOthersUnlessAllMoveAlike ) {
         char const* says;
     } const rows[] = {
         { { 0, 1 }, { 0, 2 }, "stageNumbers [0 1] -> [0 2]" },
-        { { 0, 1 }, { 0, 1, 3 }, "stages 2 -> 3; stageNumbers [0 1] -> [0 1 3]; "
+        { { 0, 1 },
+          { 0, 1, 3 },
+          "stages 2 -> 3; stageNumbers [0 1] -> [0 1 3]; "
           "stageSizes [0: 1024, 1: 1024] -> [0: 1024, 1: 1024, 3: 1024]" },
         { { 2, 4 }, { 5, 7 }, "stage 2 -> 5" },
         { { 5, 7 }, { 2, 4 }, "stage 5 -> 2" },
         { { 2, 4 }, { 5, 6 }, "stageStart 2 -> 5; stageNumbers [2 4] -> [5 6]" },
         { { 3, 4, 5 }, { 6, 4, 5 }, "stageStart 3 -> 6; stageNumbers [3 4 5] -> [4 5 6]" },
         { { 3, 4, 5 }, { 5, 4, 3 }, "stageStart 3 -> 5" },
-        { { 2, 4 }, { 5 }, "stages 2 -> 1; stageStart 2 -> 5; stageNumbers [2 4] -> [5]; "
+        { { 2, 4 },
+          { 5 },
+          "stages 2 -> 1; stageStart 2 -> 5; stageNumbers [2 4] -> [5]; "
           "stageSizes [2: 1024, 4: 1024] -> [5: 1024]" },
         { { 2, 2, 4 }, { 3, 5, 5 }, "stageSizes [2: 2048, 4: 1024] -> [3: 1024, 5: 2048]; stage 2 -> 3" },
         { { 0, 0, 1 }, { 0, 1, 1 }, "stageSizes [0: 2048, 1: 1024] -> [0: 1024, 1: 2048]" },
@@ -53,7 +57,8 @@ TEST_F( DiffOfStages, TellsThoseThatAreOthersUnlessAllMoveAlike ) {
         auto const outcome = diff( row.old, row.now );
         EXPECT_EQ( outcome.status, 1 );
         EXPECT_THAT( outcome.out, StartsWith( String( "resources\n  ~  t  " ) + row.says + "\n\n" ) );
-        EXPECT_THAT( outcome.out, testing::HasSubstr( "\nan agent that looks everything up by name notices nothing\n" ) );
+        EXPECT_THAT( outcome.out,
+                     testing::HasSubstr( "\nan agent that looks everything up by name notices nothing\n" ) );
     }
 }
 

@@ -186,7 +186,8 @@ INSTANTIATE_TEST_SUITE_P(
         Verdict{ "Longer", matchTable( "t" ),
                  matchTable( "t" ).stages( { StageTable(), StageTable().number( 1 ) } ),
                  "resources\n  ~  t  stages 1 -> 2; stageNumbers [0] -> [0 1]; "
-                 "stageSizes [0: 1024] -> [0: 1024, 1: 1024]\n", none },
+                 "stageSizes [0: 1024] -> [0: 1024, 1: 1024]\n",
+                 none },
         Verdict{ "OfAnotherDirection", matchTable( "t" ),
                  matchTable( "t" ).with( "/direction", "\"egress\"" ),
                  "resources\n  ~! t  direction ingress -> egress\n", "1 resource changed" },
@@ -277,9 +278,7 @@ TEST_F( Diff, FoldsARenumberingOfAllHandles ) {
     writeSwitch( "new", { renumbered( completeContext().text() ) } );
     auto const outcome = diffAsWritten();
     String const text = withoutTotals( outcome.out );
-    EXPECT_TRUE(
-        text.starts_with( "handles of records that both have: 11 of 11 renumbered\n  " ) )
-        << text;
+    EXPECT_TRUE( text.starts_with( "handles of records that both have: 11 of 11 renumbered\n  " ) ) << text;
     EXPECT_THAT( text, EndsWith( "\n  and 8 more; --json has all\n\n" + verdictOf( "" ) ) );
     EXPECT_THAT( outcome.out, Not( HasSubstr( "~" ) ) );
     EXPECT_EQ( outcome.status, 1 );
@@ -320,11 +319,12 @@ TEST_F( Diff, ShowsHandlesThatChangePlaces ) {
                    verdict( "" ) );
     EXPECT_THAT( outcome.out, EndsWith( "\nan agent that keeps handles notices: 2 tables renumbered, "
                                         "2 tables with a reused handle\n" ) );
-    EXPECT_EQ( compact( parsed( diffAsWritten( { "--json" } ).out )[ "handles" ] ),
-               R"({"renumbered":[{"kind":"table","name":"t","from":1,"to":2,"pipes":[0]},)"
-               R"({"kind":"table","name":"u","from":2,"to":1,"pipes":[0]}],"count":2,"of":3,"reused":[)"
-               R"({"handle":1,"from":{"kind":"table","name":"t"},"to":{"kind":"table","name":"u"},"pipes":[0]},)"
-               R"({"handle":2,"from":{"kind":"table","name":"u"},"to":{"kind":"table","name":"t"},"pipes":[0]}]})" );
+    EXPECT_EQ(
+        compact( parsed( diffAsWritten( { "--json" } ).out )[ "handles" ] ),
+        R"({"renumbered":[{"kind":"table","name":"t","from":1,"to":2,"pipes":[0]},)"
+        R"({"kind":"table","name":"u","from":2,"to":1,"pipes":[0]}],"count":2,"of":3,"reused":[)"
+        R"({"handle":1,"from":{"kind":"table","name":"t"},"to":{"kind":"table","name":"u"},"pipes":[0]},)"
+        R"({"handle":2,"from":{"kind":"table","name":"u"},"to":{"kind":"table","name":"t"},"pipes":[0]}]})" );
     EXPECT_THAT( diffAsWritten( { "--only", "handle" } ).out,
                  HasSubstr( "2 of 2 renumbered\n  handle t 0x00000001 -> 0x00000002\n"
                             "  handle u 0x00000002 -> 0x00000001\n"
@@ -333,9 +333,10 @@ TEST_F( Diff, ShowsHandlesThatChangePlaces ) {
 
 TEST_F( Diff, NoticesAHandleThatSeveralRecordsHaveNow ) {
     String const out = diff( twoTables( 1, 2 ), twoTables( 2, 2 ) ).out;
-    EXPECT_THAT( out, HasSubstr( "\nhandles of records that both have: 1 of 3 renumbered\n"
-                                 "  table t 0x00000001 -> 0x00000002\n"
-                                 "! 0x00000002 table t with a duplicate handle: is the handle of t, u\n\n" ) );
+    EXPECT_THAT( out,
+                 HasSubstr( "handles of records that both have: 1 of 3 renumbered\n"
+                            "  table t 0x00000001 -> 0x00000002\n"
+                            "! 0x00000002 table t with a duplicate handle: is the handle of t, u\n\n" ) );
     EXPECT_THAT( withoutTotals( out ), EndsWith( verdict( "1 table with a duplicate handle" ) ) );
     auto const json = parsed( diffAsWritten( { "--json" } ).out );
     EXPECT_EQ( compact( json[ "duplicates" ] ),
@@ -424,17 +425,16 @@ TEST_F( Diff, TellsWhatIsGoneFromAPipe ) {
 }
 
 TEST_F( Diff, JoinsTheFirstOfANameWithTheFirst ) {
-    EXPECT_EQ(
-        withoutTotals( diff( contextWith( { matchTable( "t" ).size( 1 ).handle( 1 ),
-                                            matchTable( "t" ).size( 2 ).handle( 2 ) } ),
-                             contextWith( { matchTable( "t" ).size( 1 ).handle( 1 ),
-                                            matchTable( "t" ).size( 3 ).handle( 2 ),
-                                            matchTable( "t" ).size( 4 ).handle( 3 ) } ),
-                             { "--only", "resource" } )
-                           .out ),
-        "resources\n  +  t  size 4, stage 0\n  ~  t  size 2 -> 3\n\n"
-        "! resource t with a duplicate name: with the handles 0x00000001, 0x00000002, 0x00000003\n" +
-            verdict( "1 resource with a duplicate name" ) );
+    EXPECT_EQ( withoutTotals( diff( contextWith( { matchTable( "t" ).size( 1 ).handle( 1 ),
+                                                   matchTable( "t" ).size( 2 ).handle( 2 ) } ),
+                                    contextWith( { matchTable( "t" ).size( 1 ).handle( 1 ),
+                                                   matchTable( "t" ).size( 3 ).handle( 2 ),
+                                                   matchTable( "t" ).size( 4 ).handle( 3 ) } ),
+                                    { "--only", "resource" } )
+                                  .out ),
+               "resources\n  +  t  size 4, stage 0\n  ~  t  size 2 -> 3\n\n"
+               "! resource t with a duplicate name: with the handles 0x00000001, 0x00000002, 0x00000003\n" +
+                   verdict( "1 resource with a duplicate name" ) );
 }
 
 TEST_F( Diff, NoticesThatQueriesByNameAnswerForAnotherRecord ) {
@@ -522,23 +522,22 @@ TEST_F( Diff, AsJsonHoldsTheRecordsAndEachFieldThatDiffers ) {
                R"("leftOut":[],"cameBack":[],"changed":[],"moved":[],"reordered":false,"same":0})" );
     EXPECT_EQ( compact( answer[ "handles" ] ), R"({"renumbered":[],"count":0,"of":2,"reused":[]})" );
     EXPECT_EQ( compact( answer[ "unread" ] ), R"({"tables":[],"members":[]})" );
-    EXPECT_EQ(
-        compact( answer[ "verdict" ] ),
-        R"({"differs":true,"modelDiffers":true,"byName":false,"byHandle":false,"notices":[)"
-        R"({"level":"breaking","kind":"table","name":"t","code":"BD104",)"
-        R"("text":"size, totalEntries, maxEntries 1024 -> 512","from":1024,"to":512,"pipes":[0]},)"
-        R"({"level":"breaking","kind":"resource","name":"t","code":"BD104",)"
-        R"("text":"size 1024 -> 512","from":1024,"to":512,"pipes":[0]},)"
-        R"({"level":"breaking","kind":"action","name":"hit","code":"BD101","text":"is gone",)"
-        R"("from":null,"to":null,"tableName":"t","pipes":[0]},)"
-        R"({"level":"breaking","kind":"header","name":"h","code":"BD101","text":"is gone",)"
-        R"("from":null,"to":null,"pipes":[]},)"
-        R"({"level":"info","kind":"pipe","name":"0","code":"BD309","text":"old0.json -> new0.json",)"
-        R"("from":"old0.json","to":"new0.json","pipes":[0]},)"
-        R"({"level":"info","kind":"resource","name":"t","code":"BD304","text":"stage 3 -> 5",)"
-        R"("from":3,"to":5,"pipes":[0]},)"
-        R"({"level":"info","kind":"header","name":"g","code":"BD301","text":"is new",)"
-        R"("from":null,"to":null,"pipes":[]}]})" );
+    EXPECT_EQ( compact( answer[ "verdict" ] ),
+               R"({"differs":true,"modelDiffers":true,"byName":false,"byHandle":false,"notices":[)"
+               R"({"level":"breaking","kind":"table","name":"t","code":"BD104",)"
+               R"("text":"size, totalEntries, maxEntries 1024 -> 512","from":1024,"to":512,"pipes":[0]},)"
+               R"({"level":"breaking","kind":"resource","name":"t","code":"BD104",)"
+               R"("text":"size 1024 -> 512","from":1024,"to":512,"pipes":[0]},)"
+               R"({"level":"breaking","kind":"action","name":"hit","code":"BD101","text":"is gone",)"
+               R"("from":null,"to":null,"tableName":"t","pipes":[0]},)"
+               R"({"level":"breaking","kind":"header","name":"h","code":"BD101","text":"is gone",)"
+               R"("from":null,"to":null,"pipes":[]},)"
+               R"({"level":"info","kind":"pipe","name":"0","code":"BD309","text":"old0.json -> new0.json",)"
+               R"("from":"old0.json","to":"new0.json","pipes":[0]},)"
+               R"({"level":"info","kind":"resource","name":"t","code":"BD304","text":"stage 3 -> 5",)"
+               R"("from":3,"to":5,"pipes":[0]},)"
+               R"({"level":"info","kind":"header","name":"g","code":"BD301","text":"is new",)"
+               R"("from":null,"to":null,"pipes":[]}]})" );
 }
 
 TEST_F( Diff, AsJsonHasNumberAndWordOfAType ) {

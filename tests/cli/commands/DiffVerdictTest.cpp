@@ -65,9 +65,10 @@ TEST_F( DiffVerdict, SaysWhatTheLibraryDoesNotRead ) {
                "  ~  table u  memory\n"
                "  ~  section parser\n\n" );
     auto resized = edited;
-    EXPECT_THAT( diff( program(), resized.with( "/tables/0/size", "9" ) ).out,
-                 HasSubstr( "\nnot read by the library: 2 tables and 1 section (t, u, parser); --unread lists "
-                            "all\n" ) );
+    EXPECT_THAT(
+        diff( program(), resized.with( "/tables/0/size", "9" ) ).out,
+        HasSubstr( "\nnot read by the library: 2 tables and 1 section (t, u, parser); --unread lists "
+                   "all\n" ) );
     EXPECT_EQ( diff( program(), program().with( "/parser", "2" ) ).out,
                "no difference in what the library reads; 1 section differs in what it does not: parser\n" );
 }
@@ -87,12 +88,12 @@ TEST_F( DiffVerdict, FoldsARenameIntoOneLine ) {
 }
 
 TEST_F( DiffVerdict, SaysWhyATableIsLeftOut ) {
-    String const out =
-        diff( program(), program().with( "/tables/0/static_entries", "[1,2]" ) ).out;
+    String const out = diff( program(), program().with( "/tables/0/static_entries", "[1,2]" ) ).out;
     EXPECT_THAT( out, StartsWith( "tables\n  -! t  left out: it has 2 static entries\n" ) );
     EXPECT_THAT( out, HasSubstr( "KIND           ADDED  REMOVED  LEFT OUT  BACK  RENAMED " ) );
-    auto const json =
-        parsed( diff( program().with( "/tables/0/is_resource_controllable", "false" ), program(), { "--json" } ).out );
+    auto const json = parsed(
+        diff( program().with( "/tables/0/is_resource_controllable", "false" ), program(), { "--json" } )
+            .out );
     EXPECT_EQ( compact( json[ "kinds" ][ "bfTables" ][ "cameBack" ] ),
                R"([{"name":"t","handle":)" + std::to_string( handleOf( "t" ) ) +
                    R"(,"pipes":[0],"reason":"its \"is_resource_controllable\" is false"}])" );
@@ -116,7 +117,8 @@ TEST_F( DiffVerdict, ExplainsItsCodes ) {
 TEST_F( DiffVerdict, AsMarkdownHasVerdictCountsAndDetails ) {
     auto const outcome = diff( program(), program().with( "/tables/0/size", "9" ), { "--markdown" } );
     EXPECT_EQ( outcome.status, 1 );
-    EXPECT_THAT( outcome.out, StartsWith( "**Breaking**: an agent that looks everything up by name notices" ) );
+    EXPECT_THAT( outcome.out,
+                 StartsWith( "**Breaking**: an agent that looks everything up by name notices" ) );
     EXPECT_THAT( outcome.out, HasSubstr( "| KIND | ADDED | REMOVED | RENAMED | CHANGED | MOVED | SAME |\n"
                                          "| --- | --- | --- | --- | --- | --- | --- |\n"
                                          "| tables | 0 | 0 | 0 | 1 |  | 1 |\n" ) );
@@ -127,11 +129,13 @@ TEST_F( DiffVerdict, AsMarkdownHasVerdictCountsAndDetails ) {
 
 TEST_F( DiffVerdict, AsMarkdownIsNoMarkupOfItsNames ) {
     for( char const* const name :
-         { "</details><script>x</script>", "`code`", "**bold**", "[link](http://x.y)", "![i](//x)", "@user #12",
-           "www.example.com", "| cell |", "a\nb\n# title", "<!-- ", "&lt;", "__x__", "~~x~~", "https://x.y" } ) {
+         { "</details><script>x</script>", "`code`", "**bold**", "[link](http://x.y)", "![i](//x)",
+           "@user #12", "www.example.com", "| cell |", "a\nb\n# title", "<!-- ", "&lt;", "__x__", "~~x~~",
+           "https://x.y" } ) {
         String const out = diff( program( name ), ContextBuilder(), { "--markdown" } ).out;
         EXPECT_THAT( out, Not( HasSubstr( name ) ) );
-        for( char const* const mark : { "<script", "`", "](", "@", "//", "www.", "\n# ", "<!--", "__", "~~" } )
+        for( char const* const mark :
+             { "<script", "`", "](", "@", "//", "www.", "\n# ", "<!--", "__", "~~" } )
             EXPECT_THAT( out, Not( HasSubstr( mark ) ) ) << name;
     }
 }
@@ -139,7 +143,8 @@ TEST_F( DiffVerdict, AsMarkdownIsNoMarkupOfItsNames ) {
 TEST_F( DiffVerdict, AsMarkdownIsNoLongerThanAPullRequestMayBe ) {
     ContextBuilder old;
     for( int i = 0; i < 1500; ++i )
-        old.table( Support::matchTable( "a.rather.long.name.of.a.table.which.is.number_" + std::to_string( i ) ) );
+        old.table(
+            Support::matchTable( "a.rather.long.name.of.a.table.which.is.number_" + std::to_string( i ) ) );
     String const out = diff( old, ContextBuilder(), { "--markdown" } ).out;
     EXPECT_LE( out.size(), 60'000U );
     EXPECT_GE( out.size(), 50'000U );

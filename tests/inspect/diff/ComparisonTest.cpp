@@ -101,8 +101,8 @@ TEST_F( Compared, AreMembersOfAJsonObject ) {
     std::vector<String> members;
     for( Bfri::Field const& field : rowOf( comparison(), verdictOf( comparison() ) ) )
         members.emplace_back( field.name );
-    EXPECT_THAT( members, ElementsAre( "pipes", "configuration", "kinds", "handles", "duplicates", "hitBitRanges",
-                                       "unread", "verdict" ) );
+    EXPECT_THAT( members, ElementsAre( "pipes", "configuration", "kinds", "handles", "duplicates",
+                                       "hitBitRanges", "unread", "verdict" ) );
 }
 
 } // namespace

@@ -122,8 +122,8 @@ TEST_P( SwitchPrograms, OfTheSameNamesAreToldApart ) {
 }
 
 TEST_P( SwitchPrograms, MayServeMorePipesThanBefore ) {
-    auto const comparison =
-        diff( { { "a.json", { 0 } }, { "b.json", { 1, 2 } } }, { { "a.json", { 0, 1 } }, { "b.json", { 2 } } } );
+    auto const comparison = diff( { { "a.json", { 0 } }, { "b.json", { 1, 2 } } },
+                                  { { "a.json", { 0, 1 } }, { "b.json", { 2 } } } );
     EXPECT_THAT( changesOf( comparison ), ElementsAre( Is::replaced ) );
     for( Bfri::Row const& row : comparison.kinds.at( 0 ).removed )
         EXPECT_EQ( std::get<U32>( Bfri::valueAs<Bfri::List>( row, "pipes" ).at( 0 ).is ), 1U );
