@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <span>
 
-/// Numbers out of an input, from its front; zeros behind its end.
+/// Numbers out of an input, from its front; zeros after its end.
 class Choices {
   public:
     explicit Choices( std::span<std::uint8_t const> bytes ) : bytes_( bytes ) {}

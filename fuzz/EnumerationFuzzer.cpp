@@ -1,4 +1,4 @@
-// A number and, behind the character that ends it, a text: looked for among the values of every enumeration,
+// A number and, after the character that ends it, a text: looked for among the values of every enumeration,
 // and read as the string form of every value type.
 
 #include "fuzz/Target.h"
@@ -28,7 +28,7 @@ auto unlessThrown( Function function ) -> std::optional<decltype( function() )> 
     }
 }
 
-/// Takes the decimal number at the front of a text, modulo 2^32, and the character behind it.
+/// Takes the decimal number at the front of a text, modulo 2^32, and the character after it.
 U32 takeNumber( String& text ) {
     U32 number = 0;
     std::size_t i = 0;

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Every "$" with the digits behind it becomes "_1_".
+/// Every "$" with the digits after it becomes "_1_".
 String withoutNumbers( String const& name ) {
     constexpr std::string_view digits = "0123456789";
     String result;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int gzipFormat = 15 + 16;
 
-/// Inflates one member at the front of a file, and moves the front behind it.
+/// Inflates one member at the front of a file, and moves the front past it.
 bool unpackMember( std::span<std::uint8_t const>& file, std::size_t most, std::string& text,
                    std::string& reason ) {
     z_stream stream{};

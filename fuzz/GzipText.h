@@ -7,7 +7,7 @@
 
 /// The gzip format, plainly: what the library's reader of files is compared with.
 
-/// The characters of a file that is plain or made of gzip members; what stands behind the last member counts
+/// The characters of a file that is plain or made of gzip members; what follows the last member counts
 /// for nothing. None when a member is damaged or cut off, or there are more than `most` characters.
 std::optional<std::string> unpacked( std::span<std::uint8_t const> file, std::size_t most );
 

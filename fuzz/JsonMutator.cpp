@@ -113,7 +113,7 @@ class Mutation {
         Value name = site.container->IsObject() ? copyOf( site.member()->name ) : textOf( pick( names_ ) );
         Value value = copyOf( site.value() );
         leaveOut( site );
-        collect(); // what stood behind has moved up
+        collect(); // what followed has moved up
         add( *pick( containers_ ), std::move( name ), std::move( value ) );
     }
 

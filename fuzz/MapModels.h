@@ -1,7 +1,7 @@
 #pragma once
 
 // Maps beside plain ones: each step is an operation on both, whose answers must be equal, and so must all
-// that they hold behind it.
+// that they hold after it.
 
 #include "fuzz/Takes.h"
 #include "fuzz/Target.h"

@@ -11,7 +11,7 @@
 namespace BfResourceInfo {
 
 /// A sequence of a parser, of records with `name`, `handle` and `size`, beside a plain one: each step is an
-/// operation on both, whose answers must be equal, and so must what they hold behind it, and what is first of
+/// operation on both, whose answers must be equal, and so must what they hold after it, and what is first of
 /// each key.
 template<class Record, auto sequence, auto push, auto is, auto pop, auto popAll>
 class SequenceModel {

@@ -128,7 +128,7 @@ class BFRESOURCEINFO_EXPORT BfResourceInfoIntf : public Zel::PtrInterface,
     BfTableMeterInfo bfTableMeter( U32 index ) const;
     /// One field of the first meter of that name; flags as 0 or 1. Fatal: as bfTableCounterField.
     U32 bfTableMeterField( String const& meter, BfMeterFieldId f ) const;
-    /// Name of the table behind the first meter of that name, or without such a meter behind the first
+    /// Name of the table of the first meter of that name, or without such a meter of the first
     /// counter of that name: of a direct one the placed table that lists it (of several the one with the
     /// lowest handle), of any other the one placed table whose actions name it in "indirect_resources", empty
     /// when none or several do. The table need not be one of the match tables here. WRED tables are not

@@ -33,7 +33,7 @@ struct Allocator {
 
 using Reader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, Allocator>;
 
-/// Where the string literal whose closing quote is at that offset begins: quotes inside it stand behind a
+/// Where the string literal whose closing quote is at that offset begins: quotes inside it follow a
 /// backslash, and outside of literals there is none.
 std::size_t stringStart( std::string_view text, std::size_t closingQuote ) {
     for( std::size_t i = closingQuote; i-- > 0; )

@@ -10,7 +10,7 @@ namespace Ostler {
 using Vessa::String;
 using Vessa::U32;
 
-/// A JSON value that knows where it stands in its text.
+/// A JSON value that knows its place in the text.
 struct JsonValue {
     enum class Kind { null, boolean, number, string, array, object };
 

@@ -124,7 +124,7 @@ class VESSA_EXPORT Operation {
     char const* outer_;
 };
 
-/// What is streamed behind a condition.
+/// What is streamed after a condition.
 class AssertionMessage {
   public:
     AssertionMessage() { text_.imbue( std::locale::classic() ); } // numbers as they are, without grouping
@@ -149,7 +149,7 @@ struct VESSA_EXPORT AssertionSite {
 
     /// Reports the failure: the handler, or standard error and abort().
     [[noreturn]] void fail( String const& message = {} ) const;
-    /// An operator, so that a message can be streamed behind the macro: `&` binds weaker than `<<`.
+    /// An operator, so that a message can be streamed after the macro: `&` binds weaker than `<<`.
     [[noreturn]] void operator&( AssertionMessage const& message ) const { fail( message.text() ); }
 };
 

@@ -22,7 +22,7 @@ VESSA_EXPORT U8 enumInstance( TypeId type, String const& name );
 /// The value's name, or its number in decimal when it has none.
 VESSA_EXPORT String enumName( TypeId type, U8 value );
 /// Reads an enumerator name (letters, digits, underscores) from the front of the range, fills the target and
-/// moves the front behind it. On failure nothing is changed.
+/// moves the front past it. On failure nothing is changed.
 VESSA_EXPORT Result enumRead( TypeId type, std::string_view& range, U8& target );
 
 /// @}

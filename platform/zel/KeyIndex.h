@@ -163,7 +163,7 @@ class KeyIndex {
         }
     }
 
-    /// Empties a slot and moves up what stands behind it only because it was full.
+    /// Empties a slot and moves up what comes after it only because it was full.
     void erase( std::size_t hole ) {
         for( std::size_t i = next( hole ); slots_[ i ].position != none; i = next( i ) ) {
             bool const reachesHole = ( ( i - home( slots_[ i ] ) ) & mask() ) >= ( ( i - hole ) & mask() );

@@ -8,8 +8,8 @@
 
 namespace BfResourceInfo {
 
-/// One handle of the context files: what stands behind it and which handles it references. The queues hold
-/// the handles of referenced statistics, meter and stateful tables, in the order found (operations: see
+/// One handle of the context files: what it is the handle of, and which handles that references. The queues
+/// hold the handles of referenced statistics, meter and stateful tables, in the order found (operations: see
 /// ZEL_QUEUE).
 class BFRESOURCEINFO_EXPORT BfZelResource {
   public:

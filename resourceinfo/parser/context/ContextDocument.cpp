@@ -15,7 +15,7 @@ namespace Context {
 
 namespace {
 
-/// How many lines end, and how many characters stand behind the last end, before a character of the file;
+/// How many lines end, and how many characters follow the last end, before a character of the file;
 /// nothing when the file cannot be read again as far as that.
 std::optional<std::pair<std::size_t, std::size_t>> lineAndColumn( InputFile& file, std::size_t offset ) {
     if( !file.rewind() )
@@ -83,7 +83,7 @@ void ContextDocument::read( InputFile& file, Notes* notes ) {
     rapidjson::ParseResult result;
     auto parse = [ & ]( JsonDocument& ) {
         result = parsed( stream, filter, notes && notes->digests ? &*notes->digests : nullptr );
-        // Damaged gzip shows as text that makes no sense, or behind a NUL, long before its checksum does.
+        // Damaged gzip shows as text that makes no sense, or after a NUL, long before its checksum does.
         if( !result.IsError() || file.isCompressed() )
             stream.drain();
         return !result.IsError() && !stream.failed();

@@ -57,7 +57,7 @@ void parseAttachedTables( BfResourceParser* parser, Json d, String const& path,
 } // namespace
 
 // The order holds the model together: tables refer to handles that preprocessing found, in any order of the
-// file, and what comes behind the tables refers to them. It is also the order in which faults are met.
+// file, and what comes after the tables refers to them. It is also the order in which faults are met.
 void parseContextJson( BfResourceParser* parser, String const& path, BfResourceParserContext const& context,
                        Context::InputFile& file ) {
     Zel::Operation const operation( Context::Signatures::parseContextJson );

@@ -59,7 +59,7 @@ struct NoText {
 
 namespace rapidjson {
 
-/// Takes the plain characters at the front of a string's rest. Comes behind each escape, too.
+/// Takes the plain characters at the front of a string's rest. Also called after each escape.
 template<>
 template<>
 inline void Context::ContextReader::ScanCopyUnescapedString( Context::GZFileReadStream& stream,
@@ -92,7 +92,7 @@ inline void Context::ContextReader::ParseString<kParseDefaultFlags>( Context::GZ
     ParseStringToStream<kParseDefaultFlags, UTF8<>, UTF8<>>( stream, text );
     if( HasParseError() )
         return;
-    auto const length = static_cast<SizeType>( text.Length() - 1 ); // without the NUL behind it
+    auto const length = static_cast<SizeType>( text.Length() - 1 ); // without the NUL after it
     char const* const string = text.Pop();
     if( !( isKey ? filter.Key( string, length, true ) : filter.String( string, length, true ) ) )
         SetParseError( kParseErrorTermination, stream.Tell() );
@@ -112,7 +112,7 @@ Context::ContextReader::ParseString<kParseDefaultFlags>( Context::GZFileReadStre
 }
 
 /// The characters of a number. The reader adds exponent and decimal places up in an int, which an exponent of
-/// ten digits overflows; behind nine digits that count, more of them change no value, and are left out.
+/// ten digits overflows; after nine significant digits, more change no value, and are left out.
 template<>
 template<>
 class GenericReader<UTF8<>, UTF8<>, Context::JsonAllocator>::NumberStream<Context::GZFileReadStream, false,

@@ -118,7 +118,7 @@ int IsalFile::read( std::span<char> buffer ) {
     return content_ == Content::plain ? readPlain( buffer ) : readMembers( buffer );
 }
 
-/// Finds out what comes next. After the last member anything may stand; it counts for nothing.
+/// Finds out what comes next. Anything may follow the last member; it is ignored.
 void IsalFile::look() {
     while( file_.left < 2 && file_.more() )
         ;

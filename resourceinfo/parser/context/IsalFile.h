@@ -40,7 +40,7 @@ class FilePieces {
 };
 
 /// A regular file, plain or gzip, through ISA-L, which inflates more than twice as fast as zlib. Accepts what
-/// gzread accepts and gives the same characters: members one after the other, and whatever stands after the
+/// gzread accepts and gives the same characters: members one after the other, and whatever follows the
 /// last; header flags and checksums are checked. One thing differs. zlib refuses a Huffman code that leaves
 /// bit patterns without a meaning; here it passes if none of them occurs and the checksum is right.
 /// Compressors write no such code, and damage makes one that passes only of a code that the file does not

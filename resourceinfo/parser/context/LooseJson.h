@@ -27,8 +27,9 @@ class LooseJson {
     }
     /// The elements, none where the value is no array.
     std::span<JsonValue const> elements() const {
-        return isArray() ? std::span<JsonValue const>( value_->Begin(), value_->Size() )
-                         : std::span<JsonValue const>();
+        if( !value_ || !value_->IsArray() )
+            return {};
+        return { value_->Begin(), value_->Size() };
     }
     /// A string up to its first NUL, as the passes take it; empty for any other value.
     String text() const { return value_ && value_->IsString() ? value_->GetString() : ""; }

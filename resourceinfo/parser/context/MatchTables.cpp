@@ -20,7 +20,7 @@ bool isRecorded( Json table ) {
 
 bool hasIdleTime( Json stageTable ) { return stageTable.HasMember( "idletime_stage_table" ); }
 
-/// Stops at the first stage table with idle time: those behind it are not looked at.
+/// Stops at the first stage table with idle time: those after it are not looked at.
 bool anyHasIdleTime( Json stageTables ) {
     for( Json const stageTable : stageTables ) {
         if( hasIdleTime( stageTable ) )

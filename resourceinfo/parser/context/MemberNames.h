@@ -6,7 +6,7 @@
 
 namespace Context {
 
-/// Every member of a context file that some pass asks for, wherever it stands. All others are dropped while
+/// Every member of a context file that some pass asks for, wherever it is. All others are dropped while
 /// the file is read; Json refuses to compile an access to one of them.
 inline constexpr std::array memberNames = std::to_array<std::string_view>( {
     "action_data_table_refs",
@@ -89,7 +89,7 @@ class MemberNameTable {
                at( name.size() - 1 ) * 7U;
     }
 
-    /// The slot of a name, or the empty one where it would stand.
+    /// The slot of a name, or the empty one where it would go.
     constexpr std::size_t find( std::string_view name ) const {
         std::size_t slot = hash( name ) % slots_.size();
         while( !slots_[ slot ].empty() && slots_[ slot ] != name )

@@ -21,7 +21,7 @@ String getLogicalPipe( Context::Json value, String const& fileName );
 
 namespace Context {
 
-/// Where a table's stage tables stand and how many it has over all its units.
+/// Where a table's stage tables are, and how many it has over all its units.
 struct StageTables {
     std::optional<Json> stages; ///< those of the table, or of its first unit
     U32 count = 0;

@@ -1,3 +1,4 @@
+#include "resourceinfo/parser/context/Json.h"
 #include "resourceinfo/parser/context/MemberNames.h"
 #include "tests/resourceinfo/Fixtures.h"
 #include "tests/resourceinfo/parser/context/Faults.h"
@@ -13,6 +14,8 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <random>
+#include <rapidjson/document.h>
+#include <rapidjson/istreamwrapper.h>
 #include <set>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -40,22 +43,21 @@ struct Outcome {
     }
 };
 
-/// The conditions that the steps for a context file may break, those without a test left out: they are listed
-/// on a page.
-std::set<String> documentedConditions() {
-    std::filesystem::path const page = BFRI_TREE;
-    std::ifstream lines( page / "docs/behaviour.md" );
+/// The conditions that damage of a context file may break, those without a test left out.
+std::set<String> expectedConditions() {
+    std::ifstream file( BFRI_TREE "/tests/resourceinfo/behaviour.json" );
+    rapidjson::IStreamWrapper stream( file );
+    rapidjson::Document table;
+    table.ParseStream( stream );
     std::set<String> conditions;
-    String section;
-    for( String line; std::getline( lines, line ); ) {
-        if( line.starts_with( "### " ) )
-            section = line;
-        bool const ofAStep =
-            section > "### `" && section.ends_with( ".cpp`" ) &&
-            exists( page / "resourceinfo/parser/context" / section.substr( 5, section.size() - 6 ) );
-        if( ( ofAStep || section == "### JSON access" ) && line.starts_with( "| `" ) &&
-            line.find( "| none: " ) == String::npos )
-            conditions.insert( line.substr( 3, line.find( "` |" ) - 3 ) );
+    for( auto const& section : table.GetArray() ) {
+        if( !section.HasMember( "brokenByDamage" ) )
+            continue;
+        for( auto const& row : section[ "rows" ].GetArray() ) {
+            String const subject = row[ "cells" ][ 0 ].GetString(); // `condition`
+            if( row.HasMember( "tests" ) )
+                conditions.insert( subject.substr( 1, subject.size() - 2 ) );
+        }
     }
     return conditions;
 }
@@ -88,7 +90,7 @@ class Damage : public testing::Test {
         return outcome;
     }
     Outcome load() const {
-        alarm( 10 ); // a load that hangs ends the program
+        alarm( 60 ); // a load that hangs ends the program
         Support::ThrowingAssertions const scope;
         std::clock_t const start = std::clock();
         Outcome outcome;
@@ -102,7 +104,7 @@ class Damage : public testing::Test {
         EXPECT_EQ( liveAllocations(), before_ );
         return outcome;
     }
-    /// A failure has a condition that is documented, and says where: the file, then why it cannot be used or
+    /// A failure has a condition that is expected, and says where: the file, then why it cannot be used or
     /// a place in it, then the table of what stands in one.
     void expectSound( Outcome const& outcome ) const {
         if( outcome.loaded() )
@@ -120,7 +122,7 @@ class Damage : public testing::Test {
         }
     }
     static std::set<String> const& conditions() {
-        static std::set<String> const all = documentedConditions();
+        static std::set<String> const all = expectedConditions();
         return all;
     }
 
