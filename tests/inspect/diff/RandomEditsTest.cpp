@@ -43,6 +43,7 @@ TEST_F( RandomEdits, AreAllSeenAndTold ) {
         if( !other )
             continue;
         value = *other;
+        std::filesystem::remove( "new.json" ); // a file that is cut to nothing waits for the disk
         writeFile( "new.json", tree.text() );
         auto const now = Bfri::loadConfiguration( "new.json", Bfri::Survey::digests, trace );
         if( auto const* const configuration = std::get_if<Bfri::Configuration>( &now ) ) {
