@@ -62,8 +62,8 @@ std::vector<Change> changesOf( Row const& from, Row const& to ) {
     return changes;
 }
 
-Programs::Positions allOf( std::vector<Row> const& rows ) {
-    Programs::Positions positions( rows.size() );
+P4Programs::Positions allOf( std::vector<Row> const& rows ) {
+    P4Programs::Positions positions( rows.size() );
     for( std::size_t i = 0; i < rows.size(); ++i )
         positions[ i ] = i;
     return positions;
@@ -123,10 +123,10 @@ class Comparer {
         std::unordered_set<String> touchedQuantas = {};
     };
 
-    Program const& oldOf( ProgramPair const& pair ) const {
+    P4Program const& oldOf( ProgramPair const& pair ) const {
         return pair.old ? oldPrograms_.all()[ *pair.old ] : none_;
     }
-    Program const& newOf( ProgramPair const& pair ) const {
+    P4Program const& newOf( ProgramPair const& pair ) const {
         return pair.now ? newPrograms_.all()[ *pair.now ] : none_;
     }
     Compared programsOf( ProgramPair const& pair ) const {
@@ -162,8 +162,8 @@ class Comparer {
             comparer.compare( compared, one.programs,
                               kind.kind == Kind::learnQuantas ? one.programs.quantaRenames
                                                               : one.programs.renames,
-                              pair.old ? olds[ *pair.old ] : Programs::Positions(),
-                              pair.now ? nows[ *pair.now ] : Programs::Positions() );
+                              pair.old ? olds[ *pair.old ] : P4Programs::Positions(),
+                              pair.now ? nows[ *pair.now ] : P4Programs::Positions() );
         }
         return comparer.result();
     }
@@ -209,9 +209,9 @@ class Comparer {
     Configuration const& old_;
     Configuration const& now_;
     ComparisonScope const scope_;
-    Programs const oldPrograms_;
-    Programs const newPrograms_;
-    Program const none_;
+    P4Programs const oldPrograms_;
+    P4Programs const newPrograms_;
+    P4Program const none_;
     std::vector<Compared> pairs_;
     FieldComparer fields_;
     NamesOfKinds touched_; ///< but for what tables have

@@ -4,10 +4,8 @@
 
 namespace Bfri {
 
-namespace {
-
 /// What the values of a field are, where they are not just compared.
-enum class FieldMeaning {
+enum class FieldMeaning : std::uint8_t {
     plain,
     ownName,
     name,
@@ -20,6 +18,8 @@ enum class FieldMeaning {
     firstHitBit,
     lastHitBit
 };
+
+namespace {
 
 constexpr std::pair<std::string_view, FieldMeaning> meanings[] = {
     { "name", FieldMeaning::ownName },
@@ -114,7 +114,7 @@ FieldComparer::Referents::Referents( Configuration const& configuration )
         unplaced_.try_emplace( table.handle, &table.name );
 }
 
-String const* FieldComparer::Referents::nameOf( Program const& program, Hex handle ) const {
+String const* FieldComparer::Referents::nameOf( P4Program const& program, Hex handle ) const {
     if( program.file() ) {
         SurveyedTable const* const table = program.withHandle( handle.value );
         return table ? &table->name : nullptr;
@@ -125,7 +125,7 @@ String const* FieldComparer::Referents::nameOf( Program const& program, Hex hand
     return table == unplaced_.end() ? nullptr : table->second;
 }
 
-Value FieldComparer::Referents::standsFor( Program const& program, Hex handle ) const {
+Value FieldComparer::Referents::standsFor( P4Program const& program, Hex handle ) const {
     String const* const name = nameOf( program, handle );
     if( handle.value == 0 && !name )
         return {};
@@ -159,14 +159,14 @@ void FieldComparer::readMeanings( RecordKind const& kind, Row const& row ) {
     kind_ = &kind;
     meanings_.clear();
     for( Field const& field : row )
-        meanings_.push_back( static_cast<int>( fieldMeaningOf( field.name ) ) );
+        meanings_.push_back( fieldMeaningOf( field.name ) );
 }
 
 void FieldComparer::compareField( Pair const& pair, std::size_t field ) {
     Field const& from = pair.from[ field ];
     Field const& to = pair.to[ field ];
     std::vector<Change>& changes = pair.record.fields;
-    switch( static_cast<FieldMeaning>( meanings_[ field ] ) ) {
+    switch( meanings_[ field ] ) {
     case FieldMeaning::plain:
         return addIfOther( changes, from, to );
     case FieldMeaning::ownName: // joined by it, or renamed
@@ -246,7 +246,7 @@ void FieldComparer::compareReferences( Pair const& pair, Field const& from, Fiel
     bool const alike = std::equal( old.begin(), old.end(), now.begin(), now.end(), [ & ]( auto& a, auto& b ) {
         return standForTheSame( pair.programs, a, b );
     } );
-    auto const referents = []( Referents const& all, Program const& program, List const& handles ) {
+    auto const referents = []( Referents const& all, P4Program const& program, List const& handles ) {
         return listOf( handles, [ & ]( Value const& handle ) {
             return all.standsFor( program, std::get<Hex>( handle.is ) );
         } );

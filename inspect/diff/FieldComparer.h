@@ -16,13 +16,16 @@ inline bool same( Value const& a, Value const& b ) {
 
 /// Two programs whose records are compared, or all that is merged.
 struct ComparedPrograms {
-    Program const& old;
-    Program const& now;
+    P4Program const& old;
+    P4Program const& now;
     Renames const& renames;
     U32 pipes = 0;
     /// The tables of the old program of which the model says something else now, folded or not.
     std::unordered_set<String>& touched;
 };
+
+/// What the values of a field are, where they are not just compared.
+enum class FieldMeaning : std::uint8_t;
 
 /// Of all kinds and programs, so that a handle counts once.
 class FieldComparer {
@@ -61,9 +64,9 @@ class FieldComparer {
       public:
         explicit Referents( Configuration const& configuration );
         /// The name of the table with the handle in a program, or in the model without one; null for none.
-        String const* nameOf( Program const& program, Hex handle ) const;
+        String const* nameOf( P4Program const& program, Hex handle ) const;
         /// The handle with that name; absent for 0, which stands for nothing.
-        Value standsFor( Program const& program, Hex handle ) const;
+        Value standsFor( P4Program const& program, Hex handle ) const;
 
       private:
         BfResourceInfo::BfResourceParser const& parser_;
@@ -76,7 +79,7 @@ class FieldComparer {
     std::unordered_map<std::uint64_t, bool> handles_;
     std::map<std::tuple<U32, U32, String>, Renumbering> renumbered_; ///< by the name, too
     RecordKind const* kind_ = nullptr;                               ///< whose fields' meanings are known
-    std::vector<int> meanings_;
+    std::vector<FieldMeaning> meanings_;
     Tally shifted_;
 };
 

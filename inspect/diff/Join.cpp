@@ -10,7 +10,7 @@ namespace {
 class Waiting {
   public:
     template<class KeyOf>
-    Waiting( Records const& records, std::vector<std::size_t> const& positions, KeyOf keyOf ) {
+    Waiting( RowsOfProgram const& records, std::vector<std::size_t> const& positions, KeyOf keyOf ) {
         for( auto position = positions.rbegin(); position != positions.rend(); ++position )
             queues_[ keyOf( records.rows[ *position ] ) ].push_back( *position );
     }
@@ -30,7 +30,7 @@ class Waiting {
 
 /// Takes those that have a partner out of `removed` and `added`.
 template<class OldKey, class NewKey>
-void match( Join& join, Records const& old, Records const& now, OldKey oldKey, NewKey newKey ) {
+void match( Join& join, RowsOfProgram const& old, RowsOfProgram const& now, OldKey oldKey, NewKey newKey ) {
     Waiting waiting( now, join.added, newKey );
     std::vector<bool> isTaken( now.rows.size() );
     std::erase_if( join.removed, [ & ]( std::size_t position ) {
@@ -60,7 +60,8 @@ Identity::Identity( Row const& row )
 
 String keyOf( String const& name, String const* table ) { return table ? name + '\0' + *table : name; }
 
-Join joinRecords( Records const& old, Records const& now, Renames const& renames, bool pairActions ) {
+Join joinRecords( RowsOfProgram const& old, RowsOfProgram const& now, Renames const& renames,
+                  bool pairActions ) {
     Join join{ {}, old.positions, now.positions };
     auto const newKey = []( Row const& row ) {
         Identity const identity( row );

@@ -19,9 +19,9 @@ struct Identity {
 String keyOf( String const& name, String const* table );
 
 /// Rows of one kind, and which of them are joined.
-struct Records {
+struct RowsOfProgram {
     std::vector<Row> const& rows;
-    Programs::Positions const& positions;
+    P4Programs::Positions const& positions;
 };
 
 /// The rows by their positions. All are in the order of the rows that they are of; the pairs in that of the
@@ -41,6 +41,7 @@ struct Join {
 /// By what records are known by. Where several have a name, the first is the first. Tables with a new name
 /// are the same, and so are their actions; of actions with other names of one table, those of one handle.
 /// Linear in the rows.
-Join joinRecords( Records const& old, Records const& now, Renames const& renames, bool pairActions );
+Join joinRecords( RowsOfProgram const& old, RowsOfProgram const& now, Renames const& renames,
+                  bool pairActions );
 
 } // namespace Bfri

@@ -40,8 +40,9 @@ Row KindComparer::withPipes( Row row, U32 pipes ) {
 }
 
 void KindComparer::compare( ComparedPrograms& compared, ProgramsOfPipes& programs, Renames const& renames,
-                            Programs::Positions const& old, Programs::Positions const& now ) {
+                            P4Programs::Positions const& old, P4Programs::Positions const& now ) {
     bool const isOfActions = rows_.kind.kind == Kind::actions;
+    ++programs_;
     isMerged_ = !compared.old.file() && !compared.now.file();
     bool const pairsActions = isOfActions && programs.findsRenames;
     Join const join = joinRecords( { rows_.old, old }, { rows_.now, now }, renames, pairsActions );
@@ -90,7 +91,7 @@ void KindComparer::addGone( std::vector<Fate>& fates, std::vector<Row> const& ro
 /// program with the same numbers or of its own.
 bool KindComparer::isStillPlaced( Row const& row, ComparedPrograms const& compared, bool isNew ) {
     String const& name = Identity( row ).name;
-    Program const& other = isNew ? compared.old : compared.now;
+    P4Program const& other = isNew ? compared.old : compared.now;
     SurveyedTable const* table = other.named( isNew ? name : compared.renames.of( name ) );
     if( !table && isNew ) {
         SurveyedTable const* const former = other.withHandle( valueAs<Hex>( row, "handle" ).value );
@@ -103,7 +104,7 @@ bool KindComparer::isStillPlaced( Row const& row, ComparedPrograms const& compar
 /// context file has it; nothing where the file has not.
 std::optional<String> KindComparer::whyOmitted( Row const& row, ComparedPrograms const& compared,
                                                 bool isNew ) const {
-    Program const& other = isNew ? compared.old : compared.now;
+    P4Program const& other = isNew ? compared.old : compared.now;
     Kind const kind = rows_.kind.kind;
     if( !other.file() )
         return std::nullopt;
@@ -143,7 +144,7 @@ void KindComparer::findDisplaced() {
 }
 
 KindComparison KindComparer::result() {
-    if( rows_.kind.kind != Kind::handles )
+    if( rows_.kind.kind != Kind::handles && programs_ > 1 ) // in one, the first is joined with the first
         findDisplaced();
     KindComparison result{ &rows_.kind };
     result.reordered = isReordered_;

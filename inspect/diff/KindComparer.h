@@ -38,7 +38,7 @@ class KindComparer {
 
     /// Compares the records of two programs, or merged ones.
     void compare( ComparedPrograms& compared, ProgramsOfPipes& programs, Renames const& renames,
-                  Programs::Positions const& old, Programs::Positions const& now );
+                  P4Programs::Positions const& old, P4Programs::Positions const& now );
     /// All that was found. The rows go into it.
     KindComparison result();
 
@@ -73,6 +73,7 @@ class KindComparer {
     std::vector<Fate> newFates_;
     std::vector<Found> found_;
     std::vector<std::pair<Join::Pair, U32>> joined_; ///< with their pipes
+    std::size_t programs_ = 0;                       ///< pairs of programs that were compared
     bool isReordered_ = false;
     bool isMerged_ = false;
 };

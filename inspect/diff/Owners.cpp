@@ -21,7 +21,7 @@ bool isAsked( RecordKind const* only, Kind kind ) { return !only || only->kind =
 
 } // namespace
 
-ProgramOwners::ProgramOwners( Program const& program, RecordKind const* only ) {
+ProgramOwners::ProgramOwners( P4Program const& program, RecordKind const* only ) {
     if( !program.file() )
         return;
     for( SurveyedTable const& table : program.file()->tables )
@@ -113,8 +113,9 @@ Groups byName( Space const& space ) {
     return groups;
 }
 
-void addNames( Space const& old, Space const& now, std::set<String> const& mixed, U32 pipes,
-               std::vector<NewDuplicate>& duplicates ) {
+/// Adds names that came once, but for actions of tables that share a name; which names come more than once.
+std::set<String> addNames( Space const& old, Space const& now, std::set<String> const& mixed, U32 pipes,
+                           std::vector<NewDuplicate>& duplicates ) {
     Groups const former = byName( old );
     Groups const present = byName( now );
     std::set<String> keys; // in byte order
@@ -122,10 +123,12 @@ void addNames( Space const& old, Space const& now, std::set<String> const& mixed
         if( owners.size() > 1 )
             keys.insert( key );
     }
+    std::set<String> names;
     for( String const& key : keys ) {
         auto const& owners = present.at( key );
         auto const before = former.find( key );
         HandleOwner const& first = owners.front()->is;
+        names.insert( first.name );
         if( ( before != former.end() && before->second.size() >= owners.size() ) ||
             ( first.table && mixed.count( *first.table ) > 0 ) )
             continue;
@@ -135,6 +138,7 @@ void addNames( Space const& old, Space const& now, std::set<String> const& mixed
         duplicate.pipes = pipes;
         duplicates.push_back( std::move( duplicate ) );
     }
+    return names;
 }
 
 /// Whether names that share a handle did so before, one of them maybe under another name.
@@ -185,12 +189,8 @@ void addHandles( Space const& old, Space const& now, Renames const& renames, U32
 
 void addDuplicates( ProgramOwners const& old, ProgramOwners const& now, Renames const& renames, U32 pipes,
                     std::vector<NewDuplicate>& duplicates ) {
-    std::set<String> mixed; // of tables with one name the model does not say whose an action is
-    for( auto const& [ key, owners ] : byName( now.tables ) ) {
-        if( owners.size() > 1 )
-            mixed.insert( owners.front()->is.name );
-    }
-    addNames( old.tables, now.tables, {}, pipes, duplicates );
+    // Of tables with one name the model does not say whose an action is.
+    auto const mixed = addNames( old.tables, now.tables, {}, pipes, duplicates );
     addNames( old.actions, now.actions, mixed, pipes, duplicates );
     addHandles( old.tables, now.tables, renames, pipes, duplicates );
     addHandles( old.actions, now.actions, renames, pipes, duplicates );

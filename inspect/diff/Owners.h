@@ -16,7 +16,7 @@ using ActionRenames = std::unordered_map<String, String>;
 class ProgramOwners {
   public:
     /// Of all kinds of record or only one. The program outlives this.
-    ProgramOwners( Program const& program, RecordKind const* only );
+    ProgramOwners( P4Program const& program, RecordKind const* only );
 
     struct Owner {
         HandleOwner is;

@@ -6,7 +6,7 @@
 
 namespace Bfri {
 
-Program::Program( FileSurvey const& file ) : file_( &file ) {
+P4Program::P4Program( FileSurvey const& file ) : file_( &file ) {
     byName_.reserve( file.tables.size() );
     byHandle_.reserve( file.tables.size() );
     for( SurveyedTable const& table : file.tables ) {
@@ -17,22 +17,22 @@ Program::Program( FileSurvey const& file ) : file_( &file ) {
     }
 }
 
-SurveyedTable const* Program::named( std::string_view name ) const {
+SurveyedTable const* P4Program::named( std::string_view name ) const {
     auto const found = byName_.find( name );
     return found == byName_.end() ? nullptr : found->second;
 }
 
-SurveyedTable const* Program::withHandle( U32 handle ) const {
+SurveyedTable const* P4Program::withHandle( U32 handle ) const {
     auto const found = byHandle_.find( handle );
     return found == byHandle_.end() ? nullptr : found->second;
 }
 
-std::size_t Program::namesSharedWith( Program const& other ) const {
+std::size_t P4Program::namesSharedWith( P4Program const& other ) const {
     return static_cast<std::size_t>( std::count_if(
         byName_.begin(), byName_.end(), [ & ]( auto const& entry ) { return other.named( entry.first ); } ) );
 }
 
-Programs::Programs( Configuration const& configuration ) : configuration_( configuration ) {
+P4Programs::P4Programs( Configuration const& configuration ) : configuration_( configuration ) {
     for( FileSurvey const& file : configuration.files )
         all_.emplace_back( file );
 }
@@ -50,14 +50,14 @@ std::optional<U32> recordOf( SurveyedTable const& table, Kind kind ) {
     return is ? table.record : kind == Kind::resources ? table.resource : std::nullopt;
 }
 
-void addActions( SurveyedTable const& table, Programs::Positions& records ) {
+void addActions( SurveyedTable const& table, P4Programs::Positions& records ) {
     for( std::size_t i = 0; table.firstAction && i < table.actions.size(); ++i )
         records.push_back( *table.firstAction + i );
 }
 
 } // namespace
 
-std::vector<Programs::Positions> Programs::recordsOf( Kind kind ) const {
+std::vector<P4Programs::Positions> P4Programs::recordsOf( Kind kind ) const {
     std::vector<Positions> records( all_.size() );
     if( kind == Kind::handles ) {
         addPlaced( records );
@@ -79,7 +79,7 @@ std::vector<Programs::Positions> Programs::recordsOf( Kind kind ) const {
 }
 
 /// Of several files with the same handles, the model has one entry: the first file that may have it counts.
-void Programs::addPlaced( std::vector<Positions>& records ) const {
+void P4Programs::addPlaced( std::vector<Positions>& records ) const {
     std::unordered_map<U32, std::pair<std::size_t, String const*>> placed; // not yet a program's
     for( auto const* const entry : sortedByKey( configuration_.parser().resourceHandles() ) )
         placed.try_emplace( entry->first, placed.size(), &entry->second.name );
@@ -98,8 +98,8 @@ void Programs::addPlaced( std::vector<Positions>& records ) const {
 namespace {
 
 /// Programs on a pipe; the 33rd has those without pipes. There may be several where pipelines overlap.
-Programs::Positions programsOn( std::size_t pipe, Programs const& programs ) {
-    Programs::Positions on;
+P4Programs::Positions programsOn( std::size_t pipe, P4Programs const& programs ) {
+    P4Programs::Positions on;
     for( std::size_t i = 0; i < programs.all().size(); ++i ) {
         U32 const mask = programs.all()[ i ].file()->pipeMask;
         if( pipe < 32 ? mask >> pipe & 1 : mask == 0 )
@@ -108,14 +108,14 @@ Programs::Positions programsOn( std::size_t pipe, Programs const& programs ) {
     return on;
 }
 
-bool haveSameValues( Program const& a, Program const& b ) {
+bool haveSameValues( P4Program const& a, P4Program const& b ) {
     return a.file()->digest && a.file()->digest == b.file()->digest;
 }
 
 /// Whether it is a program that other pipes ran, or more like one of these than like its own former one.
-bool isReplaced( Program const& now, Program const& former, Programs const& old ) {
+bool isReplaced( P4Program const& now, P4Program const& former, P4Programs const& old ) {
     std::size_t const kept = now.namesSharedWith( former );
-    return std::any_of( old.all().begin(), old.all().end(), [ & ]( Program const& other ) {
+    return std::any_of( old.all().begin(), old.all().end(), [ & ]( P4Program const& other ) {
         return !haveSameValues( other, former ) && &other != &former &&
                ( haveSameValues( now, other ) || now.namesSharedWith( other ) > kept );
     } );
@@ -123,7 +123,7 @@ bool isReplaced( Program const& now, Program const& former, Programs const& old 
 
 } // namespace
 
-std::vector<ProgramPair> pairsOf( Programs const& old, Programs const& now ) {
+std::vector<ProgramPair> pairsOf( P4Programs const& old, P4Programs const& now ) {
     std::vector<ProgramPair> pairs;
     for( std::size_t pipe = 0; pipe <= 32; ++pipe ) {
         auto const from = programsOn( pipe, old );
@@ -146,15 +146,15 @@ std::vector<ProgramPair> pairsOf( Programs const& old, Programs const& now ) {
     for( ProgramPair& pair : pairs ) {
         if( !pair.old || !pair.now )
             continue;
-        Program const& former = old.all()[ *pair.old ];
-        Program const& present = now.all()[ *pair.now ];
+        P4Program const& former = old.all()[ *pair.old ];
+        P4Program const& present = now.all()[ *pair.now ];
         pair.isReplaced = !haveSameValues( former, present ) && isReplaced( present, former, old );
     }
     return pairs;
 }
 
-std::vector<PipeComparison> pipesOf( std::vector<ProgramPair> const& pairs, Programs const& old,
-                                     Programs const& now ) {
+std::vector<PipeComparison> pipesOf( std::vector<ProgramPair> const& pairs, P4Programs const& old,
+                                     P4Programs const& now ) {
     using Is = PipeComparison::Is;
     std::vector<PipeComparison> pipes;
     for( ProgramPair const& pair : pairs ) {

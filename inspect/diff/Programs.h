@@ -12,19 +12,19 @@ using Context::FileSurvey;
 using Context::SurveyedTable;
 
 /// One context file, with its tables by name and by handle.
-class Program {
+class P4Program {
   public:
     /// Of nothing: no program runs there.
-    Program() = default;
+    P4Program() = default;
     /// The survey outlives this.
-    explicit Program( FileSurvey const& file );
+    explicit P4Program( FileSurvey const& file );
 
     FileSurvey const* file() const { return file_; }
     /// The first table of a name or a handle; null for none.
     SurveyedTable const* named( std::string_view name ) const;
     SurveyedTable const* withHandle( U32 handle ) const;
     /// How many tables' names another program has, too.
-    std::size_t namesSharedWith( Program const& other ) const;
+    std::size_t namesSharedWith( P4Program const& other ) const;
 
   private:
     FileSurvey const* file_ = nullptr;
@@ -33,11 +33,11 @@ class Program {
 };
 
 /// All of a configuration, which outlives them.
-class Programs {
+class P4Programs {
   public:
-    explicit Programs( Configuration const& configuration );
+    explicit P4Programs( Configuration const& configuration );
 
-    std::vector<Program> const& all() const { return all_; }
+    std::vector<P4Program> const& all() const { return all_; }
 
     /// Positions of a kind's rows.
     using Positions = std::vector<std::size_t>;
@@ -49,7 +49,7 @@ class Programs {
     void addPlaced( std::vector<Positions>& records ) const;
 
     Configuration const& configuration_;
-    std::vector<Program> all_;
+    std::vector<P4Program> all_;
 };
 
 /// Two programs that run on the same pipes, by their positions; one of them may be missing.
@@ -61,10 +61,10 @@ struct ProgramPair {
 };
 
 /// By the lowest pipe. Programs without pipes pair up in order.
-std::vector<ProgramPair> pairsOf( Programs const& old, Programs const& now );
+std::vector<ProgramPair> pairsOf( P4Programs const& old, P4Programs const& now );
 
 /// The pipes whose programs have other values, which only digests tell.
-std::vector<PipeComparison> pipesOf( std::vector<ProgramPair> const& pairs, Programs const& old,
-                                     Programs const& now );
+std::vector<PipeComparison> pipesOf( std::vector<ProgramPair> const& pairs, P4Programs const& old,
+                                     P4Programs const& now );
 
 } // namespace Bfri

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <set>
+#include <unordered_set>
 
 namespace Bfri {
 
@@ -15,7 +16,8 @@ using Elements = std::vector<SurveyedElement const*>;
 
 /// Elements whose names another list does not have.
 Elements withoutNamesake( Elements const& all, Elements const& others ) {
-    std::set<std::string_view> names;
+    std::unordered_set<std::string_view> names;
+    names.reserve( others.size() );
     for( SurveyedElement const* const one : others )
         names.insert( one->name );
     Elements alone;
@@ -188,7 +190,7 @@ Renames renamedPhvFields( Configuration const& old, Configuration const& now ) {
 
 } // namespace
 
-Renames renamedTables( Program const& old, Program const& now ) {
+Renames renamedTables( P4Program const& old, P4Program const& now ) {
     Renames renames;
     Elements from = withoutNamesake( pointersTo( old.file()->tables ), pointersTo( now.file()->tables ) );
     Elements to = withoutNamesake( pointersTo( now.file()->tables ), pointersTo( old.file()->tables ) );

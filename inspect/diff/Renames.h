@@ -27,7 +27,7 @@ class Renames {
 /// Tables of one type that agree in handle, size, stages and actions (what is no match table: in how it is
 /// referenced and what it counts), or in three of these. Where the handle differs, all else and the keys
 /// agree, and no third table does.
-Renames renamedTables( Program const& old, Program const& now );
+Renames renamedTables( P4Program const& old, P4Program const& now );
 
 /// Learn quantas of one handle, with one other difference at most.
 Renames renamedLearnQuantas( FileSurvey const& old, FileSurvey const& now );

@@ -177,11 +177,11 @@ bool differUnread( ToldDifferences const& told, Kind kind, List const& old, List
         auto const found = nows.find( name );
         if( found == nows.end() || element->digest == found->second->digest )
             continue;
+        bool const isTold = has( told.touched, kind, name );
         bool const isComparable = !has( told.changed, kind, name );
         auto const members = differingMembers(
             partsOf( *element, nullptr ), partsOf( *found->second, nullptr ),
-            [ & ]( auto ) { return has( told.touched, kind, name ); },
-            [ & ]( auto ) { return isComparable; } );
+            [ & ]( auto ) { return isTold; }, [ & ]( auto ) { return isComparable; } );
         if( !members.empty() )
             return true;
     }
