@@ -22,6 +22,8 @@ constexpr char const* unlisted = "";
 // What values are.
 
 constexpr char const* severities[] = { "error", "warning", "note" };
+constexpr char const* failuresOfDiff[] = { "any", "breaking", "handles", "never" };
+constexpr ValueType failures = { ValueKind::choice, "", failuresOfDiff };
 constexpr ValueType severity = { ValueKind::choice, "", severities };
 constexpr char const* measures[] = { "tables", "entries" };
 constexpr ValueType path = { ValueKind::file, "the path of a switch configuration" };
@@ -52,8 +54,9 @@ constexpr Argument confKindNameField[] = { manyConfs,
 constexpr Argument fieldNames[] = {
     { "NAME", "Name of a field of a header or hash", {}, Arity::onceOrMore } };
 constexpr Argument confAndRules[] = { conf, { "RULES", "Path of the budget's rules, in TOML", rulesPath } };
-constexpr Argument oldAndNew[] = { { "OLD", "Path of the old switch configuration", path },
-                                   { "NEW", "Path of the new switch configuration", path } };
+constexpr Argument oldAndNew[] = {
+    { "OLD", "Path of the old switch configuration", path, Arity::atMostOnce }, // none with --explain
+    { "NEW", "Path of the new switch configuration", path, Arity::atMostOnce } };
 constexpr Argument maybeCommand[] = {
     { "COMMAND", "A command that 'bfri --help' lists", { ValueKind::command }, Arity::atMostOnce } };
 constexpr Argument oneCommand[] = { { "COMMAND", "A command that prints JSON", { ValueKind::command } } };
@@ -91,7 +94,16 @@ constexpr Option checkOptions[] = {
 constexpr Option budgetOptions[] = {
     { "--against", "OLD", "Judge the growth since this older configuration", path } };
 constexpr Option diffOptions[] = {
-    { "--only", "KIND", "Compare only this kind", { ValueKind::recordKind } } };
+    { "--only", "KIND", "Compare only this kind", { ValueKind::recordKind } },
+    { "--no-renames", nullptr, "Show a renamed record as a removed and an added one" },
+    { "--unread", nullptr, "List all that differs in what the library does not read" },
+    { "--fail-on", "WHAT", "What exit status 1 is for: any (the default), breaking, handles or never",
+      failures },
+    { .name = "--markdown",
+      .label = nullptr,
+      .description = "Print Markdown for a pull request, of at most 60 kB",
+      .excludes = "--json" },
+    { "--explain", "CODE", "Explain this notice; 'all' lists every notice" } };
 
 constexpr Command withArguments[] = {
     { .word = "summary",
@@ -232,7 +244,10 @@ constexpr Command withArguments[] = {
       .json = true,
       .details = diffText,
       .examples = "bfri diff old/switch.conf new/switch.conf\n"
-                  "bfri diff old/switch.conf new/switch.conf --only tables --json",
+                  "bfri diff old/switch.conf new/switch.conf --only tables --json\n"
+                  "bfri diff old/switch.conf new/switch.conf --fail-on breaking\n"
+                  "bfri diff old/switch.conf new/switch.conf --markdown\n"
+                  "bfri diff --explain BD105",
       .schema = Schema::diff,
       .run = diff },
 };

@@ -18,8 +18,8 @@ bool hasMore( Fault const& fault ) { return fault.pointer || fault.line; }
 
 } // namespace
 
-Configuration load( String const& path, Command const& command, std::ostream& err ) {
-    auto result = command.onBadData == OnBadData::explain ? loadConfiguration( path, Survey::facts, err )
+Configuration load( String const& path, Command const& command, std::ostream& err, Survey survey ) {
+    auto result = command.onBadData == OnBadData::explain ? loadConfiguration( path, survey, err )
                                                           : loadOrAbort( path );
     if( auto const* const fault = std::get_if<Fault>( &result ) )
         fail( path, *fault );

@@ -18,7 +18,8 @@ class LoadFailure : public Failure {
 /// Loads a configuration for a command; what cannot be loaded is a LoadFailure, unless bad context data shall
 /// end the process. What the library traces meanwhile goes to err, and so do notes about files that are not
 /// read.
-Configuration load( String const& path, Command const& command, std::ostream& err );
+Configuration load( String const& path, Command const& command, std::ostream& err,
+                    Survey survey = Survey::facts );
 
 /// The rules of a budget; a mistake in the file is a Failure of status notLoadable that says where it is.
 Rules loadRules( String const& path );

@@ -1,11 +1,19 @@
 #pragma once
 
 #include "cli/terminal/TerminalStyle.h"
-#include "inspect/diff/Comparison.h"
+#include "inspect/diff/Verdict.h"
+
+#include <ostream>
 
 namespace Bfri {
 
-/// A comparison that differs, for people: section by section what differs, then totals and the verdict.
-void printDiff( std::ostream& out, TerminalStyle const& look, Comparison const& comparison );
+/// A comparison for people: section by section what differs, then totals and the verdict; one line where
+/// nothing differs. What the library does not read takes one line, or a section with all of it.
+void printDiff( std::ostream& out, TerminalStyle const& look, Comparison const& comparison,
+                Verdict const& verdict, bool allUnread );
+
+/// The same for a pull request, in GitHub's Markdown: the verdict, counts, and folded sections; at most
+/// 60,000 bytes. Names in it are texts, whatever they hold.
+void printMarkdown( std::ostream& out, Comparison const& comparison, Verdict const& verdict );
 
 } // namespace Bfri

@@ -1,56 +1,85 @@
 #pragma once
 
-// Compares the fields of records that two models have, and counts what is folded instead of listed.
+// Compares the fields of records that two configurations have, and counts what is folded instead of listed.
 
-#include "inspect/diff/Comparison.h"
+#include "inspect/diff/Renames.h"
 
 #include <map>
-#include <unordered_map>
+#include <unordered_set>
 
 namespace Bfri {
 
 /// Whether two values are the same, handles by their numbers.
-inline bool same( Value const& a, Value const& b ) { return !( a < b ) && !( b < a ); }
+inline bool same( Value const& a, Value const& b ) {
+    return a.is.index() == b.is.index() && !( a < b ) && !( b < a );
+}
 
-/// Which name stands behind which handle in one model, which outlives this.
-class Referents {
-  public:
-    explicit Referents( BfResourceInfo::BfResourceParser const& parser );
-
-    /// The name of the table that bears the handle; null for none.
-    String const* nameOf( Hex handle ) const;
-    /// The handle with that name; absent for 0, which stands for nothing.
-    Value standsFor( Hex handle ) const;
-    List standFor( List const& handles ) const;
-
-  private:
-    BfResourceInfo::BfResourceParser const& parser_;
-    std::unordered_map<U32, String const*> unplaced_;
+/// Two programs whose records are compared, or all that is merged.
+struct ComparedPrograms {
+    P4Program const& old;
+    P4Program const& now;
+    Renames const& renames;
+    U32 pipes = 0;
+    /// The tables of the old program of which the model says something else now, folded or not.
+    std::unordered_set<String>& touched;
 };
 
-/// Of all kinds, so that a handle counts once.
+/// What the values of a field are, where they are not just compared.
+enum class FieldMeaning : std::uint8_t;
+
+/// Of all kinds and programs, so that a handle counts once.
 class FieldComparer {
   public:
     FieldComparer( Configuration const& old, Configuration const& now );
 
     /// What differs between two records of one kind; only fields and move are set.
-    ChangedRecord compare( RecordKind const& kind, Row const& from, Row const& to );
+    ChangedRecord compare( ComparedPrograms& programs, RecordKind const& kind, Row const& from,
+                           Row const& to );
 
     Tally handles() const;
+    /// Without those that are only referenced, where all kinds are compared.
     std::vector<Renumbering> renumbered() const;
     Tally shifted() const { return shifted_; }
 
   private:
-    void compareReference( ChangedRecord& record, Field const& from, Field const& to );
-    void compareReferences( ChangedRecord& record, Field const& from, Field const& to );
-    void compareHitBits( ChangedRecord& record, Row const& from, Row const& to );
-    bool standForTheSame( Value const& old, Value const& now ) const;
-    void countReference( Value const& old, Value const& now );
-    void count( Renumbering const& handle );
+    struct Pair {
+        ComparedPrograms& programs;
+        RecordKind const& kind;
+        Row const& from;
+        Row const& to;
+        ChangedRecord& record;
+    };
+    void readMeanings( RecordKind const& kind, Row const& row );
+    void compareField( Pair const& pair, std::size_t field );
+    void compareName( Pair const& pair, Field const& from, Field const& to ) const;
+    void compareReference( Pair const& pair, Field const& from, Field const& to );
+    void compareReferences( Pair const& pair, Field const& from, Field const& to );
+    void compareHitBits( Pair const& pair );
+    bool standForTheSame( ComparedPrograms const& programs, Value const& old, Value const& now ) const;
+    void countReference( ComparedPrograms const& programs, Value const& old, Value const& now );
+    void count( ComparedPrograms const& programs, Renumbering const& handle );
+
+    /// Which name a handle is of in one configuration.
+    class Referents {
+      public:
+        explicit Referents( Configuration const& configuration );
+        /// The name of the table with the handle in a program, or in the model without one; null for none.
+        String const* nameOf( P4Program const& program, Hex handle ) const;
+        /// The handle with that name; absent for 0, which stands for nothing.
+        Value standsFor( P4Program const& program, Hex handle ) const;
+
+      private:
+        BfResourceInfo::BfResourceParser const& parser_;
+        std::unordered_map<U32, String const*> unplaced_;
+    };
 
     Referents const old_;
     Referents const now_;
-    std::map<std::pair<U32, String>, Renumbering> handles_; ///< by the old number and the name
+    /// By the programs' pipes and the old number: whether it differs for anything now.
+    std::unordered_map<std::uint64_t, bool> handles_;
+    std::map<std::tuple<U32, U32, String>, Renumbering> renumbered_; ///< by the name, too
+    RecordKind const* kind_ = nullptr;                               ///< whose fields' meanings are known
+    std::vector<FieldMeaning> meanings_;
     Tally shifted_;
 };
 

@@ -1,5 +1,11 @@
 #include "inspect/diff/Verdict.h"
 
+#include "inspect/diff/ChangeText.h"
+#include "inspect/diff/Join.h"
+#include "inspect/model/Records.h"
+
+#include <set>
+
 namespace Bfri {
 
 namespace {
@@ -9,82 +15,298 @@ bool isOneOf( std::string_view const ( &words )[ Size ], std::string_view word )
     return std::find( std::begin( words ), std::end( words ), word ) != std::end( words );
 }
 
-/// By name; placed tables are records of other kinds, too.
-bool isQueried( RecordKind const& kind ) { return kind.kind != Kind::handles; }
-
 /// What only placement decides.
 bool isPlacement( std::string_view field ) {
-    static constexpr std::string_view fields[] = { "stages", "stageStart", "stageNumbers",
-                                                   "hitBitSmashOffset", "hitBitSmashLast" };
+    static constexpr std::string_view fields[] = { "stages", "stageStart", "stageNumbers", "stageSizes" };
     return isOneOf( fields, field );
 }
 
 /// What an agent needs so many of, or more.
 bool isCapacity( RecordKind const& kind, std::string_view field ) {
     static constexpr std::string_view fields[] = {
-        "size",          "totalEntries", "maxEntries",    "maxPartitions", "maxPrios",
-        "maxAdtEntries", "maxSelGroups", "maxSelEntries", "ingressBytes",  "egressBytes" };
+        "size",         "totalEntries",  "maxEntries",   "maxPartitions", "maxPrios",  "maxAdtEntries",
+        "maxSelGroups", "maxSelEntries", "ingressBytes", "egressBytes",   "fieldCount" };
     return kind.kind != Kind::headers && isOneOf( fields, field );
 }
 
-Effect effectOf( RecordKind const& kind, Change const& change ) {
-    if( isPlacement( change.field ) )
-        return Effect::none;
-    if( isCapacity( kind, change.field ) ) {
-        if( change.to.is.index() == 0 ) // of a PHV field on one side of the switch
-            return Effect::removed;
-        return change.to < change.from ? Effect::shrunk : Effect::none;
-    }
-    return Effect::changed;
+/// Whether each field of a hash is found at its old position.
+bool keepsPositions( Value const& from, Value const& to ) {
+    List const& old = std::get<List>( from.is );
+    List const& now = std::get<List>( to.is );
+    return old.size() <= now.size() &&
+           std::equal( old.begin(), old.end(), now.begin(),
+                       []( auto const& a, auto const& b ) { return !( a < b ) && !( b < a ); } );
 }
+
+char const* codeOf( RecordKind const& kind, Change const& change ) {
+    if( isPlacement( change.field ) )
+        return "BD304";
+    if( change.field == "hitBitSmashOffset" || change.field == "hitBitSmashLast" )
+        return "BD305";
+    if( kind.kind == Kind::handles )
+        return "BD306";
+    if( isCapacity( kind, change.field ) )
+        return change.to < change.from ? "BD104" : "BD303";
+    if( change.field == "fieldNames" && keepsPositions( change.from, change.to ) )
+        return "BD303";
+    return "BD105";
+}
+
+NoticeKind const* kindWith( std::string_view code ) {
+    auto const all = noticeKinds();
+    return &*std::find_if( all.begin(), all.end(),
+                           [ & ]( NoticeKind const& kind ) { return kind.code == code; } );
+}
+
+Notice noticeOf( char const* code, String what, String name, String text, Value from = {}, Value to = {} ) {
+    return { kindWith( code ),  std::move( what ), std::move( name ), {},
+             std::move( text ), std::move( from ), std::move( to ) };
+}
+
+Notice noticeOf( char const* code, RecordKind const& kind, Row const& row, String text, Value from = {},
+                 Value to = {} ) {
+    Identity const identity( row );
+    Notice notice =
+        noticeOf( code, kind.one, identity.name, std::move( text ), std::move( from ), std::move( to ) );
+    if( identity.table )
+        notice.table = *identity.table;
+    if( List const* const pipes = std::get_if<List>( &valueOf( row, "pipes" ).is ) )
+        notice.pipes = *pipes;
+    return notice;
+}
+
+std::set<std::string_view> namesIn( std::vector<Row> const& rows ) {
+    std::set<std::string_view> names;
+    for( Row const& row : rows )
+        names.insert( valueAs<String>( row, "name" ) );
+    return names;
+}
+
+/// Collects the notices of a comparison.
+class Noticed {
+  public:
+    explicit Noticed( Comparison const& comparison ) : comparison_( comparison ), folded_( comparison ) {}
+
+    std::vector<Notice> all() {
+        for( PipeComparison const& pipe : comparison_.pipes )
+            addPipe( pipe );
+        for( Change const& change : comparison_.configuration )
+            add( noticeOf( "BD311", "configuration", String( change.field ),
+                           lineOf( std::vector<Change>{ change } ), change.from, change.to ) );
+        for( KindComparison const& kind : comparison_.kinds )
+            addKind( kind );
+        for( NewDuplicate const& duplicate : comparison_.duplicates )
+            addDuplicate( duplicate );
+        addHandles();
+        addFolded();
+        std::stable_sort( notices_.begin(), notices_.end(),
+                          []( Notice const& a, Notice const& b ) { return a.kind->level > b.kind->level; } );
+        return std::move( notices_ );
+    }
+
+  private:
+    void add( Notice notice ) { notices_.push_back( std::move( notice ) ); }
+
+    void addPipe( PipeComparison const& pipe ) {
+        using Is = PipeComparison::Is;
+        static constexpr char const* codes[] = { "BD309", "BD109", "BD110", "BD310" };
+        auto const valueOf = []( std::optional<String> const& path ) {
+            return path ? Value( *path ) : Value();
+        };
+        Value const from = valueOf( pipe.from );
+        Value const to = valueOf( pipe.to );
+        String const text = pipe.is == Is::removed ? "ran " + *pipe.from
+                            : pipe.is == Is::added ? "runs " + *pipe.to
+                                                   : fromTo( from, to );
+        add( noticeOf( codes[ static_cast<int>( pipe.is ) ], "pipe", std::to_string( pipe.pipe ), text, from,
+                       to ) );
+        notices_.back().pipes = { pipe.pipe };
+    }
+
+    void addKind( KindComparison const& kind ) {
+        if( kind.kind->kind == Kind::handles )
+            addPlaced( kind );
+        else {
+            for( Row const& row : kind.removed )
+                add( noticeOf( "BD101", *kind.kind, row, "is gone" ) );
+            for( Row const& row : kind.added )
+                add( noticeOf( "BD301", *kind.kind, row, "is new" ) );
+        }
+        for( OmittedRecord const& one : kind.leftOut )
+            add( noticeOf( "BD103", *kind.kind, one.row, "is left out: " + one.reason ) );
+        for( OmittedRecord const& one : kind.cameBack )
+            add( noticeOf( "BD302", *kind.kind, one.row, "was left out: " + one.reason ) );
+        for( ChangedRecord const& record : kind.changed )
+            addChanged( *kind.kind, record );
+        if( kind.reordered )
+            add( noticeOf( "BD312", kind.kind->many, "", "come in another order" ) );
+    }
+
+    /// Placed tables, as far as nothing is said of them as resources.
+    void addPlaced( KindComparison const& kind ) {
+        KindComparison const rest = placedAlone( kind, comparison_ );
+        for( Row const& row : rest.removed )
+            add( noticeOf( "BD203", *kind.kind, row, "is gone" ) );
+        for( Row const& row : rest.added )
+            add( noticeOf( "BD301", *kind.kind, row, "is new" ) );
+    }
+
+    void addChanged( RecordKind const& kind, ChangedRecord const& record ) {
+        if( record.renamed && !folded_.has( kind, record ) ) {
+            Identity const to( record.now );
+            add( noticeOf( "BD102", kind, record.row, "is now " + to.name, Identity( record.row ).name,
+                           to.name ) );
+        }
+        if( record.displaced )
+            add( noticeOf( "BD106", kind, record.row, "queries by name answer for another one" ) );
+        if( record.move )
+            add( noticeOf( "BD304", kind, record.row, "stage " + fromTo( record.move->from, record.move->to ),
+                           record.move->from, record.move->to ) );
+        std::vector<Change> left = record.fields;
+        std::erase_if( left, []( Change const& change ) { return change.field == "type"; } ); // has a name
+        while( !left.empty() ) {
+            Change const first = left.front();
+            std::vector<Change> alike;
+            std::erase_if( left, [ & ]( Change const& change ) {
+                bool const is = codeOf( kind, change ) == std::string_view( codeOf( kind, first ) ) &&
+                                fromTo( change.from, change.to ) == fromTo( first.from, first.to );
+                if( is )
+                    alike.push_back( change );
+                return is;
+            } );
+            add( noticeOf( codeOf( kind, first ), kind, record.row, lineOf( alike ), first.from, first.to ) );
+        }
+    }
+
+    void addDuplicate( NewDuplicate const& duplicate ) {
+        String text;
+        for( String const& name : duplicate.names )
+            text += ( text.empty() ? "is the handle of " : ", " ) + name;
+        for( U32 const handle : duplicate.handles )
+            text += ( text.empty() ? "with the handles " : ", " ) + hexText( handle );
+        add( noticeOf( duplicate.handle ? "BD108" : "BD107", kindOf( duplicate.kind ).one, duplicate.name,
+                       text ) );
+        Notice& notice = notices_.back();
+        notice.table = duplicate.table;
+        if( duplicate.handle )
+            notice.to = Hex( *duplicate.handle );
+        notice.pipes = pipesOf( duplicate.pipes );
+    }
+
+    void addHandles() {
+        for( Renumbering const& one : comparison_.handles.renumbered ) {
+            add( noticeOf( "BD201", kindOf( one.kind ).one, one.name,
+                           "handle " + fromTo( Hex( one.from ), Hex( one.to ) ), Hex( one.from ),
+                           Hex( one.to ) ) );
+            notices_.back().table = one.table;
+            notices_.back().pipes = pipesOf( one.pipes );
+        }
+        for( ReusedHandle const& one : comparison_.handles.reused ) {
+            add( noticeOf( "BD202", kindOf( one.from.kind ).one, one.from.name,
+                           hexText( one.handle ) + " is now the handle of " + kindOf( one.to.kind ).one +
+                               ' ' + one.to.label(),
+                           one.from.label(), one.to.label() ) );
+            notices_.back().table = one.from.table;
+            notices_.back().pipes = pipesOf( one.pipes );
+        }
+    }
+
+    void addFolded() {
+        Tally const& shifted = comparison_.shifted;
+        if( shifted.differing > 0 )
+            add( noticeOf( "BD305", kindOf( Kind::tables ).many, "",
+                           std::to_string( shifted.differing ) + " of " + std::to_string( shifted.all ) +
+                               " hit-bit ranges start elsewhere" ) );
+        for( UnreadTable const& table : comparison_.unread.tables ) {
+            add( noticeOf( "BD307", "table", table.name, textOf( table ) ) );
+            notices_.back().pipes = pipesOf( table.pipes );
+        }
+        for( UnreadMember const& member : comparison_.unread.members ) {
+            add( noticeOf( "BD308", "member", member.name, "differs" ) );
+            notices_.back().pipes = pipesOf( member.pipes );
+        }
+    }
+
+    Comparison const& comparison_;
+    FoldedRenames const folded_;
+    std::vector<Notice> notices_;
+};
 
 } // namespace
 
-char const* textOf( Effect effect ) {
-    switch( effect ) {
-    case Effect::removed:
-        return "removed";
-    case Effect::shrunk:
-        return "shrunk";
-    case Effect::changed:
-        return "changed";
-    case Effect::none:
-        break;
-    }
-    return "";
-}
-
-Effect effectOfRemoval( RecordKind const& kind ) {
-    return isQueried( kind ) ? Effect::removed : Effect::none;
-}
-
-Effect effectOf( RecordKind const& kind, ChangedRecord const& record ) {
-    if( !isQueried( kind ) )
-        return Effect::none;
-    Effect worst = record.displaced ? Effect::changed : Effect::none;
-    for( Change const& change : record.fields )
-        worst = std::max( worst, effectOf( kind, change ) );
-    return worst;
-}
-
-std::vector<Notice> noticesOf( Comparison const& comparison ) {
-    std::vector<Notice> notices;
-    auto const add = [ & ]( RecordKind const* kind, Row const& row, ChangedRecord const* change,
-                            Effect effect ) {
-        if( effect != Effect::none )
-            notices.push_back( { kind, &row, change, effect } );
-    };
+FoldedRenames::FoldedRenames( Comparison const& comparison ) {
     for( KindComparison const& kind : comparison.kinds ) {
-        for( Row const& row : kind.removed )
-            add( kind.kind, row, nullptr, effectOfRemoval( *kind.kind ) );
-        for( ChangedRecord const& record : kind.changed )
-            add( kind.kind, record.row, &record, effectOf( *kind.kind, record ) );
+        Kind const is = kind.kind->kind;
+        for( ChangedRecord const& record : kind.changed ) {
+            if( record.renamed && is != Kind::actions && is != Kind::handles )
+                ( is == Kind::resources ? resources_ : names_ ).insert( Identity( record.row ).name );
+        }
     }
-    return notices;
 }
 
-bool isCompatible( Comparison const& comparison ) {
-    return comparison.handles.shared.empty() && noticesOf( comparison ).empty();
+bool FoldedRenames::has( RecordKind const& kind, ChangedRecord const& record ) const {
+    Identity const from( record.row );
+    if( kind.kind == Kind::actions )
+        return from.name == Identity( record.now ).name;
+    bool const isPlaced = kind.kind == Kind::resources || kind.kind == Kind::handles;
+    return isPlaced && ( names_.count( from.name ) > 0 ||
+                         ( kind.kind == Kind::handles && resources_.count( from.name ) > 0 ) );
+}
+
+String textOf( UnreadTable const& table ) {
+    if( table.is != UnreadTable::Is::changed )
+        return table.is == UnreadTable::Is::added ? "is new" : "is gone";
+    String text;
+    for( String const& member : table.members )
+        text += ( text.empty() ? "" : ", " ) + member;
+    return text;
+}
+
+KindComparison placedAlone( KindComparison placed, Comparison const& comparison ) {
+    for( KindComparison const& kind : comparison.kinds ) {
+        if( kind.kind->kind != Kind::resources )
+            continue;
+        auto const leaveOut = []( std::vector<Row>& rows, std::vector<Row> const& others ) {
+            auto const names = namesIn( others );
+            std::erase_if(
+                rows, [ & ]( Row const& row ) { return names.count( valueAs<String>( row, "name" ) ) > 0; } );
+        };
+        leaveOut( placed.removed, kind.removed );
+        leaveOut( placed.added, kind.added );
+    }
+    return placed;
+}
+
+Verdict verdictOf( Comparison const& comparison ) {
+    Verdict verdict{ comparison.differs(), comparison.modelDiffers() };
+    verdict.notices = Noticed( comparison ).all();
+    for( Notice const& notice : verdict.notices ) {
+        std::string_view const code = notice.kind->code;
+        verdict.byName &= notice.kind->level != NoticeLevel::breaking;
+        verdict.byHandle &= notice.kind->level != NoticeLevel::handle && code != "BD101" && code != "BD103";
+    }
+    return verdict;
+}
+
+Row rowOf( Verdict const& verdict ) {
+    auto const rowOf = []( Notice const& notice ) {
+        Row row{ { "level", wordOf( notice.kind->level ) },
+                 { "kind", notice.what },
+                 { "name", notice.name },
+                 { "code", notice.kind->code },
+                 { "text", notice.text },
+                 { "from", notice.from },
+                 { "to", notice.to } };
+        if( notice.table )
+            row.push_back( { "tableName", *notice.table } );
+        row.push_back( { "pipes", notice.pipes } );
+        return row;
+    };
+    return { { "differs", verdict.differs },
+             { "modelDiffers", verdict.modelDiffers },
+             { "byName", verdict.byName },
+             { "byHandle", verdict.byHandle },
+             { "notices", listOf( verdict.notices, rowOf ) } };
 }
 
 } // namespace Bfri

@@ -15,36 +15,44 @@ class DigestingFilter {
         : filter_( filter ), dropped_( filter.dropped() ), digests_( digests ) {}
 
     bool Null() {
-        digests_.null();
-        return drops() || filter_.Null();
+        bool const isDropped = drops();
+        digests_.null( isDropped );
+        return isDropped || filter_.Null();
     }
     bool Bool( bool value ) {
-        digests_.boolean( value );
-        return drops() || filter_.Bool( value );
+        bool const isDropped = drops();
+        digests_.boolean( value, isDropped );
+        return isDropped || filter_.Bool( value );
     }
     bool Int( int value ) {
-        integer( value );
-        return drops() || filter_.Int( value );
+        bool const isDropped = drops();
+        integer( value, isDropped );
+        return isDropped || filter_.Int( value );
     }
     bool Uint( unsigned value ) {
-        digests_.integer( value );
-        return drops() || filter_.Uint( value );
+        bool const isDropped = drops();
+        digests_.integer( value, isDropped );
+        return isDropped || filter_.Uint( value );
     }
     bool Int64( std::int64_t value ) {
-        integer( value );
-        return drops() || filter_.Int64( value );
+        bool const isDropped = drops();
+        integer( value, isDropped );
+        return isDropped || filter_.Int64( value );
     }
     bool Uint64( std::uint64_t value ) {
-        digests_.integer( value );
-        return drops() || filter_.Uint64( value );
+        bool const isDropped = drops();
+        digests_.integer( value, isDropped );
+        return isDropped || filter_.Uint64( value );
     }
     bool Double( double value ) {
-        digests_.real( value );
-        return drops() || filter_.Double( value );
+        bool const isDropped = drops();
+        digests_.real( value, isDropped );
+        return isDropped || filter_.Double( value );
     }
     bool String( char const* text, Size length, bool copy ) {
-        digests_.string( { text, length } );
-        return drops() || filter_.String( text, length, copy );
+        bool const isDropped = drops();
+        digests_.string( { text, length }, isDropped );
+        return isDropped || filter_.String( text, length, copy );
     }
     bool Key( char const* name, Size length, bool copy ) {
         digests_.key( { name, length } );
@@ -65,19 +73,20 @@ class DigestingFilter {
     bool RawNumber( char const*, Size, bool ) { return false; } // comes with other flags alone
 
   private:
-    void integer( std::int64_t value ) {
+    void integer( std::int64_t value, bool isDropped ) {
         if( value < 0 )
-            digests_.negativeInteger( value );
+            digests_.negativeInteger( value, isDropped );
         else
-            digests_.integer( static_cast<std::uint64_t>( value ) );
+            digests_.integer( static_cast<std::uint64_t>( value ), isDropped );
     }
     /// Whether the value that has come is dropped, or in one that is.
     bool drops() { return droppedDepth_ > 0 || filter_.dropsNext(); }
 
     template<class Start>
     bool starts( bool isArray, Start start ) {
-        digests_.containerStarts( isArray );
-        if( !drops() )
+        bool const isDropped = drops();
+        digests_.containerStarts( isArray, isDropped );
+        if( !isDropped )
             return start();
         ++droppedDepth_;
         return dropped_.StartObject();

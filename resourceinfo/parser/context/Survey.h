@@ -37,6 +37,8 @@ struct Digest {
 struct PartDigest {
     String path;
     Digest digest;
+    Digest unread = {}; ///< of what no pass may read in it: members with names that no pass asks for; zero
+                        ///< without any
 
     bool operator==( PartDigest const& ) const = default;
 };

@@ -63,24 +63,38 @@ void sortByName( std::span<Part> parts ) {
 
 } // namespace
 
-void ValueDigests::null() { valueEnds( digestOf( Type::null ) ); }
-
-void ValueDigests::boolean( bool value ) { valueEnds( digestOf( value ? Type::yes : Type::no ) ); }
-
-void ValueDigests::integer( std::uint64_t value ) {
-    valueEnds( digestOf( Type::integer, &value, sizeof value ) );
+/// Takes the parts of a container from the end of a list.
+Digest ValueDigests::digestOfParts( std::vector<Part>& all, std::size_t first, bool isArray ) {
+    std::span const parts( all.begin() + static_cast<std::ptrdiff_t>( first ), all.end() );
+    if( !isArray )
+        sortByName( parts );
+    Digest const digest = digestOf( isArray ? Type::array : Type::object, parts.data(), parts.size_bytes() );
+    all.resize( first );
+    return digest;
 }
 
-void ValueDigests::negativeInteger( std::int64_t value ) {
-    valueEnds( digestOf( Type::negativeInteger, &value, sizeof value ) );
+void ValueDigests::null( bool isDropped ) { scalarEnds( digestOf( Type::null ), isDropped ); }
+
+void ValueDigests::boolean( bool value, bool isDropped ) {
+    scalarEnds( digestOf( value ? Type::yes : Type::no ), isDropped );
 }
 
-void ValueDigests::real( double value ) {
+void ValueDigests::integer( std::uint64_t value, bool isDropped ) {
+    scalarEnds( digestOf( Type::integer, &value, sizeof value ), isDropped );
+}
+
+void ValueDigests::negativeInteger( std::int64_t value, bool isDropped ) {
+    scalarEnds( digestOf( Type::negativeInteger, &value, sizeof value ), isDropped );
+}
+
+void ValueDigests::real( double value, bool isDropped ) {
     double const number = value == 0 ? 0 : value; // -0.0 equals 0.0
-    valueEnds( digestOf( Type::real, &number, sizeof number ) );
+    scalarEnds( digestOf( Type::real, &number, sizeof number ), isDropped );
 }
 
-void ValueDigests::string( std::string_view text ) { valueEnds( digestOf( Type::string, text ) ); }
+void ValueDigests::string( std::string_view text, bool isDropped ) {
+    scalarEnds( digestOf( Type::string, text ), isDropped );
+}
 
 void ValueDigests::key( std::string_view name ) {
     levels_.back().name = digestOf( Type::name, name );
@@ -101,8 +115,8 @@ bool ValueDigests::keepsValues() const {
     }
 }
 
-void ValueDigests::containerStarts( bool isArray ) {
-    levels_.push_back( { isArray, parts_.size() } );
+void ValueDigests::containerStarts( bool isArray, bool isDropped ) {
+    levels_.push_back( { isArray, isDropped, parts_.size(), unreadParts_.size() } );
     if( levels_.size() == 2 && isArray && isSurveyed( list_ ) && lists_.find( list_ ) == lists_.end() )
         elements_ = &lists_[ list_ ];
     else if( levels_.size() == 4 && elements_ && !levels_[ 2 ].isArray )
@@ -111,42 +125,46 @@ void ValueDigests::containerStarts( bool isArray ) {
 }
 
 void ValueDigests::containerEnds() {
-    auto const [ isArray, firstPart, name ] = levels_.back();
-    std::span const parts( parts_.begin() + static_cast<std::ptrdiff_t>( firstPart ), parts_.end() );
-    if( !isArray )
-        sortByName( parts );
-    Digest const digest = digestOf( isArray ? Type::array : Type::object, parts.data(), parts.size_bytes() );
-    parts_.resize( firstPart );
+    Level const level = levels_.back();
+    Digest const digest = digestOfParts( parts_, level.firstPart, level.isArray );
+    Digest const unread = level.isDropped ? digest
+                          : unreadParts_.size() == level.firstUnread
+                              ? Digest()
+                              : digestOfParts( unreadParts_, level.firstUnread, level.isArray );
     if( levels_.size() == 2 )
         elements_ = nullptr;
     else if( levels_.size() == 4 )
         hasParts_ = false;
     levels_.pop_back();
     keeps_ = keepsValues();
-    valueEnds( digest );
+    valueEnds( digest, unread );
 }
 
-void ValueDigests::valueEnds( Digest const& digest ) {
+void ValueDigests::valueEnds( Digest const& digest, Digest const& unread ) {
     if( keeps_ )
-        keep( digest );
-    if( levels_.empty() )
+        keep( digest, unread );
+    if( levels_.empty() ) {
         file_ = digest;
-    else
-        parts_.push_back( { levels_.back().name, digest } );
+        return;
+    }
+    Level const& around = levels_.back();
+    parts_.push_back( { around.name, digest } );
+    if( !around.isDropped && unread != Digest() )
+        unreadParts_.push_back( { around.name, unread } );
 }
 
-void ValueDigests::keep( Digest const& digest ) {
+void ValueDigests::keep( Digest const& digest, Digest const& unread ) {
     if( levels_.size() == 1 )
-        members_.push_back( { list_, digest } );
+        members_.push_back( { list_, digest, unread } );
     else if( levels_.size() == 2 )
         elements_->push_back( { digest, std::exchange( elementParts_, {} ) } );
     else if( levels_.size() == 3 )
-        elementParts_.push_back( { member_, digest } );
+        elementParts_.push_back( { member_, digest, unread } );
     else
         elementParts_.push_back(
             { member_ + '/' +
                   ( levels_[ 3 ].isArray ? std::to_string( parts_.size() - levels_[ 3 ].firstPart ) : part_ ),
-              digest } );
+              digest, unread } );
 }
 
 std::vector<ElementDigests> ValueDigests::takeElements( std::string_view list ) {

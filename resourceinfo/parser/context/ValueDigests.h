@@ -18,17 +18,17 @@ struct ElementDigests {
 
 /// Takes the digest of every value, and keeps those of the file, its members, the elements of the surveyed
 /// lists and the parts of these. Values are reported as RapidJSON's reader types them, in the order of the
-/// file.
+/// file, each with whether it is dropped: whether it is in a value that no pass reads.
 class ValueDigests {
   public:
-    void null();
-    void boolean( bool value );
-    void integer( std::uint64_t value );
-    void negativeInteger( std::int64_t value );
-    void real( double value );
-    void string( std::string_view text );
+    void null( bool isDropped );
+    void boolean( bool value, bool isDropped );
+    void integer( std::uint64_t value, bool isDropped );
+    void negativeInteger( std::int64_t value, bool isDropped );
+    void real( double value, bool isDropped );
+    void string( std::string_view text, bool isDropped );
     void key( std::string_view name );
-    void containerStarts( bool isArray );
+    void containerStarts( bool isArray, bool isDropped );
     void containerEnds();
 
     // What was found, once the value of the whole file has been reported.
@@ -46,17 +46,25 @@ class ValueDigests {
     /// An open object or array.
     struct Level {
         bool isArray;
-        std::size_t firstPart; // in parts_
-        Digest name = {};      // of the last member
+        bool isDropped;
+        std::size_t firstPart;   // in parts_
+        std::size_t firstUnread; // in unreadParts_
+        Digest name = {};        // of the last member
     };
 
-    void valueEnds( Digest const& digest );
+    /// With the digest of what is dropped of it; zero for nothing.
+    void valueEnds( Digest const& digest, Digest const& unread );
+    void scalarEnds( Digest const& digest, bool isDropped ) {
+        valueEnds( digest, isDropped ? digest : Digest() );
+    }
+    static Digest digestOfParts( std::vector<Part>& all, std::size_t first, bool isArray );
     /// Whether digests of the values in the innermost open container are kept.
     bool keepsValues() const;
-    void keep( Digest const& digest );
+    void keep( Digest const& digest, Digest const& unread );
 
     std::vector<Level> levels_;
-    std::vector<Part> parts_; // of all open containers, the innermost last
+    std::vector<Part> parts_;       // of all open containers, the innermost last
+    std::vector<Part> unreadParts_; // the same of what is dropped, of containers that are not
 
     // Where in the file, as far as it matters: "/tables/3/match_attributes/key_fields" is list, element,
     // member, part.

@@ -57,14 +57,14 @@ ContextBuilder twoTables( U32 t, U32 u ) {
 String hex( U32 handle ) { return Bfri::textOf( Bfri::Hex( handle ) ); }
 String hex( char const* name ) { return hex( handleOf( name ) ); }
 
-/// What a renumbering that does no harm says of itself.
-String const sameStanding = ", and each new number stands for what the old one stood for";
-
-/// What stands before the totals, and the verdict.
+/// What comes before the totals, and the verdict for an agent that goes by name.
 String withoutTotals( String const& text ) {
     auto const from = text.find( "KIND " );
     auto const to = text.find( "\n\n", from );
-    return from == String::npos || to == String::npos ? text : text.substr( 0, from ) + text.substr( to + 2 );
+    auto const byHandle = text.find( "an agent that keeps handles" );
+    return from == String::npos || to == String::npos
+               ? text
+               : text.substr( 0, from ) + text.substr( to + 2, byHandle - to - 2 );
 }
 
 class Diff : public InFolder {
@@ -122,30 +122,33 @@ actions
   -! NoAction of gone
   +  NoAction of comes
 
-KIND           ADDED  REMOVED  CHANGED  MOVED  SAME
-tables             1        1        1      -     2
-resources          1        1        1      1     1
-counters           0        0        0      -     0
-meters             0        0        0      -     0
-wreds              0        0        0      -     0
-registers          0        0        0      -     0
-learn-quantas      0        0        0      -     0
-actions            1        1        0      -     3
-headers            0        0        0      -     0
-hashes             0        0        0      -     0
-phv                0        0        0      -     0
-handles            1        1        0      -     3
+KIND           ADDED  REMOVED  RENAMED  CHANGED  MOVED  SAME
+tables             1        1        0        1      -     2
+resources          1        1        0        1      1     1
+counters           0        0        0        0      -     0
+meters             0        0        0        0      -     0
+wreds              0        0        0        0      -     0
+registers          0        0        0        0      -     0
+learn-quantas      0        0        0        0      -     0
+actions            1        1        0        0      -     3
+headers            0        0        0        0      -     0
+hashes             0        0        0        0      -     0
+phv                0        0        0        0      -     0
+handles            1        1        0        0      -     3
 
-an agent that programs by name would notice (!): 1 table removed, 1 table shrunk, 1 resource removed, 1 resource shrunk, 1 action removed
+an agent that looks everything up by name notices: 1 table removed, 1 table shrunk, 1 resource removed, 1 resource shrunk, 1 action removed
+an agent that keeps handles notices: 1 table removed, 1 resource removed, 1 action removed
 )" );
     EXPECT_EQ( outcome.status, 1 );
 }
 
-/// The end of a text, behind an empty line.
-String verdict( String const& noticed ) {
-    return noticed.empty() ? "\nnames and sizes are compatible\n"
-                           : "\nan agent that programs by name would notice (!): " + noticed + '\n';
+String verdictOf( String const& noticed ) {
+    return "an agent that looks everything up by name notices" +
+           ( noticed.empty() ? String( " nothing\n" ) : ": " + noticed + '\n' );
 }
+
+/// The end of a text without totals, after an empty line.
+String verdict( String const& noticed ) { return '\n' + verdictOf( noticed ); }
 
 struct Verdict {
     char const* name;
@@ -162,7 +165,7 @@ class DiffOfOneTable : public Diff, public testing::WithParamInterface<Verdict> 
 TEST_P( DiffOfOneTable, HasItsLinesAndVerdict ) {
     auto const outcome = diff( contextWith( { GetParam().old } ), contextWith( { GetParam().now } ) );
     EXPECT_THAT( outcome.out, HasSubstr( GetParam().lines ) );
-    EXPECT_THAT( outcome.out, EndsWith( '\n' + verdict( GetParam().noticed ) ) );
+    EXPECT_THAT( withoutTotals( outcome.out ), EndsWith( verdict( GetParam().noticed ) ) );
     EXPECT_EQ( outcome.status, 1 );
 }
 
@@ -182,7 +185,9 @@ INSTANTIATE_TEST_SUITE_P(
                  "resources\n  ~  t  size 1024 -> 2048; stage 3 -> 5\n", none },
         Verdict{ "Longer", matchTable( "t" ),
                  matchTable( "t" ).stages( { StageTable(), StageTable().number( 1 ) } ),
-                 "resources\n  ~  t  stages 1 -> 2; stageNumbers [0] -> [0 1]\n", none },
+                 "resources\n  ~  t  stages 1 -> 2; stageNumbers [0] -> [0 1]; "
+                 "stageSizes [0: 1024] -> [0: 1024, 1: 1024]\n",
+                 none },
         Verdict{ "OfAnotherDirection", matchTable( "t" ),
                  matchTable( "t" ).with( "/direction", "\"egress\"" ),
                  "resources\n  ~! t  direction ingress -> egress\n", "1 resource changed" },
@@ -192,14 +197,14 @@ INSTANTIATE_TEST_SUITE_P(
         Verdict{ "WithFewerPartitions", matchTable( "t" ).partitions( 4 ), matchTable( "t" ).partitions( 2 ),
                  "tables\n  ~! t  maxPartitions 4 -> 2\n", "1 table shrunk" },
         Verdict{ "WithoutIdleTime", matchTable( "t" ).idleTime( 3 ), matchTable( "t" ),
-                 "tables\n  ~! t  hitBitSupported yes -> no; idleTimePrecision 3 -> -; ", "1 table changed" },
+                 "tables\n  ~! t  hitBitSupported yes -> no; idleTimePrecision 3 -> 0; ", "1 table changed" },
         Verdict{ "OfAnotherPipe", matchTable( "t" ).logicalPipe( "" ), matchTable( "t" ).logicalPipe( "a" ),
                  "tables\n  ~! t  logicalPipe - -> a\n", "1 table changed" },
         Verdict{ "WithoutActions", matchTable( "t" ).action( "hit" ).action( "miss" ), matchTable( "t" ),
                  "actions\n  -! hit of t\n  -! miss of t\n", "2 actions removed" },
         Verdict{ "WithMoreActions", matchTable( "t" ), matchTable( "t" ).action( "hit" ),
                  "actions\n  +  hit of t\n", none },
-        Verdict{ "WithNamesThatATerminalCantShow", matchTable( "\x1b[2J" ), matchTable( "t" ),
+        Verdict{ "WithNamesThatATerminalCantShow", matchTable( "\x1b[2J" ), matchTable( "t" ).size( 7 ),
                  "tables\n  -! \\x1b[2J  size 1024\n",
                  "1 table removed, 1 resource removed, 1 action removed" } ),
     []( auto const& row ) { return row.param.name; } );
@@ -244,7 +249,7 @@ INSTANTIATE_TEST_SUITE_P(
                     .phvStage( "g", 8 )
                     .with( "/phv_allocation/0/egress", "[]" )
                     .with( "/phv_allocation/1/egress", "[]" ),
-                "phv\n  ~! f  egressBytes 8 -> -\n  ~! g  egressBytes 8 -> -\n", "2 PHV fields removed" },
+                "phv\n  ~! f  egressBytes 8 -> -\n  ~! g  egressBytes 8 -> -\n", "2 PHV fields shrunk" },
         Others{ "LearnQuantas", context().learnQuanta( "l" ), context().learnQuanta( "m" ),
                 "learn-quantas\n  -! l\n  +  m\n", "1 learn-quanta removed" },
         Others{ "DirectCounterOfAnotherTable",
@@ -273,10 +278,8 @@ TEST_F( Diff, FoldsARenumberingOfAllHandles ) {
     writeSwitch( "new", { renumbered( completeContext().text() ) } );
     auto const outcome = diffAsWritten();
     String const text = withoutTotals( outcome.out );
-    EXPECT_TRUE(
-        text.starts_with( "handles of records that both have: 11 of 11 renumbered" + sameStanding + "\n  " ) )
-        << text;
-    EXPECT_THAT( text, EndsWith( "\n  and 8 more; --json has all\n\nnames and sizes are compatible\n" ) );
+    EXPECT_TRUE( text.starts_with( "handles of records that both have: 11 of 11 renumbered\n  " ) ) << text;
+    EXPECT_THAT( text, EndsWith( "\n  and 8 more; --json has all\n\n" + verdictOf( "" ) ) );
     EXPECT_THAT( outcome.out, Not( HasSubstr( "~" ) ) );
     EXPECT_EQ( outcome.status, 1 );
 }
@@ -284,7 +287,7 @@ TEST_F( Diff, FoldsARenumberingOfAllHandles ) {
 TEST_F( Diff, CountsTheHandlesThatStay ) {
     auto const outcome = diff( contextWith( { matchTable( "t" ), matchTable( "u" ).handle( 77 ) } ),
                                contextWith( { matchTable( "t" ), matchTable( "u" ).handle( 78 ) } ) );
-    EXPECT_THAT( outcome.out, HasSubstr( "both have: 1 of 3 renumbered" + sameStanding +
+    EXPECT_THAT( outcome.out, HasSubstr( "both have: 1 of 3 renumbered"
                                          "\n  table u 0x0000004d -> 0x0000004e\n\n" ) );
 }
 
@@ -300,7 +303,8 @@ TEST_F( Diff, SaysWhoseHandleIsRenumberedNotWhoReferencesIt ) {
         auto const answer = parsed( diffAsWritten( more ).out );
         return compact( answer[ "handles" ][ "renumbered" ] );
     };
-    String const numbers = R"(,"name":"a","from":)" + std::to_string( handleOf( "a" ) ) + R"(,"to":5}])";
+    String const numbers =
+        R"(,"name":"a","from":)" + std::to_string( handleOf( "a" ) ) + R"(,"to":5,"pipes":[0]}])";
     EXPECT_EQ( renumbered( {} ), R"([{"kind":"resource")" + numbers );
     EXPECT_EQ( renumbered( { "--only", "tables" } ), R"([{"kind":"handle")" + numbers );
 }
@@ -308,95 +312,68 @@ TEST_F( Diff, SaysWhoseHandleIsRenumberedNotWhoReferencesIt ) {
 TEST_F( Diff, ShowsHandlesThatChangePlaces ) {
     auto const outcome = diff( twoTables( 1, 2 ), twoTables( 2, 1 ) );
     EXPECT_EQ( withoutTotals( outcome.out ),
-               "handles of records that both have: 2 of 3 renumbered"
-               "; 2 of the old numbers now stand for something else\n"
-               "  table t 0x00000001 -> 0x00000002\n  table u 0x00000002 -> 0x00000001\n\n"
-               "names and sizes are compatible\n" );
-    EXPECT_EQ( compact( parsed( diffAsWritten( { "--json" } ).out )[ "handles" ] ),
-               R"({"renumbered":[{"kind":"table","name":"t","from":1,"to":2},)"
-               R"({"kind":"table","name":"u","from":2,"to":1}],"count":2,"of":3,"reused":2,"shared":[]})" );
-    EXPECT_EQ( withoutTotals( diffAsWritten( { "--only", "handle" } ).out ),
-               "handles of records that both have: 2 of 2 renumbered"
-               "; 2 of the old numbers now stand for something else\n"
-               "  handle t 0x00000001 -> 0x00000002\n  handle u 0x00000002 -> 0x00000001\n\n"
-               "names and sizes are compatible\n" );
+               "handles of records that both have: 2 of 3 renumbered\n"
+               "  table t 0x00000001 -> 0x00000002\n  table u 0x00000002 -> 0x00000001\n"
+               "handles that stand for another record now: 2\n"
+               "  0x00000001 table t -> table u\n  0x00000002 table u -> table t\n" +
+                   verdict( "" ) );
+    EXPECT_THAT( outcome.out, EndsWith( "\nan agent that keeps handles notices: 2 tables renumbered, "
+                                        "2 tables with a reused handle\n" ) );
+    EXPECT_EQ(
+        compact( parsed( diffAsWritten( { "--json" } ).out )[ "handles" ] ),
+        R"({"renumbered":[{"kind":"table","name":"t","from":1,"to":2,"pipes":[0]},)"
+        R"({"kind":"table","name":"u","from":2,"to":1,"pipes":[0]}],"count":2,"of":3,"reused":[)"
+        R"({"handle":1,"from":{"kind":"table","name":"t"},"to":{"kind":"table","name":"u"},"pipes":[0]},)"
+        R"({"handle":2,"from":{"kind":"table","name":"u"},"to":{"kind":"table","name":"t"},"pipes":[0]}]})" );
+    EXPECT_THAT( diffAsWritten( { "--only", "handle" } ).out,
+                 HasSubstr( "2 of 2 renumbered\n  handle t 0x00000001 -> 0x00000002\n"
+                            "  handle u 0x00000002 -> 0x00000001\n"
+                            "handles that stand for another record now: 2\n" ) );
 }
 
-TEST_F( Diff, DoesNotClaimOfAHandleThatIsTakenThatItStandsForTheSame ) {
+TEST_F( Diff, NoticesAHandleThatSeveralRecordsHaveNow ) {
     String const out = diff( twoTables( 1, 2 ), twoTables( 2, 2 ) ).out;
-    EXPECT_THAT( out, HasSubstr( "\nhandles of records that both have: 1 of 3 renumbered\n"
-                                 "  table t 0x00000001 -> 0x00000002\n"
-                                 "handles that stand for several records now:\n"
-                                 "  ! 0x00000002  t, u\n\n" ) );
-    EXPECT_THAT( out, EndsWith( "\nan agent that programs by name would notice (!): "
-                                "1 handle of several records\n" ) );
+    EXPECT_THAT( out,
+                 HasSubstr( "handles of records that both have: 1 of 3 renumbered\n"
+                            "  table t 0x00000001 -> 0x00000002\n"
+                            "! 0x00000002 table t with a duplicate handle: is the handle of t, u\n\n" ) );
+    EXPECT_THAT( withoutTotals( out ), EndsWith( verdict( "1 table with a duplicate handle" ) ) );
     auto const json = parsed( diffAsWritten( { "--json" } ).out );
-    EXPECT_EQ( compact( json[ "handles" ][ "shared" ] ), R"([{"handle":2,"names":["t","u"]}])" );
-    EXPECT_EQ( compact( json[ "verdict" ] ),
-               R"({"differs":true,"compatible":false,"notices":[)"
-               R"({"kind":"handle","handle":2,"names":["t","u"],"effect":"shared"}]})" );
+    EXPECT_EQ( compact( json[ "duplicates" ] ),
+               R"([{"kind":"table","name":"t","handle":2,"names":["t","u"],"handles":[],"pipes":[0]}])" );
     EXPECT_EQ( withoutTotals( diffAsWritten( { "--only", "actions" } ).out ), "no difference in actions\n" );
-    String const handles = diffAsWritten( { "--only", "handle" } ).out;
-    EXPECT_THAT( handles, HasSubstr( "\nhandles that stand for several records now:\n"
-                                     "  ! 0x00000002  t, u\n\n" ) );
-    EXPECT_THAT( handles, EndsWith( out.substr( out.find( "\nan agent" ) ) ) );
 }
 
-TEST_F( Diff, ClaimsNothingWhereSharingEnds ) {
-    auto const exchanged = contextWith( { matchTable( "t" ).handle( 2 ), matchTable( "v" ).handle( 2 ),
-                                          matchTable( "u" ).handle( 3 ), matchTable( "w" ).handle( 3 ) } );
-    for( auto const& now : { twoTables( 1, 2 ), twoTables( 2, 3 ),
-                             contextWith( { matchTable( "t" ).handle( 2 ) } ), exchanged } ) {
-        String const out = diff( twoTables( 1, 1 ), now, { "--only", "tables" } ).out;
-        EXPECT_THAT( out, HasSubstr( "both have: 1 of 1 renumbered\n" ) );
-    }
-}
-
-TEST_F( Diff, CountsANumberAsReusedThatGoesToTheSameNameOfAnotherPipeline ) {
-    String const a = contextWith( { matchTable( "t" ).logicalPipe( "a" ) } ).text();
-    String const b = contextWith( { matchTable( "t" ).logicalPipe( "b" ) } ).text();
-    writeSwitch( "old", { a, b }, true );
-    writeSwitch( "new", { b, a }, true );
-    String const out = diffAsWritten( { "--only", "table" } ).out;
-    EXPECT_THAT( out, HasSubstr( "2 of 2 renumbered; 2 of the old numbers now stand for something else\n" ) );
-}
-
-TEST_F( Diff, DoesNotClaimItOfAnActionEither ) {
+TEST_F( Diff, NoticesAnActionsHandleThatAnotherActionHasNow ) {
     auto const old = contextWith( { matchTable( "t" ).action( "hit" ).action( "miss" ) } );
     writeSwitch( "old", { old.text() } );
     JsonTree const miss = old.tree().at( "/tables/0/actions/1/handle" );
     writeSwitch( "new", { ContextBuilder( old ).with( "/tables/0/actions/0/handle", miss ).text() } );
-    String const out = diffAsWritten().out;
-    EXPECT_THAT( out, HasSubstr( "  NoAction of t, hit of t\n" ) );
-    EXPECT_THAT( out, Not( HasSubstr( sameStanding ) ) );
-    EXPECT_THAT( out, Not( HasSubstr( "names and sizes are compatible" ) ) );
+    auto const outcome = diffAsWritten();
+    EXPECT_THAT( outcome.out, HasSubstr( "action NoAction of t with a duplicate handle: "
+                                         "is the handle of NoAction, hit\n" ) );
+    EXPECT_THAT( withoutTotals( outcome.out ), EndsWith( verdict( "1 action with a duplicate handle" ) ) );
 }
 
 TEST_F( Diff, SeesNoHarmInWhatHadOneHandleBefore ) {
     auto const shared = twoTables( 1, 1 );
-    EXPECT_EQ( withoutTotals( diff( shared, twoTables( 2, 2 ) ).out ),
-               "handles of records that both have: 1 of 2 renumbered" + sameStanding +
-                   "\n  table t 0x00000001 -> 0x00000002\n  table u 0x00000001 -> 0x00000002\n\n"
-                   "names and sizes are compatible\n" );
-    String const renamed =
-        diff( shared, contextWith( { matchTable( "t" ).handle( 1 ), matchTable( "v" ).handle( 1 ) } ) ).out;
-    EXPECT_THAT( renamed, Not( HasSubstr( "several" ) ) );
+    EXPECT_THAT( diff( shared, twoTables( 2, 2 ) ).out, Not( HasSubstr( "duplicate" ) ) );
     String const third =
         diff( shared, contextWith( { matchTable( "t" ).handle( 1 ), matchTable( "u" ).handle( 1 ),
                                      matchTable( "v" ).handle( 1 ) } ) )
             .out;
-    EXPECT_THAT( third, HasSubstr( "  ! 0x00000001  t, u, v\n" ) );
+    EXPECT_THAT( third, HasSubstr( "duplicate handle: is the handle of t, u, v\n" ) );
 }
 
-TEST_F( Diff, ClaimsNothingWhereNumbersTellNothing ) {
+TEST_F( Diff, TellsHandlesOfSeveralProgramsApartWithoutARuntimeConfiguration ) {
     String const t = contextWith( { matchTable( "t" ).handle( 1 ) } ).text();
     String const u = contextWith( { matchTable( "u" ).handle( 2 ) } ).text();
     writeSwitch( "old", { t, u } );
     writeSwitch( "new", { t, contextWith( { matchTable( "u" ).handle( 1 ) } ).text() } );
     String const out = diffAsWritten( { "--only", "tables" } ).out;
     EXPECT_THAT( out, HasSubstr( "both have: 1 of 2 renumbered\n  table u " ) );
-    EXPECT_THAT( out, Not( HasSubstr( "several" ) ) );
-    EXPECT_TRUE( parsed( diffAsWritten( { "--json" } ).out )[ "handles" ][ "shared" ].IsNull() );
+    EXPECT_THAT( out, Not( HasSubstr( "duplicate" ) ) );
+    EXPECT_THAT( out, Not( HasSubstr( "another record" ) ) );
 }
 
 TEST_F( Diff, DoesNotFoldAReferenceToNothingKnown ) {
@@ -422,53 +399,53 @@ TEST_F( Diff, FoldsHitBitRangesThatOnlyStartElsewhere ) {
     EXPECT_THAT( outcome.out,
                  HasSubstr( "\nhit-bit ranges: 1 of 2 shifted, and each is as long as before\n" ) );
     EXPECT_THAT( outcome.out, Not( HasSubstr( "~  second" ) ) );
-    EXPECT_THAT( outcome.out, EndsWith( "\nnames and sizes are compatible\n" ) );
+    EXPECT_THAT( withoutTotals( outcome.out ), EndsWith( verdict( "" ) ) );
 }
 
 // Names that several records have.
 
-TEST_F( Diff, TellsTablesOfOneNameApartByTheirPipelines ) {
-    String const a = contextWith( { matchTable( "t" ).size( 100 ).logicalPipe( "a" ) } ).text();
-    String const b = contextWith( { matchTable( "t" ).size( 200 ).logicalPipe( "b" ) } ).text();
-    writeSwitch( "old", { a, b }, true );
-    writeSwitch( "new", { b }, true );
-    EXPECT_EQ( withoutTotals( diffAsWritten( { "--only", "table" } ).out ),
-               "tables\n  -! t  size 100\n\n"
-               "handles of records that both have: 1 of 1 renumbered" +
-                   sameStanding + "\n  table t 0x1" + hex( "t" ).substr( 3 ) + " -> " + hex( "t" ) + "\n\n" +
-                   "an agent that programs by name would notice (!): 1 table removed\n" );
+TEST_F( Diff, JoinsTablesOfOneNameByTheirPipes ) {
+    String const a = contextWith( { matchTable( "t" ).size( 100 ) } ).text();
+    String const b = contextWith( { matchTable( "t" ).size( 200 ) } ).text();
+    String const c = contextWith( { matchTable( "t" ).size( 300 ) } ).text();
+    for( bool const withRuntimeConfig : { false, true } ) {
+        writeSwitch( "old", { a, b }, withRuntimeConfig );
+        writeSwitch( "new", { a, c }, withRuntimeConfig );
+        EXPECT_EQ( withoutTotals( diffAsWritten( { "--only", "table" } ).out ),
+                   "tables\n  ~  t (pipes 1)  size, totalEntries, maxEntries 200 -> 300\n" + verdict( "" ) );
+    }
 }
 
-TEST_F( Diff, TellsRecordsWithoutAPipelineApartByTheirHandles ) {
-    String const a = contextWith( { matchTable( "t" ).size( 100 ).handle( 5 ) } ).text();
-    String const b = contextWith( { matchTable( "t" ).size( 200 ).handle( 5 ) } ).text();
-    writeSwitch( "old", { a, b }, true );
-    writeSwitch( "new", { contextWith( {} ).text(), b }, true );
+TEST_F( Diff, TellsWhatIsGoneFromAPipe ) {
+    String const t = contextWith( { matchTable( "t" ).handle( 5 ) } ).text();
+    writeSwitch( "old", { t, t }, true );
+    writeSwitch( "new", { contextWith( {} ).text(), t }, true );
     EXPECT_EQ( withoutTotals( diffAsWritten( { "--only", "resources" } ).out ),
-               "resources\n  -! t  size 100, stage 0\n\n"
-               "an agent that programs by name would notice (!): 1 resource removed\n" );
+               "resources\n  -! t (pipes 0)  size 1024, stage 0\n" + verdict( "1 resource removed" ) );
 }
 
 TEST_F( Diff, JoinsTheFirstOfANameWithTheFirst ) {
-    EXPECT_EQ(
-        withoutTotals( diff( contextWith( { matchTable( "t" ).size( 1 ).handle( 1 ),
-                                            matchTable( "t" ).size( 2 ).handle( 2 ) } ),
-                             contextWith( { matchTable( "t" ).size( 1 ).handle( 1 ),
-                                            matchTable( "t" ).size( 3 ).handle( 2 ),
-                                            matchTable( "t" ).size( 4 ).handle( 3 ) } ),
-                             { "--only", "resource" } )
-                           .out ),
-        "resources\n  +  t  size 4, stage 0\n  ~  t  size 2 -> 3\n\nnames and sizes are compatible\n" );
+    EXPECT_EQ( withoutTotals( diff( contextWith( { matchTable( "t" ).size( 1 ).handle( 1 ),
+                                                   matchTable( "t" ).size( 2 ).handle( 2 ) } ),
+                                    contextWith( { matchTable( "t" ).size( 1 ).handle( 1 ),
+                                                   matchTable( "t" ).size( 3 ).handle( 2 ),
+                                                   matchTable( "t" ).size( 4 ).handle( 3 ) } ),
+                                    { "--only", "resource" } )
+                                  .out ),
+               "resources\n  +  t  size 4, stage 0\n  ~  t  size 2 -> 3\n\n"
+               "! resource t with a duplicate name: with the handles 0x00000001, 0x00000002, 0x00000003\n" +
+                   verdict( "1 resource with a duplicate name" ) );
 }
 
 TEST_F( Diff, NoticesThatQueriesByNameAnswerForAnotherRecord ) {
-    String const a = contextWith( { matchTable( "t" ).logicalPipe( "a" ) } ).text();
-    String const b = contextWith( { matchTable( "t" ).logicalPipe( "b" ) } ).text();
-    writeSwitch( "old", { b } );
-    writeSwitch( "new", { a, b } );
+    String const empty = contextWith( {} ).text();
+    String const t = contextWith( { matchTable( "t" ) } ).text();
+    writeSwitch( "old", { empty, t } );
+    writeSwitch( "new", { t, t } );
     EXPECT_EQ( withoutTotals( diffAsWritten( { "--only", "table" } ).out ),
-               "tables\n  +  t  size 1024\n  ~! t  queries by name answer for another one now\n\n"
-               "an agent that programs by name would notice (!): 1 table changed\n" );
+               "tables\n  +  t (pipes 0)  size 1024\n"
+               "  ~! t (pipes 1)  queries by name answer for another one now\n" +
+                   verdict( "1 table hidden by a namesake" ) );
 }
 
 TEST_F( Diff, ShowsWhatHasChangedOfTheConfiguration ) {
@@ -476,8 +453,10 @@ TEST_F( Diff, ShowsWhatHasChangedOfTheConfiguration ) {
     writeSwitch( "old", { empty }, false );
     writeSwitch( "new", { empty, empty }, true );
     EXPECT_EQ( withoutTotals( diffAsWritten().out ),
+               "pipes\n  +  1  - -> new1.json, a first program\n\n"
                "configuration\n  ~  pipeMasks [0x00000001] -> [0x00000001 0x00000002]\n"
-               "  ~  handlesCarryPipe no -> yes\n\nnames and sizes are compatible\n" );
+               "  ~  handlesCarryPipe no -> yes\n" +
+                   verdict( "" ) );
 }
 
 // Options.
@@ -490,10 +469,11 @@ TEST_F( Diff, OfOnlyOneKindLeavesTheOthersOut ) {
     EXPECT_EQ( diffAsWritten( { "--only", "tables" } ).out, R"(tables
   ~! t  size, totalEntries, maxEntries 1024 -> 1
 
-KIND    ADDED  REMOVED  CHANGED  MOVED  SAME
-tables      0        0        1      -     0
+KIND    ADDED  REMOVED  RENAMED  CHANGED  MOVED  SAME
+tables      0        0        0        1      -     0
 
-an agent that programs by name would notice (!): 1 table shrunk
+an agent that looks everything up by name notices: 1 table shrunk
+an agent that keeps handles notices nothing
 )" );
     EXPECT_THAT( diffAsWritten( { "--only", "handle" } ).out,
                  HasSubstr( "handles\n  ~  t  size 1024 -> 1\n" ) );
@@ -523,26 +503,41 @@ TEST_F( Diff, AsJsonHoldsTheRecordsAndEachFieldThatDiffers ) {
     auto const old = contextWith( { staged( 3 ).action( "hit" ) } ).flexibleHeader( "h", 8 );
     auto const now = contextWith( { staged( 5 ).size( 512 ) } ).flexibleHeader( "g", 16 );
     auto const answer = parsed( diff( old, now, { "--json" } ).out );
-    EXPECT_EQ( memberNames( answer ), ( std::vector<String>{ "format", "old", "new", "configuration", "kinds",
-                                                             "handles", "hitBitRanges", "verdict" } ) );
+    EXPECT_EQ( memberNames( answer ),
+               ( std::vector<String>{ "format", "old", "new", "pipes", "configuration", "kinds", "handles",
+                                      "duplicates", "hitBitRanges", "unread", "verdict" } ) );
     EXPECT_EQ( compact( answer[ "new" ] ), "\"new\"" );
+    EXPECT_EQ( compact( answer[ "pipes" ] ),
+               R"([{"pipe":0,"from":"old0.json","to":"new0.json","change":"edited"}])" );
     auto const& kinds = answer[ "kinds" ];
     EXPECT_EQ( memberNames( kinds ).size(), Bfri::recordKinds().size() );
     EXPECT_EQ( compact( kinds[ "bfResources" ] ),
-               R"({"added":[],"removed":[],"changed":[{"name":"t","fields":[)"
+               R"({"added":[],"removed":[],"renamed":[],"leftOut":[],"cameBack":[],)"
+               R"("changed":[{"name":"t","pipes":[0],"fields":[)"
                R"({"field":"size","from":1024,"to":512}],"firstOfName":true}],)"
-               R"("moved":[{"name":"t","from":3,"to":5}],"same":0})" );
+               R"("moved":[{"name":"t","pipes":[0],"from":3,"to":5,"stages":{"from":[3],"to":[5]}}],)"
+               R"("reordered":false,"same":0})" );
     EXPECT_EQ( compact( kinds[ "bfHeaders" ] ),
-               R"({"added":[{"name":"g","size":2}],"removed":[{"name":"h","size":1}],)"
-               R"("changed":[],"moved":[],"same":0})" );
-    EXPECT_EQ( compact( answer[ "handles" ] ),
-               R"({"renumbered":[],"count":0,"of":2,"reused":0,"shared":[]})" );
+               R"({"added":[{"name":"g","size":2}],"removed":[{"name":"h","size":1}],"renamed":[],)"
+               R"("leftOut":[],"cameBack":[],"changed":[],"moved":[],"reordered":false,"same":0})" );
+    EXPECT_EQ( compact( answer[ "handles" ] ), R"({"renumbered":[],"count":0,"of":2,"reused":[]})" );
+    EXPECT_EQ( compact( answer[ "unread" ] ), R"({"tables":[],"members":[]})" );
     EXPECT_EQ( compact( answer[ "verdict" ] ),
-               R"({"differs":true,"compatible":false,"notices":[)"
-               R"({"kind":"table","name":"t","effect":"shrunk"},)"
-               R"({"kind":"resource","name":"t","effect":"shrunk"},)"
-               R"({"kind":"action","name":"hit","tableName":"t","effect":"removed"},)"
-               R"({"kind":"header","name":"h","effect":"removed"}]})" );
+               R"({"differs":true,"modelDiffers":true,"byName":false,"byHandle":false,"notices":[)"
+               R"({"level":"breaking","kind":"table","name":"t","code":"BD104",)"
+               R"("text":"size, totalEntries, maxEntries 1024 -> 512","from":1024,"to":512,"pipes":[0]},)"
+               R"({"level":"breaking","kind":"resource","name":"t","code":"BD104",)"
+               R"("text":"size 1024 -> 512","from":1024,"to":512,"pipes":[0]},)"
+               R"({"level":"breaking","kind":"action","name":"hit","code":"BD101","text":"is gone",)"
+               R"("from":null,"to":null,"tableName":"t","pipes":[0]},)"
+               R"({"level":"breaking","kind":"header","name":"h","code":"BD101","text":"is gone",)"
+               R"("from":null,"to":null,"pipes":[]},)"
+               R"({"level":"info","kind":"pipe","name":"0","code":"BD309","text":"old0.json -> new0.json",)"
+               R"("from":"old0.json","to":"new0.json","pipes":[0]},)"
+               R"({"level":"info","kind":"resource","name":"t","code":"BD304","text":"stage 3 -> 5",)"
+               R"("from":3,"to":5,"pipes":[0]},)"
+               R"({"level":"info","kind":"header","name":"g","code":"BD301","text":"is new",)"
+               R"("from":null,"to":null,"pipes":[]}]})" );
 }
 
 TEST_F( Diff, AsJsonHasNumberAndWordOfAType ) {
@@ -561,18 +556,18 @@ TEST_F( Diff, AsJsonHasNumberAndWordOfAType ) {
 TEST_F( Diff, AsJsonOfTheSameIsAnAnswer ) {
     auto const outcome = diff( completeContext(), completeContext(), { "--json" } );
     EXPECT_EQ( compact( parsed( outcome.out )[ "verdict" ] ),
-               R"({"differs":false,"compatible":true,"notices":[]})" );
+               R"({"differs":false,"modelDiffers":false,"byName":true,"byHandle":true,"notices":[]})" );
     EXPECT_EQ( outcome.status, 0 );
 }
 
 TEST_F( Diff, PaintsItsMarksOnATerminal ) {
-    diff( context().flexibleHeader( "gone", 8 ).flexibleHeader( "grows", 8 ),
+    diff( context().flexibleHeader( "gone", 16 ).flexibleHeader( "grows", 8 ),
           context().flexibleHeader( "comes", 8 ).flexibleHeader( "grows", 16 ) );
     std::ostringstream out;
     std::ostringstream err;
     char const* const arguments[] = { "bfri", "diff", "old", "new", "--only", "headers" };
     Bfri::run( 6, arguments, { out, err, { .color = true } } );
-    EXPECT_THAT( out.str(), HasSubstr( "\033[31m  -! gone  size 1\033[0m\n"
+    EXPECT_THAT( out.str(), HasSubstr( "\033[31m  -! gone  size 2\033[0m\n"
                                        "\033[32m  +  comes  size 1\033[0m\n"
                                        "\033[33m  ~! grows  size 1 -> 2\033[0m\n" ) );
 }

@@ -6,7 +6,6 @@
 namespace {
 
 using Bfri::Comparison;
-using Bfri::Effect;
 using Bfri::Kind;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -26,8 +25,9 @@ class Compared : public InFolder {
         return record;
     }
     Comparison comparison( Bfri::RecordKind const* only = nullptr ) const {
-        return compare( *old, *now, only );
+        return compare( *old, *now, { only } );
     }
+    std::vector<Bfri::Notice> notices() const { return verdictOf( comparison() ).notices; }
     static Bfri::KindComparison const& of( Comparison const& comparison, Kind kind ) {
         return comparison.kinds.at( static_cast<std::size_t>( kind ) );
     }
@@ -41,7 +41,7 @@ TEST_F( Compared, AlikeDoNotDiffer ) {
     EXPECT_FALSE( result.differs() );
     EXPECT_EQ( result.kinds.size(), Bfri::recordKinds().size() );
     EXPECT_EQ( of( result, Kind::tables ).same, 1U );
-    EXPECT_THAT( noticesOf( result ), IsEmpty() );
+    EXPECT_THAT( notices(), IsEmpty() );
 }
 
 TEST_F( Compared, KnowWhatIsNewAndGone ) {
@@ -53,22 +53,22 @@ TEST_F( Compared, KnowWhatIsNewAndGone ) {
     ASSERT_EQ( tables.added.size(), 1U );
     EXPECT_EQ( Bfri::valueAs<String>( tables.removed[ 0 ], "name" ), "gone" );
     EXPECT_EQ( Bfri::valueAs<String>( tables.added[ 0 ], "name" ), "new" );
-    auto const notices = noticesOf( result );
-    ASSERT_EQ( notices.size(), 1U );
-    EXPECT_EQ( notices[ 0 ].effect, Effect::removed );
-    EXPECT_EQ( notices[ 0 ].change, nullptr );
+    ASSERT_EQ( notices().size(), 2U );
+    EXPECT_STREQ( notices()[ 0 ].kind->code, "BD101" );
+    EXPECT_EQ( notices()[ 0 ].name, "gone" );
+    EXPECT_STREQ( notices()[ 1 ].kind->code, "BD301" );
+    EXPECT_EQ( notices()[ 1 ].name, "new" );
 }
 
 TEST_F( Compared, KnowFromWhatToWhatARecordHasChanged ) {
     old->parser().bfTablesPush( table( "lpm", 2, 512 ) );
     now->parser().bfTablesPush( table( "lpm", 2, 256 ) );
     auto const result = comparison();
-    auto const notices = noticesOf( result );
-    ASSERT_EQ( notices.size(), 1U );
-    EXPECT_EQ( notices[ 0 ].kind->kind, Kind::tables );
-    EXPECT_EQ( notices[ 0 ].effect, Effect::shrunk );
-    ASSERT_NE( notices[ 0 ].change, nullptr );
-    auto const& fields = notices[ 0 ].change->fields;
+    ASSERT_EQ( notices().size(), 1U );
+    EXPECT_EQ( notices()[ 0 ].what, "table" );
+    EXPECT_STREQ( notices()[ 0 ].kind->code, "BD104" );
+    EXPECT_EQ( notices()[ 0 ].text, "size 512 -> 256" );
+    auto const& fields = of( result, Kind::tables ).changed.at( 0 ).fields;
     ASSERT_EQ( fields.size(), 1U );
     EXPECT_EQ( fields[ 0 ].field, "size" );
     EXPECT_EQ( std::get<U32>( fields[ 0 ].from.is ), 512U );
@@ -85,7 +85,8 @@ TEST_F( Compared, FoldRenumberedHandles ) {
     EXPECT_EQ( result.handles.renumbered[ 0 ].kind, Kind::tables );
     EXPECT_EQ( result.handles.renumbered[ 0 ].from, 2U );
     EXPECT_EQ( result.handles.renumbered[ 0 ].to, 5U );
-    EXPECT_TRUE( isCompatible( result ) );
+    EXPECT_TRUE( verdictOf( result ).byName );
+    EXPECT_FALSE( verdictOf( result ).byHandle );
 }
 
 TEST_F( Compared, MayBeOfOneKindOnly ) {
@@ -98,9 +99,10 @@ TEST_F( Compared, MayBeOfOneKindOnly ) {
 
 TEST_F( Compared, AreMembersOfAJsonObject ) {
     std::vector<String> members;
-    for( Bfri::Field const& field : rowOf( comparison() ) )
+    for( Bfri::Field const& field : rowOf( comparison(), verdictOf( comparison() ) ) )
         members.emplace_back( field.name );
-    EXPECT_THAT( members, ElementsAre( "configuration", "kinds", "handles", "hitBitRanges", "verdict" ) );
+    EXPECT_THAT( members, ElementsAre( "pipes", "configuration", "kinds", "handles", "duplicates",
+                                       "hitBitRanges", "unread", "verdict" ) );
 }
 
 } // namespace

@@ -1,0 +1,328 @@
+#include "cli/terminal/DiffWords.h"
+
+#include "inspect/diff/ChangeText.h"
+#include "inspect/diff/Join.h"
+
+#include <set>
+
+namespace Bfri {
+
+namespace {
+
+U32 maskOf( Row const& row ) {
+    List const* const pipes = std::get_if<List>( &valueOf( row, "pipes" ).is );
+    U32 mask = 0;
+    for( std::size_t i = 0; pipes && i < pipes->size(); ++i )
+        mask |= U32{ 1 } << std::get<U32>( ( *pipes )[ i ].is );
+    return mask;
+}
+
+/// The lines of one comparison.
+class Lines {
+  public:
+    Lines( Comparison const& comparison, Verdict const& verdict )
+        : comparison_( comparison ), folded_( comparison ) {
+        for( Notice const& notice : verdict.notices ) {
+            std::string_view const code = notice.kind->code;
+            bool const isDuplicate = code == "BD107" || code == "BD108"; // has a line of its own
+            if( notice.kind->level == NoticeLevel::breaking && !isDuplicate )
+                noticed_.insert( key( notice.what, notice.name, notice.table, notice.pipes ) );
+        }
+    }
+
+    DiffSection ofPipes() const {
+        DiffSection section{ "pipes", {} };
+        std::vector<PipeComparison> groups; // pipe has a mask
+        for( PipeComparison const& pipe : comparison_.pipes ) {
+            auto known = std::find_if( groups.begin(), groups.end(), [ & ]( PipeComparison const& group ) {
+                return group.is == pipe.is && group.from == pipe.from && group.to == pipe.to;
+            } );
+            if( known == groups.end() )
+                known = groups.insert( groups.end(), { 0, pipe.is, pipe.from, pipe.to } );
+            known->pipe |= U32{ 1 } << pipe.pipe;
+        }
+        bool const isTold = comparison_.programs > 1;
+        for( PipeComparison const& group : groups ) {
+            if( isTold || group.is != PipeComparison::Is::edited )
+                section.lines.push_back( lineOf( group ) );
+        }
+        return section;
+    }
+
+    DiffSection ofKind( KindComparison const& kind ) const {
+        DiffSection section{ kind.kind->many, {} };
+        auto& lines = section.lines;
+        for( Row const& row : kind.removed )
+            lines.push_back( { '-', isNoticed( kind, row ), labelOf( row ), briefOf( row ) } );
+        for( OmittedRecord const& one : kind.leftOut )
+            lines.push_back( { '-', true, labelOf( one.row ), "left out: " + one.reason } );
+        for( Row const& row : kind.added )
+            lines.push_back( { '+', false, labelOf( row ), briefOf( row ) } );
+        for( OmittedRecord const& one : kind.cameBack )
+            lines.push_back( { '+', false, labelOf( one.row ), "was left out: " + one.reason } );
+        for( ChangedRecord const& record : kind.changed ) {
+            if( record.hasChanged() || record.move || !folded_.has( *kind.kind, record ) )
+                lines.push_back(
+                    { '~', isNoticed( kind, record.row ), labelOf( *kind.kind, record ), textOf( record ) } );
+        }
+        if( kind.reordered )
+            lines.push_back( { '~', false, "(all)", "in another order" } );
+        return section;
+    }
+
+  private:
+    using Key = std::tuple<String, String, String, U32>;
+
+    static Key key( String const& what, String const& name, std::optional<String> const& table,
+                    List const& pipes ) {
+        return { what, name, table.value_or( "" ), maskOf( { { "pipes", pipes } } ) };
+    }
+    bool isNoticed( KindComparison const& kind, Row const& row ) const {
+        Identity const identity( row );
+        return noticed_.count( { kind.kind->one, identity.name, identity.table ? *identity.table : "",
+                                 maskOf( row ) } ) > 0;
+    }
+
+    static DiffLine lineOf( PipeComparison const& group ) {
+        static constexpr char const* words[] = { "", ", another program", ", no program any more",
+                                                 ", a first program" };
+        auto const path = []( std::optional<String> const& file ) { return file ? Value( *file ) : Value(); };
+        using Is = PipeComparison::Is;
+        return { group.is == Is::removed ? '-'
+                 : group.is == Is::added ? '+'
+                                         : '~',
+                 group.is == Is::replaced || group.is == Is::removed, pipesText( group.pipe ),
+                 fromTo( path( group.from ), path( group.to ) ) + words[ static_cast<int>( group.is ) ] };
+    }
+
+    /// With the pipes, where there are several programs.
+    String labelOf( Row const& row, String const& newName = {} ) const {
+        Identity const identity( row );
+        U32 const mask = maskOf( row );
+        return identity.name + ( identity.table ? " of " + *identity.table : "" ) +
+               ( newName.empty() ? "" : " -> " + newName ) +
+               ( comparison_.programs > 1 && mask ? " (pipes " + pipesText( mask ) + ')' : "" );
+    }
+    String labelOf( RecordKind const& kind, ChangedRecord const& record ) const {
+        bool const isNew = record.renamed && !( kind.kind == Kind::actions && folded_.has( kind, record ) );
+        return labelOf( record.row, isNew ? Identity( record.now ).name : "" );
+    }
+
+    /// What tells most about a record that the other configuration does not have.
+    static String briefOf( Row const& row ) {
+        String text;
+        for( auto const& [ field, title ] :
+             { std::pair( "size", "size " ), std::pair( "stageStart", "stage " ) } ) {
+            if( Value const& value = valueOf( row, field ); value.is.index() != 0 )
+                text += ( text.empty() ? "" : ", " ) + String( title ) + Bfri::lineOf( value );
+        }
+        return text;
+    }
+    static String textOf( ChangedRecord const& record ) {
+        String text = Bfri::lineOf( record.fields );
+        auto const add = [ & ]( String const& more ) { text += ( text.empty() ? "" : "; " ) + more; };
+        if( record.move )
+            add( "stage " + fromTo( record.move->from, record.move->to ) );
+        if( record.displaced )
+            add( "queries by name answer for another one now" );
+        return text;
+    }
+
+    Comparison const& comparison_;
+    FoldedRenames const folded_;
+    std::set<Key> noticed_;
+};
+
+} // namespace
+
+std::vector<DiffSection> sectionsOf( Comparison const& comparison, Verdict const& verdict ) {
+    Lines const lines( comparison, verdict );
+    std::vector<DiffSection> sections{ lines.ofPipes(), { "configuration", {} } };
+    for( Change const& change : comparison.configuration )
+        sections.back().lines.push_back(
+            { '~', false, String( change.field ) + ' ' + fromTo( change.from, change.to ), "" } );
+    for( KindComparison const& kind : comparison.kinds )
+        sections.push_back(
+            lines.ofKind( kind.kind->kind == Kind::handles ? placedAlone( kind, comparison ) : kind ) );
+    std::erase_if( sections, []( DiffSection const& section ) { return section.lines.empty(); } );
+    return sections;
+}
+
+DiffSection unreadSection( Unread const& unread ) {
+    DiffSection section{ "not read by the library", {} };
+    for( UnreadTable const& table : unread.tables ) {
+        char const mark = table.is == UnreadTable::Is::added     ? '+'
+                          : table.is == UnreadTable::Is::removed ? '-'
+                                                                 : '~';
+        section.lines.push_back( { mark, false, "table " + table.name, mark == '~' ? textOf( table ) : "" } );
+    }
+    for( UnreadMember const& member : unread.members )
+        section.lines.push_back( { '~', false, "section " + member.name, "" } );
+    return section;
+}
+
+namespace {
+
+U32 number( std::size_t count ) { return static_cast<U32>( count ); }
+
+template<class Is>
+U32 countIf( std::vector<ChangedRecord> const& records, Is is ) {
+    return number( static_cast<std::size_t>( std::count_if( records.begin(), records.end(), is ) ) );
+}
+
+} // namespace
+
+RowList totalsOf( Comparison const& comparison ) {
+    bool const anyOmitted =
+        std::any_of( comparison.kinds.begin(), comparison.kinds.end(),
+                     []( auto const& kind ) { return !kind.leftOut.empty() || !kind.cameBack.empty(); } );
+    RowList totals;
+    for( KindComparison const& kind : comparison.kinds ) {
+        bool const isMovable = kind.kind->kind == Kind::resources;
+        Row row{ { "KIND", kind.kind->many },
+                 { "ADDED", number( kind.added.size() ) },
+                 { "REMOVED", number( kind.removed.size() ) } };
+        if( anyOmitted ) {
+            row.push_back( { "LEFT OUT", number( kind.leftOut.size() ) } );
+            row.push_back( { "BACK", number( kind.cameBack.size() ) } );
+        }
+        row.push_back(
+            { "RENAMED", countIf( kind.changed, []( auto const& one ) { return one.renamed; } ) } );
+        row.push_back(
+            { "CHANGED", countIf( kind.changed, []( auto const& one ) { return one.hasChanged(); } ) } );
+        row.push_back(
+            { "MOVED", isMovable ? Value( countIf( kind.changed,
+                                                   []( auto const& one ) { return one.move.has_value(); } ) )
+                                 : Value() } );
+        row.push_back( { "SAME", number( kind.same ) } );
+        totals.rows.push_back( std::move( row ) );
+    }
+    if( !totals.rows.empty() )
+        totals.header = totals.rows.front();
+    for( Field& field : totals.header ) {
+        if( field.name == "MOVED" )
+            field.value = U32{ 0 };
+    }
+    return totals;
+}
+
+namespace {
+
+/// "1 table", "2 PHV fields"; of what is no kind of record the word itself.
+String countedWords( String const& what, std::size_t count ) {
+    RecordKind const* const kind = kindOf( std::string_view( what ) );
+    if( !kind )
+        return std::to_string( count ) + ' ' + what + ( count == 1 ? "" : "s" );
+    bool const isPhv = kind->kind == Kind::phvFields; // its words in commands are no nouns
+    char const* const one = isPhv ? kind->noun : kind->one;
+    char const* const several = isPhv ? kind->nouns : kind->many;
+    return std::to_string( count ) + ' ' + ( count == 1 ? one : several );
+}
+
+String verdictSentence( Verdict const& verdict, NoticeLevel level, char const* agent, bool isSafe ) {
+    if( isSafe )
+        return String( agent ) + " notices nothing";
+    return String( agent ) + " notices: " + countsOf( verdict, level );
+}
+
+} // namespace
+
+String countsOf( Verdict const& verdict, NoticeLevel level ) {
+    using Record = std::tuple<String, String, U32>;
+    std::vector<std::pair<Notice const*, std::set<Record>>> counts;
+    for( Notice const& notice : verdict.notices ) {
+        bool const isHandle = level == NoticeLevel::handle;
+        std::string_view const code = notice.kind->code;
+        if( notice.kind->level != level && !( isHandle && ( code == "BD101" || code == "BD103" ) ) )
+            continue;
+        auto const alike = std::find_if( counts.begin(), counts.end(), [ & ]( auto const& count ) {
+            return count.first->what == notice.what && count.first->kind == notice.kind;
+        } );
+        std::set<Record>& records =
+            alike == counts.end() ? counts.emplace_back( &notice, std::set<Record>() ).second : alike->second;
+        records.emplace( notice.name, notice.table.value_or( "" ), maskOf( { { "pipes", notice.pipes } } ) );
+    }
+    String text;
+    for( auto const& [ notice, records ] : counts )
+        text += ( text.empty() ? "" : ", " ) + countedWords( notice->what, records.size() ) + ' ' +
+                notice->kind->counted;
+    return text;
+}
+
+String byNameSentence( Verdict const& verdict ) {
+    return verdictSentence( verdict, NoticeLevel::breaking, "an agent that looks everything up by name",
+                            verdict.byName );
+}
+
+String byHandleSentence( Verdict const& verdict ) {
+    return verdictSentence( verdict, NoticeLevel::handle, "an agent that keeps handles", verdict.byHandle );
+}
+
+String unreadCounts( Unread const& unread ) {
+    String text;
+    if( std::size_t const count = unread.tables.size() )
+        text = countedWords( "table", count );
+    if( std::size_t const count = unread.members.size() )
+        text += ( text.empty() ? "" : " and " ) + countedWords( "section", count );
+    return text;
+}
+
+String unreadNames( Unread const& unread ) {
+    constexpr std::size_t most = 3;
+    std::vector<String> names;
+    for( UnreadTable const& table : unread.tables )
+        names.push_back( table.name );
+    for( UnreadMember const& member : unread.members )
+        names.push_back( member.name );
+    String text;
+    for( std::size_t i = 0; i < std::min( most, names.size() ); ++i )
+        text += ( i == 0 ? "" : ", " ) + names[ i ];
+    return text + ( names.size() > most ? ", ..." : "" );
+}
+
+String sameness( Comparison const& comparison ) {
+    bool const hasLines =
+        comparison.modelDiffers() ||
+        std::any_of( comparison.kinds.begin(), comparison.kinds.end(),
+                     []( auto const& kind ) { return kind.differs(); } ) ||
+        std::any_of( comparison.pipes.begin(), comparison.pipes.end(),
+                     []( auto const& pipe ) { return pipe.is != PipeComparison::Is::edited; } );
+    if( hasLines )
+        return "";
+    if( !comparison.unread.differs() )
+        return comparison.kinds.size() == 1
+                   ? String( "no difference in " ) + comparison.kinds.front().kind->many
+                   : "no difference";
+    bool const isOne = comparison.unread.tables.size() + comparison.unread.members.size() == 1;
+    return "no difference in what the library reads; " + unreadCounts( comparison.unread ) +
+           ( isOne ? " differs" : " differ" ) + " in what it does not";
+}
+
+String renumberedLine( Handles const& handles ) {
+    return handles.tally.differing == 0
+               ? ""
+               : "handles of records that both have: " + std::to_string( handles.tally.differing ) + " of " +
+                     std::to_string( handles.tally.all ) + " renumbered";
+}
+
+String lineOf( Renumbering const& handle ) {
+    return kindOf( handle.kind ).one + ( ' ' + handle.label() ) + ' ' +
+           fromTo( Hex( handle.from ), Hex( handle.to ) );
+}
+
+String lineOf( ReusedHandle const& handle ) {
+    auto const label = []( HandleOwner const& owner ) {
+        return kindOf( owner.kind ).one + ( ' ' + owner.label() );
+    };
+    return hexText( handle.handle ) + ' ' + label( handle.from ) + " -> " + label( handle.to );
+}
+
+String shiftedLine( Comparison const& comparison ) {
+    Tally const& shifted = comparison.shifted;
+    return shifted.differing == 0
+               ? ""
+               : "hit-bit ranges: " + std::to_string( shifted.differing ) + " of " +
+                     std::to_string( shifted.all ) + " shifted, and each is as long as before";
+}
+
+} // namespace Bfri

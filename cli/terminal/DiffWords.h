@@ -1,0 +1,57 @@
+#pragma once
+
+// A comparison in lines, for a terminal and for a pull request.
+
+#include "inspect/diff/Verdict.h"
+
+#include <map>
+
+namespace Bfri {
+
+/// One line: its mark, whether an agent that goes by name notices, and what it says. The texts are bytes.
+struct DiffLine {
+    char mark; ///< '-', '+' or '~'
+    bool isNoticed;
+    String label;
+    String text;
+};
+
+struct DiffSection {
+    String title;
+    std::vector<DiffLine> lines;
+};
+
+/// What differs, section by section. Nothing of what takes a line of its own elsewhere, such as handles.
+std::vector<DiffSection> sectionsOf( Comparison const& comparison, Verdict const& verdict );
+
+/// What `unread` has, table by table.
+DiffSection unreadSection( Unread const& unread );
+
+/// A row of counts a kind: "KIND", "ADDED", and so on.
+RowList totalsOf( Comparison const& comparison );
+
+/// "2 tables removed, 1 action renamed": the notices of a level, or nothing.
+String countsOf( Verdict const& verdict, NoticeLevel level );
+
+/// The two sentences of the verdict.
+String byNameSentence( Verdict const& verdict );
+String byHandleSentence( Verdict const& verdict );
+
+/// "3 tables and 1 section", and the names of the first.
+String unreadCounts( Unread const& unread );
+String unreadNames( Unread const& unread );
+
+/// What a comparison says where it has no lines: that nothing differs, or nothing but what the library does
+/// not read. Empty where it has lines.
+String sameness( Comparison const& comparison );
+
+/// "handles of records that both have: 3 of 11 renumbered"; empty where none is.
+String renumberedLine( Handles const& handles );
+/// "table t 0x00000001 -> 0x00000002".
+String lineOf( Renumbering const& handle );
+/// "0x00000001 table t -> table u".
+String lineOf( ReusedHandle const& handle );
+/// "hit-bit ranges: 1 of 2 shifted, and each is as long as before"; empty where none is.
+String shiftedLine( Comparison const& comparison );
+
+} // namespace Bfri

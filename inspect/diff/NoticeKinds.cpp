@@ -1,0 +1,126 @@
+#include "inspect/diff/Verdict.h"
+#include "inspect/model/Names.h"
+
+#include <cctype>
+
+namespace Bfri {
+
+namespace {
+
+constexpr auto info = NoticeLevel::info;
+constexpr auto onHandles = NoticeLevel::handle;
+constexpr auto breaking = NoticeLevel::breaking;
+
+constexpr NoticeKind kinds[] = {
+    { "BD101", "removed-record", breaking, "removed",
+      "The new configuration does not have the record on these pipes.",
+      "Remove it from what the agent uses, or bring it back in the P4 program." },
+    { "BD102", "renamed-record", breaking, "renamed",
+      "The record has another name, and agrees with the old one in nearly everything else: tables of one "
+      "type "
+      "in handle, size, stages and actions, or in three of these; where the handle differs, in all the rest "
+      "and in the keys, and no third table does. Actions of one table pair by handle, learn quantas and "
+      "hashes by handle with one other difference at most, headers and PHV fields where nothing else "
+      "differs.",
+      "Use the new name in the agent. With --no-renames, the pair is a removed and an added record." },
+    { "BD103", "left-out-record", breaking, "left out",
+      "The context file still has the table or the learn quanta, but the model has no record of it: it is "
+      "not resource-controllable, or has static entries, or no \"lq_cfg_type\". The text says which.",
+      "Make the table controllable without constant entries, or remove it from what the agent programs." },
+    { "BD104", "shrunk-record", breaking, "shrunk", "The record has less room than before.",
+      "See whether the agent's entries still fit." },
+    { "BD105", "changed-answer", breaking, "changed",
+      "A query by name has another answer: a flag, a width, the associated table, the size of a header, the "
+      "position of a hash's field.",
+      "See whether the agent depends on the old answer." },
+    { "BD106", "hidden-record", breaking, "hidden by a namesake",
+      "Queries by name answered for this record; now they answer for another one of the same name, most "
+      "likely of another pipe.",
+      "Look the record up by handle or by index, or rename one of them." },
+    { "BD107", "duplicate-name", breaking, "with a duplicate name",
+      "Several records of one program have this name now, as findings BF201 to BF203 of 'bfri check' say. "
+      "Queries by name answer for the first.",
+      "Rename all but one in the P4 program." },
+    { "BD108", "duplicate-handle", breaking, "with a duplicate handle",
+      "Records with different names share this handle now, as findings BF204 and BF205 of 'bfri check' say.",
+      "Compile the program again; the compiler numbers its records." },
+    { "BD109", "replaced-program", breaking, "with another program",
+      "The pipe runs a program that other pipes ran before, or one that has more names in common with such a "
+      "program than with the pipe's former one.",
+      "If the pipes were not meant to change programs, correct \"pipes\" in the switch configuration." },
+    { "BD110", "removed-program", breaking, "without a program", "The pipe runs no program any more.",
+      "If it should run one, add the pipe to a pipeline of the switch configuration." },
+    { "BD201", "renumbered-handle", onHandles, "renumbered", "The record has another handle.",
+      "Let the agent look up the handle when it starts." },
+    { "BD202", "reused-handle", onHandles, "with a reused handle",
+      "The handle of this record is the handle of another record now.",
+      "An agent that kept the number would program the wrong record: look up handles when the agent "
+      "starts." },
+    { "BD203", "removed-handle", onHandles, "no longer placed",
+      "There is no placed table with this handle any more.", "Look up handles when the agent starts." },
+    { "BD301", "added-record", info, "added", "The old configuration does not have the record.",
+      "Nothing, unless the agent is to use it." },
+    { "BD302", "returned-record", info, "no longer left out",
+      "The model left the record out before, for the reason that the text says, and has it now.",
+      "Nothing, unless the agent is to use it." },
+    { "BD303", "grown-record", info, "grown", "The record has more room than before.", "Nothing." },
+    { "BD304", "moved-record", info, "in other stages",
+      "The record takes other stages, or its entries are spread over them in another way.", "Nothing." },
+    { "BD305", "shifted-hit-bits", info, "with shifted hit bits",
+      "Hit-bit ranges start in another slot, and are as long as before.",
+      "Nothing: slots are looked up when they are needed." },
+    { "BD306", "changed-references", info, "with other references",
+      "A placed table lists other counters, meters or registers.", "Nothing, if it is meant." },
+    { "BD307", "unread-table", info, "with unread differences",
+      "Members of the table that the library does not read differ, such as its keys, the parameters of an "
+      "action, or its memory.",
+      "See whether what programs the chip by other ways than the library depends on them." },
+    { "BD308", "unread-member", info, "different",
+      "A top-level member of the context file differs in what the library does not read.",
+      "See whether what programs the chip by other ways than the library depends on it." },
+    { "BD309", "edited-program", info, "with an edited program",
+      "The context file of the pipe's program has other values.", "See the other notices." },
+    { "BD310", "added-program", info, "with a first program", "The pipe ran no program before.", "Nothing." },
+    { "BD311", "changed-configuration", info, "changed",
+      "Something differs that is no record's: the masks of the pipes, whether handles carry the pipe, or the "
+      "number of hit-bit slots.",
+      "Nothing, if it is meant." },
+    { "BD312", "reordered-records", info, "in another order",
+      "Records that both configurations have come in another order, so that indexes differ.",
+      "Nothing for an agent that goes by name or handle." },
+};
+
+String capitals( String text ) {
+    std::transform( text.begin(), text.end(), text.begin(),
+                    []( unsigned char c ) { return static_cast<char>( std::toupper( c ) ); } );
+    return text;
+}
+
+} // namespace
+
+char const* wordOf( NoticeLevel level ) {
+    return level == breaking ? "breaking" : level == onHandles ? "handle" : "info";
+}
+
+std::span<NoticeKind const> noticeKinds() { return kinds; }
+
+NoticeKind const* noticeKindOf( String const& word ) {
+    String const wanted = capitals( word );
+    auto const found = std::find_if( std::begin( kinds ), std::end( kinds ), [ & ]( NoticeKind const& kind ) {
+        return wanted == kind.code || wanted == capitals( kind.title );
+    } );
+    return found == std::end( kinds ) ? nullptr : found;
+}
+
+std::vector<String> noticesLike( String const& word ) {
+    std::vector<String> codes;
+    std::vector<String> titles;
+    for( NoticeKind const& kind : kinds ) {
+        codes.emplace_back( kind.code );
+        titles.emplace_back( kind.title );
+    }
+    auto const near = nearest( codes, word );
+    return near.empty() ? nearest( titles, word ) : near;
+}
+
+} // namespace Bfri

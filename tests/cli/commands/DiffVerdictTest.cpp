@@ -1,0 +1,161 @@
+#include "inspect/diff/Verdict.h"
+#include "tests/cli/Inputs.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace Support;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+class DiffVerdict : public InFolder {
+  protected:
+    static Outcome diff( ContextBuilder const& old, ContextBuilder const& now,
+                         std::vector<char const*> more = {} ) {
+        writeFile( "old.json", old.text() );
+        writeFile( "new.json", now.text() );
+        more.insert( more.begin(), { "diff", "old.json", "new.json" } );
+        return bfri( more );
+    }
+    static ContextBuilder program( String const& name = "t" ) {
+        return ContextBuilder()
+            .table( Support::matchTable( name ).with( "/match_attributes/key_fields", "[1]" ) )
+            .table( Support::matchTable( "u" ) )
+            .with( "/parser", "1" );
+    }
+};
+
+TEST_F( DiffVerdict, DecidesAboutTheExitStatus ) {
+    ContextBuilder const old = program();
+    struct {
+        ContextBuilder now;
+        int any, breaking, handles;
+    } const rows[] = {
+        { program(), 0, 0, 0 },
+        { program().with( "/parser", "2" ), 1, 0, 0 },
+        { program().with( "/tables/0/handle", "5" ), 1, 0, 1 },
+        { program().with( "/tables/0/size", "5" ), 1, 1, 1 },
+    };
+    for( auto const& row : rows ) {
+        EXPECT_EQ( diff( old, row.now ).status, row.any );
+        EXPECT_EQ( diff( old, row.now, { "--fail-on", "any" } ).status, row.any );
+        EXPECT_EQ( diff( old, row.now, { "--fail-on", "breaking" } ).status, row.breaking );
+        EXPECT_EQ( diff( old, row.now, { "--fail-on", "handles" } ).status, row.handles );
+        EXPECT_EQ( diff( old, row.now, { "--fail-on", "never" } ).status, 0 );
+    }
+    EXPECT_EQ( diff( old, old, { "--fail-on", "never" } ).out, "no difference\n" );
+    EXPECT_EQ( diff( old, old, { "--fail-on", "all" } ).status, 2 );
+    EXPECT_EQ( bfri( { "diff", "old.json", "missing.json", "--fail-on", "never" } ).status, 3 );
+}
+
+TEST_F( DiffVerdict, SaysWhatTheLibraryDoesNotRead ) {
+    auto const edited = program()
+                            .with( "/parser", "2" )
+                            .with( "/tables/0/match_attributes/key_fields", "[2]" )
+                            .with( "/tables/1/memory", "[]" );
+    EXPECT_EQ( diff( program(), edited ).out,
+               "no difference in what the library reads; 2 tables and 1 section differ in what it does not: "
+               "t, u, parser\n" );
+    EXPECT_EQ( diff( program(), edited, { "--unread" } ).out,
+               "no difference in what the library reads; 2 tables and 1 section differ in what it does not:\n"
+               "not read by the library\n"
+               "  ~  table t  match_attributes/key_fields\n"
+               "  ~  table u  memory\n"
+               "  ~  section parser\n\n" );
+    auto resized = edited;
+    EXPECT_THAT(
+        diff( program(), resized.with( "/tables/0/size", "9" ) ).out,
+        HasSubstr( "\nnot read by the library: 2 tables and 1 section (t, u, parser); --unread lists "
+                   "all\n" ) );
+    EXPECT_EQ( diff( program(), program().with( "/parser", "2" ) ).out,
+               "no difference in what the library reads; 1 section differs in what it does not: parser\n" );
+}
+
+TEST_F( DiffVerdict, FoldsARenameIntoOneLine ) {
+    ContextBuilder renamed = program();
+    renamed.with( "/tables/0/name", "\"tt\"" );
+    EXPECT_THAT( diff( program(), renamed ).out, StartsWith( "tables\n  ~! t -> tt\n\nKIND " ) );
+    auto const json = parsed( diff( program(), renamed, { "--json" } ).out );
+    EXPECT_EQ( compact( json[ "kinds" ][ "bfTables" ][ "renamed" ] ),
+               R"([{"from":"t","to":"tt","pipes":[0]}])" );
+    EXPECT_EQ( compact( json[ "kinds" ][ "bfActions" ][ "renamed" ] ),
+               R"([{"from":"NoAction","to":"NoAction","tableName":{"from":"t","to":"tt"},"pipes":[0]}])" );
+    String const apart = diff( program(), renamed, { "--no-renames" } ).out;
+    EXPECT_THAT( apart, StartsWith( "tables\n  -! t  size 1024\n  +  tt  size 1024\n" ) );
+    EXPECT_THAT( apart, HasSubstr( "handles that stand for another record now: 1\n" ) );
+}
+
+TEST_F( DiffVerdict, SaysWhyATableIsLeftOut ) {
+    String const out = diff( program(), program().with( "/tables/0/static_entries", "[1,2]" ) ).out;
+    EXPECT_THAT( out, StartsWith( "tables\n  -! t  left out: it has 2 static entries\n" ) );
+    EXPECT_THAT( out, HasSubstr( "KIND           ADDED  REMOVED  LEFT OUT  BACK  RENAMED " ) );
+    auto const json = parsed(
+        diff( program().with( "/tables/0/is_resource_controllable", "false" ), program(), { "--json" } )
+            .out );
+    EXPECT_EQ( compact( json[ "kinds" ][ "bfTables" ][ "cameBack" ] ),
+               R"([{"name":"t","handle":)" + std::to_string( handleOf( "t" ) ) +
+                   R"(,"pipes":[0],"reason":"its \"is_resource_controllable\" is false"}])" );
+}
+
+TEST_F( DiffVerdict, ExplainsItsCodes ) {
+    auto const one = bfri( { "diff", "--explain", "bd104" } );
+    EXPECT_EQ( one.status, 0 );
+    EXPECT_THAT( one.out, StartsWith( "BD104 shrunk-record (breaking)\n\n" ) );
+    EXPECT_THAT( one.out, HasSubstr( "\n\nWhat to do: " ) );
+    auto const all = bfri( { "diff", "--explain", "all" } );
+    EXPECT_THAT( all.out, HasSubstr( "\nBD202  reused-handle (handle)\n" ) );
+    auto const json = parsed( bfri( { "diff", "--explain", "all", "--json" } ).out );
+    EXPECT_EQ( json[ "codes" ].Size(), Bfri::noticeKinds().size() );
+    EXPECT_EQ( bfri( { "diff", "--explain", "BD999" } ).status, 2 );
+    EXPECT_EQ( bfri( { "diff", "old", "new", "--explain", "BD104" } ).status, 2 );
+    EXPECT_EQ( bfri( { "diff", "old" } ).status, 2 );
+    EXPECT_EQ( bfri( { "diff" } ).status, 2 );
+}
+
+TEST_F( DiffVerdict, AsMarkdownHasVerdictCountsAndDetails ) {
+    auto const outcome = diff( program(), program().with( "/tables/0/size", "9" ), { "--markdown" } );
+    EXPECT_EQ( outcome.status, 1 );
+    EXPECT_THAT( outcome.out,
+                 StartsWith( "**Breaking**: an agent that looks everything up by name notices" ) );
+    EXPECT_THAT( outcome.out, HasSubstr( "| KIND | ADDED | REMOVED | RENAMED | CHANGED | MOVED | SAME |\n"
+                                         "| --- | --- | --- | --- | --- | --- | --- |\n"
+                                         "| tables | 0 | 0 | 0 | 1 |  | 1 |\n" ) );
+    EXPECT_THAT( outcome.out, HasSubstr( "<details><summary>tables (1)</summary>" ) );
+    EXPECT_EQ( diff( program(), program(), { "--markdown" } ).out, "**no difference**\n" );
+    EXPECT_EQ( diff( program(), program(), { "--markdown", "--json" } ).status, 2 );
+}
+
+TEST_F( DiffVerdict, AsMarkdownIsNoMarkupOfItsNames ) {
+    for( char const* const name :
+         { "</details><script>x</script>", "`code`", "**bold**", "[link](http://x.y)", "![i](//x)",
+           "@user #12", "www.example.com", "| cell |", "a\nb\n# title", "<!-- ", "&lt;", "__x__", "~~x~~",
+           "https://x.y" } ) {
+        String const out = diff( program( name ), ContextBuilder(), { "--markdown" } ).out;
+        EXPECT_THAT( out, Not( HasSubstr( name ) ) );
+        for( char const* const mark :
+             { "<script", "`", "](", "@", "//", "www.", "\n# ", "<!--", "__", "~~" } )
+            EXPECT_THAT( out, Not( HasSubstr( mark ) ) ) << name;
+    }
+}
+
+TEST_F( DiffVerdict, AsMarkdownIsNoLongerThanAPullRequestMayBe ) {
+    ContextBuilder old;
+    for( int i = 0; i < 1500; ++i )
+        old.table(
+            Support::matchTable( "a.rather.long.name.of.a.table.which.is.number_" + std::to_string( i ) ) );
+    String const out = diff( old, ContextBuilder(), { "--markdown" } ).out;
+    EXPECT_LE( out.size(), 60'000U );
+    EXPECT_GE( out.size(), 50'000U );
+    EXPECT_THAT( out, testing::ContainsRegex( "\nAnd [0-9]+ more: bfri diff lists them all.\n$" ) );
+    auto const count = []( String const& text, String const& part ) {
+        int found = 0;
+        for( auto at = text.find( part ); at != String::npos; at = text.find( part, at + 1 ) )
+            ++found;
+        return found;
+    };
+    EXPECT_EQ( count( out, "<details>" ), count( out, "</details>" ) );
+}
+
+} // namespace
