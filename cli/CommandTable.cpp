@@ -93,6 +93,8 @@ constexpr Option checkOptions[] = {
     { "--sarif", nullptr, "Print a SARIF 2.1.0 log, for code scanning", {}, false, "--json" } };
 constexpr Option budgetOptions[] = {
     { "--against", "OLD", "Judge the growth since this older configuration", path } };
+constexpr Option schemaOptions[] = {
+    { "--keys", nullptr, "Print the keys of the answer and their meaning instead, one per line" } };
 constexpr Option diffOptions[] = {
     { "--only", "KIND", "Compare only this kind", { ValueKind::recordKind } },
     { "--no-renames", nullptr, "Show a renamed record as a removed and an added one" },
@@ -218,9 +220,8 @@ constexpr Command withArguments[] = {
       .json = true,
       .details = checkText,
       .examples = "bfri check build/*/switch.conf --ignore BF304,BF305 --fail-on warning\n"
-                  "bfri check switch.conf --json > baseline.json\n"
                   "bfri check switch.conf --baseline baseline.json --fail-on warning\n"
-                  "bfri check switch.conf --sarif > bfri.sarif\n"
+                  "bfri check switch.conf --sarif | jq '.runs[].results[].ruleId'\n"
                   "bfri check switch.conf --json | jq '.configurations[].findings[].code'\n"
                   "bfri check --explain BF304",
       .schema = Schema::check,
@@ -264,9 +265,10 @@ constexpr Command aboutTheProgram[] = {
       .group = helping,
       .description = "Print the JSON Schema of a command's answer",
       .arguments = oneCommand,
+      .options = schemaOptions,
       .details = schemaText,
       .examples = "bfri schema check\n"
-                  "bfri schema tables | jq '.. | .description? // empty'",
+                  "bfri schema tables --keys",
       .run = schema },
     { .word = "complete",
       .group = unlisted,

@@ -144,7 +144,7 @@ ExitStatus checkAll( Request const& request, Streams const& io ) {
     for( String const& conf : request.words ) {
         Checked& checked = answer.checked.emplace_back( checkedOf( conf, ignored, io.err ) );
         if( baseline )
-            baseline->mark( checked.findings );
+            baseline->mark( checked.findings, conf );
         worst = std::max( worst, statusOf( checked, failOn ) );
     }
     if( baseline )

@@ -1,9 +1,11 @@
 #include "cli/CommandTable.h"
 #include "cli/commands/Answers.h"
 #include "cli/schema/Schemas.h"
+#include "cli/terminal/TextFormat.h"
 #include "inspect/rows/JsonFormat.h"
 
 #include <fmt/format.h>
+#include <map>
 
 namespace Bfri {
 
@@ -18,6 +20,32 @@ std::vector<String> wordsWithSchema() {
     return words;
 }
 
+/// Adds the keys below a schema, each with its path and its meaning; several answers may have one.
+void addKeys( Row const& schema, String const& path, std::map<String, String>& keys ) {
+    if( auto const* const answers = std::get_if<List>( &valueOf( schema, "anyOf" ).is ) ) {
+        for( Value const& answer : *answers )
+            addKeys( std::get<Row>( answer.is ), path, keys );
+    }
+    if( auto const* const element = std::get_if<Row>( &valueOf( schema, "items" ).is ) )
+        addKeys( *element, path + "[]", keys );
+    auto const* const properties = std::get_if<Row>( &valueOf( schema, "properties" ).is );
+    for( Field const& key : properties ? *properties : Row() ) {
+        Row const& value = std::get<Row>( key.value.is );
+        String const at = path + ( path.empty() ? "" : "." ) + String( key.name );
+        keys.emplace( at, valueAs<String>( value, "description" ) );
+        addKeys( value, at, keys );
+    }
+}
+
+void printKeys( Row const& schema, Streams const& io ) {
+    std::map<String, String> keys;
+    addKeys( schema, "", keys );
+    RowList list{ { { "KEY", "" }, { "MEANING", "" } }, {} };
+    for( auto const& [ key, meaning ] : keys )
+        list.rows.push_back( { { "", key }, { "", meaning } } );
+    printColumns( io.out, list, io.look );
+}
+
 } // namespace
 
 ExitStatus schema( Request const& request, Streams const& io ) {
@@ -26,7 +54,10 @@ ExitStatus schema( Request const& request, Streams const& io ) {
     if( !hasSchema( command ) )
         throw Failure( ExitStatus::usage, fmt::format( "'bfri {}' prints no JSON; these do:", word ),
                        wordsWithSchema() );
-    printJsonObject( io.out, schemaOf( command ) );
+    if( request.has( "--keys" ) )
+        printKeys( schemaOf( command ), io );
+    else
+        printJsonObject( io.out, schemaOf( command ) );
     return ExitStatus::done;
 }
 

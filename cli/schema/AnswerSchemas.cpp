@@ -53,7 +53,7 @@ Row use() {
 Row finding() {
     return object( { { "code", text( "never changes: BF101" ) },
                      { "title", text( "never changes, either" ) },
-                     { "severity", oneOf( "", severityWords() ) },
+                     { "severity", oneOf( "of the finding", severityWords() ) },
                      { "kind", text( "of record" ) },
                      { "name", text( "of the record" ) },
                      { "handle", orNull( number( "of the record, where there is one" ) ) },
@@ -68,7 +68,7 @@ Row finding() {
 Row codeCount() {
     return object( { { "code", text( "of the findings" ) },
                      { "title", text( "of the findings" ) },
-                     { "severity", oneOf( "", severityWords() ) },
+                     { "severity", oneOf( "of the finding", severityWords() ) },
                      { "findings", number( "how many there are" ) },
                      { "new", number( "how many of them the baseline does not have" ) } } );
 }
@@ -139,7 +139,7 @@ Row check() {
                                { "message", text( "as it was" ) } } );
     Row const explanation = object( { { "code", text( "never changes: BF101" ) },
                                       { "title", text( "never changes, either" ) },
-                                      { "severity", oneOf( "", severityWords() ) },
+                                      { "severity", oneOf( "of the finding", severityWords() ) },
                                       { "meaning", text( "what it means" ) },
                                       { "matters", text( "why it matters" ) },
                                       { "advice", text( "what to do" ) } } );

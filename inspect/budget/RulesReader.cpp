@@ -37,10 +37,29 @@ std::size_t indexOf( std::string_view word, std::vector<String> const& words, to
     return static_cast<std::size_t>( found - words.begin() );
 }
 
-/// The members of one rule. Every key is asked for, so that those that are unknown are found.
+/// The keys that a rule may have.
+std::vector<String> keysOf( RuleKind kind ) {
+    static std::vector<String> const own[] = { { "stages" },
+                                               { "type", "direction", "stages", "entries", "tables" },
+                                               { "name", "min", "max" },
+                                               { "context_file", "stages" },
+                                               { "name", "of", "max", "max_percent" } };
+    auto keys = own[ static_cast<std::size_t>( kind ) ];
+    keys.insert( keys.end(), { "level", "reason" } );
+    return keys;
+}
+
+/// The members of one rule; an unknown one is a mistake.
 class RuleReader {
   public:
-    RuleReader( toml::table const& table, RuleKind kind ) : table_( table ), kind_( kind ) {}
+    RuleReader( toml::table const& table, RuleKind kind ) : table_( table ), kind_( kind ) {
+        auto const known = keysOf( kind );
+        for( auto const& [ key, node ] : table_ ) {
+            if( std::find( known.begin(), known.end(), key.str() ) == known.end() )
+                refuse( key.source(), fmt::format( "a {} has no {}{}", wordOf( kind_ ), quoted( key.str() ),
+                                                   instead( key.str(), known ) ) );
+        }
+    }
 
     Rule rule() {
         static std::vector<String> const levels = { "off", "warn", "error" };
@@ -94,14 +113,6 @@ class RuleReader {
             refuse( table_.source(),
                     fmt::format( "a {} needs {} or {}, and not both", wordOf( kind_ ), one, other ) );
     }
-    /// Once all keys are asked for.
-    void refuseOthers() const {
-        for( auto const& [ key, node ] : table_ ) {
-            if( std::find( known_.begin(), known_.end(), key.str() ) == known_.end() )
-                refuse( key.source(), fmt::format( "a {} has no {}{}", wordOf( kind_ ), quoted( key.str() ),
-                                                   instead( key.str(), known_ ) ) );
-        }
-    }
 
   private:
     static U32 numberOf( toml::node const& node, char const* key ) {
@@ -111,15 +122,10 @@ class RuleReader {
                                                 std::numeric_limits<U32>::max() ) );
         return static_cast<U32>( *value );
     }
-    toml::node const* find( char const* key ) {
-        if( std::find( known_.begin(), known_.end(), key ) == known_.end() )
-            known_.emplace_back( key );
-        return table_.get( key );
-    }
+    toml::node const* find( char const* key ) const { return table_.get( key ); }
 
     toml::table const& table_;
     RuleKind kind_;
-    std::vector<String> known_ = {};
 };
 
 void requireType( String const& type, toml::source_region const& place ) {
@@ -181,9 +187,7 @@ template<class Rule, class Take>
 void readSection( toml::node const& section, RuleKind kind, Rule ( *ruleOf )( RuleReader& ), Take take ) {
     auto const read = [ & ]( toml::table const& table ) {
         RuleReader reader( table, kind );
-        Rule rule = ruleOf( reader );
-        reader.refuseOthers();
-        take( std::move( rule ) );
+        take( ruleOf( reader ) );
     };
     bool const isOne = kind == RuleKind::chip;
     if( isOne && section.is_table() )

@@ -54,17 +54,32 @@ String asInJson( String const& text ) {
     return { document.GetString(), document.GetStringLength() };
 }
 
+/// A name to know a record by; of a file without its folder.
+String nameOf( KnownFinding const& finding ) {
+    bool const isPath = finding.name == finding.contextFile || finding.name == finding.switchConf;
+    return isPath ? finding.name.substr( finding.name.rfind( '/' ) + 1 ) : finding.name;
+}
+
+KnownFinding knownFrom( Finding const& finding, String const& switchConf ) {
+    return { finding.kind->code,
+             finding.what,
+             asInJson( finding.name ),
+             asInJson( finding.message() ),
+             asInJson( finding.contextFile ),
+             asInJson( switchConf ) };
+}
+
 } // namespace
 
 Baseline::Baseline( std::vector<KnownFinding> findings )
     : findings_( std::move( findings ) ), taken_( findings_.size() ) {
     for( std::size_t i = 0; i < findings_.size(); ++i )
-        byKey_[ { findings_[ i ].code, findings_[ i ].kind, findings_[ i ].name } ].push_back( i );
+        byKey_[ { findings_[ i ].code, findings_[ i ].kind, nameOf( findings_[ i ] ) } ].push_back( i );
 }
 
 template<class Matches>
-bool Baseline::take( Finding const& finding, Matches matches ) {
-    auto const found = byKey_.find( { finding.kind->code, finding.what, asInJson( finding.name ) } );
+bool Baseline::take( Key const& key, Matches matches ) {
+    auto const found = byKey_.find( key );
     if( found == byKey_.end() )
         return false;
     for( std::size_t const i : found->second ) {
@@ -76,14 +91,18 @@ bool Baseline::take( Finding const& finding, Matches matches ) {
     return false;
 }
 
-void Baseline::mark( std::vector<Finding>& findings ) {
-    for( Finding& finding : findings ) {
-        String const message = asInJson( finding.message() );
-        finding.isKnown =
-            take( finding, [ & ]( KnownFinding const& known ) { return known.message == message; } );
+void Baseline::mark( std::vector<Finding>& findings, String const& switchConf ) {
+    for( bool const withMessage : { true, false } ) {
+        for( Finding& finding : findings ) {
+            if( finding.isKnown )
+                continue;
+            KnownFinding const now = knownFrom( finding, switchConf );
+            finding.isKnown =
+                take( { now.code, now.kind, nameOf( now ) }, [ & ]( KnownFinding const& known ) {
+                    return !withMessage || known.message == now.message;
+                } );
+        }
     }
-    for( Finding& finding : findings )
-        finding.isKnown = finding.isKnown || take( finding, []( KnownFinding const& ) { return true; } );
 }
 
 std::vector<KnownFinding> Baseline::gone( std::vector<FindingKind const*> const& ignored ) const {
@@ -114,6 +133,7 @@ std::variant<Baseline, String> readBaseline( String const& path ) {
         for( Json const* const finding : elementsOf( *configuration, "findings" ) )
             findings.push_back( { textOf( *finding, "code" ), textOf( *finding, "kind" ),
                                   textOf( *finding, "name" ), textOf( *finding, "message" ),
+                                  textOf( *finding, "contextFile" ),
                                   textOf( *configuration, "switchConf" ) } );
     }
     return Baseline( std::move( findings ) );

@@ -15,7 +15,8 @@ struct KnownFinding {
     String kind;
     String name;
     String message;
-    String switchConf; ///< whose finding it is
+    String contextFile; ///< empty where none is known
+    String switchConf;  ///< whose finding it is
 };
 
 /// The findings of an earlier check. What is known is known once: of two alike, the second is new.
@@ -24,8 +25,9 @@ class Baseline {
     explicit Baseline( std::vector<KnownFinding> findings );
 
     /// Marks those that are known: with the same message first, since several may be about one record; then
-    /// with the same code, kind of record and name, since handles and paths change with every compilation.
-    void mark( std::vector<Finding>& findings );
+    /// with the same code, kind of record and name, since handles change with every compilation. Of a file
+    /// that has a finding, only the last part of its path counts.
+    void mark( std::vector<Finding>& findings, String const& switchConf );
 
     /// Those that no finding was like so far, in their order, without codes that are ignored.
     std::vector<KnownFinding> gone( std::vector<FindingKind const*> const& ignored ) const;
@@ -33,7 +35,7 @@ class Baseline {
   private:
     using Key = std::tuple<String, String, String>;
     template<class Matches>
-    bool take( Finding const& finding, Matches matches );
+    bool take( Key const& key, Matches matches );
 
     std::vector<KnownFinding> findings_;
     std::vector<bool> taken_;

@@ -109,6 +109,20 @@ TEST_F( CheckWithABaseline, RefusesOtherFiles ) {
     EXPECT_EQ( missing.err, "bfri: the baseline none.json can't be read\n" );
 }
 
+TEST_F( CheckWithABaseline, KnowsAFileInAnotherFolder ) {
+    for( char const* const folder : { "one", "two" } ) {
+        std::filesystem::create_directories( folder );
+        writeFile( String( folder ) + "/context.json", Support::ContextBuilder().text() );
+        writeFile( String( folder ) + "/switch.conf",
+                   Support::SwitchConfBuilder()
+                       .device( Support::DeviceBuilder().pipeline( "context.json", {} ) )
+                       .text() );
+    }
+    writeFile( "baseline.json", bfri( { "check", "one/switch.conf", "--json" } ).out );
+    EXPECT_EQ( bfri( { "check", "one/switch.conf" } ).status, 1 );
+    EXPECT_EQ( bfri( { "check", "two/switch.conf", "--baseline", "baseline.json" } ).status, 0 );
+}
+
 TEST_F( CheckWithABaseline, KnowsNamesOfAnyBytes ) {
     auto const odd = Support::ContextBuilder().table( Support::matchTable( "a\xff\x1b\"\u200b" ).size( 0 ) );
     writeFile( "context.json", odd.text() );

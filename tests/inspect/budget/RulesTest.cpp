@@ -87,6 +87,8 @@ TEST_F( RulesFile, IsToldItsMistakesWithLineAndColumn ) {
         { "[chip]\nstages = 'x'\n", "1:1: a chip needs level" },
         { "[chip]\nstages = 1\nlevel = 'warn'\nreason = 'r'\nstagse = 2\n",
           "5:1: a chip has no \"stagse\"; did you mean \"stages\"?" },
+        { "[[capacity]]\ntype = 'meter'\ntabels = 1\nlevel = 'warn'\nreason = 'r'\n",
+          "3:1: a capacity has no \"tabels\"; did you mean \"tables\"?" },
         { "[[chip]]\nstages = 1\n", "1:1: write [chip], once" },
         { "[table]\nname = 'a'\n", "1:1: write [[table]], once a rule" },
         { "\n[[tabel]]\nname = 'a'\n", "2:3: \"tabel\" is no section; did you mean \"table\"?" },
