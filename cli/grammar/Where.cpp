@@ -193,7 +193,7 @@ class WhereParser {
         std::size_t length = 0;
         while( length < rest_.size() && isFieldCharacter( rest_[ length ] ) )
             ++length;
-        String const name( rest_.substr( 0, length ) );
+        String name( rest_.substr( 0, length ) );
         std::vector<String> names;
         for( Field const& field : blank_ )
             names.emplace_back( field.name );
@@ -224,7 +224,7 @@ class WhereParser {
             auto const end = rest_.find( rest_[ 0 ], 1 );
             if( end == rest_.npos )
                 refuseWhere( "a quote has no end" + here() );
-            String const value( rest_.substr( 1, end - 1 ) );
+            String value( rest_.substr( 1, end - 1 ) );
             rest_.remove_prefix( end + 1 );
             return value;
         }
@@ -236,7 +236,7 @@ class WhereParser {
         }
         if( length == 0 )
             refuseWhere( "a value is missing" + here() );
-        String const value( rest_.substr( 0, length ) );
+        String value( rest_.substr( 0, length ) );
         rest_.remove_prefix( length );
         return value;
     }

@@ -145,8 +145,8 @@ std::uint64_t entriesIn( StageMap const& map ) {
 /// "stage 3: 4 of 35 resources; 45056 entries, 11% of all".
 String stageOverview( StageMap const& map, Stage stage ) {
     StageLoad const load = loadOf( map, stage );
-    String const text = "stage " + std::to_string( stage ) + ": " + std::to_string( load.spanning ) + " of " +
-                        counted( map.size() );
+    String text = "stage " + std::to_string( stage ) + ": " + std::to_string( load.spanning ) + " of " +
+                  counted( map.size() );
     if( load.stated == 0 )
         return text;
     return text + "; " + std::to_string( load.entries ) + " entries, " +

@@ -124,6 +124,7 @@ class Judge {
     std::vector<String> namesFor( Rule const& rule, String const& name,
                                   std::vector<NamedTable> const& tables ) {
         std::vector<String> all;
+        all.reserve( tables.size() );
         for( NamedTable const& table : tables )
             all.push_back( table.name );
         std::sort( all.begin(), all.end() );
@@ -134,7 +135,7 @@ class Judge {
                 fail( rule, "matches nothing: no table's name is like " + quoted( name ) );
             return all;
         }
-        auto const meant = namesMeant( all, name );
+        auto meant = namesMeant( all, name );
         if( meant.size() == 1 )
             return meant;
         auto const near = nearest( all, name );

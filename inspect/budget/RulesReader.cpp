@@ -159,8 +159,8 @@ CapacityRule capacityOf( RuleReader& reader ) {
 }
 
 SizeRule sizeOf( RuleReader& reader ) {
-    SizeRule const rule{ reader.rule(), reader.required( reader.text( "name" ), "name" ),
-                         reader.number( "min" ), reader.number( "max" ) };
+    SizeRule rule{ reader.rule(), reader.required( reader.text( "name" ), "name" ), reader.number( "min" ),
+                   reader.number( "max" ) };
     if( !rule.least && !rule.most )
         refuse( reader.place(), "a table needs min or max" );
     if( rule.least && rule.most && *rule.least > *rule.most )

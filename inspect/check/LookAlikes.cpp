@@ -31,7 +31,7 @@ String normalForm( String const& text ) {
                                          text.size(), nullptr, &length );
     if( !composed ) // no valid UTF-8
         return text;
-    String const result( reinterpret_cast<char const*>( composed ), length );
+    String result( reinterpret_cast<char const*>( composed ), length );
     std::free( composed );
     return result;
 }

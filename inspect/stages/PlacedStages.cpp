@@ -24,6 +24,7 @@ std::optional<std::vector<PlacedStage>> stagesOf( Context::SurveyedTable const& 
         placed.entries += stageTable.size.value_or( 0 );
     }
     std::vector<PlacedStage> ascending;
+    ascending.reserve( stages.size() );
     for( auto const& [ number, placed ] : stages )
         ascending.push_back( placed );
     return ascending;

@@ -244,7 +244,8 @@ TEST( Help, OfEveryCommandNamesItsArguments ) {
                                                               "(\\.\\.\\.)? +" + argument.description ) );
         EXPECT_EQ( outcome.out.find( "--json" ) != String::npos, command.json ) << command.word;
         EXPECT_EQ( outcome.out.find( "--csv" ) != String::npos, command.csv ) << command.word;
-        EXPECT_EQ( outcome.out.find( "--filter" ) != String::npos, command.listing || command.word == String( "names" ) )
+        EXPECT_EQ( outcome.out.find( "--filter" ) != String::npos,
+                   command.listing || command.word == String( "names" ) )
             << command.word;
     }
 }
