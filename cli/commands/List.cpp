@@ -17,7 +17,7 @@ void chooseRows( std::vector<Row>& rows, Request const& request, std::ostream& e
     if( !any || !rows.empty() || request.choice.most == 0 )
         return;
     if( request.choice.where )
-        err << "bfri: for no row holds '" << escapeForTerminal( request.option( "--where" ) ) << "'\n";
+        err << "bfri: no row matches '" << escapeForTerminal( request.option( "--where" ) ) << "'\n";
     else if( request.choice.filter )
         err << "bfri: no name matches '" << escapeForTerminal( request.option( "--filter" ) ) << "'\n";
 }

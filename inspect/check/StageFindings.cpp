@@ -65,12 +65,14 @@ void findFarStages( CheckContext const& facts, Findings& findings ) {
             if( empty <= mostEmpty )
                 continue;
             BfResource const& first = *placedIn( map, stage ).resource;
-            findings.add(
-                "placed table", first.name, first.handle,
-                "takes stage " + std::to_string( stage ) + ", after " + std::to_string( empty ) +
-                    " empty ones" +
-                    ( resources > 1 ? ", and so do " + std::to_string( resources - 1 ) + " more" : "" ),
-                map.files.front()->value() );
+            findings.add( "placed table", first.name, first.handle,
+                          "takes stage " + std::to_string( stage ) + ", after " + std::to_string( empty ) +
+                              " empty ones" +
+                              ( resources == 1 ? ""
+                                : resources == 2
+                                    ? ", and so does 1 more"
+                                    : ", and so do " + std::to_string( resources - 1 ) + " more" ),
+                          map.files.front()->value() );
         }
     }
 }

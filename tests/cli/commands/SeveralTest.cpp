@@ -112,7 +112,7 @@ TEST_F( SeveralConfigurations, OfOneAreFilteredToo ) {
                  StartsWith( "bfri: --where: no field 'sice'; the fields are name, handle, size" ) );
     EXPECT_EQ( bfri( { "names", "all/a", "--where", "size=1" } ).status, 2 );
     EXPECT_THAT( bfri( { "tables", "all/a", "--where", "size=1" } ).err,
-                 HasSubstr( "for no row holds 'size=1'" ) );
+                 HasSubstr( "no row matches 'size=1'" ) );
 }
 
 } // namespace

@@ -104,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values( Odd{ "BF413", twoTables( inStages( "a", { 0 } ), inStages( "b", { 0, 10 } ) ),
                           "placed table \"b\"" },
                      Odd{ "BF413", twoTables( inStages( "a", { 3, 60 } ), inStages( "b", { 60 } ) ),
-                          "takes stage 60, after 56 empty ones, and so do 1 more" } ) );
+                          "takes stage 60, after 56 empty ones, and so does 1 more" } ) );
 
 class StagesBeyondOthers : public InFolder {};
 
