@@ -108,6 +108,7 @@ TEST_F( DiffVerdict, ExplainsItsCodes ) {
     EXPECT_THAT( all.out, HasSubstr( "\nBD202  reused-handle (handle)\n" ) );
     auto const json = parsed( bfri( { "diff", "--explain", "all", "--json" } ).out );
     EXPECT_EQ( json[ "codes" ].Size(), Bfri::noticeKinds().size() );
+    EXPECT_THAT( bfri( { "complete", "--", "diff", "--explain", "bd10" } ).out, HasSubstr( "bd104\n" ) );
     EXPECT_EQ( bfri( { "diff", "--explain", "BD999" } ).status, 2 );
     EXPECT_EQ( bfri( { "diff", "old", "new", "--explain", "BD104" } ).status, 2 );
     EXPECT_EQ( bfri( { "diff", "old" } ).status, 2 );
