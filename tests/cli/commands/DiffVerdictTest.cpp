@@ -96,7 +96,8 @@ TEST_F( DiffVerdict, SaysWhyATableIsLeftOut ) {
             .out );
     EXPECT_EQ( compact( json[ "kinds" ][ "bfTables" ][ "cameBack" ] ),
                R"([{"name":"t","handle":)" + std::to_string( handleOf( "t" ) ) +
-                   R"(,"pipes":[0],"reason":"its \"is_resource_controllable\" is false"}])" );
+                   R"(,"pipes":[0],"reason":"its \"is_resource_controllable\" is false",)"
+                   R"("members":["is_resource_controllable"]}])" );
 }
 
 TEST_F( DiffVerdict, ExplainsItsCodes ) {

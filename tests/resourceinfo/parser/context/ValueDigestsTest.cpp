@@ -241,7 +241,8 @@ std::map<std::string, PartDigest> partsOfTable( std::string const& table ) {
     Support::TextFile file( text );
     EXPECT_TRUE( Context::ContextDocument( "text", file, &notes ).isRead() );
     std::map<std::string, PartDigest> parts;
-    for( PartDigest const& part : digests.takeElements( "tables" ).at( 0 ).parts )
+    auto const tables = digests.takeElements( "tables" );
+    for( PartDigest const& part : tables.at( 0 ).parts )
         parts.emplace( part.path, part );
     return parts;
 }
