@@ -53,6 +53,7 @@ Support::ContextBuilder editedProgram() {
         .learnQuanta( "learn" )
         .with( "/learn_quanta/0/fields", R"([{"name":"f"}])" )
         .phvStage( "f", 8 )
+        .with( "/phv_allocation/0/ingress/0/container", "3" )
         .flexibleHeader( "header", 16 )
         .dynamicHash( "hash", { "x", "y", "z" } )
         .with( "/parser", R"({"states":[1,2]})" );

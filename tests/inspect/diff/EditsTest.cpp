@@ -328,6 +328,12 @@ INSTANTIATE_TEST_SUITE_P(
         Edit{ "ConditionGone", drop( "/tables/3" ), { "BD307 table condition" }, true, true, false },
         Edit{ "InitialValue", set( "/tables/9/initial", "8" ), { "BD307 table cells" }, true, true, false },
         Edit{ "Parser", set( "/parser/states/1", "3" ), { "BD308 member parser" }, true, true, false },
+        Edit{ "ContainerOfAField",
+              set( "/phv_allocation/0/ingress/0/container", "4" ),
+              { "BD308 member phv_allocation" },
+              true,
+              true,
+              false },
         Edit{ "NewSection", set( "/more", "1" ), { "BD308 member more" }, true, true, false },
         Edit{ "FieldOfALearnQuanta",
               set( "/learn_quanta/0/fields/0/name", "\"g\"" ),
@@ -377,6 +383,22 @@ TEST_F( Pairs, TellWhichMembersDiffer ) {
     ASSERT_EQ( tables.size(), 1U );
     EXPECT_EQ( tables[ 0 ].name, "a" );
     EXPECT_THAT( tables[ 0 ].members, ElementsAre( "actions/miss", "match_attributes/key_fields" ) );
+}
+
+TEST_F( Pairs, TellRepeatedMembersApart ) {
+    auto const withSecond = []( char const* value ) {
+        JsonTree tree = editedProgram().tree();
+        return tree.withFirst( "/parser", value )
+            .withFirst( "/tables/1/memory", value )
+            .withFirst( "/tables/1/memory", "1" )
+            .withFirst( "/tables/1/actions~1x", value )
+            .text();
+    };
+    auto const unread = compared( withSecond( "1" ), withSecond( "2" ) ).unread;
+    ASSERT_EQ( unread.tables.size(), 1U );
+    EXPECT_THAT( unread.tables[ 0 ].members, ElementsAre( "actions/x", "memory (2)" ) );
+    ASSERT_EQ( unread.members.size(), 1U );
+    EXPECT_EQ( unread.members[ 0 ].name, "parser" );
 }
 
 TEST_F( Pairs, TellThatANameWentToAnotherTable ) {
