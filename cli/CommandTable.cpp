@@ -105,7 +105,7 @@ constexpr Option diffOptions[] = {
       .label = nullptr,
       .description = "Print Markdown for a pull request, of at most 60 kB",
       .excludes = "--json" },
-    { "--explain", "CODE", "Explain this notice; 'all' lists every notice" } };
+    { "--explain", "CODE", "Explain this notice; 'all' lists every notice", { ValueKind::noticeCode } } };
 
 constexpr Command withArguments[] = {
     { .word = "summary",

@@ -1,4 +1,5 @@
-// The floor of a gzip load with the other library: ISA-L inflates one member by pieces of 4 KiB, and nothing is done with them.
+// The floor of a gzip load with the other library: ISA-L inflates one member by pieces of 4 KiB, and nothing
+// is done with them.
 
 #include "bench/load/Measure.h"
 

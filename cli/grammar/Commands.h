@@ -28,6 +28,7 @@ enum class ValueKind {
     order,      ///< a field of the rows that the command lists; with a dash in front: descending
     codes,      ///< codes or titles of findings, with commas between them
     codesOrAll, ///< the same, or "all"
+    noticeCode, ///< the code or title of a notice of a difference, or "all"
 };
 
 struct ValueType {

@@ -3,6 +3,7 @@
 #include "cli/grammar/LineParser.h"
 #include "cli/grammar/ModelWords.h"
 #include "inspect/check/Findings.h"
+#include "inspect/diff/Verdict.h"
 
 #include <cctype>
 
@@ -30,6 +31,17 @@ std::vector<String> findingCodes( TypedWord& typed, bool orAll ) {
     }
     if( orAll && typed.kept.empty() )
         words.emplace_back( "all" );
+    return words;
+}
+
+std::vector<String> noticeCodes( TypedWord const& typed ) {
+    bool const isLowerCase = typed.rest.starts_with( 'b' );
+    std::vector<String> words{ "all" };
+    for( NoticeKind const& kind : noticeKinds() ) {
+        words.push_back( isLowerCase ? lowerCase( kind.code ) : kind.code );
+        if( !typed.rest.empty() )
+            words.emplace_back( kind.title );
+    }
     return words;
 }
 
@@ -64,6 +76,8 @@ std::vector<String> valueWords( Program const& program, ParsedLine const& line, 
         return fieldWords( line );
     case ValueKind::order:
         return orderWords( line, typed );
+    case ValueKind::noticeCode:
+        return noticeCodes( typed );
     case ValueKind::codes:
     case ValueKind::codesOrAll:
         return findingCodes( typed, type.kind == ValueKind::codesOrAll );

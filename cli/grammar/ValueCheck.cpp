@@ -47,6 +47,7 @@ bool isOfType( Program const& program, ParsedLine const& line, ValueType const& 
     case ValueKind::handle:
     case ValueKind::codes:
     case ValueKind::codesOrAll:
+    case ValueKind::noticeCode:
         return true;
     }
     return true;

@@ -55,11 +55,11 @@ class Lines {
         for( Row const& row : kind.removed )
             lines.push_back( { '-', isNoticed( kind, row ), labelOf( row ), briefOf( row ) } );
         for( OmittedRecord const& one : kind.leftOut )
-            lines.push_back( { '-', true, labelOf( one.row ), "left out: " + one.reason } );
+            lines.push_back( { '-', true, labelOf( one.row ), "left out: " + one.reason.text } );
         for( Row const& row : kind.added )
             lines.push_back( { '+', false, labelOf( row ), briefOf( row ) } );
         for( OmittedRecord const& one : kind.cameBack )
-            lines.push_back( { '+', false, labelOf( one.row ), "was left out: " + one.reason } );
+            lines.push_back( { '+', false, labelOf( one.row ), "was left out: " + one.reason.text } );
         for( ChangedRecord const& record : kind.changed ) {
             if( record.hasChanged() || record.move || !folded_.has( *kind.kind, record ) )
                 lines.push_back(

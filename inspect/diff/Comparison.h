@@ -34,10 +34,16 @@ struct ChangedRecord {
     bool hasChanged() const { return !fields.empty() || displaced; }
 };
 
-/// A record that the model does not have, though its context file has the table (or the learn quanta).
+/// Why the model does not have a record, though its context file has the table or the learn quanta.
+struct OmissionReason {
+    String text = {};                 ///< "it has 8 static entries"
+    std::vector<String> members = {}; ///< of the file, that make the difference: "static_entries"
+};
+
+/// A record that one configuration leaves out.
 struct OmittedRecord {
-    Row row = {};       ///< as the other configuration has it
-    String reason = {}; ///< "it has 8 static entries"
+    Row row = {}; ///< as the other configuration has it
+    OmissionReason reason = {};
 };
 
 struct KindComparison {

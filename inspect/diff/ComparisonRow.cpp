@@ -9,6 +9,10 @@ namespace {
 
 U32 number( std::size_t count ) { return static_cast<U32>( count ); }
 
+List textsOf( std::vector<String> const& texts ) {
+    return listOf( texts, []( String const& text ) { return text; } );
+}
+
 Row rowOf( Change const& change ) {
     return { { "field", String( change.field ) }, { "from", change.from }, { "to", change.to } };
 }
@@ -64,7 +68,8 @@ List listIf( std::vector<ChangedRecord> const& records, Is is, ToRow toRow ) {
 Row rowOf( OmittedRecord const& record ) {
     Row row = identityOf( record.row );
     row.insert( row.begin() + 1, { "handle", valueOf( record.row, "handle" ) } );
-    row.push_back( { "reason", record.reason } );
+    row.push_back( { "reason", record.reason.text } );
+    row.push_back( { "members", textsOf( record.reason.members ) } );
     return row;
 }
 
@@ -105,10 +110,6 @@ Row rowOf( ReusedHandle const& reused ) {
              { "from", rowOf( reused.from ) },
              { "to", rowOf( reused.to ) },
              { "pipes", pipesOf( reused.pipes ) } };
-}
-
-List textsOf( std::vector<String> const& texts ) {
-    return listOf( texts, []( String const& text ) { return text; } );
 }
 
 Row rowOf( NewDuplicate const& duplicate ) {

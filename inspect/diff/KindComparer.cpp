@@ -20,6 +20,15 @@ bool isOfTables( Kind kind ) {
            kind != Kind::phvFields;
 }
 
+OmissionReason reasonOf( SurveyedTable const& table ) {
+    OmissionReason reason{ whyOmitted( table ) };
+    if( table.staticEntries > 0 )
+        reason.members.emplace_back( "static_entries" );
+    if( !table.isControllable )
+        reason.members.emplace_back( "is_resource_controllable" );
+    return reason;
+}
+
 /// The records that queries by name answer for.
 std::vector<bool> firstsOf( std::vector<Row> const& rows ) {
     std::unordered_set<String> seen;
@@ -102,8 +111,8 @@ bool KindComparer::isStillPlaced( Row const& row, ComparedPrograms const& compar
 
 /// Why the other configuration's model does not have a table, its actions or a learn quanta, though its
 /// context file has it; nothing where the file has not.
-std::optional<String> KindComparer::whyOmitted( Row const& row, ComparedPrograms const& compared,
-                                                bool isNew ) const {
+std::optional<OmissionReason> KindComparer::whyOmitted( Row const& row, ComparedPrograms const& compared,
+                                                        bool isNew ) const {
     P4Program const& other = isNew ? compared.old : compared.now;
     Kind const kind = rows_.kind.kind;
     if( !other.file() )
@@ -112,7 +121,7 @@ std::optional<String> KindComparer::whyOmitted( Row const& row, ComparedPrograms
     if( kind == Kind::learnQuantas ) {
         for( auto const& quanta : other.file()->learnQuantas ) {
             if( quanta.isOmitted && quanta.name == identity.name )
-                return "it has no \"lq_cfg_type\"";
+                return OmissionReason{ "it has no \"lq_cfg_type\"", { "lq_cfg_type" } };
         }
         return std::nullopt;
     }
@@ -120,7 +129,7 @@ std::optional<String> KindComparer::whyOmitted( Row const& row, ComparedPrograms
         return std::nullopt;
     String const& name = identity.table ? *identity.table : identity.name;
     SurveyedTable const* const table = other.named( isNew ? name : compared.renames.of( name ) );
-    return table && table->isOmitted ? std::optional( Bfri::whyOmitted( *table ) ) : std::nullopt;
+    return table && table->isOmitted ? std::optional( reasonOf( *table ) ) : std::nullopt;
 }
 
 /// Records that were the first of their name, and of which none is now.

@@ -49,7 +49,7 @@ class KindComparer {
         bool isGone = false;
         bool isThere = false;
         bool differs = false;
-        std::optional<String> omitted = {}; ///< why it is left out in the other configuration
+        std::optional<OmissionReason> omitted = {}; ///< why it is left out in the other configuration
     };
     struct Found {
         ChangedRecord record;
@@ -61,7 +61,8 @@ class KindComparer {
     void addPair( ComparedPrograms& compared, ProgramsOfPipes& programs, Join::Pair const& pair );
     void addGone( std::vector<Fate>& fates, std::vector<Row> const& rows, ComparedPrograms& compared,
                   std::vector<std::size_t> const& positions, bool isNew );
-    std::optional<String> whyOmitted( Row const& row, ComparedPrograms const& compared, bool isNew ) const;
+    std::optional<OmissionReason> whyOmitted( Row const& row, ComparedPrograms const& compared,
+                                              bool isNew ) const;
     static bool isStillPlaced( Row const& row, ComparedPrograms const& compared, bool isNew );
     void findDisplaced();
     static Row withPipes( Row row, U32 pipes );

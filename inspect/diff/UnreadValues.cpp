@@ -1,5 +1,6 @@
 #include "inspect/diff/UnreadValues.h"
 
+#include <charconv>
 #include <set>
 
 namespace Bfri {
@@ -15,21 +16,29 @@ using Parts = std::map<String, PartDigest const*, std::less<>>;
 
 constexpr std::string_view actions = "actions/";
 
-/// The path of an action by its name, and for a repeated name its number.
-String nameOfAction( SurveyedTable const& table, std::size_t index, Parts const& known ) {
-    String path = String( actions ) + ( index < table.actions.size() ? table.actions[ index ].name : "" );
-    return known.count( path ) > 0 ? path + '/' + std::to_string( index ) : path;
+/// An element of "actions" by the name of the action.
+String pathOf( PartDigest const& part, SurveyedTable const* table ) {
+    std::size_t index = 0;
+    if( !table || !part.path.starts_with( actions ) )
+        return part.path;
+    char const* const end = part.path.data() + part.path.size();
+    auto const read = std::from_chars( part.path.data() + actions.size(), end, index );
+    return read.ec == std::errc() && read.ptr == end && index < table->actions.size()
+               ? String( actions ) + table->actions[ index ].name
+               : part.path;
+}
+
+/// Repeated ones have numbers.
+void add( Parts& parts, String const& path, PartDigest const& part ) {
+    String unique = path;
+    for( int i = 2; !parts.try_emplace( unique, &part ).second; ++i )
+        unique = path + " (" + std::to_string( i ) + ')';
 }
 
 Parts partsOf( SurveyedElement const& element, SurveyedTable const* table ) {
     Parts parts;
-    for( PartDigest const& part : element.digests ) {
-        bool const isAction = table && part.path.starts_with( actions );
-        parts.emplace( isAction
-                           ? nameOfAction( *table, std::stoul( part.path.substr( actions.size() ) ), parts )
-                           : part.path,
-                       &part );
-    }
+    for( PartDigest const& part : element.digests )
+        add( parts, pathOf( part, table ), part );
     return parts;
 }
 
@@ -206,7 +215,7 @@ std::optional<bool> isListUnread( ToldDifferences const& told, std::string_view 
 Parts partsOf( FileSurvey const& file ) {
     Parts parts;
     for( PartDigest const& part : file.digests )
-        parts.emplace( part.path, &part );
+        add( parts, part.path, part );
     return parts;
 }
 

@@ -133,9 +133,9 @@ class Noticed {
                 add( noticeOf( "BD301", *kind.kind, row, "is new" ) );
         }
         for( OmittedRecord const& one : kind.leftOut )
-            add( noticeOf( "BD103", *kind.kind, one.row, "is left out: " + one.reason ) );
+            add( noticeOf( "BD103", *kind.kind, one.row, "is left out: " + one.reason.text ) );
         for( OmittedRecord const& one : kind.cameBack )
-            add( noticeOf( "BD302", *kind.kind, one.row, "was left out: " + one.reason ) );
+            add( noticeOf( "BD302", *kind.kind, one.row, "was left out: " + one.reason.text ) );
         for( ChangedRecord const& record : kind.changed )
             addChanged( *kind.kind, record );
         if( kind.reordered )

@@ -96,7 +96,8 @@ TEST_F( DiffVerdict, SaysWhyATableIsLeftOut ) {
             .out );
     EXPECT_EQ( compact( json[ "kinds" ][ "bfTables" ][ "cameBack" ] ),
                R"([{"name":"t","handle":)" + std::to_string( handleOf( "t" ) ) +
-                   R"(,"pipes":[0],"reason":"its \"is_resource_controllable\" is false"}])" );
+                   R"(,"pipes":[0],"reason":"its \"is_resource_controllable\" is false",)"
+                   R"("members":["is_resource_controllable"]}])" );
 }
 
 TEST_F( DiffVerdict, ExplainsItsCodes ) {
@@ -108,6 +109,7 @@ TEST_F( DiffVerdict, ExplainsItsCodes ) {
     EXPECT_THAT( all.out, HasSubstr( "\nBD202  reused-handle (handle)\n" ) );
     auto const json = parsed( bfri( { "diff", "--explain", "all", "--json" } ).out );
     EXPECT_EQ( json[ "codes" ].Size(), Bfri::noticeKinds().size() );
+    EXPECT_THAT( bfri( { "complete", "--", "diff", "--explain", "bd10" } ).out, HasSubstr( "bd104\n" ) );
     EXPECT_EQ( bfri( { "diff", "--explain", "BD999" } ).status, 2 );
     EXPECT_EQ( bfri( { "diff", "old", "new", "--explain", "BD104" } ).status, 2 );
     EXPECT_EQ( bfri( { "diff", "old" } ).status, 2 );

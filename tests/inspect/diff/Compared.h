@@ -15,5 +15,9 @@ Bfri::Comparison compared( String const& old, String const& now, Bfri::Compariso
 /// table: "BD101 action permit of acl".
 std::vector<String> noticesIn( Bfri::Verdict const& verdict );
 
+/// Expects of the comparison of two configurations, and of the same the other way round, that they say the
+/// same.
+void expectMirrored( Bfri::Comparison const& there, Bfri::Comparison const& again );
+
 /// A program with records of every kind, and with members that the library does not read.
 Support::ContextBuilder editedProgram();

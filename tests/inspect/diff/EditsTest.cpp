@@ -45,60 +45,7 @@ TEST_P( Edited, IsToldOnItsRecordAndNothingElse ) {
     EXPECT_EQ( verdict.byHandle, GetParam().byHandle );
 }
 
-using Names = std::vector<String>;
-
-Names namesOf( std::vector<Bfri::Row> const& rows ) {
-    Names names;
-    for( Bfri::Row const& row : rows )
-        names.push_back( Bfri::valueAs<String>( row, "name" ) );
-    return names;
-}
-
-Names namesOf( std::vector<Bfri::OmittedRecord> const& records ) {
-    Names names;
-    for( Bfri::OmittedRecord const& record : records )
-        names.push_back( Bfri::valueAs<String>( record.row, "name" ) + ": " + record.reason );
-    return names;
-}
-
-/// The changes of a kind; with the sides exchanged those of the comparison the other way round.
-Names changesOf( Bfri::KindComparison const& kind, bool isExchanged ) {
-    Names names;
-    for( Bfri::ChangedRecord const& record : kind.changed ) {
-        auto const& [ from, to ] =
-            isExchanged ? std::tie( record.now, record.row ) : std::tie( record.row, record.now );
-        String text = Bfri::valueAs<String>( from, "name" ) + " -> " + Bfri::valueAs<String>( to, "name" );
-        for( Bfri::Change const& change : record.fields )
-            text.append( " " ).append( change.field );
-        names.push_back( text + ( record.move ? " moved" : "" ) );
-    }
-    return names;
-}
-
-TEST_P( Edited, IsMirroredTheOtherWayRound ) {
-    auto const there = forth();
-    auto const again = back();
-    EXPECT_EQ( there.differs(), again.differs() );
-    EXPECT_EQ( there.modelDiffers(), again.modelDiffers() );
-    for( std::size_t i = 0; i < there.kinds.size(); ++i ) {
-        auto const& kind = there.kinds[ i ];
-        auto const& mirrored = again.kinds[ i ];
-        EXPECT_EQ( namesOf( kind.removed ), namesOf( mirrored.added ) );
-        EXPECT_EQ( namesOf( kind.added ), namesOf( mirrored.removed ) );
-        EXPECT_EQ( namesOf( kind.leftOut ), namesOf( mirrored.cameBack ) );
-        EXPECT_EQ( namesOf( kind.cameBack ), namesOf( mirrored.leftOut ) );
-        EXPECT_THAT( changesOf( kind, false ), UnorderedElementsAreArray( changesOf( mirrored, true ) ) );
-        EXPECT_EQ( kind.same, mirrored.same );
-    }
-    EXPECT_EQ( there.handles.renumbered.size(), again.handles.renumbered.size() );
-    ASSERT_EQ( there.handles.reused.size(), again.handles.reused.size() );
-    for( std::size_t i = 0; i < there.handles.reused.size(); ++i ) {
-        EXPECT_EQ( there.handles.reused[ i ].handle, again.handles.reused[ i ].handle );
-        EXPECT_EQ( there.handles.reused[ i ].from, again.handles.reused[ i ].to );
-    }
-    EXPECT_EQ( there.unread.tables.size(), again.unread.tables.size() );
-    EXPECT_EQ( there.unread.members.size(), again.unread.members.size() );
-}
+TEST_P( Edited, IsMirroredTheOtherWayRound ) { expectMirrored( forth(), back() ); }
 
 TEST_P( Edited, WithoutRenamesHasNone ) {
     for( auto const& kind : forth( { .renames = false } ).kinds ) {
@@ -381,6 +328,12 @@ INSTANTIATE_TEST_SUITE_P(
         Edit{ "ConditionGone", drop( "/tables/3" ), { "BD307 table condition" }, true, true, false },
         Edit{ "InitialValue", set( "/tables/9/initial", "8" ), { "BD307 table cells" }, true, true, false },
         Edit{ "Parser", set( "/parser/states/1", "3" ), { "BD308 member parser" }, true, true, false },
+        Edit{ "ContainerOfAField",
+              set( "/phv_allocation/0/ingress/0/container", "4" ),
+              { "BD308 member phv_allocation" },
+              true,
+              true,
+              false },
         Edit{ "NewSection", set( "/more", "1" ), { "BD308 member more" }, true, true, false },
         Edit{ "FieldOfALearnQuanta",
               set( "/learn_quanta/0/fields/0/name", "\"g\"" ),
@@ -430,6 +383,24 @@ TEST_F( Pairs, TellWhichMembersDiffer ) {
     ASSERT_EQ( tables.size(), 1U );
     EXPECT_EQ( tables[ 0 ].name, "a" );
     EXPECT_THAT( tables[ 0 ].members, ElementsAre( "actions/miss", "match_attributes/key_fields" ) );
+}
+
+TEST_F( Pairs, TellRepeatedMembersApart ) {
+    auto const withSecond = []( char const* value ) {
+        JsonTree tree = editedProgram().tree();
+        String text = tree.withFirst( "/parser", value )
+                          .withFirst( "/tables/1/memory", value )
+                          .withFirst( "/tables/1/memory", "1" )
+                          .withFirst( "/tables/1/actions_x", value )
+                          .text();
+        text.replace( text.find( "actions_x" ), 9, "actions/x" );
+        return text;
+    };
+    auto const unread = compared( withSecond( "1" ), withSecond( "2" ) ).unread;
+    ASSERT_EQ( unread.tables.size(), 1U );
+    EXPECT_THAT( unread.tables[ 0 ].members, ElementsAre( "actions/x", "memory (2)" ) );
+    ASSERT_EQ( unread.members.size(), 1U );
+    EXPECT_EQ( unread.members[ 0 ].name, "parser" );
 }
 
 TEST_F( Pairs, TellThatANameWentToAnotherTable ) {

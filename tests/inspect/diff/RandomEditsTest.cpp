@@ -27,6 +27,32 @@ class RandomEdits : public InFolder {
     std::mt19937 random_{ 16 };
 };
 
+TEST_F( RandomEdits, OfSeveralValuesAreMirroredTheOtherWayRound ) {
+    JsonTree const program = editedProgram().tree();
+    auto const pointers = program.pointers();
+    writeFile( "old.json", program.text() );
+    auto const old = loadedWithDigests( "old.json" );
+    std::ostringstream trace;
+    int loaded = 0;
+    for( int tries = 0; loaded < 300 && tries < 3000; ++tries ) {
+        JsonTree tree = program;
+        for( std::size_t edits = 1 + oneOf( 5 ); edits > 0; --edits ) {
+            JsonTree& value = tree.at( pointers[ oneOf( pointers.size() ) ] );
+            value = otherThan( value ).value_or( value );
+        }
+        std::filesystem::remove( "new.json" );
+        writeFile( "new.json", tree.text() );
+        auto const now = Bfri::loadConfiguration( "new.json", Bfri::Survey::digests, trace );
+        if( auto const* const configuration = std::get_if<Bfri::Configuration>( &now ) ) {
+            ++loaded;
+            SCOPED_TRACE( tree.text() );
+            expectMirrored( compare( old, *configuration ), compare( *configuration, old ) );
+            ASSERT_FALSE( HasFailure() );
+        }
+    }
+    EXPECT_EQ( loaded, 300 );
+}
+
 TEST_F( RandomEdits, AreAllSeenAndTold ) {
     constexpr int wanted = 10'000;
     Support::ContextBuilder const program = editedProgram();

@@ -233,4 +233,55 @@ TEST( ValueDigests, TellNamesFromTextsAndLevelsFromEachOther ) {
     EXPECT_EQ( digests.size(), texts.size() );
 }
 
+/// The digests of what is dropped of the first table's parts, by path.
+std::map<std::string, PartDigest> partsOfTable( std::string const& table ) {
+    Context::ContextDocument::Notes notes;
+    Context::ValueDigests& digests = notes.digests.emplace();
+    std::string const text = "{\"tables\":[" + table + "]}";
+    Support::TextFile file( text );
+    EXPECT_TRUE( Context::ContextDocument( "text", file, &notes ).isRead() );
+    std::map<std::string, PartDigest> parts;
+    auto const tables = digests.takeElements( "tables" );
+    for( PartDigest const& part : tables.at( 0 ).parts )
+        parts.emplace( part.path, part );
+    return parts;
+}
+
+TEST( ValueDigests, TellWhatNoPassReadsFromTheRest ) {
+    auto const parts = partsOfTable( R"({"handle":1,"memory":[1,2],"actions":[{"handle":2,"steps":3}]})" );
+    EXPECT_EQ( parts.at( "handle" ).unread, Digest() );
+    EXPECT_EQ( parts.at( "memory" ).unread, parts.at( "memory" ).digest );
+    EXPECT_NE( parts.at( "actions/0" ).unread, Digest() );
+    EXPECT_NE( parts.at( "actions/0" ).unread, parts.at( "actions/0" ).digest );
+}
+
+TEST( ValueDigests, OfWhatNoPassReadsDoNotDependOnTheRest ) {
+    struct {
+        char const* from;
+        char const* to;
+        char const* path;
+        bool isUnread;
+    } const rows[] = {
+        { R"({"actions":[{"handle":2,"steps":3}]})", R"({"actions":[{"handle":9,"steps":3}]})", "actions/0",
+          false },
+        { R"({"actions":[{"handle":2,"steps":3}]})", R"({"actions":[{"steps":3,"handle":9}]})", "actions/0",
+          false },
+        { R"({"actions":[{"handle":2,"steps":3}]})", R"({"actions":[{"handle":2,"steps":4}]})", "actions/0",
+          true },
+        { R"({"stage_tables":[{"size":2,"x":{"y":1}}]})", R"({"stage_tables":[{"size":3,"x":{"y":1}}]})",
+          "stage_tables", false },
+        { R"({"stage_tables":[{"size":2,"x":{"size":1}}]})",
+          R"({"stage_tables":[{"size":2,"x":{"size":2}}]})", "stage_tables", true },
+        { R"({"static_entries":[{"size":1}]})", R"({"static_entries":[{"size":2}]})", "static_entries",
+          true },
+        { R"({"size":1})", R"({"size":2})", "size", false },
+    };
+    for( auto const& row : rows ) {
+        PartDigest const from = partsOfTable( row.from ).at( row.path );
+        PartDigest const to = partsOfTable( row.to ).at( row.path );
+        EXPECT_NE( from.digest, to.digest ) << row.to;
+        EXPECT_EQ( from.unread != to.unread, row.isUnread ) << row.to;
+    }
+}
+
 } // namespace
