@@ -26,7 +26,8 @@ Row ofRecord( std::vector<Key> const& more ) { return object( joined( identity()
 
 Row omittedRecord() {
     return ofRecord( { { "handle", orNull( number( "of the record" ) ) },
-                       { "reason", text( "why the model omits it" ) } } );
+                       { "reason", text( "why the model omits it" ) },
+                       { "members", list( "of the table that say so", text( "a name" ) ) } } );
 }
 
 Row renamed() {
