@@ -57,6 +57,10 @@ constexpr Argument confAndRules[] = { conf, { "RULES", "Path of the budget's rul
 constexpr Argument oldAndNew[] = {
     { "OLD", "Path of the old switch configuration", path, Arity::atMostOnce }, // none with --explain
     { "NEW", "Path of the new switch configuration", path, Arity::atMostOnce } };
+constexpr Argument oneOrTwoConfs[] = {
+    { "CONF", "Path of the switch configuration; the old one, when a second follows", path },
+    { "NEW", "Path of the new switch configuration: the page shows the difference", path,
+      Arity::atMostOnce } };
 constexpr Argument maybeCommand[] = {
     { "COMMAND", "A command that 'bfri --help' lists", { ValueKind::command }, Arity::atMostOnce } };
 constexpr Argument oneCommand[] = { { "COMMAND", "A command that prints JSON", { ValueKind::command } } };
@@ -91,6 +95,17 @@ constexpr Option checkOptions[] = {
       severity },
     { "--summary", nullptr, "Print the number of findings of each code", {}, false, "--sarif" },
     { "--sarif", nullptr, "Print a SARIF 2.1.0 log, for code scanning", {}, false, "--json" } };
+constexpr Option reportOptions[] = {
+    { .name = "--output",
+      .label = "FILE",
+      .description = "Write this file instead of report.html; '-' is standard output",
+      .type = { ValueKind::file, "the path of a file" },
+      .shortName = "-o" },
+    { "--budget", "RULES", "Show the map also as shares of the capacities in this file of rules", rulesPath },
+    { .name = "--svg",
+      .label = nullptr,
+      .description = "Write only the floor plans of the stages, as a picture (report.svg)",
+      .excludes = "--budget" } };
 constexpr Option budgetOptions[] = {
     { "--against", "OLD", "Judge the growth since this older configuration", path } };
 constexpr Option schemaOptions[] = {
@@ -153,6 +168,16 @@ constexpr Command withArguments[] = {
                   "bfri stages switch.conf --stage 8",
       .schema = Schema::stages,
       .show = stages },
+    { .word = "report",
+      .group = inspecting,
+      .description = "Write a page for the browser: stages, room, tables and findings, or a difference",
+      .arguments = oneOrTwoConfs,
+      .options = reportOptions,
+      .details = reportText,
+      .examples = "bfri report switch.conf\n"
+                  "bfri report old/switch.conf new/switch.conf -o difference.html\n"
+                  "bfri report switch.conf --svg -o floor-plan.svg",
+      .run = report },
     { .word = "dump",
       .group = inspecting,
       .description = "Print the whole model as one JSON object",

@@ -45,6 +45,16 @@ inline constexpr char const* stagesText =
     "it, "
     "how many of these state a size (stated), and the sum of the stated sizes (entries), null if none does.";
 
+inline constexpr char const* reportText =
+    "Writes one HTML file that needs nothing else: no other file, no network, and no script to be read. It "
+    "shows which stages are full and with what, as a map and a floor plan; what takes the room; every match "
+    "table with its place, fields, actions and attached resources; all other resources; PHV bytes, hit bits, "
+    "hashes, headers, learn quantas; and the findings of 'bfri check'. The script in it adds search, sorting "
+    "and filters.\n\n"
+    "With two configurations, the page shows the new one with the difference drawn into it, and the verdict "
+    "of 'bfri diff'. The exit status is 0 when the file is written, whether or not they differ.\n\n"
+    "The same input gives the same file.";
+
 inline constexpr char const* dumpText =
     "Prints every record of every collection with all its fields, and the relations between records that the "
     "model knows. Unlike the other commands, dump aborts on bad context data, as an agent would.";

@@ -22,6 +22,7 @@ ExitStatus manual( Request const& request, Streams const& io );
 ExitStatus names( Configuration const& configuration, Request const& request, Streams const& io );
 ExitStatus namesOfAll( Request const& request, Streams const& io );
 ExitStatus normalize( Request const& request, Streams const& io );
+ExitStatus report( Request const& request, Streams const& io );
 ExitStatus schema( Request const& request, Streams const& io );
 ExitStatus show( Configuration const& configuration, Request const& request, Streams const& io );
 ExitStatus stages( Configuration const& configuration, Request const& request, Streams const& io );

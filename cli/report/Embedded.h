@@ -1,0 +1,13 @@
+#pragma once
+
+// The files of the page that are the same in all: constants, made by the build from report.css and report.js.
+
+#include <string_view>
+
+namespace Bfri {
+
+extern std::string_view const embeddedStyleSheet;
+extern std::string_view const embeddedScript;
+extern std::string_view const embeddedScriptHash; ///< its SHA-256 in hexadecimal
+
+} // namespace Bfri

@@ -1,0 +1,192 @@
+// What differs between two chips: marks, and ghosts where something was.
+
+#include "inspect/report/Chip.h"
+
+#include "inspect/model/Records.h"
+
+#include <set>
+#include <tuple>
+
+namespace Bfri {
+
+namespace {
+
+/// The program with the same pipes; the only one where both have but one.
+std::optional<std::size_t> oldProgramOf( ChipProgram const& program, Chip const& now, Chip const& old ) {
+    for( std::size_t i = 0; i < old.programs.size(); ++i ) {
+        if( old.programs[ i ].pipes == program.pipes )
+            return i;
+    }
+    if( now.programs.size() == 1 && old.programs.size() == 1 )
+        return 0;
+    return std::nullopt;
+}
+
+/// Hands out the older ones of each name, in their order.
+template<class Part>
+class OldByName {
+  public:
+    template<class Parts, class NameOf>
+    OldByName( Parts const& parts, NameOf nameOf ) {
+        for( auto part = parts.rbegin(); part != parts.rend(); ++part )
+            parts_[ nameOf( *part ) ].push_back( &*part );
+    }
+    Part const* take( std::string_view name ) {
+        auto const found = parts_.find( name );
+        if( found == parts_.end() || found->second.empty() )
+            return nullptr;
+        Part const* const part = found->second.back();
+        found->second.pop_back();
+        return part;
+    }
+
+  private:
+    std::unordered_map<std::string_view, std::vector<Part const*>> parts_;
+};
+
+auto traitsOf( BfTableCounterInfo const& c ) { return std::tuple( c.direct, c.bytes, c.packets ); }
+auto traitsOf( BfTableMeterInfo const& m ) { return std::tuple( m.direct, m.pps, m.hasPreColor ); }
+auto traitsOf( BfTableWredInfo const& w ) { return std::tuple( w.direct ); }
+auto traitsOf( BfRegisterInfo const& r ) {
+    return std::tuple( r.indirect, r.dataType, r.width, r.dualWidth );
+}
+auto traitsOf( BfTableInfo const& t ) {
+    return std::tuple( t.hitBitSupported, t.idleTimePrecision, t.maxPartitions, t.hasActionProfile,
+                       t.maxAdtEntries, t.maxSelGroups, t.maxSelEntries, t.adtName, t.selName,
+                       t.logicalPipe );
+}
+
+bool haveSameTraits( ChipResource const& a, ChipResource const& b ) {
+    return std::visit(
+        []( auto const& one, auto const& other ) {
+            using One = std::decay_t<decltype( one )>;
+            if constexpr( !std::is_same_v<One, std::decay_t<decltype( other )>> )
+                return false;
+            else if constexpr( std::is_same_v<One, std::monostate> )
+                return true;
+            else
+                return traitsOf( *one ) == traitsOf( *other );
+        },
+        a.record, b.record );
+}
+
+bool areInSameStages( ChipResource const& a, ChipResource const& b ) {
+    return std::equal( a.stages.begin(), a.stages.end(), b.stages.begin(), b.stages.end(),
+                       []( auto const& x, auto const& y ) { return x.stage == y.stage; } );
+}
+
+Marks marksOf( ChipResource const& now, ChipResource const& old ) {
+    Marks marks;
+    if( now.size != old.size )
+        add( marks, now.size > old.size ? Mark::grew : Mark::shrank );
+    if( !areInSameStages( now, old ) )
+        add( marks, Mark::moved );
+    if( now.name() != old.name() || now.type != old.type || now.ingress != old.ingress ||
+        !haveSameTraits( now, old ) )
+        add( marks, Mark::changed );
+    return marks;
+}
+
+bool haveSameActions( ChipTable const& now, ChipTable const& old ) {
+    auto const names = []( ChipTable const& table ) {
+        std::multiset<std::string_view> all;
+        for( BfActionInfo const* const action : table.actions )
+            all.insert( action->name );
+        return all;
+    };
+    return names( now ) == names( old );
+}
+
+Marks marksOf( ChipTable const& now, ChipTable const& old ) {
+    Marks marks;
+    if( now.record->size != old.record->size )
+        add( marks, now.record->size > old.record->size ? Mark::grew : Mark::shrank );
+    if( traitsOf( *now.record ) != traitsOf( *old.record ) || !haveSameActions( now, old ) )
+        add( marks, Mark::changed );
+    return marks;
+}
+
+std::string_view oldNameOf( std::string_view name, Renames const& renames ) {
+    auto const renamed = renames.find( name );
+    return renamed == renames.end() ? name : renamed->second;
+}
+
+void compareResources( Chip& now, ChipProgram& program, std::span<ChipResource const> olds,
+                       Renames const& renames ) {
+    OldByName<ChipResource> left( olds, []( auto const& old ) { return std::string_view( old.name() ); } );
+    for( std::size_t i = program.firstResource; i < program.endResource; ++i ) {
+        ChipResource& resource = now.resources[ i ];
+        ChipResource const* const old = resource.old = left.take( oldNameOf( resource.name(), renames ) );
+        if( old )
+            resource.marks = marksOf( resource, *old );
+        else
+            add( resource.marks, Mark::added );
+        for( StageEntries const& place : old ? old->stages : std::vector<StageEntries>() ) {
+            if( !resource.isIn( place.stage ) )
+                program.ghosts.push_back( { old, place, &resource } );
+        }
+    }
+}
+
+void compareTables( Chip& now, ChipProgram const& program, std::span<ChipTable const> olds,
+                    Renames const& renames ) {
+    OldByName<ChipTable> left( olds, []( auto const& old ) { return std::string_view( old.record->name ); } );
+    for( std::size_t i = program.firstTable; i < program.endTable; ++i ) {
+        ChipTable& table = now.tables[ i ];
+        table.old = left.take( oldNameOf( table.record->name, renames ) );
+        if( table.old )
+            table.marks = marksOf( table, *table.old );
+        else
+            add( table.marks, Mark::added );
+        if( table.resource ) {
+            table.marks |= now.resources[ *table.resource ].marks;
+            now.resources[ *table.resource ].marks |= table.marks;
+        }
+    }
+}
+
+/// What no part of the new chip was.
+void addRemoved( Chip& now, Chip const& old ) {
+    std::vector<bool> kept( old.resources.size() );
+    for( ChipResource const& resource : now.resources ) {
+        if( resource.old )
+            kept[ resource.old->number ] = true;
+    }
+    for( ChipResource const& resource : old.resources ) {
+        if( kept[ resource.number ] )
+            continue;
+        now.removed.push_back( &resource );
+        for( ChipProgram& program : now.programs ) {
+            for( StageEntries const& place : resource.stages ) {
+                if( program.old == resource.program )
+                    program.ghosts.push_back( { &resource, place, nullptr } );
+            }
+        }
+    }
+}
+
+void joinStages( Chip& now, Chip const& old ) {
+    std::vector<Stage> stages = now.stages;
+    stages.insert( stages.end(), old.stages.begin(), old.stages.end() );
+    now.stages = allStagesUpTo( std::move( stages ) );
+}
+
+} // namespace
+
+void compare( Chip& now, Chip const& old, Renames const& renames ) {
+    now.old = &old;
+    for( ChipProgram& program : now.programs ) {
+        program.old = oldProgramOf( program, now, old );
+        if( program.old ) {
+            compareResources( now, program, old.resourcesOf( old.programs[ *program.old ] ), renames );
+            compareTables( now, program, old.tablesOf( old.programs[ *program.old ] ), renames );
+        } else {
+            compareResources( now, program, {}, renames );
+            compareTables( now, program, {}, renames );
+        }
+    }
+    addRemoved( now, old );
+    joinStages( now, old );
+}
+
+} // namespace Bfri

@@ -1,0 +1,84 @@
+#include "cli/report/Html.h"
+#include "tests/cli/Inputs.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <sstream>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+String textOf( String const& path ) {
+    std::ifstream const file( path, std::ios::binary );
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+class ReportCommand : public InFolder {
+  protected:
+    ReportCommand() {
+        writeFile( "context.json", completeContext().text() );
+        writeSwitchConf( "context.json" );
+    }
+    static String page() { return bfri( { "report", "switch.conf", "-o", "-" } ).out; }
+};
+
+TEST_F( ReportCommand, WritesTheFileThatItSays ) {
+    auto const outcome = bfri( { "report", "switch.conf" } );
+    EXPECT_EQ( outcome.status, 0 );
+    EXPECT_EQ( outcome.out, "wrote report.html\n" );
+    EXPECT_EQ( textOf( "report.html" ), page() );
+    EXPECT_EQ( bfri( { "report", "switch.conf", "--output", "a.html" } ).out, "wrote a.html\n" );
+    EXPECT_EQ( textOf( "a.html" ), page() );
+}
+
+TEST_F( ReportCommand, SaysWhatItCannotWriteOrRead ) {
+    auto const outcome = bfri( { "report", "switch.conf", "-o", "missing/a.html" } );
+    EXPECT_EQ( outcome.status, 4 );
+    EXPECT_THAT( outcome.err, HasSubstr( "can't write missing/a.html: No such file or directory" ) );
+    EXPECT_EQ( bfri( { "report", "missing.conf" } ).status, 3 );
+    EXPECT_EQ( bfri( { "report", "switch.conf", "missing.conf" } ).status, 3 );
+    EXPECT_EQ( bfri( { "report", "switch.conf", "--budget", "missing.toml" } ).status, 3 );
+    EXPECT_EQ( bfri( { "report", "switch.conf", "switch.conf", "--svg" } ).status, 2 );
+    EXPECT_FALSE( std::filesystem::exists( "report.html" ) );
+}
+
+TEST_F( ReportCommand, LetsNothingInOrOut ) {
+    String const policy =
+        "default-src &#39;none&#39;; style-src &#39;unsafe-inline&#39;; script-src &#39;sha256-" +
+        String( Bfri::scriptHash().view() ) + "&#39;; base-uri &#39;none&#39;; form-action &#39;none&#39;";
+    EXPECT_THAT( page(), HasSubstr( policy ) );
+    EXPECT_EQ( Bfri::scriptHash().view().size(), 44U );
+    EXPECT_THAT( page(), Not( HasSubstr( "http:" ) ) );
+    EXPECT_THAT( page(), Not( HasSubstr( "https:" ) ) );
+}
+
+TEST_F( ReportCommand, TellsADifferenceWithStatus0 ) {
+    writeFile( "other.json", referringContext().text() );
+    auto const outcome = bfri( { "report", "switch.conf", "other.json", "-o", "-" } );
+    EXPECT_EQ( outcome.status, 0 );
+    EXPECT_THAT( outcome.out, HasSubstr( "verdict" ) );
+    EXPECT_THAT( bfri( { "report", "switch.conf", "switch.conf", "-o", "-" } ).out,
+                 HasSubstr( "<h2>No difference</h2>" ) );
+}
+
+TEST_F( ReportCommand, DrawsAPictureAlone ) {
+    EXPECT_EQ( bfri( { "report", "switch.conf", "--svg" } ).out, "wrote report.svg\n" );
+    EXPECT_THAT( textOf( "report.svg" ), StartsWith( "<svg xmlns=\"http://www.w3.org/2000/svg\"" ) );
+    EXPECT_THAT( textOf( "report.svg" ), HasSubstr( ">acl<" ) );
+}
+
+TEST_F( ReportCommand, OfNothingIsAPage ) {
+    writeFile( "empty.conf", "{ \"devices\": [] }" );
+    auto const outcome = bfri( { "report", "empty.conf", "-o", "-" } );
+    EXPECT_EQ( outcome.status, 0 );
+    EXPECT_THAT( outcome.out, HasSubstr( "No programs on 0 pipes" ) );
+    EXPECT_EQ( bfri( { "report", "empty.conf", "--svg", "-o", "-" } ).status, 0 );
+}
+
+} // namespace
