@@ -19,7 +19,7 @@ constexpr char const* listing = "List records, each with --filter, --where, --so
 constexpr char const* helping = "Help";
 constexpr char const* unlisted = "";
 
-// What values are.
+// Types of values.
 
 constexpr char const* severities[] = { "error", "warning", "note" };
 constexpr char const* failuresOfDiff[] = { "any", "breaking", "handles", "never" };

@@ -15,7 +15,7 @@ Row change() {
                      { "to", any( "its value in NEW" ) } } );
 }
 
-/// What a record is told by.
+/// The keys that identify a record.
 std::vector<Key> identity() {
     return { { "name", text( "of the record" ) },
              { "tableName", text( "of an action's table" ), true },

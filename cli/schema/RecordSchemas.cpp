@@ -34,7 +34,7 @@ Row record( Kind kind, std::vector<std::string_view> const& without ) {
     return object( std::move( keys ) );
 }
 
-/// Of a collection of a dump: a list of records, or an object by name.
+/// The schema of a collection in a dump: a list of records, or an object by name.
 Row content( Collection const& collection ) {
     auto const empty = BfResourceInfo::bfResourceParserFactory( "" );
     if( !collection.kind )

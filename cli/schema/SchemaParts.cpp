@@ -13,7 +13,7 @@ Row typed( char const* type, char const* meaning ) {
     return schema;
 }
 
-/// What the values, or elements, of a field are, of which a blank row does not tell the type.
+/// The type of a field's values or elements, if a blank row does not tell it.
 Row untyped( std::string_view field, char const* meaning ) {
     static constexpr std::string_view texts[] = { "parent", "fieldNames" };
     bool const isText = std::find( std::begin( texts ), std::end( texts ), field ) != std::end( texts );

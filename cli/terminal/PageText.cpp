@@ -25,7 +25,7 @@ void printIndented( std::ostream& out, String const& indent, String const& lines
         out << indent << line << '\n';
 }
 
-/// What an indent leaves of a terminal.
+/// The part of a terminal that an indent leaves.
 TerminalStyle within( TerminalStyle look, std::string_view indent ) {
     if( look.columns > 0 )
         look.columns -= std::min( look.columns - 1, indent.size() );

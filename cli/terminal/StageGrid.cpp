@@ -73,7 +73,7 @@ GridLine loadLine( String const& label, std::size_t resources, std::vector<Stage
     return line;
 }
 
-/// What each stage has of the entries of all.
+/// The share of each stage in all entries.
 GridLine shareLine( StageMap const& map, Symbols const& symbols ) {
     auto const all = sumOf( map.loads );
     GridLine line{ "share", { percentText( all.entries, all.entries ) } };

@@ -27,7 +27,7 @@ String textOf( Json const& value, char const* name ) {
     return member && member->IsString() ? String( member->GetString(), member->GetStringLength() ) : String();
 }
 
-/// Of a list; empty where there is none.
+/// The elements of a list; none if there is no list.
 std::vector<Json const*> elementsOf( Json const& value, char const* name ) {
     std::vector<Json const*> elements;
     Json const* const list = memberOf( value, name );

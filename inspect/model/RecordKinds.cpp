@@ -7,7 +7,7 @@ namespace Bfri {
 
 namespace {
 
-// What fields of several kinds say.
+// Meanings that fields of several kinds share.
 
 constexpr char const* ofName = "name in the P4 program";
 constexpr char const* ofHandle = "handle; with a runtime_config, the pipe is in its upper 4 bits";
@@ -55,7 +55,7 @@ constexpr FieldInfo resourceFields[] = {
     { "typeName", "the type in words, as the context file has it" },
 };
 
-// What belongs to match tables. Of what several tables have, the model knows no parent.
+// What belongs to match tables. If something belongs to several tables, the model knows no parent.
 
 constexpr FieldInfo counterFields[] = {
     { "handle", ofTableHandle },
@@ -103,7 +103,7 @@ constexpr FieldInfo actionFields[] = {
     { "tableName", "name of the table whose action it is" },
 };
 
-// What stands beside the tables.
+// What does not belong to tables.
 
 constexpr FieldInfo learnQuantaFields[] = {
     { "handle", ofHandle },
@@ -123,7 +123,7 @@ constexpr FieldInfo hashFields[] = {
     { "fieldNames", "their names in the order of the hash's input" },
 };
 
-// The PHV: one row a field, whichever direction has it.
+// The PHV: one row per field, for both directions.
 
 constexpr FieldInfo phvFields[] = {
     { "name", "name of the field" },
