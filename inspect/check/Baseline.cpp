@@ -125,9 +125,9 @@ std::variant<Baseline, String> readBaseline( String const& path ) {
     rapidjson::Document document;
     document.ParseStream<rapidjson::kParseIterativeFlag>( stream );
     if( document.HasParseError() )
-        return String( "is no JSON: " ) + rapidjson::GetParseError_En( document.GetParseError() );
+        return String( "is not JSON: " ) + rapidjson::GetParseError_En( document.GetParseError() );
     if( !isAnswer( document ) )
-        return String( "is no answer of 'check --json' with its findings" );
+        return String( "is not an answer of 'check --json' with its findings" );
     std::vector<KnownFinding> findings;
     for( Json const* const configuration : elementsOf( document, "configurations" ) ) {
         for( Json const* const finding : elementsOf( *configuration, "findings" ) )

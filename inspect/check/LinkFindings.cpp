@@ -209,7 +209,7 @@ void findUnknownResourceNames( CheckContext const& facts, Findings& findings ) {
         if( known.count( entry->first ) == 0 )
             findings.add( "table", entry->second, table == handles.end() ? std::nullopt : table->second,
                           "its actions name " + quoted( entry->first ) +
-                              " as a resource, which is nothing's name" );
+                              " as a resource, but nothing has that name" );
     }
 }
 

@@ -151,7 +151,7 @@ void addNames( CheckContext const& facts, std::vector<HandleUse> bearers, char c
 void addHandles( Repeats const& repeats, char const* what, Findings& findings ) {
     for( Group const& group : repeats.withinAFile )
         findings.add( what, *group.front().name, group.front().handle,
-                      "the handle is that of " + std::to_string( group.size() ) + ": " + namesOf( group ) );
+                      "it is the handle of " + std::to_string( group.size() ) + ": " + namesOf( group ) );
 }
 
 void addOverFiles( std::vector<Group> const& groups, char const* what, char const* of, Findings& findings ) {

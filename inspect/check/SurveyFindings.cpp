@@ -56,7 +56,7 @@ String oddStage( Context::SurveyedStageTable const& stageTable ) {
     if( !stageTable.stageText )
         return front + "no \"stage_number\"";
     return front + "a \"stage_number\" " +
-           ( stageTable.stageText->empty() ? "that is no number" : "of " + *stageTable.stageText );
+           ( stageTable.stageText->empty() ? "that is not a number" : "of " + *stageTable.stageText );
 }
 
 bool isStage( Context::SurveyedStageTable const& stageTable ) {

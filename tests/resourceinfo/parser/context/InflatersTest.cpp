@@ -42,7 +42,7 @@ class MemoryFile {
     int const descriptor_;
 };
 
-/// What a file gives.
+/// The result of reading a file.
 struct Outcome {
     std::string text;
     bool compressed = false;
