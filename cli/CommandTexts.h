@@ -61,7 +61,7 @@ inline constexpr char const* lookupText =
     "Suggestions are the same digits with 0x, and handles with different upper four bits, where a "
     "runtime_config puts the pipe. Standard error also names what has the handle in the context files but "
     "is not in the model: match tables that it omits, what unplaced match tables list, and other unplaced "
-    "tables. With --json, these are the suggestions and omitted of each handle.";
+    "tables. With --json, each handle has these as suggestions and omitted.";
 
 inline constexpr char const* annotateText =
     "Each known handle is followed by its owner's name: 0x1000001 <pipe.acl>. Several names, at most "
@@ -88,18 +88,18 @@ inline constexpr char const* normalizeText = "Prints one name per line, in the o
 inline constexpr char const* budgetText =
     "The rules are a file in TOML. Each rule has a level (error, warn or off) and a reason. The sections "
     "are:\n\n"
-    "[chip]: stages, the number of stages that the chip has.\n\n"
-    "[[capacity]]: what each stage provides for resources of a type ('bfri resources' shows the types; * "
-    "and ? stand for any characters and for one): entries or tables. With direction (ingress or egress) "
-    "only for that direction, with stages (a list) only in those stages.\n\n"
-    "[[table]]: min and max, the least and the largest size of a table. name is its name, the unique end "
-    "of it, or a pattern with * and ?.\n\n"
-    "[[program]]: stages, how many stages, from 0 on, a program may use. context_file is the path of its "
-    "context file, the end of it, or a pattern; without it, the rule is for every program.\n\n"
-    "[[growth]]: max or max_percent, by how much a table (name) or the whole configuration may grow since "
-    "the one that --against names: of = 'entries', the default, or 'tables'.\n\n"
-    "The answer shows what is used of what is available, the highest percent first. For min, the least "
-    "size is what is used, and the size is what is available. The exit status is 1 if a rule with level "
+    "[chip]: stages is the number of stages of the chip.\n\n"
+    "[[capacity]]: entries or tables is what each stage provides for resources of a type ('bfri "
+    "resources' shows the types; in a pattern, * matches any characters, and ? any one). direction limits "
+    "the rule to ingress or egress, and stages (a list) to some stages.\n\n"
+    "[[table]]: min and max are the least and the largest size of a table. name is its name, the unique "
+    "end of it, or a pattern with * and ?.\n\n"
+    "[[program]]: stages is the number of stages, from 0 on, that a program may use. context_file is the "
+    "path of its context file, the end of it, or a pattern; without it, the rule is for every program.\n\n"
+    "[[growth]]: max or max_percent limits how much a table (name) or the whole configuration may grow "
+    "since the configuration of --against. of is 'entries' (the default) or 'tables'.\n\n"
+    "The answer shows how much is used of what is available, the highest percentage first. For min, the "
+    "least size counts as used, and the size as available. The exit status is 1 if a rule with level "
     "error is broken, or if a rule matches nothing. If the file has a mistake, the exit status is 3, and "
     "the message has line and column.";
 
@@ -108,10 +108,10 @@ inline constexpr char const* checkText =
     "it can't be loaded: the place in the file, what was expected there, and what was found. A "
     "configuration that can't be loaded does not keep the others from being checked.\n\n"
     "CODES are codes or titles of findings, separated by commas or given in several options.\n\n"
-    "--baseline takes an earlier answer of 'check --json'. Findings that it has do not count, and are not "
-    "shown; those that are gone are named. A finding is the same if code, kind of record and name are: "
-    "handles and paths may change. With --json, the answer has every finding, and isNew says whether it "
-    "is new, so the answer can be the next baseline.\n\n"
+    "--baseline takes an earlier answer of 'check --json'. Findings in it do not count and are not shown; "
+    "findings that are gone are named. Two findings are the same if code, kind of record and name are the "
+    "same; handles and paths may differ. With --json, the answer has every finding, and isNew says "
+    "whether it is new, so the answer can be the next baseline.\n\n"
     "--sarif prints the file, line and column of each record in its context file.\n\n"
     "The exit status is 0 if all are sound, 1 if there are findings (with --fail-on, only those of that "
     "severity or above count), and 3 if a configuration can't be loaded.";

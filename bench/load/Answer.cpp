@@ -74,7 +74,7 @@ std::uint64_t inOrder( std::vector<Record> const& records ) {
     return sum;
 }
 
-/// Of entries in whatever order.
+/// The digest of entries in any order.
 template<class Map>
 std::uint64_t together( Map const& map ) {
     std::uint64_t sum = 0;

@@ -78,7 +78,7 @@ char const* reasonOf( WhyNone why ) {
     case WhyNone::unknown:
         return "none that the model knows";
     case WhyNone::onlyIndirectActionData:
-        return "none that the model knows: it keeps the tables of indirect action data alone";
+        return "none that the model knows: it keeps only the tables of indirect action data";
     }
     return "";
 }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr char const* ofName = "name in the P4 program";
 constexpr char const* ofHandle = "handle; with a runtime_config, the pipe is in its upper 4 bits";
-constexpr char const* ofTableHandle = "handle: if direct its table's, else its own";
+constexpr char const* ofTableHandle = "its table's handle if direct, else its own";
 constexpr char const* ofDirect = "whether each entry of its table has its own";
 constexpr char const* ofLogicalPipe = "logical pipe, such as a or b, if the context file states it";
 constexpr char const* ofParent = "table that it belongs to, if the model knows just one";
