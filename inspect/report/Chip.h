@@ -107,12 +107,13 @@ struct ChipField {
 
 struct Chip {
     Configuration const* configuration;
-    Chip const* old = nullptr;                     ///< that it is compared with
-    std::vector<ChipProgram> programs = {};        ///< in the order in which they were read
-    std::vector<ChipResource> resources = {};      ///< of one program after the other
-    std::vector<ChipTable> tables = {};            ///< the same
-    std::vector<ChipResource const*> removed = {}; ///< those of the old one that are no more
-    std::vector<ChipField> fields = {};            ///< those with most bytes first
+    Chip const* old = nullptr;                        ///< that it is compared with
+    std::vector<ChipProgram> programs = {};           ///< in the order in which they were read
+    std::vector<ChipResource> resources = {};         ///< of one program after the other
+    std::vector<ChipTable> tables = {};               ///< the same
+    std::vector<ChipResource const*> removed = {};    ///< those of the old one that are no more
+    std::vector<ChipTable const*> removedTables = {}; ///< the same; not those whose place is removed, too
+    std::vector<ChipField> fields = {};               ///< those with most bytes first
     std::vector<Finding> findings = {};
     std::vector<Stage> stages =
         {}; ///< of all programs; the empty ones, too, unless a number is one that no chip has
