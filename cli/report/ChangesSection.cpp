@@ -38,11 +38,19 @@ ChangeRow rowOf( ChipTable const& table ) {
         nullptr,     table.record->size, {} };
     if( table.old )
         row.oldSize = table.old->record->size;
+    if( table.old && table.old->record->name != row.name )
+        row.oldName = table.old->record->name;
     return row;
 }
 
 ChangeRow removedRowOf( ChipResource const& old ) {
     ChangeRow row{ {}, old.name(), {}, {}, nullptr, &old, {}, old.size };
+    add( row.marks, Mark::removed );
+    return row;
+}
+
+ChangeRow removedRowOf( ChipTable const& old ) {
+    ChangeRow row{ {}, old.record->name, {}, {}, nullptr, nullptr, {}, old.record->size };
     add( row.marks, Mark::removed );
     return row;
 }
@@ -55,6 +63,8 @@ std::array<std::vector<ChangeRow>, markCount> changesOf( Chip const& chip ) {
             groups[ static_cast<std::size_t>( gravest( row.marks ) ) ].push_back( row );
     };
     for( ChipResource const* const old : chip.removed )
+        put( removedRowOf( *old ) );
+    for( ChipTable const* const old : chip.removedTables )
         put( removedRowOf( *old ) );
     for( ChipResource const& resource : chip.resources )
         put( rowOf( resource ) );

@@ -6,6 +6,7 @@
 
 #include <set>
 #include <tuple>
+#include <unordered_set>
 
 namespace Bfri {
 
@@ -101,7 +102,8 @@ Marks marksOf( ChipTable const& now, ChipTable const& old ) {
     Marks marks;
     if( now.record->size != old.record->size )
         add( marks, now.record->size > old.record->size ? Mark::grew : Mark::shrank );
-    if( traitsOf( *now.record ) != traitsOf( *old.record ) || !haveSameActions( now, old ) )
+    if( now.record->name != old.record->name || traitsOf( *now.record ) != traitsOf( *old.record ) ||
+        !haveSameActions( now, old ) )
         add( marks, Mark::changed );
     return marks;
 }
@@ -165,6 +167,18 @@ void addRemoved( Chip& now, Chip const& old ) {
     }
 }
 
+void addRemovedTables( Chip& now, Chip const& old ) {
+    std::unordered_set<ChipTable const*> kept;
+    for( ChipTable const& table : now.tables )
+        kept.insert( table.old );
+    std::unordered_set<ChipResource const*> const gone( now.removed.begin(), now.removed.end() );
+    for( ChipTable const& table : old.tables ) {
+        if( !kept.contains( &table ) &&
+            !( table.resource && gone.contains( &old.resources[ *table.resource ] ) ) )
+            now.removedTables.push_back( &table );
+    }
+}
+
 void joinStages( Chip& now, Chip const& old ) {
     std::vector<Stage> stages = now.stages;
     stages.insert( stages.end(), old.stages.begin(), old.stages.end() );
@@ -186,6 +200,7 @@ void compare( Chip& now, Chip const& old, Renames const& renames ) {
         }
     }
     addRemoved( now, old );
+    addRemovedTables( now, old );
     joinStages( now, old );
 }
 

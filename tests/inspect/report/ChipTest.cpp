@@ -115,7 +115,20 @@ TEST_F( ComparedChips, KnowWhatIsAddedRemovedAndRenamed ) {
     EXPECT_TRUE( has( marks( 1 ), Mark::added ) );
     ASSERT_EQ( now.removed.size(), 1U );
     EXPECT_EQ( now.removed[ 0 ]->name(), "gone" );
+    EXPECT_THAT( now.removedTables, IsEmpty() ) << "its place says so";
     EXPECT_EQ( now.stages.size(), 10U );
+}
+
+TEST_F( ComparedChips, KnowTablesWithoutAPlaceToo ) {
+    renames = { { "named", "unnamed" } };
+    compare( Support::ContextBuilder()
+                 .table( Support::matchTable( "unnamed" ).stages( {} ) )
+                 .table( Support::matchTable( "gone" ).stages( {} ) ),
+             Support::ContextBuilder().table( Support::matchTable( "named" ).stages( {} ) ) );
+    EXPECT_THAT( now.removed, IsEmpty() );
+    ASSERT_EQ( now.removedTables.size(), 1U );
+    EXPECT_EQ( now.removedTables[ 0 ]->record->name, "gone" );
+    EXPECT_TRUE( has( now.tables.at( 0 ).marks, Mark::changed ) );
 }
 
 } // namespace
