@@ -107,14 +107,13 @@ struct ChipField {
 
 struct Chip {
     Configuration const* configuration;
-    Chip const* old = nullptr;                     ///< that it is compared with
-    std::vector<ChipProgram> programs = {};        ///< in the order in which they were read
-    std::vector<ChipResource> resources = {};      ///< of one program after the other
-    std::vector<ChipTable> tables = {};            ///< the same
-    std::vector<ChipResource const*> removed = {}; ///< resources of the old chip that are gone
-    std::vector<ChipTable const*> removedTables =
-        {};                             ///< the same for tables, unless their place is gone, too
-    std::vector<ChipField> fields = {}; ///< most bytes first
+    Chip const* old = nullptr;                        ///< that it is compared with
+    std::vector<ChipProgram> programs = {};           ///< in the order in which they were read
+    std::vector<ChipResource> resources = {};         ///< of one program after the other
+    std::vector<ChipTable> tables = {};               ///< the same
+    std::vector<ChipResource const*> removed = {};    ///< resources of the old chip that are gone
+    std::vector<ChipTable const*> removedTables = {}; ///< match tables; not if their place is gone, too
+    std::vector<ChipField> fields = {};               ///< most bytes first
     std::vector<Finding> findings = {};
     std::vector<Stage> stages =
         {}; ///< of all programs, empty ones included unless a number is impossibly high
