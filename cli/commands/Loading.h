@@ -21,6 +21,9 @@ class LoadFailure : public Failure {
 Configuration load( String const& path, Command const& command, std::ostream& err,
                     Survey survey = Survey::facts );
 
+/// The members of a failure's JSON object; of a LoadFailure with its parts.
+Row rowOf( Failure const& failure );
+
 /// The rules of a budget; a mistake in the file is a Failure of status notLoadable that says where it is.
 Rules loadRules( String const& path );
 

@@ -15,8 +15,8 @@ using Vessa::String;
 /// any match nothing. What it takes to match is limited, in steps and in memory, and none of it is stack.
 class Pattern {
   public:
-    /// An expression that is none is a Failure of status usage that says why.
-    explicit Pattern( String expression );
+    /// An expression that is none is a Failure of status usage that says why, and names the option.
+    explicit Pattern( String expression, char const* option = "--filter" );
 
     /// Does a part of the text match? Reaching a limit is a Failure of status usage, too.
     bool isIn( std::string_view text ) const;
@@ -27,6 +27,7 @@ class Pattern {
     };
 
     String expression_;
+    char const* option_;
     std::unique_ptr<pcre2_real_code_8, Free> code_;
 };
 

@@ -11,11 +11,11 @@ namespace Bfri {
 /// one word. `and` binds more than `or`, and `not` most.
 class Where {
   public:
-    /// A text that is no condition, an unknown field, or a value that a field can't have is a Failure of
-    /// status usage that says why. Of the blank row only names and types count.
+    /// A text that is no condition, an unknown field, or a value or an operator that a field can't have is a
+    /// Failure of status usage that says why. Of the blank row only names and types count.
     Where( String const& text, Row const& blank );
 
-    /// Of a list, one element must be so. A value that is absent equals nothing.
+    /// Of a list, one element must be so; for !=, none may be equal. A value that is absent equals nothing.
     bool holds( Row const& row ) const { return condition_->holds( row ); }
 
     /// A condition, or a part of one.

@@ -24,9 +24,9 @@ class Baseline {
   public:
     explicit Baseline( std::vector<KnownFinding> findings );
 
-    /// Marks those that are known: with the same message first, since several may be about one record; then
-    /// with the same code, kind of record and name, since handles change with every compilation. Of a file
-    /// that has a finding, only the last part of its path counts.
+    /// Marks those that are known: with the same code, kind of record, name and message. Handles in the
+    /// message may be others, since they change with every compilation; findings that differ in nothing else
+    /// are matched by their handles first, then in order. Of a path of a file, only the last part counts.
     void mark( std::vector<Finding>& findings, String const& switchConf );
 
     /// Those that no finding was like so far, in their order, without codes that are ignored.
@@ -34,8 +34,8 @@ class Baseline {
 
   private:
     using Key = std::tuple<String, String, String>;
-    template<class Matches>
-    bool take( Key const& key, Matches matches );
+    static Key keyOf( KnownFinding const& finding );
+    bool take( KnownFinding const& now, bool withHandles );
 
     std::vector<KnownFinding> findings_;
     std::vector<bool> taken_;

@@ -51,7 +51,12 @@ Support::Table lpm() { return Support::matchTable( "lpm" ); }
 INSTANTIATE_TEST_SUITE_P(
     Names, ContextFinding,
     testing::Values(
-        Odd{ "BF201", twoTables( acl(), acl().handle( 7 ) ), "match table \"acl\": 2 have this name" },
+        Odd{ "BF201", twoTables( acl(), acl().handle( 7 ) ),
+             "match table \"acl\": 2 have this name, with the handles 0x" },
+        Odd{ "BF201", twoTables( acl().handle( 8 ), acl().handle( 8 ) ),
+             "2 have this name, both with the handle 0x00000008" },
+        Odd{ "BF201", twoTables( acl().handle( 8 ), acl().handle( 8 ) ).table( acl().handle( 8 ) ),
+             "3 have this name, all with the handle 0x00000008" },
         Odd{ "BF202", twoTables( actionDataTable( "d" ), actionDataTable( "d" ).handle( 7 ) ),
              "placed table \"d\": 2" },
         Odd{ "BF203", ContextBuilder().table( acl().action( "NoAction" ) ), "in table \"acl\"" },
