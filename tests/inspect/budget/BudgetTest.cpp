@@ -174,7 +174,8 @@ TEST_F( BudgetOf, GrowthIsJudgedAgainstSomethingOlder ) {
     for( char const* const name : { "", "name = 'pipe.acl'\n" } )
         EXPECT_EQ( judged( rule( "[[growth]]", name + String( "max = 1" ) ), old.get() ).uses.at( 0 ).used,
                    *name ? 340 : 275 );
-    auto const bigger = modelOf( context.table( Support::matchTable( "pipe.b" ).size( 160 ) ) );
+    context = Support::ContextBuilder().table( Support::matchTable( "pipe.acl" ).size( 160 ) );
+    auto const bigger = modelOf( context );
     context = Support::ContextBuilder().table( Support::matchTable( "pipe.acl" ) );
     EXPECT_THAT( usesIn( judged( rule( "[[growth]]", "name = 'pipe.acl'\nmax = 1000" ), bigger.get() ) ),
                  ElementsAre( "growth of size of \"pipe.acl\": 864 of 1000, 87%, 136" ) );

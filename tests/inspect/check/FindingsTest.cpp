@@ -53,10 +53,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Odd{ "BF201", twoTables( acl(), acl().handle( 7 ) ),
              "match table \"acl\": 2 have this name, with the handles 0x" },
-        Odd{ "BF201", twoTables( acl().handle( 8 ), acl().handle( 8 ) ),
-             "2 have this name, both with the handle 0x00000008" },
-        Odd{ "BF201", twoTables( acl().handle( 8 ), acl().handle( 8 ) ).table( acl().handle( 8 ) ),
-             "3 have this name, all with the handle 0x00000008" },
+        Odd{ "BF201", twoTables( lpm(), lpm() ), "2 have this name, both with the handle 0x" },
+        Odd{ "BF201", twoTables( lpm(), lpm() ).table( lpm() ), "3 have this name, all with the handle 0x" },
         Odd{ "BF202", twoTables( actionDataTable( "d" ), actionDataTable( "d" ).handle( 7 ) ),
              "placed table \"d\": 2" },
         Odd{ "BF203", ContextBuilder().table( acl().action( "NoAction" ) ), "in table \"acl\"" },
