@@ -38,7 +38,8 @@ constexpr Argument recordName = {
     "NAME", "Name of the record, a unique end of it, or its handle", { ValueKind::name } };
 
 constexpr Argument oneConf[] = { conf };
-constexpr Argument someConfs[] = { { "CONF", "Path of a switch configuration", path, Arity::anyTimes } };
+constexpr Argument someConfs[] = {
+    { "CONF", "Path of a switch configuration, or of a folder with some", path, Arity::anyTimes } };
 constexpr Argument confAndName[] = { conf, recordName };
 constexpr Argument confAndTable[] = {
     conf, { "NAME", "Name of the table, a unique end of it, or its handle", { ValueKind::table } } };

@@ -6,9 +6,6 @@
 #include "cli/grammar/Help.h"
 #include "cli/grammar/LineParser.h"
 #include "cli/grammar/UsageMessage.h"
-#include "cli/terminal/CheckReport.h"
-#include "cli/terminal/FaultText.h"
-#include "inspect/load/FaultDetails.h"
 #include "inspect/rows/JsonFormat.h"
 
 #include <cerrno>
@@ -25,32 +22,6 @@ void requireWritten( std::ostream& out ) {
         return;
     String const reason = errno ? String( ": " ) + std::strerror( errno ) : "";
     throw Failure( ExitStatus::internal, "can't write to standard output" + reason );
-}
-
-/// With the names that it announces; people read them below it.
-String sentenceOf( Failure const& failure ) {
-    char const* const space = failure.suggestions.empty() ? "" : " ";
-    return fmt::format( "{}{}{}", failure.what(), space, fmt::join( failure.suggestions, ", " ) );
-}
-
-/// The parts are those of `bfri check`, which reads the file again for some of them.
-void explainAsJson( LoadFailure const& failure, JsonAnswer& answer ) {
-    String const place = placeText( failure.fault );
-    Fault fault = failure.fault;
-    addEvidence( fault );
-    answer.member( "error",
-                   sentenceOf( fault ) + ( place.empty() ? "" : " (" + place + ")" ) +
-                       ( fault.found.empty() || !fault.problem.empty() ? "" : ", found " + fault.found ) );
-    answer.member( "suggestions", List() );
-    answer.member( "failure", rowOf( fault ) );
-}
-
-void explainAsJson( Failure const& failure, std::ostream& out ) {
-    JsonAnswer answer( out );
-    if( auto const* const load = dynamic_cast<LoadFailure const*>( &failure ) )
-        return explainAsJson( *load, answer );
-    answer.member( "error", sentenceOf( failure ) );
-    answer.member( "suggestions", listOf( failure.suggestions, []( String const& name ) { return name; } ) );
 }
 
 Streams inColor( Streams io, Request const& request ) {
@@ -92,7 +63,7 @@ ExitStatus answeredInFormat( ParsedLine const& line, Streams const& io ) {
         return answered( line, io );
     } catch( Failure const& failure ) {
         if( line.json )
-            explainAsJson( failure, io.out );
+            JsonAnswer( io.out ).members( rowOf( failure ) );
         requireWritten( io.out );
         throw;
     }

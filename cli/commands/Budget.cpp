@@ -21,7 +21,7 @@ ExitStatus budget( Request const& request, Streams const& io ) {
         answer.members( rowOf( judged ) );
     } else
         print( conf, rules, judged, io );
-    return judged.broken( RuleLevel::error ) + judged.problems.size() > 0 ? ExitStatus::no : ExitStatus::done;
+    return judged.broken( RuleLevel::error ) > 0 ? ExitStatus::no : ExitStatus::done;
 }
 
 } // namespace Bfri

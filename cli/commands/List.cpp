@@ -1,6 +1,5 @@
 #include "cli/commands/Answers.h"
 #include "cli/commands/Several.h"
-#include "cli/terminal/Characters.h"
 #include "cli/terminal/RecordText.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/RecordKinds.h"
@@ -9,18 +8,6 @@
 namespace Bfri {
 
 namespace {
-
-/// Leaves the chosen rows, and says why there are none.
-void chooseRows( std::vector<Row>& rows, Request const& request, std::ostream& err ) {
-    bool const any = !rows.empty();
-    choose( rows, request.choice );
-    if( !any || !rows.empty() || request.choice.most == 0 )
-        return;
-    if( request.choice.where )
-        err << "bfri: no row matches '" << escapeForTerminal( request.option( "--where" ) ) << "'\n";
-    else if( request.choice.filter )
-        err << "bfri: no name matches '" << escapeForTerminal( request.option( "--filter" ) ) << "'\n";
-}
 
 /// For people, with the configurations as the first column.
 RowList withConfs( RecordKind const& kind, std::vector<Row> const& rows ) {
@@ -40,7 +27,7 @@ List valuesIn( std::vector<Row>& rows ) {
 ExitStatus list( Configuration const& configuration, Request const& request, Streams const& io ) {
     RecordKind const& listing = *request.command->listing;
     std::vector<Row> rows = listing.rows( configuration.parser() );
-    chooseRows( rows, request, io.err );
+    chooseRows( rows, request, request.choice, io.err );
     switch( request.format ) {
     case Format::text:
         printColumns( io.out, listForPeople( listing.kind, std::move( rows ) ), io.look );
@@ -60,7 +47,7 @@ ExitStatus listAll( Request const& request, Streams const& io ) {
     auto answers = answersOf( request, io, [ & ]( Configuration const& configuration ) {
         return listing.rows( configuration.parser() );
     } );
-    chooseRows( answers.rows, request, io.err );
+    chooseRows( answers.rows, request, request.choice, io.err );
     switch( request.format ) {
     case Format::text:
         printColumns( io.out, withConfs( listing, answers.rows ), io.look );

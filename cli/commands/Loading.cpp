@@ -3,6 +3,10 @@
 #include "cli/terminal/Characters.h"
 
 #include "cli/terminal/FaultText.h"
+#include "inspect/check/Checked.h"
+#include "inspect/load/FaultDetails.h"
+
+#include <fmt/format.h>
 
 namespace Bfri {
 
@@ -16,7 +20,26 @@ bool hasMore( Fault const& fault ) { return fault.pointer || fault.line; }
     throw LoadFailure( faultText( fault ) + ( hasMore( fault ) ? more : "" ), fault );
 }
 
+/// The parts are those of `bfri check`, which reads the file again for some of them.
+Row loadFailureRow( LoadFailure const& failure ) {
+    String const place = placeText( failure.fault );
+    Fault fault = failure.fault;
+    addEvidence( fault );
+    String const error = sentenceOf( fault ) + ( place.empty() ? "" : " (" + place + ")" ) +
+                         ( fault.found.empty() || !fault.problem.empty() ? "" : ", found " + fault.found );
+    return { { "error", error }, { "suggestions", List() }, { "failure", rowOf( fault ) } };
+}
+
 } // namespace
+
+Row rowOf( Failure const& failure ) {
+    if( auto const* const load = dynamic_cast<LoadFailure const*>( &failure ) )
+        return loadFailureRow( *load );
+    char const* const space = failure.suggestions.empty() ? "" : " ";
+    return {
+        { "error", fmt::format( "{}{}{}", failure.what(), space, fmt::join( failure.suggestions, ", " ) ) },
+        { "suggestions", listOf( failure.suggestions, []( String const& name ) { return name; } ) } };
+}
 
 Configuration load( String const& path, Command const& command, std::ostream& err, Survey survey ) {
     auto result = command.onBadData == OnBadData::explain ? loadConfiguration( path, survey, err )

@@ -21,7 +21,10 @@ class LoadFailure : public Failure {
 Configuration load( String const& path, Command const& command, std::ostream& err,
                     Survey survey = Survey::facts );
 
-/// The rules of a budget. Throws Failure with status notLoadable if the file has a mistake, and says where.
+/// The members of a failure's JSON object; of a LoadFailure with its parts.
+Row rowOf( Failure const& failure );
+
+/// The rules of a budget; a mistake in the file is a Failure of status notLoadable that says where it is.
 Rules loadRules( String const& path );
 
 } // namespace Bfri

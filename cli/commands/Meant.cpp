@@ -43,7 +43,7 @@ void refuse( Configuration const& configuration, String const& word, Meaning con
 
 void refuse( String const& word, SeveralRecords const& several ) {
     String const means =
-        fmt::format( "'{}' means {} {}", escapeForTerminal( word ), several.count, several.kind->many );
+        fmt::format( "'{}' means {} {}", escapeForTerminal( word ), several.count, several.kind->nouns );
     throw Failure( ExitStatus::no,
                    several.tellApart
                        ? means + "; say which:"

@@ -36,7 +36,7 @@ Row blankName() { return { { "name", "" }, { "kinds", List() } }; }
 /// Prints the chosen rows; with several configurations, names have theirs in front, after a tab.
 void printNames( std::vector<Row> rows, Row const& header, List* failures, Request const& request,
                  Streams const& io ) {
-    choose( rows, selectionOf( request, blankName() ) );
+    chooseRows( rows, request, selectionOf( request, blankName() ), io.err );
     switch( request.format ) {
     case Format::text:
         for( Row const& row : rows )

@@ -22,6 +22,18 @@ Row withConf( String const& conf, Row row ) {
     return row;
 }
 
+void chooseRows( std::vector<Row>& rows, Request const& request, RowSelection const& choice,
+                 std::ostream& err ) {
+    bool const any = !rows.empty();
+    choose( rows, choice );
+    if( !any || !rows.empty() || choice.most == 0 )
+        return;
+    if( choice.where )
+        err << "bfri: no row matches '" << escapeForTerminal( request.option( "--where" ) ) << "'\n";
+    else if( choice.filter )
+        err << "bfri: no name matches '" << escapeForTerminal( request.option( "--filter" ) ) << "'\n";
+}
+
 SeveralAnswers answersOf( Request const& request, Streams const& io,
                           std::function<std::vector<Row>( Configuration const& )> const& rowsOf ) {
     SeveralAnswers answers;
@@ -35,7 +47,7 @@ SeveralAnswers answersOf( Request const& request, Streams const& io,
             if( failure.status == ExitStatus::usage )
                 throw;
             tell( conf, failure, io.err );
-            answers.failures.push_back( Row{ { "conf", conf }, { "error", failure.what() } } );
+            answers.failures.push_back( withConf( conf, rowOf( failure ) ) );
             answers.status = std::max( answers.status, failure.status );
         }
     }

@@ -18,7 +18,11 @@ struct SeveralAnswers {
 SeveralAnswers answersOf( Request const& request, Streams const& io,
                           std::function<std::vector<Row>( Configuration const& )> const& rowsOf );
 
-/// The row with its configuration as the first field.
+/// Leaves the chosen rows, and says why there are none.
+void chooseRows( std::vector<Row>& rows, Request const& request, RowSelection const& choice,
+                 std::ostream& err );
+
+/// A row with a configuration in front.
 Row withConf( String const& conf, Row row );
 
 } // namespace Bfri

@@ -28,6 +28,13 @@ String titleOf( RecordKind const& kind ) {
     return title;
 }
 
+/// "WRED tables", "WRED table" of one.
+char const* titleOf( Collection const& collection, std::size_t count ) {
+    bool const isOne = count == 1 && collection.kind &&
+                       std::string_view( collection.title ) == kindOf( *collection.kind ).nouns;
+    return isOne ? kindOf( *collection.kind ).noun : collection.title;
+}
+
 /// The members of the JSON object.
 Row summaryRow( Configuration const& configuration ) {
     BfResourceParser const& parser = configuration.parser();
@@ -49,8 +56,8 @@ void printText( Configuration const& configuration, std::ostream& out ) {
     printColumns( out, pipelines );
     RowList counts{ { { "COUNT", {} }, { "OF", {} } }, {} };
     for( Collection const& collection : collections() )
-        counts.rows.push_back(
-            { { "", static_cast<U32>( collection.size( parser ) ) }, { "", collection.title } } );
+        counts.rows.push_back( { { "", static_cast<U32>( collection.size( parser ) ) },
+                                 { "", titleOf( collection, collection.size( parser ) ) } } );
     counts.rows.push_back( { { "", parser.hitBitSmashEntries() }, { "", "slots of the hit-bit space" } } );
     out << '\n';
     printColumns( out, counts );

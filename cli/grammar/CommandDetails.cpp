@@ -43,17 +43,27 @@ char const* exampleFilter( Kind kind ) {
     return kind == Kind::headers || kind == Kind::phvFields ? "^hdr" : "^pipe_a";
 }
 
+bool hasWhere( Command const& command ) {
+    auto const options = optionsOf( command );
+    return std::any_of( options.begin(), options.end(), []( Option const* option ) {
+        return std::string_view( option->name ) == "--where";
+    } );
+}
+
 } // namespace
 
 std::vector<String> paragraphsOf( Command const& command ) {
     if( command.listing ) {
         auto paragraphs = split( listTextOf( command.listing->kind ).note, "\n\n" );
+        paragraphs.emplace_back( whereText );
         paragraphs.emplace_back(
             "The fields are named as in --sort, --json and --csv. Text output shows those that have a "
             "column." );
         return paragraphs;
     }
     auto paragraphs = split( command.details, "\n\n" );
+    if( hasWhere( command ) )
+        paragraphs.emplace_back( whereText );
     if( char const* const label = kindLabel( command ) )
         paragraphs.insert( paragraphs.begin(),
                            fmt::format( "{} is {}.", label, alternatives( kindWords() ) ) );

@@ -22,11 +22,12 @@ constexpr std::uint32_t mostKibibytes = 64 * 1024;
 
 PCRE2_SPTR units( std::string_view text ) { return reinterpret_cast<PCRE2_SPTR>( text.data() ); }
 
-[[noreturn]] void fail( String const& expression, String const& where, int error ) {
+[[noreturn]] void fail( char const* option, String const& expression, String const& where, int error ) {
     PCRE2_UCHAR reason[ 256 ] = {};
     pcre2_get_error_message( error, reason, sizeof reason );
-    throw Failure( ExitStatus::usage, "can't use --filter '" + escapeForTerminal( expression ) + "'" + where +
-                                          ": " + reinterpret_cast<char const*>( reason ) );
+    throw Failure( ExitStatus::usage, "can't use " + String( option ) + " '" +
+                                          escapeForTerminal( expression ) + "'" + where + ": " +
+                                          reinterpret_cast<char const*>( reason ) );
 }
 
 template<class T>
@@ -36,13 +37,14 @@ using Owned = std::unique_ptr<T, void ( * )( T* )>;
 
 void Pattern::Free::operator()( pcre2_real_code_8* code ) const { pcre2_code_free( code ); }
 
-Pattern::Pattern( String expression ) : expression_( std::move( expression ) ) {
+Pattern::Pattern( String expression, char const* option )
+    : expression_( std::move( expression ) ), option_( option ) {
     int error = 0;
     PCRE2_SIZE offset = 0;
     code_.reset(
         pcre2_compile( units( expression_ ), expression_.size(), syntax, &error, &offset, nullptr ) );
     if( !code_ )
-        fail( expression_, " at offset " + std::to_string( offset ), error );
+        fail( option_, expression_, " at offset " + std::to_string( offset ), error );
 }
 
 bool Pattern::isIn( std::string_view text ) const {
@@ -54,7 +56,7 @@ bool Pattern::isIn( std::string_view text ) const {
     int const result =
         pcre2_match( code_.get(), units( text ), text.size(), 0, 0, match.get(), limits.get() );
     if( result < 0 && result != PCRE2_ERROR_NOMATCH )
-        fail( expression_, " on a name of " + std::to_string( text.size() ) + " bytes", result );
+        fail( option_, expression_, " on a name of " + std::to_string( text.size() ) + " bytes", result );
     return result >= 0;
 }
 

@@ -15,8 +15,8 @@ using Vessa::String;
 /// Matching is limited in steps and in memory, and uses no stack.
 class Pattern {
   public:
-    /// Throws Failure with status usage if the expression is invalid, and says why.
-    explicit Pattern( String expression );
+    /// An expression that is none is a Failure of status usage that says why, and names the option.
+    explicit Pattern( String expression, char const* option = "--filter" );
 
     /// Whether a part of the text matches. Throws Failure with status usage if a limit is reached.
     bool isIn( std::string_view text ) const;
@@ -27,6 +27,7 @@ class Pattern {
     };
 
     String expression_;
+    char const* option_;
     std::unique_ptr<pcre2_real_code_8, Free> code_;
 };
 

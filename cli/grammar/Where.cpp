@@ -74,7 +74,7 @@ class FieldCondition : public Condition {
     FieldCondition( String field, Operator is, String const& word )
         : field_( std::move( field ) ), operator_( is ), operand_( word ) {
         if( is == Operator::matches )
-            pattern_.emplace( word );
+            pattern_.emplace( word, "--where" );
     }
     bool holds( Row const& row ) const override {
         bool const isNegation = operator_ == Operator::unequal;
@@ -139,7 +139,7 @@ class WhereParser {
         auto condition = disjunction();
         skipBlanks();
         if( !rest_.empty() )
-            refuseWhere( "'and', 'or' or the end is missing" + here() );
+            refuseExpected( "'and', 'or' or the end" );
         return condition;
     }
 
@@ -175,7 +175,7 @@ class WhereParser {
         } else if( takeCharacter( '(' ) ) {
             condition = disjunction();
             if( !takeCharacter( ')' ) )
-                refuseWhere( "')' is missing" + here() );
+                refuseExpected( "')'" );
         } else
             condition = comparison();
         --depth_;
@@ -198,9 +198,10 @@ class WhereParser {
         for( Field const& field : blank_ )
             names.emplace_back( field.name );
         if( std::find( names.begin(), names.end(), name ) == names.end() )
-            refuseWhere(
-                ( name.empty() ? "a field is missing" + here() : fmt::format( "no field '{}'", name ) ) +
-                "; the fields are " + fmt::format( "{}", fmt::join( names, ", " ) ) );
+            refuseWhere( fmt::format( "{}; the fields are {}",
+                                      name.empty() ? "expected a field, found " + here()
+                                                   : fmt::format( "no field '{}'", name ),
+                                      fmt::join( names, ", " ) ) );
         rest_.remove_prefix( length );
         return name;
     }
@@ -216,14 +217,14 @@ class WhereParser {
                 return is;
             }
         }
-        refuseWhere( "=, !=, <, <=, >, >= or ~= is missing" + here() );
+        refuseExpected( "=, !=, <, <=, >, >= or ~=" );
     }
     String takeValue() {
         skipBlanks();
         if( rest_.starts_with( '\'' ) || rest_.starts_with( '"' ) ) {
             auto const end = rest_.find( rest_[ 0 ], 1 );
             if( end == rest_.npos )
-                refuseWhere( "a quote has no end" + here() );
+                refuseWhere( "unterminated quote at " + here() );
             String value( rest_.substr( 1, end - 1 ) );
             rest_.remove_prefix( end + 1 );
             return value;
@@ -235,23 +236,25 @@ class WhereParser {
                 break;
         }
         if( length == 0 )
-            refuseWhere( "a value is missing" + here() );
+            refuseExpected( "a value" );
         String value( rest_.substr( 0, length ) );
         rest_.remove_prefix( length );
         return value;
     }
-    /// Numbers and flags have values of their own.
+    /// Numbers and flags have values of their own, and flags no order.
     void requireFit( String const& field, Operator is, String const& word ) const {
         Value const& value = valueOf( blank_, field );
         bool const isFlag = std::holds_alternative<bool>( value.is );
         bool const isNumber =
             std::holds_alternative<U32>( value.is ) || std::holds_alternative<Hex>( value.is );
+        char const* const type = isFlag ? "true or false" : "a number";
         Operand const operand( word );
         if( is == Operator::matches && ( isFlag || isNumber ) )
-            refuseWhere( fmt::format( "~= is for texts, but {} is not a text", field ) );
+            refuseWhere( fmt::format( "~= needs a text field; {} is {}", field, type ) );
+        if( isFlag && is != Operator::equal && is != Operator::unequal )
+            refuseWhere( fmt::format( "{} is {}, which takes = and != only", field, type ) );
         if( ( isFlag && !operand.flag() ) || ( isNumber && !operand.number ) )
-            refuseWhere( fmt::format( "{} is {}, not '{}'", field, isFlag ? "true or false" : "a number",
-                                      escapeForTerminal( word ) ) );
+            refuseWhere( fmt::format( "{} is {}, not '{}'", field, type, escapeForTerminal( word ) ) );
     }
     bool takeWord( std::string_view word ) {
         skipBlanks();
@@ -270,8 +273,12 @@ class WhereParser {
         return true;
     }
     void skipBlanks() { rest_.remove_prefix( std::min( rest_.find_first_not_of( ' ' ), rest_.size() ) ); }
+    [[noreturn]] void refuseExpected( char const* what ) const {
+        refuseWhere( fmt::format( "expected {}, found {}", what, here() ) );
+    }
+    /// What comes next, for a message.
     String here() const {
-        return rest_.empty() ? String( " at the end" ) : " before '" + escapeForTerminal( rest_ ) + "'";
+        return rest_.empty() ? String( "the end" ) : "'" + escapeForTerminal( rest_ ) + "'";
     }
 
     std::string_view rest_;

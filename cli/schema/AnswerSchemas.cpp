@@ -151,16 +151,19 @@ Row check() {
 Row budget() {
     Row const problem = object( { { "rule", text( "the section of the rule" ) },
                                   { "line", number( "of the rule in its file" ) },
+                                  { "level", oneOf( "what it means", { "warn", "error" } ) },
                                   { "reason", text( "why the rule is there" ) },
                                   { "problem", text( "why it can't be judged" ) } } );
-    return answer( { { "switchConf", text( "the path of the configuration" ) },
-                     { "rules", text( "the path of the rules" ) },
-                     { "against", orNull( text( "the path of the older configuration" ) ) },
-                     { "errors", number( "broken rules with level error, and problems" ) },
-                     { "warnings", number( "broken rules with level warn" ) },
-                     { "notJudged", number( "rules of growth without an older configuration" ) },
-                     { "problems", list( "rules that match nothing, or several", problem ) },
-                     { "uses", list( "the highest percent first", use() ) } } );
+    return answer(
+        { { "switchConf", text( "the path of the configuration" ) },
+          { "rules", text( "the path of the rules" ) },
+          { "against", orNull( text( "the path of the older configuration" ) ) },
+          { "errors", number( "broken rules and problems of the level error" ) },
+          { "warnings", number( "broken rules and problems of the level warn" ) },
+          { "notJudged", number( "rules of growth without an older configuration" ) },
+          { "problems",
+            list( "rules that match nothing, or several, and those that are not judged", problem ) },
+          { "uses", list( "the highest percent first", use() ) } } );
 }
 
 } // namespace Bfri::Schema

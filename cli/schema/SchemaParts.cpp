@@ -133,7 +133,9 @@ Row omitted() {
 Row failures() {
     return list( "the configurations without an answer",
                  object( { { "conf", text( "the path of the configuration" ) },
-                           { "error", text( "what is wrong" ) } } ) );
+                           { "error", text( "what is wrong, in a sentence" ) },
+                           { "suggestions", list( "what may have been meant", text( "a word" ) ) },
+                           { "failure", fault( "the parts of what can't be loaded" ), true } } ) );
 }
 
 Row fault( char const* meaning ) {

@@ -16,7 +16,7 @@ String numbered( std::size_t count, char const* what ) {
 }
 
 String outcomeOf( Budget const& budget ) {
-    std::size_t const errors = budget.broken( RuleLevel::error ) + budget.problems.size();
+    std::size_t const errors = budget.broken( RuleLevel::error );
     std::size_t const warnings = budget.broken( RuleLevel::warn );
     if( errors + warnings == 0 )
         return "within the budget";
@@ -60,11 +60,9 @@ void print( String const& conf, Rules const& rules, Budget const& budget, Stream
     constexpr std::size_t enough = 20;
     fmt::print( io.out, "{}: {}\n", escapeForTerminal( conf ), outcomeOf( budget ) );
     for( RuleProblem const& problem : budget.problems )
-        fmt::print( io.out, "  {}:{}: {}\n", escapeForTerminal( rules.path ), problem.rule->line,
+        fmt::print( io.out, "  {}:{}: {}{}\n", escapeForTerminal( rules.path ), problem.rule->line,
+                    problem.level == RuleLevel::warn ? "warning: " : "",
                     escapeForTerminal( problem.problem ) );
-    if( budget.notJudged )
-        fmt::print( io.out, "  {} not judged: --against names an older configuration\n",
-                    numbered( budget.notJudged, "rule" ) + " of growth" );
     std::vector<Use> over;
     RowList list{ { { "IS", {} },
                     { "USED", {} },

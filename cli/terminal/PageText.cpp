@@ -147,7 +147,7 @@ void printSection( std::ostream& out, TerminalStyle const& look, Section const& 
     }
     if( section.moreRecords > 0 )
         out << "\nand " << section.moreRecords << " more "
-            << ( section.moreRecords == 1 ? section.kind->one : section.kind->many )
+            << ( section.moreRecords == 1 ? section.kind->noun : section.kind->nouns )
             << " of this name; 'bfri " << section.kind->many
             << "' lists them all, with handles for 'bfri show'\n";
 }

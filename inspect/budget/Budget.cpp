@@ -14,7 +14,7 @@ namespace {
 
 char const* wordOf( StageMeasure measure ) { return measure == StageMeasure::entries ? "entries" : "tables"; }
 
-/// A table of a context file, placed or not, of the model or not.
+/// A table or other resource of a context file, placed or not, of the model or not.
 struct NamedTable {
     String name;
     String what; ///< "match table", "stateful table"
@@ -46,10 +46,8 @@ class Judge {
           maps_( stageMapsByProgram( configuration ) ),
           tables_( tablesOf( configuration ) ),
           hasOld_( old != nullptr ) {
-        if( old ) {
-            oldMaps_ = stageMapsByProgram( *old );
+        if( old )
             oldTables_ = tablesOf( *old );
-        }
     }
 
     Budget judge() {
@@ -81,7 +79,7 @@ class Judge {
         return part( a ) > part( b );
     }
     void fail( Rule const& rule, String problem ) {
-        budget_.problems.push_back( { &rule, std::move( problem ) } );
+        budget_.problems.push_back( { &rule, RuleLevel::error, std::move( problem ) } );
     }
 
     /// The stages from 0 up to the last one that is used.
@@ -118,7 +116,7 @@ class Judge {
             }
         }
         if( !any )
-            fail( rule, "matches nothing: no program takes its stages" );
+            fail( rule, "matches nothing: no program has these stages" );
     }
     /// The names that a rule means; a problem where there is none, or where it is the end of several.
     std::vector<String> namesFor( Rule const& rule, String const& name,
@@ -132,7 +130,7 @@ class Judge {
         if( isPattern( name ) ) {
             std::erase_if( all, [ & ]( String const& one ) { return !matches( name, one ); } );
             if( all.empty() )
-                fail( rule, "matches nothing: no table's name is like " + quoted( name ) );
+                fail( rule, "matches nothing: no resource's name is like " + quoted( name ) );
             return all;
         }
         auto meant = namesMeant( all, name );
@@ -141,9 +139,10 @@ class Judge {
         auto const near = nearest( all, name );
         fail( rule, !meant.empty() ? quoted( name ) + " is the end of several names: " +
                                          fmt::format( "{}", fmt::join( meant, ", " ) )
-                    : near.empty() ? "matches nothing: no table is called " + quoted( name )
-                                   : fmt::format( "matches nothing: no table is called {}; names like it: {}",
-                                                  quoted( name ), fmt::join( near, ", " ) ) );
+                    : near.empty()
+                        ? "matches nothing: no resource is called " + quoted( name )
+                        : fmt::format( "matches nothing: no resource is called {}; names like it: {}",
+                                       quoted( name ), fmt::join( near, ", " ) ) );
         return {};
     }
     void judgeSize( SizeRule const& rule ) {
@@ -168,15 +167,19 @@ class Judge {
     void judgeGrowth( GrowthRule const& rule ) {
         if( !hasOld_ ) {
             ++budget_.notJudged;
+            budget_.problems.push_back(
+                { &rule, rule.level, "not judged: growth needs an older configuration (--against OLD)" } );
             return;
         }
         if( rule.name.empty() )
-            return addGrowth( rule, wordOf( rule.of ), allOf( oldMaps_, rule.of ), allOf( maps_, rule.of ) );
+            return rule.of == StageMeasure::tables
+                       ? addGrowth( rule, "resources", countOf( oldTables_ ), countOf( tables_ ) )
+                       : addGrowth( rule, "entries", sizeIn( oldTables_ ), sizeIn( tables_ ) );
         auto both = tables_;
         both.insert( both.end(), oldTables_.begin(), oldTables_.end() );
         auto const names = namesFor( rule, rule.name, both );
         if( rule.of == StageMeasure::tables )
-            return addGrowth( rule, "tables like " + quoted( rule.name ), count( oldTables_, names ),
+            return addGrowth( rule, "resources like " + quoted( rule.name ), count( oldTables_, names ),
                               count( tables_, names ) );
         for( String const& name : names )
             addGrowth( rule, "size of " + quoted( name ), sizeIn( oldTables_, name ),
@@ -186,30 +189,26 @@ class Judge {
         std::int64_t const available = rule.most ? *rule.most : old * *rule.percent / 100;
         budget_.uses.push_back( { &rule, "growth of " + what, {}, {}, now - old, available } );
     }
-    static std::int64_t allOf( std::vector<StageMap> const& maps, StageMeasure of ) {
-        std::uint64_t all = 0;
-        for( StageMap const& map : maps ) {
-            for( StageLoad const& load : map.loads )
-                all += of == StageMeasure::entries ? load.entries : load.starting;
-        }
-        return static_cast<std::int64_t>( all );
+    static std::int64_t countOf( std::vector<NamedTable> const& tables ) {
+        return static_cast<std::int64_t>( tables.size() );
     }
     static std::int64_t count( std::vector<NamedTable> const& tables, std::vector<String> const& names ) {
         return std::count_if( tables.begin(), tables.end(), [ & ]( NamedTable const& table ) {
             return std::binary_search( names.begin(), names.end(), table.name );
         } );
     }
-    static std::int64_t sizeIn( std::vector<NamedTable> const& tables, String const& name ) {
+    /// Of those with a name, or of all.
+    static std::int64_t sizeIn( std::vector<NamedTable> const& tables,
+                                std::optional<String> const& name = std::nullopt ) {
         std::int64_t size = 0;
         for( NamedTable const& table : tables )
-            size += table.name == name ? table.size : 0;
+            size += !name || table.name == *name ? table.size : 0;
         return size;
     }
 
     Rules const& rules_;
     std::vector<StageMap> maps_;
     std::vector<NamedTable> tables_;
-    std::vector<StageMap> oldMaps_ = {};
     std::vector<NamedTable> oldTables_ = {};
     bool hasOld_;
     Budget budget_ = {};
@@ -226,9 +225,13 @@ std::optional<std::int64_t> Use::percent() const {
 }
 
 std::size_t Budget::broken( RuleLevel level ) const {
-    return static_cast<std::size_t>( std::count_if( uses.begin(), uses.end(), [ & ]( Use const& use ) {
+    auto const over = std::count_if( uses.begin(), uses.end(), [ & ]( Use const& use ) {
         return use.isOver() && use.rule->level == level;
-    } ) );
+    } );
+    auto const unjudged =
+        std::count_if( problems.begin(), problems.end(),
+                       [ & ]( RuleProblem const& problem ) { return problem.level == level; } );
+    return static_cast<std::size_t>( over + unjudged );
 }
 
 Use useOf( CapacityRule const& capacity, StageMap const& map, std::size_t stage ) {
@@ -288,10 +291,11 @@ Row rowOf( Budget const& budget ) {
     auto const problemRow = []( RuleProblem const& problem ) {
         return Row{ { "rule", wordOf( problem.rule->kind ) },
                     { "line", problem.rule->line },
+                    { "level", wordOf( problem.level ) },
                     { "reason", problem.rule->reason },
                     { "problem", problem.problem } };
     };
-    return { { "errors", static_cast<U32>( budget.broken( RuleLevel::error ) + budget.problems.size() ) },
+    return { { "errors", static_cast<U32>( budget.broken( RuleLevel::error ) ) },
              { "warnings", static_cast<U32>( budget.broken( RuleLevel::warn ) ) },
              { "notJudged", static_cast<U32>( budget.notJudged ) },
              { "problems", listOf( budget.problems, problemRow ) },

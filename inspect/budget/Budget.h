@@ -23,19 +23,21 @@ struct Use {
     std::optional<std::int64_t> percent() const;
 };
 
-/// A rule that can't be judged: it matches nothing, or its name matches several records.
+/// A rule that can't be judged: it matches nothing, or its name several records, which is an error whatever
+/// the rule's level is; or it is a rule of growth, and there is nothing older.
 struct RuleProblem {
     Rule const* rule;
+    RuleLevel level;
     String problem;
 };
 
 /// A configuration judged by rules, which must outlive it.
 struct Budget {
     std::vector<Use> uses;             ///< the highest percent first
-    std::vector<RuleProblem> problems; ///< all of them are errors
-    std::size_t notJudged = 0;         ///< rules of growth, without an older configuration
+    std::vector<RuleProblem> problems; ///< in the order of the rules
+    std::size_t notJudged = 0;         ///< rules of growth, where there is nothing older
 
-    /// The broken rules of a level, one for each use.
+    /// The broken rules of a level, one for each use, and the problems of this level.
     std::size_t broken( RuleLevel level ) const;
 };
 

@@ -59,12 +59,13 @@ struct ProgramRule : Rule {
     U32 stages;
 };
 
-/// How much a configuration may grow since an older one.
+/// How much more than in an older configuration there may be: of the sizes of tables and other resources of
+/// the context files, or of their number.
 struct GrowthRule : Rule {
-    String name; ///< of tables, as in a SizeRule; empty: everything
+    String name; ///< of resources, as in a SizeRule; empty: all that there is
     StageMeasure of;
-    std::optional<U32> most;    ///< entries, or tables
-    std::optional<U32> percent; ///< of the older amount
+    std::optional<U32> most;    ///< entries, or resources
+    std::optional<U32> percent; ///< of what there was
 };
 
 struct Rules {

@@ -1,4 +1,5 @@
 #include "inspect/budget/Rules.h"
+#include "inspect/load/FileText.h"
 #include "inspect/model/Names.h"
 #include "inspect/rows/Utf8.h"
 
@@ -21,19 +22,25 @@ struct MistakeFound {
     throw MistakeFound{ source.begin, std::move( problem ) };
 }
 
-/// " Did you mean ...?" of the nearest of some words, or the words.
+/// The nearest of some words, or "expected a, b or c".
 String instead( std::string_view word, std::vector<String> const& words ) {
-    auto const near = nearest( words, word );
-    return near.empty() ? fmt::format( "; there are {}", fmt::join( words, ", " ) )
-                        : fmt::format( "; did you mean {}?", quoted( near.front() ) );
+    if( auto const near = nearest( words, word ); !near.empty() )
+        return fmt::format( "did you mean {}?", quoted( near.front() ) );
+    auto const last = words.end() - 1;
+    return fmt::format( "expected {} or {}", fmt::join( words.begin(), last, ", " ), *last );
+}
+
+/// As the file has it: [chip], [[table]].
+String headingOf( RuleKind kind ) {
+    return kind == RuleKind::chip ? "[chip]" : fmt::format( "[[{}]]", wordOf( kind ) );
 }
 
 /// The index of a word among some; what is none of them is a mistake.
 std::size_t indexOf( std::string_view word, std::vector<String> const& words, toml::source_region const& at,
-                     char const* key ) {
+                     char const* what ) {
     auto const found = std::find( words.begin(), words.end(), word );
     if( found == words.end() )
-        refuse( at, fmt::format( "{} is no {}{}", quoted( word ), key, instead( word, words ) ) );
+        refuse( at, fmt::format( "unknown {}: {}", what, instead( word, words ) ) );
     return static_cast<std::size_t>( found - words.begin() );
 }
 
@@ -56,8 +63,8 @@ class RuleReader {
         auto const known = keysOf( kind );
         for( auto const& [ key, node ] : table_ ) {
             if( std::find( known.begin(), known.end(), key.str() ) == known.end() )
-                refuse( key.source(), fmt::format( "a {} has no {}{}", wordOf( kind_ ), quoted( key.str() ),
-                                                   instead( key.str(), known ) ) );
+                refuse( key.source(), fmt::format( "{} has no key {}; {}", headingOf( kind_ ),
+                                                   quoted( key.str() ), instead( key.str(), known ) ) );
         }
     }
 
@@ -95,7 +102,8 @@ class RuleReader {
     }
     std::size_t wordAmong( std::vector<String> const& words, char const* key ) {
         String const word = required( text( key ), key );
-        return indexOf( word, words, find( key )->source(), key );
+        return indexOf( word, words, find( key )->source(),
+                        std::string_view( key ) == "of" ? "\"of\"" : key );
     }
     bool has( char const* key ) { return find( key ) != nullptr; }
     toml::source_region const& placeOf( char const* key ) { return find( key )->source(); }
@@ -104,14 +112,15 @@ class RuleReader {
     template<class Type>
     Type required( std::optional<Type> value, char const* key ) const {
         if( !value )
-            refuse( table_.source(), fmt::format( "a {} needs {}", wordOf( kind_ ), key ) );
+            refuse( table_.source(), fmt::format( "{} needs {}\"{}\"", headingOf( kind_ ),
+                                                  std::string_view( key ) == "stages" ? "" : "a ", key ) );
         return std::move( *value );
     }
     /// Exactly one of two keys must be there.
     void requireOneOf( char const* one, char const* other ) {
         if( has( one ) == has( other ) )
             refuse( table_.source(),
-                    fmt::format( "a {} needs {} or {}, and not both", wordOf( kind_ ), one, other ) );
+                    fmt::format( "{} needs either \"{}\" or \"{}\"", headingOf( kind_ ), one, other ) );
     }
 
   private:
@@ -134,7 +143,7 @@ void requireType( String const& type, toml::source_region const& place ) {
         types.emplace_back( text );
     if( std::none_of( types.begin(), types.end(),
                       [ & ]( String const& one ) { return matches( type, one ); } ) )
-        refuse( place, fmt::format( "{} is no type of resource{}", quoted( type ), instead( type, types ) ) );
+        refuse( place, fmt::format( "unknown type of resource: {}", instead( type, types ) ) );
 }
 
 ChipRule chipOf( RuleReader& reader ) {
@@ -162,7 +171,7 @@ SizeRule sizeOf( RuleReader& reader ) {
     SizeRule rule{ reader.rule(), reader.required( reader.text( "name" ), "name" ), reader.number( "min" ),
                    reader.number( "max" ) };
     if( !rule.least && !rule.most )
-        refuse( reader.place(), "a table needs min or max" );
+        refuse( reader.place(), "[[table]] needs \"min\" or \"max\"" );
     if( rule.least && rule.most && *rule.least > *rule.most )
         refuse( reader.placeOf( "min" ), "min is more than max" );
     return rule;
@@ -194,7 +203,7 @@ void readSection( toml::node const& section, RuleKind kind, Rule ( *ruleOf )( Ru
         return read( *section.as_table() );
     if( isOne || !section.is_array_of_tables() )
         refuse( section.source(),
-                isOne ? "write [chip], once" : fmt::format( "write [[{}]], once a rule", wordOf( kind ) ) );
+                fmt::format( "write {}, once{}", headingOf( kind ), isOne ? "" : " a rule" ) );
     for( toml::node const& element : *section.as_array() )
         read( *element.as_table() );
 }
@@ -236,6 +245,8 @@ void requireStages( Rules const& rules ) {
 } // namespace
 
 std::variant<Rules, RulesMistake> readRules( String const& path ) {
+    if( String const reason = whyUnreadable( path ); !reason.empty() )
+        return RulesMistake{ path, 0, 0, "can't be read: " + reason };
     try {
         toml::table const file = toml::parse_file( std::string_view( path ) );
         Rules rules{ path };

@@ -1,5 +1,6 @@
 #include "inspect/check/Baseline.h"
 
+#include "inspect/load/FileText.h"
 #include "inspect/rows/Utf8.h"
 
 #include <algorithm>
@@ -54,10 +55,34 @@ String asInJson( String const& text ) {
     return { document.GetString(), document.GetStringLength() };
 }
 
-/// A name to know a record by; of a file without its folder.
-String nameOf( KnownFinding const& finding ) {
-    bool const isPath = finding.name == finding.contextFile || finding.name == finding.switchConf;
-    return isPath ? finding.name.substr( finding.name.rfind( '/' ) + 1 ) : finding.name;
+/// Whether it is about a file, which has a path in place of a name.
+bool isAboutAFile( KnownFinding const& finding ) {
+    return finding.name == finding.contextFile || finding.name == finding.switchConf;
+}
+
+/// Without the digits of handles: "0x0100000a" is "0x".
+String withoutHandles( String text ) {
+    constexpr std::size_t digits = 8;
+    for( auto at = text.find( "0x" ); at != text.npos; at = text.find( "0x", at + 2 ) ) {
+        auto const end = std::min( text.find_first_not_of( "0123456789abcdef", at + 2 ), text.size() );
+        if( end - at - 2 == digits )
+            text.erase( at + 2, digits );
+    }
+    return text;
+}
+
+/// Without the folders of quoted paths: "\"a/b.json\"" is "\"b.json\"".
+String withoutFolders( String const& text ) {
+    String result;
+    for( std::size_t from = 0; from < text.size(); ) {
+        auto const end = std::min( text.find( '"', from ), text.size() - 1 ) + 1;
+        std::string_view part( text.data() + from, end - from );
+        if( auto const slash = part.rfind( '/' ); slash != part.npos && part.ends_with( '"' ) )
+            part.remove_prefix( slash + 1 );
+        result += part;
+        from = end;
+    }
+    return result;
 }
 
 KnownFinding knownFrom( Finding const& finding, String const& switchConf ) {
@@ -71,19 +96,24 @@ KnownFinding knownFrom( Finding const& finding, String const& switchConf ) {
 
 } // namespace
 
+Baseline::Key Baseline::keyOf( KnownFinding const& finding ) {
+    return {
+        finding.code, finding.kind + ' ' + ( isAboutAFile( finding ) ? "" : finding.name ),
+        withoutHandles( isAboutAFile( finding ) ? withoutFolders( finding.message ) : finding.message ) };
+}
+
 Baseline::Baseline( std::vector<KnownFinding> findings )
     : findings_( std::move( findings ) ), taken_( findings_.size() ) {
     for( std::size_t i = 0; i < findings_.size(); ++i )
-        byKey_[ { findings_[ i ].code, findings_[ i ].kind, nameOf( findings_[ i ] ) } ].push_back( i );
+        byKey_[ keyOf( findings_[ i ] ) ].push_back( i );
 }
 
-template<class Matches>
-bool Baseline::take( Key const& key, Matches matches ) {
-    auto const found = byKey_.find( key );
+bool Baseline::take( KnownFinding const& now, bool withHandles ) {
+    auto const found = byKey_.find( keyOf( now ) );
     if( found == byKey_.end() )
         return false;
     for( std::size_t const i : found->second ) {
-        if( !taken_[ i ] && matches( findings_[ i ] ) ) {
+        if( !taken_[ i ] && ( !withHandles || findings_[ i ].message == now.message ) ) {
             taken_[ i ] = true;
             return true;
         }
@@ -92,15 +122,10 @@ bool Baseline::take( Key const& key, Matches matches ) {
 }
 
 void Baseline::mark( std::vector<Finding>& findings, String const& switchConf ) {
-    for( bool const withMessage : { true, false } ) {
+    for( bool const withHandles : { true, false } ) {
         for( Finding& finding : findings ) {
-            if( finding.isKnown )
-                continue;
-            KnownFinding const now = knownFrom( finding, switchConf );
-            finding.isKnown =
-                take( { now.code, now.kind, nameOf( now ) }, [ & ]( KnownFinding const& known ) {
-                    return !withMessage || known.message == now.message;
-                } );
+            if( !finding.isKnown )
+                finding.isKnown = take( knownFrom( finding, switchConf ), withHandles );
         }
     }
 }
@@ -118,18 +143,21 @@ std::vector<KnownFinding> Baseline::gone( std::vector<FindingKind const*> const&
 }
 
 std::variant<Baseline, String> readBaseline( String const& path ) {
+    if( String const reason = whyUnreadable( path ); !reason.empty() )
+        return "can't be read: " + reason;
     std::ifstream file( path, std::ios::binary );
-    if( !file )
-        return String( "can't be read" );
     rapidjson::IStreamWrapper stream( file );
     rapidjson::Document document;
     document.ParseStream<rapidjson::kParseIterativeFlag>( stream );
     if( document.HasParseError() )
         return String( "is not JSON: " ) + rapidjson::GetParseError_En( document.GetParseError() );
     if( !isAnswer( document ) )
-        return String( "is not an answer of 'check --json' with its findings" );
+        return String( "is not output of 'bfri check --json'" );
     std::vector<KnownFinding> findings;
     for( Json const* const configuration : elementsOf( document, "configurations" ) ) {
+        if( Json const* const loads = memberOf( *configuration, "loads" ); loads && loads->IsFalse() )
+            return "does not have the findings of " + quoted( textOf( *configuration, "switchConf" ) ) +
+                   ", which could not be loaded";
         for( Json const* const finding : elementsOf( *configuration, "findings" ) )
             findings.push_back( { textOf( *finding, "code" ), textOf( *finding, "kind" ),
                                   textOf( *finding, "name" ), textOf( *finding, "message" ),

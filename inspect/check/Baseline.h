@@ -25,9 +25,9 @@ class Baseline {
   public:
     explicit Baseline( std::vector<KnownFinding> findings );
 
-    /// Marks known findings: first those with the same message, since several may be about one record; then
-    /// those with the same code, kind of record and name, since handles change with every compilation. Only
-    /// the last part of a file's path counts.
+    /// Marks those that are known: with the same code, kind of record, name and message. Handles in the
+    /// message may be others, since they change with every compilation; findings that differ in nothing else
+    /// are matched by their handles first, then in order. Of a path of a file, only the last part counts.
     void mark( std::vector<Finding>& findings, String const& switchConf );
 
     /// The known findings that mark() has not met so far, in their order, without ignored codes.
@@ -35,8 +35,8 @@ class Baseline {
 
   private:
     using Key = std::tuple<String, String, String>;
-    template<class Matches>
-    bool take( Key const& key, Matches matches );
+    static Key keyOf( KnownFinding const& finding );
+    bool take( KnownFinding const& now, bool withHandles );
 
     std::vector<KnownFinding> findings_;
     std::vector<bool> taken_;

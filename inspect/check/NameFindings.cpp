@@ -132,7 +132,14 @@ String listOfAtMost( std::size_t most, Group const& group, TextOf textOf ) {
 }
 
 String handlesOf( Group const& group ) {
-    return std::to_string( group.size() ) + " have this name, with the handles " +
+    String const count = std::to_string( group.size() ) + " have this name, ";
+    bool const oneHandle = std::all_of( group.begin(), group.end(), [ & ]( HandleUse const& b ) {
+        return b.handle == group.front().handle;
+    } );
+    if( oneHandle )
+        return count + ( group.size() == 2 ? "both" : "all" ) + " with the handle " +
+               hexText( group.front().handle );
+    return count + "with the handles " +
            listOfAtMost( 8, group, []( HandleUse const& b ) { return hexText( b.handle ); } );
 }
 

@@ -109,8 +109,14 @@ std::vector<String> configurationsIn( String const& path ) {
 
 void addHint( Fault& fault ) {
     std::error_code error;
-    if( fs::is_directory( fault.file, error ) )
-        fault.hint = "that folder has no switch.conf, the file that names the context files";
+    if( !fs::is_directory( fault.file, error ) )
+        return;
+    fault.hint = "that folder has no switch.conf, the file that names the context files";
+    auto const below = configurationsIn( fault.file );
+    if( below.front() != fault.file )
+        fault.hint += "; this command takes one configuration, and there " +
+                      ( below.size() == 1 ? String( "is 1" ) : "are " + std::to_string( below.size() ) ) +
+                      " below it: " + below.front() + ( below.size() > 1 ? ", ..." : "" );
 }
 
 } // namespace Bfri

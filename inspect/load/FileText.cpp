@@ -1,8 +1,11 @@
 #include "inspect/load/FileText.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 
+#include <unistd.h>
 #include <zlib.h>
 
 namespace Bfri {
@@ -39,6 +42,13 @@ bool FileText::fill() {
         file_ ? gzread( file_.get(), buffer_.data(), static_cast<unsigned>( buffer_.size() ) ) : 0;
     end_ = static_cast<std::size_t>( std::max( count, 0 ) );
     return count > 0;
+}
+
+String whyUnreadable( String const& path ) { // without opening it: it may be a pipe
+    std::error_code ignored;
+    if( std::filesystem::is_directory( path, ignored ) )
+        return std::strerror( EISDIR );
+    return ::access( path.c_str(), R_OK ) == 0 ? "" : std::strerror( errno );
 }
 
 } // namespace Bfri

@@ -44,4 +44,7 @@ class FileText {
     U32 line_ = 1;
 };
 
+/// Why a file can't be read, as the system says it; empty where it can. A folder is no file.
+String whyUnreadable( String const& path );
+
 } // namespace Bfri

@@ -55,19 +55,32 @@ TEST_F( BudgetCommand, SaysWhatItCannotJudge ) {
                              "[[growth]]\nmax = 1\nlevel = 'warn'\nreason = 'x'\n" );
     auto const answer = bfri( { "budget", "switch.conf", "rules.toml" } );
     EXPECT_EQ( answer.status, 1 );
-    EXPECT_EQ( answer.out, "switch.conf: 1 error\n"
-                           "  rules.toml:1: matches nothing: no table is called \"alc\"; names like it: acl\n"
-                           "  1 rule of growth not judged: --against names an older configuration\n" );
+    EXPECT_EQ( answer.out,
+               "switch.conf: 1 error, 1 warning\n"
+               "  rules.toml:1: matches nothing: no resource is called \"alc\"; names like it: acl\n"
+               "  rules.toml:6: warning: not judged: growth needs an older configuration "
+               "(--against OLD)\n" );
     auto const against = bfri( { "budget", "switch.conf", "rules.toml", "--against", "switch.conf" } );
     EXPECT_THAT( against.out, HasSubstr( "growth of entries\n" ) );
     EXPECT_THAT( against.out, Not( HasSubstr( "not judged" ) ) );
+}
+
+TEST_F( BudgetCommand, FailsWhereGrowthIsNotJudged ) {
+    for( auto const& [ level, status ] : { std::pair( "error", 1 ), std::pair( "warn", 0 ) } ) {
+        writeFile( "rules.toml", String( "[[growth]]\nmax = 1\nreason = 'x'\nlevel = '" ) + level + "'\n" );
+        EXPECT_EQ( bfri( { "budget", "switch.conf", "rules.toml" } ).status, status );
+        auto const json = parsed( bfri( { "budget", "switch.conf", "rules.toml", "--json" } ).out );
+        EXPECT_EQ( json[ status ? "errors" : "warnings" ].GetUint(), 1U );
+        EXPECT_STREQ( json[ "problems" ][ 0 ][ "level" ].GetString(), level );
+        EXPECT_EQ( bfri( { "budget", "switch.conf", "rules.toml", "--against", "switch.conf" } ).status, 0 );
+    }
 }
 
 TEST_F( BudgetCommand, TellsAMistakeInTheRulesWithItsPlace ) {
     writeFile( "rules.toml", "[chip]\nstages = 12\nlevel = 'bad'\nreason = 'x'\n" );
     auto const answer = bfri( { "budget", "switch.conf", "rules.toml" } );
     EXPECT_EQ( answer.status, 3 );
-    EXPECT_EQ( answer.err, "bfri: rules.toml:3:9: \"bad\" is no level; there are off, warn, error\n" );
+    EXPECT_EQ( answer.err, "bfri: rules.toml:3:9: unknown level: expected off, warn or error\n" );
 }
 
 TEST_F( BudgetCommand, AsJsonHasTheSame ) {

@@ -102,11 +102,41 @@ TEST_F( CheckWithABaseline, RefusesOtherFiles ) {
         writeFile( "baseline.json", text );
         auto const outcome = bfri( { "check", "switch.conf", "--baseline", "baseline.json" } );
         EXPECT_EQ( outcome.status, 3 ) << text;
-        EXPECT_THAT( outcome.err, StartsWith( "bfri: the baseline baseline.json is not " ) );
+        EXPECT_THAT( outcome.err, StartsWith( "bfri: the baseline baseline.json is no" ) );
     }
     auto const missing = bfri( { "check", "switch.conf", "--baseline", "none.json" } );
     EXPECT_EQ( missing.status, 3 );
-    EXPECT_EQ( missing.err, "bfri: the baseline none.json can't be read\n" );
+    EXPECT_EQ( missing.err, "bfri: the baseline none.json can't be read: No such file or directory\n" );
+    EXPECT_EQ( bfri( { "check", "switch.conf", "--baseline", "." } ).err,
+               "bfri: the baseline . can't be read: Is a directory\n" );
+}
+
+TEST_F( CheckWithABaseline, RefusesOneOfWhatCouldNotBeLoaded ) {
+    writeFile( "context.json", "[" );
+    writeFile( "baseline.json", bfri( { "check", "switch.conf", "--json" } ).out );
+    auto const outcome = checkAgain( emptyTables( 1 ) );
+    EXPECT_EQ( outcome.status, 3 );
+    EXPECT_EQ( outcome.err, "bfri: the baseline baseline.json does not have the findings of \"switch.conf\", "
+                            "which could not be loaded\n" );
+}
+
+/// Copies of a table, with handles from that one on.
+Support::ContextBuilder copies( U32 count, U32 firstHandle ) {
+    Support::ContextBuilder context;
+    for( U32 i = 0; i < count; ++i )
+        context.table( Support::matchTable( "acl" ).handle( firstHandle + i ) );
+    return context;
+}
+
+TEST_F( CheckWithABaseline, TellsAFindingThatSaysMore ) {
+    writeFile( "context.json", copies( 2, 7 ).text() );
+    writeFile( "baseline.json", bfri( { "check", "switch.conf", "--json" } ).out );
+    EXPECT_EQ( checkAgain( copies( 2, 0x1000 ) ).status, 0 ); // only handles changed
+    auto const third = checkAgain( copies( 3, 7 ) );
+    EXPECT_EQ( third.status, 1 );
+    EXPECT_THAT( third.out, HasSubstr( "match table \"acl\": 3 have this name, with the handles 0x00000007, "
+                                       "0x00000008, 0x00000009\n" ) );
+    EXPECT_THAT( third.out, HasSubstr( " of the baseline" ) );
 }
 
 TEST_F( CheckWithABaseline, KnowsAFileInAnotherFolder ) {

@@ -112,7 +112,7 @@ TEST_F( FieldOfARecord, OfSeveralOfANameIsAskedForByHandle ) {
     model->parser().bfTablesPush( named<BfTableInfo>( "pipe.lpm", 99 ) );
     for( char const* const word : { "lpm", "pipe.lpm" } ) {
         EXPECT_EQ( statusOf( "table", word, "handle" ), ExitStatus::no );
-        EXPECT_EQ( notes, String( "'" ) + word + "' means 2 tables; say which:" );
+        EXPECT_EQ( notes, String( "'" ) + word + "' means 2 match tables; say which:" );
         EXPECT_THAT( suggestions, ElementsAre( "0x00000004", "0x00000063" ) );
     }
     EXPECT_EQ( answer( "table", "0x00000063", "handle" ), "99\n" );
@@ -176,7 +176,7 @@ TEST_F( FieldOfARecord, OfRecordsThatNoWordTellsApart ) {
     parser.bfTablesPush( lpm );
     EXPECT_EQ( statusOf( "table", "lpm", "size" ), ExitStatus::no );
     EXPECT_EQ( notes,
-               "'lpm' means 2 tables, and no word tells all of them apart; 'bfri tables' lists them:" );
+               "'lpm' means 2 match tables, and no word tells all of them apart; 'bfri tables' lists them:" );
     EXPECT_THAT( suggestions, ElementsAre( "0x00000004" ) );
 }
 

@@ -63,6 +63,10 @@ TEST_F( SeveralConfigurations, WithABadOneTellItAndListTheOthers ) {
     ASSERT_EQ( json[ "failures" ].Size(), 2U );
     EXPECT_STREQ( json[ "failures" ][ 0 ][ "conf" ].GetString(), "bad" );
     EXPECT_THAT( json[ "failures" ][ 1 ][ "error" ].GetString(), HasSubstr( "missing.conf" ) );
+    // As one alone answers.
+    auto const alone = parsed( bfri( { "tables", "bad", "--json" } ).out );
+    for( char const* const member : { "error", "suggestions", "failure" } )
+        EXPECT_EQ( compact( json[ "failures" ][ 0 ][ member ] ), compact( alone[ member ] ) );
 }
 
 TEST_F( SeveralConfigurations, HaveALineEachInASummary ) {
@@ -113,6 +117,25 @@ TEST_F( SeveralConfigurations, OfOneAreFilteredToo ) {
     EXPECT_EQ( bfri( { "names", "all/a", "--where", "size=1" } ).status, 2 );
     EXPECT_THAT( bfri( { "tables", "all/a", "--where", "size=1" } ).err,
                  HasSubstr( "no row matches 'size=1'" ) );
+    EXPECT_EQ( bfri( { "names", "all/a", "--where", "kinds=foo" } ).err,
+               "bfri: no row matches 'kinds=foo'\n" );
+    EXPECT_EQ( bfri( { "names", "all", "--filter", "zzz" } ).err, "bfri: no name matches 'zzz'\n" );
+    EXPECT_THAT( bfri( { "names", "all", "--where", "name~=[" } ).err,
+                 StartsWith( "bfri: can't use --where '['" ) );
+}
+
+TEST_F( SeveralConfigurations, HaveHelpForTheirConditions ) {
+    for( char const* const command : { "tables", "names", "phv" } )
+        EXPECT_THAT( bfri( { command, "--help" } ).out,
+                     HasSubstr( "\n--where compares fields with values: " ) );
+    EXPECT_THAT( bfri( { "summary", "--help" } ).out, testing::Not( HasSubstr( "--where" ) ) );
+}
+
+TEST_F( SeveralConfigurations, AreTooManyForACommandOfOne ) {
+    EXPECT_THAT( bfri( { "stages", "all" } ).err,
+                 HasSubstr( "; this command takes one configuration, and there are 2 below it: "
+                            "all/a/switch.conf, ...\n" ) );
+    EXPECT_THAT( bfri( { "show", "all/..", "acl" } ).err, HasSubstr( " there are 3 below it: " ) );
 }
 
 } // namespace

@@ -322,13 +322,14 @@ TEST_F( Show, OfManyOfAKindShowsTheFirstAndSaysHowManyMoreThereAre ) {
     EXPECT_THAT( answerOf( "show", *model, Format::text, "acl" ), Not( HasSubstr( "more" ) ) );
     EXPECT_FALSE( jsonAnswerOf( "show", *model, "acl" ).HasMember( "moreRecords" ) );
     push( 9 );
-    EXPECT_THAT( answerOf( "show", *model, Format::text, "acl" ),
-                 testing::EndsWith( "\n\nand 1 more table of this name; 'bfri tables' lists them all, with "
-                                    "handles for 'bfri show'\n" ) );
+    EXPECT_THAT(
+        answerOf( "show", *model, Format::text, "acl" ),
+        testing::EndsWith( "\n\nand 1 more match table of this name; 'bfri tables' lists them all, with "
+                           "handles for 'bfri show'\n" ) );
     push( 10 );
     String const text = answerOf( "show", *model, Format::text, "acl" );
     EXPECT_EQ( countOf( text, "table acl\n" ), 8U );
-    EXPECT_THAT( text, HasSubstr( "\n\nand 2 more tables of this name; " ) );
+    EXPECT_THAT( text, HasSubstr( "\n\nand 2 more match tables of this name; " ) );
     EXPECT_THAT( text, Not( HasSubstr( "resource acl" ) ) );
     auto const answer = jsonAnswerOf( "show", *model, "acl" );
     EXPECT_THAT( memberNames( answer ), ElementsAre( "format", "name", "bfTables", "moreRecords" ) );

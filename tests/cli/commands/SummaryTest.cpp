@@ -77,7 +77,7 @@ PIPE MASK   PIPES  CONTEXT FILE
 0x80000000  31     b/context.json
 
 COUNT  OF
-    1  hardware resources
+    1  hardware resource
     2  match tables
     3  counters
     4  meters

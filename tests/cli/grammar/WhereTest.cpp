@@ -71,19 +71,22 @@ TEST( AConditionOnRows, ThatIsNoneSaysWhy ) {
                "--where: no field 'sice'; the fields are name, size, handle, direct, parent, "
                "kinds, references, entries" );
     EXPECT_THAT( refusal( "" ),
-                 testing::StartsWith( "--where: a field is missing at the end; the fields are " ) );
-    EXPECT_EQ( refusal( "size" ), "--where: =, !=, <, <=, >, >= or ~= is missing at the end" );
-    EXPECT_EQ( refusal( "size ! 4" ), "--where: =, !=, <, <=, >, >= or ~= is missing before '! 4'" );
-    EXPECT_EQ( refusal( "size=" ), "--where: a value is missing at the end" );
-    EXPECT_EQ( refusal( "(size=1" ), "--where: ')' is missing at the end" );
-    EXPECT_EQ( refusal( "size=1)" ), "--where: 'and', 'or' or the end is missing before ')'" );
-    EXPECT_EQ( refusal( "size=1 size=2" ), "--where: 'and', 'or' or the end is missing before 'size=2'" );
-    EXPECT_EQ( refusal( "name='x" ), "--where: a quote has no end before ''x'" );
+                 testing::StartsWith( "--where: expected a field, found the end; the fields are " ) );
+    EXPECT_EQ( refusal( "size" ), "--where: expected =, !=, <, <=, >, >= or ~=, found the end" );
+    EXPECT_EQ( refusal( "size ! 4" ), "--where: expected =, !=, <, <=, >, >= or ~=, found '! 4'" );
+    EXPECT_EQ( refusal( "size=" ), "--where: expected a value, found the end" );
+    EXPECT_EQ( refusal( "(size=1" ), "--where: expected ')', found the end" );
+    EXPECT_EQ( refusal( "size=1)" ), "--where: expected 'and', 'or' or the end, found ')'" );
+    EXPECT_EQ( refusal( "size=1 size=2" ), "--where: expected 'and', 'or' or the end, found 'size=2'" );
+    EXPECT_EQ( refusal( "name='x" ), "--where: unterminated quote at ''x'" );
     EXPECT_EQ( refusal( "size=big" ), "--where: size is a number, not 'big'" );
     EXPECT_EQ( refusal( "handle=0xg" ), "--where: handle is a number, not '0xg'" );
     EXPECT_EQ( refusal( "direct=1" ), "--where: direct is true or false, not '1'" );
-    EXPECT_EQ( refusal( "size~=4" ), "--where: ~= is for texts, but size is not a text" );
-    EXPECT_NE( refusal( "name~=(" ), "none" );
+    EXPECT_EQ( refusal( "size~=4" ), "--where: ~= needs a text field; size is a number" );
+    EXPECT_EQ( refusal( "direct~=4" ), "--where: ~= needs a text field; direct is true or false" );
+    for( char const* const condition : { "direct>true", "direct<=no" } )
+        EXPECT_EQ( refusal( condition ), "--where: direct is true or false, which takes = and != only" );
+    EXPECT_THAT( refusal( "name~=[" ), testing::StartsWith( "can't use --where '[' at offset 1: " ) );
     EXPECT_EQ( refusal( String( 5000, '(' ) ), "--where: too many parentheses and nots" );
 }
 

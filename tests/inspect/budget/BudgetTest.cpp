@@ -98,7 +98,7 @@ TEST_F( BudgetOf, CapacitiesTellWhatIsNotStated ) {
 TEST_F( BudgetOf, AStageThatNoProgramTakesIsNothingUnlessTheChipHasIt ) {
     String const late = rule( "[[capacity]]", "type = 'meter'\nstages = [ 5 ]\ntables = 1" );
     EXPECT_THAT( problemsIn( judged( late ) ),
-                 ElementsAre( "matches nothing: no program takes its stages" ) );
+                 ElementsAre( "matches nothing: no program has these stages" ) );
     EXPECT_THAT( problemsIn( judged( rule( "[chip]", "stages = 6" ) + late ) ), IsEmpty() );
 }
 
@@ -118,9 +118,9 @@ TEST_F( BudgetOf, ARuleThatMatchesNothingOrSeveralIsAProblem ) {
                  ElementsAre( "\"acl\" is the end of several names: out.acl, pipe.acl" ) );
     EXPECT_THAT(
         problemsIn( judged( rule( "[[table]]", "name = 'bigacl'\nmin = 1" ) ) ),
-        ElementsAre( "matches nothing: no table is called \"bigacl\"; names like it: pipe.big_acl" ) );
+        ElementsAre( "matches nothing: no resource is called \"bigacl\"; names like it: pipe.big_acl" ) );
     EXPECT_THAT( problemsIn( judged( rule( "[[table]]", "name = 'x*'\nmin = 1" ) ) ),
-                 ElementsAre( "matches nothing: no table's name is like \"x*\"" ) );
+                 ElementsAre( "matches nothing: no resource's name is like \"x*\"" ) );
     EXPECT_THAT( problemsIn( judged( rule( "[[program]]", "context_file = 'b.json'\nstages = 1" ) ) ),
                  ElementsAre( "matches nothing: no context file is \"b.json\"" ) );
     EXPECT_THAT( problemsIn( judged( rule( "[[table]]", "name = 'x*'\nmin = 1", "off" ) ) ), IsEmpty() );
@@ -151,18 +151,30 @@ TEST_F( BudgetOf, TwoProgramsHaveTheirOwnStages ) {
 }
 
 TEST_F( BudgetOf, GrowthIsJudgedAgainstSomethingOlder ) {
-    EXPECT_EQ( judged( rule( "[[growth]]", "max = 5" ) ).notJudged, 1U );
+    for( auto const& [ level, is ] :
+         { std::pair( "error", RuleLevel::error ), std::pair( "warn", RuleLevel::warn ) } ) {
+        auto const unjudged = judged( rule( "[[growth]]", "max = 5", level ) );
+        EXPECT_EQ( unjudged.notJudged, 1U );
+        EXPECT_EQ( unjudged.broken( is ), 1U );
+        EXPECT_EQ( unjudged.broken( RuleLevel::error ) + unjudged.broken( RuleLevel::warn ), 1U );
+    }
     auto const old = modelOf( context );
     context.table( Support::matchTable( "pipe.new" ).stages( { sized( 1, 30 ) } ).size( 30 ) );
     EXPECT_THAT( usesIn( judged( rule( "[[growth]]", "max_percent = 10" ), old.get() ) ),
-                 ElementsAre( "growth of entries: 30 of 21, 143%, -9 over" ) );
+                 ElementsAre( "growth of entries: 30 of 22, 137%, -8 over" ) );
     EXPECT_THAT( usesIn( judged( rule( "[[growth]]", "max = 1\nof = 'tables'" ), old.get() ) ),
-                 ElementsAre( "growth of tables: 1 of 1, 100%, 0" ) );
+                 ElementsAre( "growth of resources: 1 of 1, 100%, 0" ) );
     EXPECT_THAT( usesIn( judged( rule( "[[growth]]", "name = 'new'\nmax_percent = 50" ), old.get() ) ),
                  ElementsAre( "growth of size of \"pipe.new\": 30 of 0, -1%, -30 over" ) );
     EXPECT_THAT(
         usesIn( judged( rule( "[[growth]]", "name = 'pipe.*'\nof = 'tables'\nmax = 2" ), old.get() ) ),
-        ElementsAre( "growth of tables like \"pipe.*\": 1 of 2, 50%, 1" ) );
+        ElementsAre( "growth of resources like \"pipe.*\": 1 of 2, 50%, 1" ) );
+    // What no stage holds counts as well, with a name or without.
+    context = Support::ContextBuilder().table( Support::matchTable( "pipe.acl" ).stages( {} ).size( 500 ) );
+    for( char const* const name : { "", "name = 'pipe.acl'\n" } )
+        EXPECT_EQ( judged( rule( "[[growth]]", name + String( "max = 1" ) ), old.get() ).uses.at( 0 ).used,
+                   *name ? 340 : 275 );
+    context = Support::ContextBuilder().table( Support::matchTable( "pipe.acl" ).size( 160 ) );
     auto const bigger = modelOf( context );
     context = Support::ContextBuilder().table( Support::matchTable( "pipe.acl" ) );
     EXPECT_THAT( usesIn( judged( rule( "[[growth]]", "name = 'pipe.acl'\nmax = 1000" ), bigger.get() ) ),

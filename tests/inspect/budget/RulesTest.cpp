@@ -75,41 +75,44 @@ struct Mistaken {
 TEST_F( RulesFile, IsToldItsMistakesWithLineAndColumn ) {
     Mistaken const mistaken[] = {
         { "", "1:1: there is no rule" },
-        { "[chip]\nstages = 12\nreason = 'r'\n", "1:1: a chip needs level" },
-        { "[chip]\nstages = 12\nlevel = 'warn'\n", "1:1: a chip needs reason" },
-        { "[chip]\nlevel = 'warn'\nreason = 'r'\n", "1:1: a chip needs stages" },
+        { "[chip]\nstages = 12\nreason = 'r'\n", "1:1: [chip] needs a \"level\"" },
+        { "[chip]\nstages = 12\nlevel = 'warn'\n", "1:1: [chip] needs a \"reason\"" },
+        { "[chip]\nlevel = 'warn'\nreason = 'r'\n", "1:1: [chip] needs \"stages\"" },
         { "[chip]\nstages = 12\nlevel = 'fatal'\nreason = 'r'\n",
-          "3:9: \"fatal\" is no level; there are off, warn, error" },
+          "3:9: unknown level: expected off, warn or error" },
         { "[chip]\nstages = 12\nlevel = 'warn'\nreason = ''\n",
           "4:10: reason takes a text in quotes, not an empty one" },
         { "[chip]\nstages = -1\nlevel = 'warn'\nreason = 'r'\n",
           "2:10: stages takes a whole number from 0 to 4294967295" },
-        { "[chip]\nstages = 'x'\n", "1:1: a chip needs level" },
+        { "[chip]\nstages = 'x'\n", "1:1: [chip] needs a \"level\"" },
         { "[chip]\nstages = 1\nlevel = 'warn'\nreason = 'r'\nstagse = 2\n",
-          "5:1: a chip has no \"stagse\"; did you mean \"stages\"?" },
+          "5:1: [chip] has no key \"stagse\"; did you mean \"stages\"?" },
         { "[[capacity]]\ntype = 'meter'\ntabels = 1\nlevel = 'warn'\nreason = 'r'\n",
-          "3:1: a capacity has no \"tabels\"; did you mean \"tables\"?" },
+          "3:1: [[capacity]] has no key \"tabels\"; did you mean \"tables\"?" },
         { "[[chip]]\nstages = 1\n", "1:1: write [chip], once" },
         { "[table]\nname = 'a'\n", "1:1: write [[table]], once a rule" },
-        { "\n[[tabel]]\nname = 'a'\n", "2:3: \"tabel\" is no section; did you mean \"table\"?" },
-        { "[[table]]\nname = 'a'\nlevel = 'warn'\nreason = 'r'\n", "1:1: a table needs min or max" },
+        { "\n[[tabel]]\nname = 'a'\n", "2:3: unknown section: did you mean \"table\"?" },
+        { "[[table]]\nname = 'a'\nlevel = 'warn'\nreason = 'r'\n",
+          "1:1: [[table]] needs \"min\" or \"max\"" },
         { "[[table]]\nname = 'a'\nlevel = 'warn'\nreason = 'r'\nmin = 3\nmax = 2\n",
           "5:7: min is more than max" },
         { "[[capacity]]\ntype = 'hash_mach'\ntables = 1\nlevel = 'warn'\nreason = 'r'\n",
-          "2:8: \"hash_mach\" is no type of resource; did you mean \"hash_match\"?" },
+          "2:8: unknown type of resource: did you mean \"hash_match\"?" },
         { "[[capacity]]\ntype = 'meter'\nlevel = 'warn'\nreason = 'r'\n",
-          "1:1: a capacity needs entries or tables, and not both" },
+          "1:1: [[capacity]] needs either \"entries\" or \"tables\"" },
         { "[[capacity]]\ntype = 'meter'\ntables = 1\nentries = 1\nlevel = 'warn'\nreason = 'r'\n",
-          "1:1: a capacity needs entries or tables, and not both" },
+          "1:1: [[capacity]] needs either \"entries\" or \"tables\"" },
         { "[[capacity]]\ntype = 'meter'\ndirection = 'up'\ntables = 1\nlevel = 'warn'\nreason = 'r'\n",
-          "3:13: \"up\" is no direction; there are egress, ingress" },
+          "3:13: unknown direction: expected egress or ingress" },
         { "[[capacity]]\ntype = 'meter'\nstages = 3\ntables = 1\nlevel = 'warn'\nreason = 'r'\n",
           "3:10: stages takes a list of whole numbers: [ 0, 1 ]" },
         { "[chip]\nstages = 3\nlevel = 'warn'\nreason = 'r'\n[[capacity]]\ntype = 'meter'\nstages = [ 3 ]\n"
           "tables = 1\nlevel = 'warn'\nreason = 'r'\n",
           "5:1: stage 3 is none of the chip's 3" },
         { "[[growth]]\nlevel = 'warn'\nreason = 'r'\n",
-          "1:1: a growth needs max or max_percent, and not both" },
+          "1:1: [[growth]] needs either \"max\" or \"max_percent\"" },
+        { "[[growth]]\nof = 'bytes'\nmax = 1\nlevel = 'warn'\nreason = 'r'\n",
+          "2:6: unknown \"of\": expected tables or entries" },
     };
     for( Mistaken const& one : mistaken )
         EXPECT_EQ( mistakeIn( one.text ), one.mistake ) << one.text;
@@ -121,7 +124,10 @@ TEST_F( RulesFile, ThatCannotBeReadHasNoLine ) {
     auto const rules = Bfri::readRules( "missing.toml" );
     ASSERT_TRUE( std::holds_alternative<RulesMistake>( rules ) );
     EXPECT_EQ( std::get<RulesMistake>( rules ).line, 0U );
-    EXPECT_NE( std::get<RulesMistake>( rules ).problem, "" );
+    EXPECT_EQ( std::get<RulesMistake>( rules ).problem, "can't be read: No such file or directory" );
+    auto const folder = Bfri::readRules( "." );
+    EXPECT_EQ( std::get<RulesMistake>( folder ).line, 0U );
+    EXPECT_EQ( std::get<RulesMistake>( folder ).problem, "can't be read: Is a directory" );
 }
 
 TEST( Patterns, HaveStarsForAnythingAndQuestionMarksForACharacter ) {

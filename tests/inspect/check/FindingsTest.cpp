@@ -51,7 +51,10 @@ Support::Table lpm() { return Support::matchTable( "lpm" ); }
 INSTANTIATE_TEST_SUITE_P(
     Names, ContextFinding,
     testing::Values(
-        Odd{ "BF201", twoTables( acl(), acl().handle( 7 ) ), "match table \"acl\": 2 have this name" },
+        Odd{ "BF201", twoTables( acl(), acl().handle( 7 ) ),
+             "match table \"acl\": 2 have this name, with the handles 0x" },
+        Odd{ "BF201", twoTables( lpm(), lpm() ), "2 have this name, both with the handle 0x" },
+        Odd{ "BF201", twoTables( lpm(), lpm() ).table( lpm() ), "3 have this name, all with the handle 0x" },
         Odd{ "BF202", twoTables( actionDataTable( "d" ), actionDataTable( "d" ).handle( 7 ) ),
              "placed table \"d\": 2" },
         Odd{ "BF203", ContextBuilder().table( acl().action( "NoAction" ) ), "in table \"acl\"" },
