@@ -124,11 +124,11 @@ for (const list of $$('.list')) {
   const stage = (text, n) => /\d/.test(text) && text.split(', ').some(p => { const [a, b] = p.split('–').map(Number); return n >= a && n <= (b === undefined ? a : b); });
   const num = s => { const v = parseFloat(s.replace(/,/g, '')); return isNaN(v) ? -1 : v; };
   function complaint(w) {                /* of a question that no row can answer */
-    const [, key, op, value] = /^(\w+)([:<>])(.*)$/.exec(w) || [], number = key === 'size' || key === 'stage' || key === 'pipe';
+    const [, key, op, value] = /^(\w+)([:<>])(.*)$/.exec(w) || [], isNumber = /^(size|stage|pipe)$/.test(key);
     if (!key || rows.some(r => r.low.includes(w))) return '';
     if (!/^(pipe|stage|kind|dir|size)$/.test(key)) return `No key ${key}; keys are pipe, stage, kind, dir and size`;
-    if ((key === 'size') === (op === ':')) return `Write ${key === 'size' ? 'size>1000 or size<1000' : key + ':' + (number ? '4' : '…')}`;
-    if (number && !/^\d+$/.test(value)) return `${key}${op} needs a number`;
+    if ((key === 'size') === (op === ':')) return `Write ${key === 'size' ? 'size>1000 or size<1000' : key + ':' + (isNumber ? '4' : '…')}`;
+    if (isNumber && !/^\d+$/.test(value)) return `${key}${op} needs a number`;
     return value ? '' : `${key}: needs a word`;
   }
   function passes(r, words) {
