@@ -43,8 +43,8 @@ std::vector<Section> sectionsOf( ReportData const& data ) {
             writeFindings },
           { "tables", "Match tables", chip.tables.size(), "Tables that an agent can program.", writeTables },
           { "attached", "Other parts", chip.countOthers(),
-            "Counters, meters, registers, action data, selectors, and tables that an agent cannot program; "
-            "also those that are not placed, which are no resources.",
+            "Counters, meters, registers, action data, selectors, and tables that an agent cannot program. "
+            "Those that are not placed do not count as resources.",
             writeAttached },
           { "phv", "PHV bytes", chip.fields.size(), "", writeFields },
           { "hitbits", "Hit-bit space", {}, "", writeHitBits },

@@ -69,6 +69,19 @@ TEST_F( ReportCommand, TellsADifferenceWithStatus0 ) {
                  HasSubstr( "<h2>No difference</h2>" ) );
 }
 
+TEST_F( ReportCommand, SaysOfHandlesWhatIsSoWhenATableShrinks ) {
+    writeFile( "context.json",
+               Support::ContextBuilder().table( Support::matchTable( "t" ).size( 9 ) ).text() );
+    writeFile( "less.json", Support::ContextBuilder().table( Support::matchTable( "t" ).size( 8 ) ).text() );
+    String const shrunk = bfri( { "report", "switch.conf", "less.json", "-o", "-" } ).out;
+    EXPECT_THAT( shrunk,
+                 HasSubstr( "By name: breaking. By handle: every handle still means the same record." ) );
+    EXPECT_THAT( shrunk, Not( HasSubstr( "By handle: safe" ) ) );
+    String const grown = bfri( { "report", "less.json", "switch.conf", "-o", "-" } ).out;
+    EXPECT_THAT( grown, HasSubstr( "<h2>Agent-safe</h2>" ) );
+    EXPECT_THAT( grown, HasSubstr( "notices nothing, and every handle still means the same record" ) );
+}
+
 TEST_F( ReportCommand, DrawsAPictureAlone ) {
     EXPECT_EQ( bfri( { "report", "switch.conf", "--svg" } ).out, "wrote report.svg\n" );
     EXPECT_THAT( textOf( "report.svg" ), StartsWith( "<svg xmlns=\"http://www.w3.org/2000/svg\"" ) );
