@@ -73,11 +73,11 @@ TEST_F( ReportCommand, SaysOfHandlesWhatIsSoWhenATableShrinks ) {
     writeFile( "context.json",
                Support::ContextBuilder().table( Support::matchTable( "t" ).size( 9 ) ).text() );
     writeFile( "less.json", Support::ContextBuilder().table( Support::matchTable( "t" ).size( 8 ) ).text() );
-    String const shrunk = bfri( { "report", "switch.conf", "less.json", "-o", "-" } ).out;
+    String const shrunk = bfri( { "report", "context.json", "less.json", "-o", "-" } ).out;
     EXPECT_THAT( shrunk,
                  HasSubstr( "By name: breaking. By handle: every handle still means the same record." ) );
     EXPECT_THAT( shrunk, Not( HasSubstr( "By handle: safe" ) ) );
-    String const grown = bfri( { "report", "less.json", "switch.conf", "-o", "-" } ).out;
+    String const grown = bfri( { "report", "less.json", "context.json", "-o", "-" } ).out;
     EXPECT_THAT( grown, HasSubstr( "<h2>Agent-safe</h2>" ) );
     EXPECT_THAT( grown, HasSubstr( "notices nothing, and every handle still means the same record" ) );
 }
