@@ -19,7 +19,7 @@ constexpr char const* listing = "List records, each with --filter, --where, --so
 constexpr char const* helping = "Help";
 constexpr char const* unlisted = "";
 
-// What values are.
+// Types of values.
 
 constexpr char const* severities[] = { "error", "warning", "note" };
 constexpr char const* failuresOfDiff[] = { "any", "breaking", "handles", "never" };
@@ -74,7 +74,8 @@ constexpr Option stagesOptions[] = {
       "MEASURE",
       "Measure the stages by tables (the default) or by entries",
       { ValueKind::choice, "", measures } },
-    { "--budget", "RULES", "Show how full the stages are, by the capacities of these rules", rulesPath },
+    { "--budget", "RULES", "Show how full the stages are, by the capacities in this file of rules",
+      rulesPath },
     { "--list", nullptr, "Print one line per resource, with a bar over its stages" },
     { "--stage", "N", "Print the ten largest resources in stage N, or with --list all of them", stage } };
 constexpr Option namesOptions[] = {
@@ -82,8 +83,8 @@ constexpr Option namesOptions[] = {
     { "--filter", "REGEX", "Only names that match somewhere (ECMAScript syntax)" },
     { "--where", "EXPRESSION", "Only names for which this holds: 'kinds=table and name~=^l3'" } };
 constexpr Option checkOptions[] = {
-    { "--all", nullptr, "Show every finding; else the text has room for the first of each code" },
-    { "--baseline", "FILE", "Only findings that this answer of 'check --json' does not have count",
+    { "--all", nullptr, "Show every finding, not just the first ones of each code" },
+    { "--baseline", "FILE", "Count only findings that are not in this earlier answer of 'check --json'",
       baselinePath },
     { "--explain",
       "CODES",
@@ -101,7 +102,7 @@ constexpr Option reportOptions[] = {
       .description = "Write this file instead of report.html; '-' is standard output",
       .type = { ValueKind::file, "the path of a file" },
       .shortName = "-o" },
-    { "--budget", "RULES", "Show the map also as shares of the capacities in this file of rules", rulesPath },
+    { "--budget", "RULES", "Show the map also in shares of the capacities in this file of rules", rulesPath },
     { .name = "--svg",
       .label = nullptr,
       .description = "Write only the floor plans of the stages, as a picture (report.svg)",
@@ -113,8 +114,8 @@ constexpr Option schemaOptions[] = {
 constexpr Option diffOptions[] = {
     { "--only", "KIND", "Compare only this kind", { ValueKind::recordKind } },
     { "--no-renames", nullptr, "Show a renamed record as a removed and an added one" },
-    { "--unread", nullptr, "List all that differs in what the library does not read" },
-    { "--fail-on", "WHAT", "What exit status 1 is for: any (the default), breaking, handles or never",
+    { "--unread", nullptr, "List all differences in what the library does not read" },
+    { "--fail-on", "WHAT", "When the exit status is 1: any (the default), breaking, handles or never",
       failures },
     { .name = "--markdown",
       .label = nullptr,

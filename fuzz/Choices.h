@@ -25,7 +25,7 @@ class Choices {
             value = value << 8 | byte();
         return value;
     }
-    /// What was not taken.
+    /// The rest that was not taken.
     std::span<std::uint8_t const> rest() const { return bytes_; }
 
   private:

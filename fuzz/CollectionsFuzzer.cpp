@@ -134,7 +134,7 @@ class HandlesModel {
         parser_.resourceHandlesIs( handle, draft_.tested );
         model_[ handle ] = draft_;
     }
-    /// What was removed is worked on.
+    /// Removed elements are used further.
     void remove( U32 handle ) {
         draft_ = removedFrom( model_, handle );
         BfZelResource removed = parser_.resourceHandlesDel( handle );

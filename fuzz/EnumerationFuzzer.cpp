@@ -18,7 +18,7 @@
 namespace BfResourceInfo {
 namespace {
 
-/// What a function gives; none when it throws that exception. Any other one is a finding.
+/// The result of a function; none if it throws that exception. Any other exception is a finding.
 template<class Exception, class Function>
 auto unlessThrown( Function function ) -> std::optional<decltype( function() )> {
     try {

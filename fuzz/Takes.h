@@ -1,6 +1,7 @@
 #pragma once
 
-// What a parser's collections hold, taken out of an input. Names and handles are few, so that they meet.
+// The contents of a parser's collections, taken from an input. Names and handles are few, so that they
+// repeat.
 
 #include "fuzz/Choices.h"
 #include "resourceinfo/parser/BfResourceParser.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-// What all fuzz targets share.
+// Code that all fuzz targets share.
 
 #include "resourceinfo/model/Types.h"
 

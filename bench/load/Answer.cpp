@@ -65,7 +65,7 @@ Digest digestOf( std::pair<Key const, Value> const& entry ) {
     return Digest( digestOf( entry.first ).value(), digestOf( entry.second ).value() );
 }
 
-/// Of records in their order.
+/// The digest of records in their order.
 template<class Record>
 std::uint64_t inOrder( std::vector<Record> const& records ) {
     std::uint64_t sum = 0;
@@ -74,7 +74,7 @@ std::uint64_t inOrder( std::vector<Record> const& records ) {
     return sum;
 }
 
-/// Of entries in whatever order.
+/// The digest of entries in any order.
 template<class Map>
 std::uint64_t together( Map const& map ) {
     std::uint64_t sum = 0;

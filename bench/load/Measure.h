@@ -1,6 +1,6 @@
 #pragma once
 
-// What the program of every contender does: one load, measured.
+// The program of every contender: one load, measured.
 
 #include "bench/load/Model.h"
 
@@ -10,7 +10,7 @@ struct Input {
     bool isGzip = false;
 };
 
-/// Of a command line; ends the process when it is a wrong one.
+/// The task on a command line; ends the process if the command line is wrong.
 Input inputOf( int argc, char** argv );
 
 /// Wall-clock and processor time from the start on, and memory beyond what the process had at the start.
@@ -32,7 +32,7 @@ class Measurement {
     std::size_t model_ = 0;
 };
 
-/// For main(). What `load( input )` gives lives until its memory is measured; `answer` tells what it holds.
+/// For main(). The result of `load( input )` lives until its memory is measured; `answer` says what it holds.
 template<class Load, class AnswerOf>
 int measure( int argc, char** argv, Load load, AnswerOf answer ) {
     Input const input = inputOf( argc, argv );

@@ -1,6 +1,6 @@
 #pragma once
 
-// What every contender has to come up with: the content of the library's model in plain collections.
+// What every contender has to produce: the content of the library's model in plain collections.
 
 #include "resourceinfo/model/Records.h"
 

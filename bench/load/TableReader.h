@@ -2,7 +2,7 @@
 
 #include "bench/load/RawTable.h"
 
-/// Reads an element of "tables" through a library, as PullOut has it.
+/// Reads an element of "tables" through a library, like PullOut.
 template<class Library>
 class TableReader {
   public:

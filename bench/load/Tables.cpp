@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Lays the tables' records into a model. What they refer to may stand anywhere in the file, so that placed
+/// Lays the tables' records into a model. What they refer to may be anywhere in the file, so that placed
 /// tables and references are gathered before the rest.
 class Tables {
   public:

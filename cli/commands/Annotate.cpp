@@ -24,7 +24,7 @@ String nameOf( HandleUse const& bearer ) {
     return String( bearer.owner ) + ( isAction ? " of " + String( bearer.table ) : "" );
 }
 
-/// Of what has a handle as its own, each name once.
+/// The names of what each handle belongs to, each once.
 std::unordered_map<U32, Names> ownersOf( Configuration const& configuration ) {
     std::unordered_map<U32, Names> owners;
     eachHandleUse( configuration.parser(), [ & ]( HandleUse const& bearer ) {
@@ -40,7 +40,7 @@ std::unordered_map<U32, Names> ownersOf( Configuration const& configuration ) {
     return owners;
 }
 
-/// As disassemblers write a symbol behind an address.
+/// Like the symbol that disassemblers write after an address.
 String noteOf( Names const& names ) {
     String note;
     for( std::size_t i = 0; i < names.size(); ++i )

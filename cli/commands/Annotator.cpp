@@ -11,7 +11,7 @@ namespace {
 constexpr U8 notOfAWord = 0xFF;
 constexpr U8 noDigit = 0xFE;
 
-/// Of every character: what it counts for as a digit, else what it is.
+/// For every character: its value as a digit, else its class.
 constexpr auto meanings = [] {
     std::array<U8, 256> all{};
     all.fill( notOfAWord );

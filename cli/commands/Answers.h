@@ -1,6 +1,6 @@
 #pragma once
 
-// What the commands do: one file each, of its name. The command table says what they take.
+// The commands, each in the file of its name. The command table says what they take.
 
 #include "cli/grammar/Commands.h"
 

@@ -38,7 +38,7 @@ FindingKind const& kindMeant( String const& word ) {
                    suggestions );
 }
 
-/// Of an option's codes or titles, each once; none where the option is not given.
+/// The kinds in an option's codes or titles, each once; none without the option.
 Kinds kindsOf( Request const& request, char const* option ) {
     Kinds kinds;
     if( !request.has( option ) )
@@ -90,7 +90,7 @@ std::optional<Baseline> baselineOf( Request const& request ) {
     return std::get<Baseline>( std::move( baseline ) );
 }
 
-/// What a check of several configurations found.
+/// The result of checking several configurations.
 struct CheckAnswer {
     std::vector<Checked> checked = {};
     std::optional<std::vector<KnownFinding>> gone = {}; ///< of the baseline, where there is one

@@ -24,7 +24,7 @@ Row const& rowMeant( Configuration const& configuration, RecordKind const& kind,
             { kind.one, kind.many, kind.many, kind.kind == Kind::actions } );
 }
 
-/// What people see as "-".
+/// Whether people see a value as "-".
 bool isNothing( Value const& value ) {
     auto const* const text = std::get_if<String>( &value.is );
     auto const* const list = std::get_if<List>( &value.is );

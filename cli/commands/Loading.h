@@ -15,13 +15,13 @@ class LoadFailure : public Failure {
     Fault fault;
 };
 
-/// Loads a configuration for a command; what cannot be loaded is a LoadFailure, unless bad context data shall
-/// end the process. What the library traces meanwhile goes to err, and so do notes about files that are not
-/// read.
+/// Loads a configuration for a command. Throws LoadFailure if it cannot be loaded, unless the command wants
+/// bad context data to end the process. Lines that the library traces meanwhile, and notes about files that
+/// are not read, go to err.
 Configuration load( String const& path, Command const& command, std::ostream& err,
                     Survey survey = Survey::facts );
 
-/// The rules of a budget; a mistake in the file is a Failure of status notLoadable that says where it is.
+/// The rules of a budget. Throws Failure with status notLoadable if the file has a mistake, and says where.
 Rules loadRules( String const& path );
 
 } // namespace Bfri

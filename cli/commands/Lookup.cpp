@@ -20,7 +20,7 @@ std::vector<HandleWord> handlesMeant( BfResourceInfo::BfResourceParser const& pa
             throw Failure(
                 ExitStatus::usage,
                 fmt::format(
-                    "'{}' is no handle: a number up to 0xffffffff, decimal or hexadecimal behind 0x{}",
+                    "'{}' is not a handle: a number up to 0xffffffff, decimal, or hexadecimal with 0x{}",
                     escapeForTerminal( word ),
                     meant ? fmt::format( "; did you mean {}?", hexText( *meant ) ) : "" ) );
         handles.push_back( { word, *handle } );

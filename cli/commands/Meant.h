@@ -1,6 +1,6 @@
 #pragma once
 
-// What is said of a word that does not mean one record.
+// The messages for a word that does not mean exactly one record.
 
 #include "cli/grammar/Failure.h"
 #include "cli/terminal/Characters.h"
@@ -8,7 +8,7 @@
 
 namespace Bfri {
 
-/// What names belong to, for messages.
+/// What kind of thing has the names, for messages.
 struct Named {
     char const* one;      ///< "match table"
     char const* many;     ///< "tables"
@@ -16,8 +16,8 @@ struct Named {
     bool actions = false; ///< actions are among them
 };
 
-/// A Failure of status no: the candidates of an ambiguous word; of a missing one why it is, or the nearest
-/// names.
+/// Throws Failure with status no: with the candidates if the word is ambiguous; if it is missing, with the
+/// reason or the nearest names.
 [[noreturn]] void refuse( Configuration const& configuration, String const& word, Meaning const& meaning,
                           Named const& named );
 
@@ -32,8 +32,8 @@ bool isMissing( std::variant<Types...> const& found ) {
     return meaning && isMissing( *meaning );
 }
 
-/// The result of a search for a word in the first of its readings that is not missing; else for the word as
-/// it is.
+/// Searches for each reading of a word until one is found. Returns that result, or else the result for the
+/// word as it is.
 template<class Search>
 auto foundInReadings( String const& word, Search search ) {
     auto const readings = readingsOf( word );

@@ -25,7 +25,7 @@ void writeFile( String const& path, String const& text ) {
                                                  ( errno ? String( ": " ) + std::strerror( errno ) : "" ) );
 }
 
-/// What the comparison takes for renamed, to pair it in the pictures, too. It outlives the names.
+/// The renames of a comparison, so that the pictures pair the same records. The comparison must outlive them.
 Renames renamesOf( Comparison const& comparison ) {
     Renames renames;
     for( KindComparison const& kind : comparison.kinds ) {

@@ -28,7 +28,7 @@ StageMeasure measureOf( Request const& request ) {
     return request.option( "--by" ) == "entries" ? StageMeasure::entries : StageMeasure::tables;
 }
 
-/// Those of all maps: from the first to the last.
+/// The stages of all maps: from the first to the last.
 void requireStage( Stage asked, std::vector<StageMap> const& maps ) {
     std::set<Stage> stages;
     for( StageMap const& map : maps )

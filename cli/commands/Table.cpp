@@ -18,7 +18,7 @@ std::vector<String> tableNames( Configuration const& configuration ) {
     return names;
 }
 
-/// Referenced handles, with the names of the tables behind them.
+/// Referenced handles, with the names of their tables.
 List named( BfResourceInfo::BfResourceParser const& parser, Vessa::Queue<U32> const& handles ) {
     return listOf( handles, [ & ]( U32 handle ) {
         BfZelResource const* const resource = parser.resourceHandles().find( handle );
@@ -26,7 +26,7 @@ List named( BfResourceInfo::BfResourceParser const& parser, Vessa::Queue<U32> co
     } );
 }
 
-/// What the handle's entry knows beyond the table's record; all absent for a table that is not placed.
+/// What the entry by handle has beyond the table's record; all absent if the table is not placed.
 Row placement( Configuration const& configuration, U32 handle ) {
     auto const& parser = configuration.parser();
     BfZelResource const* const resource = parser.resourceHandles().find( handle );

@@ -13,20 +13,20 @@ namespace Bfri {
 
 struct RecordKind;
 
-/// What a value is: it decides what the parser accepts, and what completion offers.
+/// The kind of a value decides what the parser accepts, and what completion offers.
 enum class ValueKind {
     text,       ///< anything
     number,     ///< digits
     choice,     ///< one of a few words
     file,       ///< a path; not empty
     command,    ///< a command's name
-    table,      ///< a match table's name or handle, in the configuration on the line
-    name,       ///< any record's name or handle there; with a record kind on the line, one of that kind
-    handle,     ///< a handle there
+    table,      ///< the name or handle of a match table in the line's configuration
+    name,       ///< the same of any record; with a record kind on the line, of that kind
+    handle,     ///< a handle in the line's configuration
     recordKind, ///< "table", "tables"
     field,      ///< a field of the record kind on the line
-    order,      ///< a field of the rows that the command lists; with a dash in front: descending
-    codes,      ///< codes or titles of findings, with commas between them
+    order,      ///< a field of the rows that the command lists; after a dash: descending
+    codes,      ///< codes or titles of findings, separated by commas
     codesOrAll, ///< the same, or "all"
     noticeCode, ///< the code or title of a notice of a difference, or "all"
 };
@@ -43,9 +43,8 @@ enum class Arity { once, onceOrMore, atMostOnce, anyTimes };
 constexpr bool isOptional( Arity arity ) { return arity == Arity::atMostOnce || arity == Arity::anyTimes; }
 constexpr bool isRepeatable( Arity arity ) { return arity == Arity::onceOrMore || arity == Arity::anyTimes; }
 
-/// An argument of a command. Only the last one of a command may be optional. One in front of others may be
-/// repeatable if the next one is a record kind: a word that is none, and that may be a path, is one more of
-/// it.
+/// An argument of a command. Only the last one may be optional. One before others may be repeatable if the
+/// next one is a record kind: any word that may be a path and is not a record kind repeats the argument.
 struct Argument {
     char const* label; ///< "NAME"
     char const* description;
@@ -58,7 +57,7 @@ struct Option {
     char const* label;       ///< of its value: "CODES"; null for a flag
     char const* description; ///< for the help
     ValueType type = {};
-    bool repeatable = false;        ///< several values count as one with commas between them
+    bool repeatable = false;        ///< several values are joined by commas
     char const* excludes = nullptr; ///< the name of an option that it can't be combined with
     char const* shortName = nullptr;
 };
@@ -69,16 +68,16 @@ enum class OnBadData { explain, dieAsLibrary };
 /// A command. It has either show or run.
 struct Command {
     char const* word;
-    char const* group; ///< its heading in the help; empty for commands that are not listed there
+    char const* group; ///< its heading in the help; empty for commands that the help does not list
     char const* description;
     std::span<Argument const> arguments;
-    std::span<Option const> options = {}; ///< of its own; optionsOf has all
+    std::span<Option const> options = {}; ///< its own; optionsOf() has all
     bool json = false;                    ///< takes --json
     bool csv = false;                     ///< takes --csv
     OnBadData onBadData = OnBadData::explain;
     RecordKind const* listing =
         nullptr;                 ///< what a list command lists, with --filter, --sort and -n; else null
-    char const* details = "";    ///< for the help: paragraphs, with blank lines between them
+    char const* details = "";    ///< for the help: paragraphs, separated by blank lines
     char const* examples = "";   ///< for the help: command lines, one per line
     Row ( *schema )() = nullptr; ///< of its JSON answer; null for lists, and without JSON
     /// Answers from the configuration that the first argument names.
@@ -95,7 +94,7 @@ struct Explanation {
     char const* meaning;
 };
 
-/// A program: the command table, and what its help says besides.
+/// A program: the command table, and further texts of its help.
 struct Program {
     char const* name;
     char const* version = "";
@@ -113,14 +112,14 @@ extern Option const helpOption;
 extern Option const versionOption;
 extern Option const jsonOption;
 
-/// The command of that name; null when there is none.
+/// The command with that name; null if there is none.
 Command const* findCommand( Program const& program, std::string_view word );
 
 /// Every option of a command except --help, in the order of the help. Pointers into the table and to
 /// constants.
 std::vector<Option const*> optionsOf( Command const& command );
 
-/// What follows the name of a command: " [CONF...]"; each label between the marks.
+/// The arguments of a command as its usage shows them: " [CONF...]"; each label between the marks.
 String argumentsOf( Command const& command, char const* before = "", char const* after = "" );
 
 /// The names of the commands that the help lists.

@@ -9,16 +9,16 @@ namespace Bfri {
 
 using Vessa::String;
 
-/// What the process ends with; scripts branch on the numbers.
+/// The exit status of the process; scripts branch on the numbers.
 enum class ExitStatus {
     done = 0,
     no = 1,          ///< the answer is no: not found, not unique, differs, findings
     usage = 2,       ///< the command line is wrong
     notLoadable = 3, ///< switch configuration or context file
-    internal = 4,    ///< anything else, standard output that cannot be written included
+    internal = 4,    ///< anything else, including standard output that cannot be written
 };
 
-/// Ends the command: the message is for people, the names under it are what they may have meant.
+/// Ends the command with a message for people, and below it the names that they may have meant.
 class Failure : public std::runtime_error {
   public:
     Failure( ExitStatus exitStatus, String const& message, std::vector<String> names = {} )

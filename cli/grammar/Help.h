@@ -11,7 +11,7 @@ void printHelp( std::ostream& out, Program const& program, Command const& comman
 /// The manual page, as input of man.
 void printManual( std::ostream& out, Program const& program );
 
-// What help and manual page say about a command after its options.
+// What the help and the manual page say about a command after its options.
 
 std::vector<String> paragraphsOf( Command const& command );
 

@@ -25,7 +25,7 @@ bool excludeEachOther( Option const& a, Option const& b ) {
     return ( a.excludes && isNamed( b, a.excludes ) ) || ( b.excludes && isNamed( a, b.excludes ) );
 }
 
-/// Of an option with those given before.
+/// The conflict of an option with those given before.
 std::optional<UsageError> conflictOf( Option const& option, std::span<Option const* const> given ) {
     if( option.label && !option.repeatable && contains( given, &option ) )
         return UsageError{ Mistake::repeatedOption, {}, &option };

@@ -1,17 +1,17 @@
 #pragma once
 
-// What the words of a command line mean. The one parser: commands run by it, and completion asks it.
+// The meaning of the words of a command line. Commands and completion use the same parser.
 
 #include "cli/grammar/ParsedLine.h"
 
 namespace Bfri {
 
-/// Takes the words of a line one by one. The program's table outlives parser and lines.
+/// Takes the words of a line one by one. The program's table must outlive parser and lines.
 class LineParser {
   public:
     explicit LineParser( Program const& program );
 
-    /// What a word would be as the next one. Its value is not looked at.
+    /// The meaning of a word if it came next. Its value is not checked.
     Word meaningOf( String const& text ) const;
 
     void take( String const& text );
@@ -24,10 +24,10 @@ class LineParser {
     /// The options that may come next: those not given yet, unless they may be repeated.
     std::vector<Option const*> possibleOptions() const;
 
-    /// What was taken so far; of mistakes, only those in one word.
+    /// The line so far; its only mistakes are those within one word.
     ParsedLine const& line() const { return line_; }
 
-    /// The whole line: also what is missing, and values of the wrong type.
+    /// The whole line, including mistakes such as missing arguments and values of the wrong type.
     ParsedLine finish() &&;
 
   private:
@@ -43,13 +43,13 @@ class LineParser {
 
     Program const& program_;
     ParsedLine line_;
-    std::vector<Option const*> known_;  ///< the options that the next word may give
+    std::vector<Option const*> known_;  ///< the options that the next word may be
     std::vector<Option const*> given_;  ///< so far
     Option const* awaiting_ = nullptr;  ///< the option whose value is the next word
-    std::optional<UsageError> surplus_; ///< the first argument too many
-    std::size_t arguments_ = 0;         ///< of the command that are taken so far
+    std::optional<UsageError> surplus_; ///< the first argument beyond those that the command takes
+    std::size_t arguments_ = 0;         ///< of the command, taken so far
     bool optionsEnded_ = false;
-    bool lost_ = false; ///< the command is unknown, so is all that follows
+    bool lost_ = false; ///< the command is unknown, and so is everything after it
 };
 
 /// The words after the program's name.

@@ -8,15 +8,15 @@ namespace Bfri {
 namespace {
 
 constexpr char const* ofLeftOut =
-    "Of the match tables of a context file the model has those that are resource-controllable and have no\n"
-    "static entries, with their actions. 'bfri check' names the others (BF409).\n\n";
+    "The model has the match tables of a context file that are resource-controllable and have no static\n"
+    "entries, with their actions. 'bfri check' names the others (BF409).\n\n";
 
 constexpr char const* ofLeftOutQuantas =
-    "Of the learn quantas of a context file the model has those that have an \"lq_cfg_type\". 'bfri check'\n"
-    "names the others (BF409).\n\n";
+    "The model has the learn quantas of a context file that have an \"lq_cfg_type\". 'bfri check' names\n"
+    "the others (BF409).\n\n";
 
 constexpr char const* ofNoParent =
-    "A match table has no parent, and of direct action data the model knows none.\n\n";
+    "A match table has no parent, and the model knows no parent of direct action data.\n\n";
 
 /// In the order of the enumeration.
 constexpr ListText texts[] = {

@@ -4,10 +4,10 @@
 
 namespace Bfri {
 
-/// What the help says of the list of a kind of record.
+/// The help texts of a kind's list command.
 struct ListText {
     char const* description; ///< one line
-    char const* note = "";   ///< which records there are: lines, and a blank one; or nothing
+    char const* note = "";   ///< which records are listed: lines with a blank one at the end; or nothing
 };
 
 ListText const& listTextOf( Kind kind );

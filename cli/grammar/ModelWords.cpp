@@ -24,7 +24,7 @@ std::vector<String> namesOf( BfResourceParser const& parser, RecordKind const* k
     return { names.begin(), names.end() };
 }
 
-/// Of everything that is placed, or of a kind.
+/// The handles of everything that is placed, or of a kind.
 std::set<U32> handlesOf( BfResourceParser const& parser, RecordKind const* kind ) {
     std::set<U32> handles;
     if( !kind ) {

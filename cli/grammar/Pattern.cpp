@@ -13,7 +13,7 @@ namespace Bfri {
 
 namespace {
 
-// Where Perl and ECMAScript differ, it is ECMAScript's.
+// Where Perl and ECMAScript differ, ECMAScript's syntax applies.
 constexpr std::uint32_t syntax = PCRE2_ALLOW_EMPTY_CLASS | PCRE2_ALT_BSUX | PCRE2_DOLLAR_ENDONLY |
                                  PCRE2_MATCH_UNSET_BACKREF | PCRE2_UTF | PCRE2_MATCH_INVALID_UTF;
 

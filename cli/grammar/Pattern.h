@@ -11,14 +11,14 @@ namespace Bfri {
 
 using Vessa::String;
 
-/// A regular expression of ECMAScript's syntax. Its characters are those of UTF-8; bytes that are no part of
-/// any match nothing. What it takes to match is limited, in steps and in memory, and none of it is stack.
+/// A regular expression in ECMAScript syntax. It matches UTF-8 characters; stray bytes match nothing.
+/// Matching is limited in steps and in memory, and uses no stack.
 class Pattern {
   public:
-    /// An expression that is none is a Failure of status usage that says why.
+    /// Throws Failure with status usage if the expression is invalid, and says why.
     explicit Pattern( String expression );
 
-    /// Does a part of the text match? Reaching a limit is a Failure of status usage, too.
+    /// Whether a part of the text matches. Throws Failure with status usage if a limit is reached.
     bool isIn( std::string_view text ) const;
 
   private:

@@ -23,7 +23,7 @@ void addOptions( Request& request, Word const& word ) {
     }
 }
 
-/// Of a command that takes several configurations, a folder is those in it.
+/// For a command that takes several configurations, a folder means those in it.
 void addArgument( Request& request, Word const& word ) {
     Argument const& first = request.command->arguments.front();
     bool const areConfs = isRepeatable( first.arity ) && first.type.kind == ValueKind::file;

@@ -11,22 +11,23 @@
 
 namespace Bfri {
 
-/// By the field of this name: numbers by value, texts by their bytes, false first, what is absent before all.
+/// By the field with this name: numbers by value, texts by their bytes, false first, absent values before
+/// all.
 struct Order {
     String field;
     bool descending = false;
 };
 
-/// Default-constructed it is every row as it comes.
+/// By default, all rows in their order.
 struct RowSelection {
-    std::optional<Pattern> filter; ///< of the field "name"
+    std::optional<Pattern> filter; ///< for the field "name"
     std::optional<Order> order;
     std::size_t most =
-        std::numeric_limits<std::size_t>::max(); ///< rows, of those that filter and condition leave
+        std::numeric_limits<std::size_t>::max(); ///< rows that remain, after filter and condition
     std::optional<Where> where = {};
 };
 
-/// Leaves the chosen rows. Rows that the order does not tell apart stay as they came.
+/// Keeps the selected rows, in order. Rows that the order does not tell apart stay as they were.
 void choose( std::vector<Row>& rows, RowSelection const& choice );
 
 } // namespace Bfri

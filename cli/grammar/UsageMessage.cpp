@@ -28,7 +28,7 @@ String noneOf( String const& sentence, std::vector<String> const& words, std::st
     return fmt::format( "{}{} The {} are {}", sentence, meant.empty() ? "." : meant, what, joined( words ) );
 }
 
-/// What a value must be: "a number of rows", "auto, always or never".
+/// What a value may be: "a number of rows", "auto, always or never".
 String wantedBy( ValueType const& type ) {
     if( type.choices.empty() )
         return type.description;

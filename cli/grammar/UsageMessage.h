@@ -6,7 +6,7 @@
 
 namespace Bfri {
 
-/// What is wrong with a line that has an error, and what may have been meant: "no command 'tabels'; did you
+/// The message for a line that has an error, with what may have been meant: "no command 'tabels'; did you
 /// mean 'tables'?". Control characters are escaped.
 String usageMessage( Program const& program, ParsedLine const& line );
 

@@ -4,8 +4,8 @@
 
 namespace Bfri {
 
-/// The first value of a line that is not of its option's or argument's type. Names and handles are not looked
-/// at: only the configuration tells them.
+/// The first value of a line that does not have the type of its option or argument. Names and handles are not
+/// checked, as only the configuration knows them.
 std::optional<UsageError> wrongValueIn( Program const& program, ParsedLine const& line );
 
 } // namespace Bfri

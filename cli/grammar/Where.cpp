@@ -248,7 +248,7 @@ class WhereParser {
             std::holds_alternative<U32>( value.is ) || std::holds_alternative<Hex>( value.is );
         Operand const operand( word );
         if( is == Operator::matches && ( isFlag || isNumber ) )
-            refuseWhere( fmt::format( "{} is no text, for which there is ~=", field ) );
+            refuseWhere( fmt::format( "~= is for texts, but {} is not a text", field ) );
         if( ( isFlag && !operand.flag() ) || ( isNumber && !operand.number ) )
             refuseWhere( fmt::format( "{} is {}, not '{}'", field, isFlag ? "true or false" : "a number",
                                       escapeForTerminal( word ) ) );
@@ -271,7 +271,7 @@ class WhereParser {
     }
     void skipBlanks() { rest_.remove_prefix( std::min( rest_.find_first_not_of( ' ' ), rest_.size() ) ); }
     String here() const {
-        return rest_.empty() ? String( " at the end" ) : " in front of '" + escapeForTerminal( rest_ ) + "'";
+        return rest_.empty() ? String( " at the end" ) : " before '" + escapeForTerminal( rest_ ) + "'";
     }
 
     std::string_view rest_;

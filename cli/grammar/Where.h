@@ -11,11 +11,11 @@ namespace Bfri {
 /// one word. `and` binds more than `or`, and `not` most.
 class Where {
   public:
-    /// A text that is no condition, an unknown field, or a value that a field can't have is a Failure of
-    /// status usage that says why. Of the blank row only names and types count.
+    /// Throws Failure with status usage for a text that is not a condition, an unknown field, or a value that
+    /// a field can't have, and says why. Only names and types of the blank row count.
     Where( String const& text, Row const& blank );
 
-    /// Of a list, one element must be so. A value that is absent equals nothing.
+    /// For a list, one element must fulfil it. An absent value equals nothing.
     bool holds( Row const& row ) const { return condition_->holds( row ); }
 
     /// A condition, or a part of one.

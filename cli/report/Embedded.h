@@ -1,6 +1,6 @@
 #pragma once
 
-// The files of the page that are the same in all: constants, made by the build from report.css and report.js.
+// The files that all pages share, as constants that the build makes from report.css and report.js.
 
 #include <string_view>
 

@@ -146,7 +146,7 @@ void writeBrackets( Html& html, Chip const& chip, Tables const& tables, U32 all 
     html.close();
 }
 
-/// Those that are too small for a link become a shape of their kind; the list of ranges has all.
+/// Ranges too small for a link share one shape per kind; the list of ranges has all.
 void writeSlots( Html& html, Chip const& chip, Tables const& tables, U32 all ) {
     constexpr std::size_t many = 60;
     auto const isSmall = [ & ]( ChipTable const& table ) {

@@ -53,7 +53,7 @@ void writeBar( Html& html, PlanContext const& plan, std::size_t column, double s
 
 // Blocks.
 
-/// The lines that a name takes, of so many letters, when it may be broken after an underscore alone.
+/// How many lines of so many letters a name takes, if it may be broken after an underscore alone.
 std::size_t linesOf( std::string_view name, std::size_t letters ) {
     std::size_t lines = 1, left = letters;
     while( !name.empty() ) {
@@ -81,7 +81,7 @@ void writeBroken( Html& html, std::string_view name ) {
 enum class Size { small, twoLines, wrapped };
 constexpr Literal sizeClasses[] = { "", " l2", " l2 l3" };
 
-/// What a block of a height has room for, as wide as columns are on a page of 1,440 pixels.
+/// The text that fits into a block of a height, as wide as columns are on a page of 1,440 pixels.
 Size sizeOf( PlanBlock const& block, std::string_view name, std::size_t columns ) {
     double const width =
         ( 1150.0 - 168 ) / static_cast<double>( columns ) - ( columns < narrowFrom ? 20 : 10 ) - 13;

@@ -46,7 +46,7 @@ bool isSafeUnquoted( std::string_view value ) {
     return !value.empty() && std::all_of( value.begin(), value.end(), isSafe );
 }
 
-/// What HTML takes for closed when its parent or a neighbour's tag comes.
+/// Elements that HTML closes implicitly, at the parent's end or a neighbour's start.
 bool needsNoEndTag( std::string_view tag ) {
     static constexpr std::string_view tags[] = { "li", "td",    "th",    "tr",   "dt",
                                                  "dd", "tbody", "thead", "tfoot" };

@@ -1,6 +1,6 @@
 #pragma once
 
-// Writes HTML and SVG. There is no way to write a raw text: the names of elements and attributes are
+// Writes HTML and SVG. It can't write raw text: the names of elements and attributes are
 // constants, the values of attributes that mean something to a browser are made of constants and numbers
 // alone, and everything else is escaped.
 
@@ -16,7 +16,7 @@ namespace Bfri {
 using Vessa::String;
 using Vessa::U32;
 
-/// A constant of the program: nothing else converts to it.
+/// A string constant of the program; nothing else converts to it.
 class Literal {
   public:
     consteval Literal( char const* text ) : text_( text ) {}
@@ -29,7 +29,7 @@ class Literal {
 /// The constant, or an empty one.
 constexpr Literal when( bool condition, Literal text ) { return condition ? text : Literal( "" ); }
 
-/// Made of constants and numbers: no byte of an input is in it.
+/// A text made of constants and numbers only, without a byte of any input.
 class OwnText {
   public:
     OwnText( Literal text ) : text_( text.view() ) {}
@@ -50,7 +50,7 @@ inline constexpr bool isOwnPart<Literal> = true;
 template<>
 inline constexpr bool isOwnPart<OwnText> = true;
 
-/// As fmt::format, of numbers, constants and other own texts.
+/// Like fmt::format, for numbers, constants and other own texts.
 template<class... Parts>
 OwnText own( fmt::format_string<Parts...> format, Parts... parts ) {
     static_assert( ( isOwnPart<Parts> && ... ), "numbers and constants alone" );
@@ -73,7 +73,7 @@ struct Attribute {
     friend Attribute ofPath( std::string_view text );
 };
 
-/// Attributes that hold texts of any kind, and mean nothing to a browser but the text.
+/// Attributes that may hold any text; a browser only shows it or hands it to the script.
 Attribute titled( std::string_view text );   ///< title: the tool tip
 Attribute labelled( std::string_view text ); ///< aria-label
 Attribute ofPath( std::string_view text );   ///< data-p
@@ -86,25 +86,25 @@ class Html {
 
     explicit Html( Syntax syntax = Syntax::html ) : syntax_( syntax ) {}
 
-    /// An element, up to its `close`. End tags that HTML does not need are left out.
+    /// Opens an element, until its `close`. End tags that HTML does not need are left out.
     Html& open( Literal tag, Attributes const& attributes = {} );
     Html& close();
     Html& text( std::string_view text );
     /// A place where a long text may be broken.
     Html& mayBreak();
-    /// An element with a text.
+    /// An element that contains a text.
     Html& leaf( Literal tag, Attributes const& attributes, std::string_view content );
     Html& leaf( Literal tag, std::string_view content ) { return leaf( tag, {}, content ); }
     /// An element that never has content: one of HTML's, or a shape of SVG.
     Html& empty( Literal tag, Attributes const& attributes = {} );
     Html& shape( Literal tag, Attributes const& attributes );
 
-    /// "<!DOCTYPE html>", the style sheet and the script: they are constants, whole.
+    /// Whole constants: "<!DOCTYPE html>", the style sheet and the script.
     Html& doctype();
     Html& styleSheet();
     Html& script();
 
-    /// All that was written. Every element is closed, else std::logic_error.
+    /// Everything written so far. Throws std::logic_error if an element is still open.
     String take() &&;
 
   private:
@@ -116,11 +116,11 @@ class Html {
     std::vector<Literal> open_;
 };
 
-/// A text as it is in markup: characters with a meaning there as references; control characters, those that
-/// nobody sees, and bytes that are no UTF-8 as \x07 or \u202e.
+/// A text escaped for markup: characters with a meaning there as references; control characters, invisible
+/// ones, and bytes that are not UTF-8 as \x07 or \u202e.
 String escapedForHtml( std::string_view text );
 
-/// The SHA-256 of the script in base64, as a Content-Security-Policy names it.
+/// The SHA-256 of the script in base64, for a Content-Security-Policy.
 OwnText scriptHash();
 
 } // namespace Bfri

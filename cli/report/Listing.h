@@ -10,12 +10,12 @@ namespace Bfri {
 
 struct ListColumn {
     char const* title;
-    U32 width = 0; ///< in pixels; 0: what is left
+    U32 width = 0; ///< in pixels; 0: the remaining width
     Literal css = "";
 };
 
 struct ListRow {
-    std::size_t number; ///< of what it shows; rows are written in order of it where nothing else is asked for
+    std::size_t number; ///< of what it shows; the default order of rows
     std::string_view name;
     std::uint64_t weight;
 };
@@ -25,17 +25,17 @@ struct Listing {
     Literal prefix; ///< of the ids of rows: "l"
     std::vector<ListColumn> columns;
     std::vector<ListRow> rows;
-    /// Which numbers are of which pipes, for the script.
+    /// Which numbers belong to which pipes, for the script.
     OwnText ranges;
-    /// Writes the cells of a row; in full with the path of its name.
+    /// Writes the cells of a row; in full, the name has its path.
     std::function<void( ListRow const&, bool inFull )> writeCells;
 };
 
 void writeListing( Html& html, Listing const& listing );
 
-/// A cell of stages, with a bar of where they are.
+/// A cell of stages, with a bar that shows where they are.
 void writeStageCell( Html& html, Chip const& chip, ChipResource const* resource );
-/// A number with a bar of its share of the largest.
+/// A number, with a bar for its share of the largest.
 void writeWeightCell( Html& html, std::uint64_t number, std::uint64_t most );
 void writeNumberCell( Html& html, std::uint64_t number ); ///< "–" for 0
 

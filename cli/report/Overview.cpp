@@ -179,7 +179,7 @@ void writeProgram( Html& html, ReportData const& data, std::size_t number, std::
     html.close();
 }
 
-/// Room for the pipes of the programs in front of their names.
+/// Room for the pipes of the programs, left of their names.
 std::size_t widthOfPipes( Chip const& chip ) {
     std::size_t width = 112;
     for( ChipProgram const& program : chip.programs ) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// Pieces of markup that several sections of the report have.
+// Pieces of markup that several sections of the report share.
 
 #include "cli/report/Text.h"
 #include "inspect/report/CapacityGrid.h"
@@ -11,12 +11,12 @@ namespace Bfri {
 
 struct Comparison;
 
-/// What all sections read.
+/// The data of all sections.
 struct ReportData {
     Chip const& chip;
     Comparison const* comparison = nullptr;           ///< null without an older configuration
     std::vector<std::array<StageGrid, 2>> grids = {}; ///< of each program: ingress, egress
-    std::vector<std::vector<Use>> uses = {}; ///< of each program, of capacities; empty without a budget
+    std::vector<std::vector<Use>> uses = {};          ///< of capacities, by program; empty without a budget
 
     bool isDiff() const { return comparison != nullptr; }
     bool hasBudget() const { return !uses.empty(); }
@@ -25,7 +25,8 @@ struct ReportData {
 };
 
 Attribute linkTo( ChipLink link );
-/// For what lights up together: the table that a resource is of, or is attached to alone.
+/// The attribute by which parts light up together: the table of a resource, or the only table that it is
+/// attached to.
 void addTableMark( Attributes& attributes, ChipResource const& resource );
 
 void writeSwatch( Html& html, U32 type );
@@ -46,7 +47,7 @@ Mark gravest( Marks marks );
 
 void writeSeverity( Html& html, Severity severity );
 
-/// "+12" or "−12" where numbers differ; nothing else.
+/// "+12" or "−12" if the numbers differ, else nothing.
 void writeDelta( Html& html, std::uint64_t now, std::uint64_t was,
                  String ( *text )( std::uint64_t ) = grouped );
 
@@ -64,7 +65,7 @@ struct Choice {
 };
 void writeSwitch( Html& html, Literal name, char const* label, std::span<Choice const> choices );
 
-/// The question of a list that answers with what a picture adds up.
+/// The search in a list that finds what a picture adds up.
 OwnText questionOf( ReportData const& data, ChipProgram const& program, Stage stage, bool ingress,
                     std::optional<U32> type );
 

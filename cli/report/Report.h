@@ -12,8 +12,8 @@ struct Chip;
 struct Comparison;
 struct Rules;
 
-/// The page of a chip; with the comparison of one that is compared with an older one, and with the capacities
-/// of a budget. Null stands for none. The same input gives the same bytes.
+/// The page of a chip, with the comparison if it is compared with an older one, and with the capacities of a
+/// budget. Null means none. The same input gives the same bytes.
 String htmlReport( Chip const& chip, Comparison const* comparison, Rules const* rules );
 
 /// The floor plans of a chip as a picture.

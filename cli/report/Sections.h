@@ -6,7 +6,7 @@
 
 namespace Bfri {
 
-void writeTop( Html& html, ReportData const& data );       ///< title, and a sentence of what it is
+void writeTop( Html& html, ReportData const& data );       ///< title, and a sentence about the page
 void writeVerdict( Html& html, ReportData const& data );   ///< of a difference
 void writeSoundness( Html& html, ReportData const& data ); ///< findings in short
 void writePrograms( Html& html, ReportData const& data );  ///< what runs on which pipes
@@ -16,7 +16,7 @@ void writeStages( Html& html, ReportData const& data );    ///< maps and floor p
 void writeRoom( Html& html, ReportData const& data );      ///< the treemap
 void writeFindings( Html& html, ReportData const& data );
 void writeTables( Html& html, ReportData const& data );   ///< the list of match tables
-void writeAttached( Html& html, ReportData const& data ); ///< that of all other resources and records
+void writeAttached( Html& html, ReportData const& data ); ///< the list of all other resources and records
 void writeFields( Html& html, ReportData const& data );   ///< PHV bytes
 void writeHitBits( Html& html, ReportData const& data );
 void writeOthers( Html& html, ReportData const& data );     ///< hashes, headers, learn quantas

@@ -17,7 +17,7 @@ struct MapContext {
     U32 mostResources;  ///< of one kind in a stage, in both directions
     std::size_t number; ///< of the program
 
-    /// What a kind takes of a capacity, or all kinds; none without a budget.
+    /// How much of a capacity a kind uses, or all kinds; none without a budget.
     CapacityShare shareOf( GridRow const* row, std::size_t column ) const {
         return data.hasBudget() ? capacityShareOf( data.uses[ number ], row, ingress, data.chip, column )
                                 : CapacityShare();

@@ -1,6 +1,6 @@
 #pragma once
 
-// Numbers and names as the report words them.
+// Numbers and names as the report shows them.
 
 #include "cli/report/Html.h"
 #include "inspect/report/Chip.h"
@@ -21,7 +21,7 @@ String stagesText( std::vector<StageEntries> const& stages );
 /// "stage 3", "stages 3–5, 9", "no stage".
 String placeText( ChipResource const& resource );
 
-/// A name in two: the path, with its last dot, and the rest.
+/// A name in two parts: the path, with its last dot, and the rest.
 struct SplitName {
     explicit SplitName( std::string_view name );
     std::string_view path, last;
@@ -31,7 +31,7 @@ struct SplitName {
 struct TypeStyle {
     Literal css;
     Literal word;
-    Literal slug; ///< the word as a question for a list has it
+    Literal slug; ///< the word in a list's search
 };
 TypeStyle const& styleOf( U32 type );
 
@@ -39,7 +39,7 @@ constexpr Literal directionWord( bool ingress ) {
     return ingress ? Literal( "ingress" ) : Literal( "egress" );
 }
 
-/// What there is to say of a resource in a few words: what a counter counts, why a match table has no record.
+/// A resource in a few words: what a counter counts, why a match table has no record.
 String factsText( Chip const& chip, ChipResource const& resource );
 
 } // namespace Bfri

@@ -58,7 +58,7 @@ std::optional<ChipLink> linkOf( Chip const& chip, Notice const& notice ) {
     return std::nullopt;
 }
 
-/// Of a removed one what it was; of others what differs.
+/// For a removed record what it was; for others what differs.
 String detailOf( Chip const& chip, Notice const& notice ) {
     auto const removed = std::find_if( chip.removed.begin(), chip.removed.end(),
                                        [ & ]( auto const* old ) { return old->name() == notice.name; } );
@@ -149,7 +149,7 @@ Judgement judgementOf( Verdict const& verdict ) {
              "still means the same record." };
 }
 
-/// Who is safe, and what only other programs would see.
+/// Which agents notice nothing, and what only other programs would notice.
 void writeLevels( Html& html, Comparison const& comparison, Verdict const& verdict ) {
     html.open( "p" );
     html.text( String( "By name: " ) + ( verdict.byName ? "safe" : "breaking" ) + ". By handle: " +

@@ -8,7 +8,7 @@ document.documentElement.classList.add('js');
 const number = w => /^0x[0-9a-f]{1,8}$/i.test(w) ? parseInt(w, 16) : /^\d+$/.test(w) ? +w : NaN;
 const hex = w => /^(0x)?([0-9a-f]{3,8})$/i.test(w) && /\d/.test(w) ? w.replace(/^0x/i, '').toLowerCase() : '';
 
-/* ---- search over everything that bears a name or a handle; read from the page when first asked */
+/* ---- search over everything with a name or a handle; read from the page at the first search */
 let index;
 function gather() {
   if (index) return index;

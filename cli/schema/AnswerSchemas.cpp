@@ -11,7 +11,7 @@ List severityWords() { return { "error", "warning", "note" }; }
 std::vector<Key> loadKeys() {
     return { { "starting", number( "resources that start in it" ) },
              { "spanning", number( "resources that are in it" ) },
-             { "entries", orNull( number( "the sum of the sizes that are stated; null where none is" ) ) },
+             { "entries", orNull( number( "the sum of the stated sizes; null if none is stated" ) ) },
              { "stageTables", number( "stage tables in it" ) },
              { "stated", number( "of these, the ones whose size the context file states" ) } };
 }
@@ -37,31 +37,31 @@ Row use() {
         { { "rule",
             oneOf( "the section of the rule", { "chip", "capacity", "table", "program", "growth" } ) },
           { "line", number( "of the rule in its file" ) },
-          { "level", oneOf( "what it means that it is broken", { "warn", "error" } ) },
+          { "level", oneOf( "how severe a broken rule is", { "warn", "error" } ) },
           { "reason", text( "why the rule is there" ) },
           { "what", text( "what is used" ) },
-          { "contextFile", orNull( text( "of the program; null where it is about all of them" ) ) },
+          { "contextFile", orNull( text( "of the program; null if it is about all of them" ) ) },
           { "stage", orNull( number( "the stage that the rule is about" ) ) },
-          { "used", integer( "of what is available; of growth, below 0 where there is less" ) },
+          { "used", integer( "of what is available; for growth, below 0 if there is less" ) },
           { "available", integer( "by the rule" ) },
-          { "percent", orNull( number( "used of available, rounded up; null where nothing is available" ) ) },
-          { "slack", integer( "available less used" ) },
-          { "unstated", number( "stage tables that state no size, so are not among what is used" ) },
+          { "percent", orNull( number( "used of available, rounded up; null if nothing is available" ) ) },
+          { "slack", integer( "available minus used" ) },
+          { "unstated", number( "stage tables that state no size, so they do not count as used" ) },
           { "over", flag( "whether the rule is broken" ) } } );
 }
 
 Row finding() {
     return object( { { "code", text( "never changes: BF101" ) },
-                     { "title", text( "never changes, either" ) },
+                     { "title", text( "never changes either" ) },
                      { "severity", oneOf( "of the finding", severityWords() ) },
                      { "kind", text( "of record" ) },
                      { "name", text( "of the record" ) },
-                     { "handle", orNull( number( "of the record, where there is one" ) ) },
-                     { "contextFile", orNull( text( "where one is known" ) ) },
-                     { "file", orNull( text( "where the record is; null where it has no place" ) ) },
+                     { "handle", orNull( number( "of the record, if there is one" ) ) },
+                     { "contextFile", orNull( text( "if one is known" ) ) },
+                     { "file", orNull( text( "where the record is; null if unknown" ) ) },
                      { "line", orNull( number( "of the record in that file, unpacked, from 1" ) ) },
                      { "column", orNull( number( "in bytes, from 1" ) ) },
-                     { "isNew", flag( "whether the baseline, if there is one, does not have it" ) },
+                     { "isNew", flag( "whether it is not in the baseline, if there is one" ) },
                      { "message", text( "the whole sentence" ) } } );
 }
 
@@ -70,19 +70,19 @@ Row codeCount() {
                      { "title", text( "of the findings" ) },
                      { "severity", oneOf( "of the finding", severityWords() ) },
                      { "findings", number( "how many there are" ) },
-                     { "new", number( "how many of them the baseline does not have" ) } } );
+                     { "new", number( "how many of them are not in the baseline" ) } } );
 }
 
 Row checkedObject() {
     Row const counts =
-        orNull( byName( "how many records were looked at; null where it can't be loaded", number( "" ) ) );
+        orNull( byName( "how many records were checked; null if it can't be loaded", number( "" ) ) );
     Row failure = fault( "why it can't be loaded; else null" );
     return object( { { "switchConf", text( "the path of the configuration" ) },
                      { "loads", flag( "whether it can be loaded" ) },
                      { "failure", orNull( std::move( failure ) ) },
                      { "checked", counts },
                      { "findings", list( "errors, warnings, notes", finding() ), true },
-                     { "codes", list( "in their place with --summary", codeCount() ), true } } );
+                     { "codes", list( "with --summary, instead of the findings", codeCount() ), true } } );
 }
 
 } // namespace
@@ -97,35 +97,34 @@ Row answer( std::vector<Key> keys, char const* meaning ) {
 Row failure() {
     return answer( { { "error", text( "why there is no answer, in a sentence" ) },
                      { "suggestions", list( "what may have been meant", text( "a word" ) ) },
-                     { "failure", fault( "the parts of what can't be loaded" ), true } },
-                   "where the command fails" );
+                     { "failure", fault( "what can't be loaded, in parts" ), true } },
+                   "if the command fails" );
 }
 
 Row stages() {
     Row const resource = object( joined(
         keysOf( kindOf( Kind::resources ) ),
-        { { "stageNumbers",
-            orNull( list( "the stages that it is in; null where they are not known", number( "" ) ) ) },
+        { { "stageNumbers", orNull( list( "the stages that it is in; null if unknown", number( "" ) ) ) },
           { "stageLoads", orNull( list( "what it has in each of them", object( stageLoadKeys() ) ) ) } } ) );
-    Row const pipeline =
-        object( { { "contextFile", contextFiles() },
-                  { "stages", list( "from 0 on, or the one that is asked for", stageObject() ) },
-                  { "bfResources", list( "by direction, type and stages", resource ) },
-                  { "capacities", list( "with --budget: what each stage takes of them", use() ), true } } );
+    Row const pipeline = object(
+        { { "contextFile", contextFiles() },
+          { "stages", list( "from 0 on, or the one that wthat was asked for", stageObject() ) },
+          { "bfResources", list( "by direction, type and stages", resource ) },
+          { "capacities", list( "with --budget: how much of them each stage uses", use() ), true } } );
     return answer( { { "pipelines", list( "one for each map", pipeline ) } } );
 }
 
 Row lookup() {
     Row const use =
         object( { { "kind", text( "of the record" ) },
-                  { "field", orNull( text( "that has the handle; null where the resource holds it" ) ) },
+                  { "field", orNull( text( "that has the handle; null if the resource holds it" ) ) },
                   { "name", text( "of the record" ) },
-                  { "table", orNull( text( "that it belongs to, where there is one" ) ) },
+                  { "table", orNull( text( "that it belongs to, if there is just one" ) ) },
                   { "severalTables", flag( "whether it belongs to several" ) } } );
     return answer(
         { { "handles",
-            list( "in the order of the line",
-                  object( { { "handle", number( "as asked for" ) },
+            list( "in the order of the command line",
+                  object( { { "handle", number( "that was asked for" ) },
                             { "found", list( "the records that have it", use ) },
                             { "suggestions", list( "handles that may be meant", text( "a handle" ) ) },
                             { "omitted", omitted() } } ) ) } } );
@@ -138,16 +137,15 @@ Row check() {
                                { "switchConf", text( "whose finding it was" ) },
                                { "message", text( "as it was" ) } } );
     Row const explanation = object( { { "code", text( "never changes: BF101" ) },
-                                      { "title", text( "never changes, either" ) },
+                                      { "title", text( "never changes either" ) },
                                       { "severity", oneOf( "of the finding", severityWords() ) },
                                       { "meaning", text( "what it means" ) },
                                       { "matters", text( "why it matters" ) },
                                       { "advice", text( "what to do" ) } } );
-    return anyOf(
-        { answer( { { "configurations", list( "one for each CONF", checkedObject() ) },
-                    { "gone", list( "with --baseline: its findings that are no more", gone ), true } },
-                  "the findings" ),
-          answer( { { "codes", list( "the explained ones", explanation ) } }, "of --explain" ) } );
+    return anyOf( { answer( { { "configurations", list( "one for each CONF", checkedObject() ) },
+                              { "gone", list( "with --baseline: its findings that are gone", gone ), true } },
+                            "the findings" ),
+                    answer( { { "codes", list( "the explained ones", explanation ) } }, "of --explain" ) } );
 }
 
 Row budget() {
@@ -158,8 +156,8 @@ Row budget() {
     return answer( { { "switchConf", text( "the path of the configuration" ) },
                      { "rules", text( "the path of the rules" ) },
                      { "against", orNull( text( "the path of the older configuration" ) ) },
-                     { "errors", number( "broken rules of the level error, and problems" ) },
-                     { "warnings", number( "broken rules of the level warn" ) },
+                     { "errors", number( "broken rules with level error, and problems" ) },
+                     { "warnings", number( "broken rules with level warn" ) },
                      { "notJudged", number( "rules of growth without an older configuration" ) },
                      { "problems", list( "rules that match nothing, or several", problem ) },
                      { "uses", list( "the highest percent first", use() ) } } );

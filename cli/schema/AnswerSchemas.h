@@ -1,6 +1,6 @@
 #pragma once
 
-// The keys of the answers, a function each.
+// The keys of the answers, one function for each command.
 
 #include "cli/schema/SchemaParts.h"
 
@@ -18,10 +18,10 @@ Row budget();
 Row diff();
 Row listOf( RecordKind const& kind );
 
-/// What every command answers where it fails.
+/// The answer of every command that fails.
 Row failure();
 
-/// The object that an answer is: `format`, then these keys.
+/// The object of an answer: `format`, then these keys.
 Row answer( std::vector<Key> keys, char const* meaning = "" );
 
 } // namespace Bfri::Schema

@@ -7,7 +7,7 @@ namespace {
 /// A value of any type.
 Row any( char const* meaning ) { return { { "description", meaning } }; }
 
-Row pipes() { return list( "on which it is so", number( "" ) ); }
+Row pipes() { return list( "on which it applies", number( "" ) ); }
 
 Row change() {
     return object( { { "field", text( "that differs" ) },
@@ -15,7 +15,7 @@ Row change() {
                      { "to", any( "its value in NEW" ) } } );
 }
 
-/// What a record is told by.
+/// The keys that identify a record.
 std::vector<Key> identity() {
     return { { "name", text( "of the record" ) },
              { "tableName", text( "of an action's table" ), true },
@@ -27,7 +27,7 @@ Row ofRecord( std::vector<Key> const& more ) { return object( joined( identity()
 Row omittedRecord() {
     return ofRecord( { { "handle", orNull( number( "of the record" ) ) },
                        { "reason", text( "why the model omits it" ) },
-                       { "members", list( "of the table that say so", text( "a name" ) ) } } );
+                       { "members", list( "of the table that are the reason", text( "a name" ) ) } } );
 }
 
 Row renamed() {
@@ -41,8 +41,7 @@ Row renamed() {
 }
 
 Row moved() {
-    Row const stages =
-        object( { { "from", any( "in OLD" ) }, { "to", any( "in NEW" ) } }, "all that it takes" );
+    Row const stages = object( { { "from", any( "in OLD" ) }, { "to", any( "in NEW" ) } }, "all its stages" );
     return ofRecord( { { "from", any( "its first stage in OLD" ) },
                        { "to", any( "its first stage in NEW" ) },
                        { "stages", stages } } );
@@ -59,8 +58,8 @@ Row kindObject( RecordKind const& kind ) {
                      { "leftOut", list( "that the model of NEW omits", omittedRecord() ) },
                      { "cameBack", list( "that the model of OLD omits", omittedRecord() ) },
                      { "changed", list( "with different fields", changed ) },
-                     { "moved", list( "whose stages are all elsewhere, by one distance", moved() ) },
-                     { "reordered", flag( "whether the records come in another order" ) },
+                     { "moved", list( "whose stages all shifted by the same distance", moved() ) },
+                     { "reordered", flag( "whether the records are in another order" ) },
                      { "same", number( "records without a difference" ) } },
                    kind.nouns );
 }
@@ -76,14 +75,14 @@ Row handles() {
                                                       { "to", number( "its handle in NEW" ) },
                                                       { "pipes", pipes() } } ) );
     Row const reused = object( { { "handle", number( "that other records have now" ) },
-                                 { "from", object( owner(), "who has it in OLD" ) },
-                                 { "to", object( owner(), "who has it in NEW" ) },
+                                 { "from", object( owner(), "what has it in OLD" ) },
+                                 { "to", object( owner(), "what has it in NEW" ) },
                                  { "pipes", pipes() } } );
     return object( { { "renumbered", list( "records with another handle", renumbered ) },
-                     { "count", number( "how many these are" ) },
+                     { "count", number( "how many handles have changed" ) },
                      { "of", number( "handles of records in both" ) },
-                     { "reused", list( "handles that now are another record's", reused ) } },
-                   "handles of records that both have" );
+                     { "reused", list( "handles that now belong to another record", reused ) } },
+                   "handles of records in both" );
 }
 
 Row duplicate() {
@@ -115,16 +114,16 @@ Row unread() {
 Row verdict() {
     Row const notice = object( { { "level", oneOf( "who notices", { "breaking", "handle", "info" } ) },
                                  { "kind", text( "of record, or pipe, member, configuration" ) },
-                                 { "name", text( "as it was, where it was there" ) },
+                                 { "name", text( "the old name, if there is one" ) },
                                  { "code", text( "never changes: BD101" ) },
                                  { "text", text( "what differs" ) },
-                                 { "from", any( "the value in OLD, where there is one" ) },
-                                 { "to", any( "the value in NEW, where there is one" ) },
+                                 { "from", any( "the value in OLD, if there is one" ) },
+                                 { "to", any( "the value in NEW, if there is one" ) },
                                  { "tableName", text( "of an action's table" ), true },
                                  { "pipes", pipes() } } );
     return object(
-        { { "differs", flag( "whether any value does" ) },
-          { "modelDiffers", flag( "whether a value does that the library reads" ) },
+        { { "differs", flag( "whether any value differs" ) },
+          { "modelDiffers", flag( "whether any value that the library reads differs" ) },
           { "byName", flag( "whether an agent that looks everything up by name notices nothing" ) },
           { "byHandle", flag( "whether an agent that keeps handles notices nothing" ) },
           { "notices", list( "what there is to notice, worst first", notice ) } },
@@ -146,18 +145,18 @@ Row diff() {
                                       { "meaning", text( "what it means" ) },
                                       { "advice", text( "what to do" ) } } );
     return anyOf(
-        { answer(
-              { { "old", text( "the path of OLD" ) },
-                { "new", text( "the path of NEW" ) },
-                { "pipes", list( "whose context file or its path differs", pipe() ) },
-                { "configuration", list( "what differs in the configurations themselves", change() ) },
-                { "kinds", object( std::move( kinds ), "by kind of record" ) },
-                { "handles", handles() },
-                { "duplicates", list( "names and handles that several records have since", duplicate() ) },
-                { "hitBitRanges", shifted },
-                { "unread", unread() },
-                { "verdict", verdict() } },
-              "the differences" ),
+        { answer( { { "old", text( "the path of OLD" ) },
+                    { "new", text( "the path of NEW" ) },
+                    { "pipes", list( "whose context file or its path differs", pipe() ) },
+                    { "configuration", list( "what differs in the configurations themselves", change() ) },
+                    { "kinds", object( std::move( kinds ), "by kind of record" ) },
+                    { "handles", handles() },
+                    { "duplicates",
+                      list( "names and handles that several records share only in NEW", duplicate() ) },
+                    { "hitBitRanges", shifted },
+                    { "unread", unread() },
+                    { "verdict", verdict() } },
+                  "the differences" ),
           answer( { { "codes", list( "the explained ones", explanation ) } }, "of --explain" ) } );
 }
 

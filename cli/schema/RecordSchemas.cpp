@@ -22,7 +22,7 @@ Key confKey() { return { "conf", text( "the path of the configuration" ) }; }
 Row reference() {
     return object(
         { { "handle", number( "of what is referenced" ) },
-          { "name", orNull( text( "of the placed table with this handle; null where there is none" ) ) } } );
+          { "name", orNull( text( "of the placed table with this handle; null if there is none" ) ) } } );
 }
 
 /// The record of a kind without what its list adds.
@@ -34,7 +34,7 @@ Row record( Kind kind, std::vector<std::string_view> const& without ) {
     return object( std::move( keys ) );
 }
 
-/// Of a collection of a dump: a list of records, or an object by name.
+/// The schema of a collection in a dump: a list of records, or an object by name.
 Row content( Collection const& collection ) {
     auto const empty = BfResourceInfo::bfResourceParserFactory( "" );
     if( !collection.kind )
@@ -65,7 +65,7 @@ Row pageRecord( RecordKind const& kind ) {
         else
             found->isOptional = true;
     };
-    addOptional( "parent", orNull( text( "the table that it belongs to, where the model knows just one" ) ) );
+    addOptional( "parent", orNull( text( "the table that it belongs to, if the model knows just one" ) ) );
     addOptional( "severalParents", flag( "whether it belongs to several tables" ) );
     addOptional( "placed", flag( "whether it is on the chip" ) );
     for( RecordKind const& part : recordKinds() )
@@ -81,16 +81,16 @@ Row summary() {
         answer( { { "configurations", list( "one for each CONF that can be loaded",
                                             object( joined( { confKey() }, summaryKeys() ) ) ) },
                   { "failures", failures() } },
-                "of several CONF" );
-    return anyOf( { answer( summaryKeys(), "of one CONF" ), several } );
+                "for several CONF" );
+    return anyOf( { answer( summaryKeys(), "for one CONF" ), several } );
 }
 
 Row listOf( RecordKind const& kind ) {
     return anyOf(
-        { answer( { { kind.member, list( kind.nouns, object( keysOf( kind ) ) ) } }, "of one CONF" ),
+        { answer( { { kind.member, list( kind.nouns, object( keysOf( kind ) ) ) } }, "for one CONF" ),
           answer( { { kind.member, list( kind.nouns, object( joined( { confKey() }, keysOf( kind ) ) ) ) },
                     { "failures", failures() } },
-                  "of several CONF" ) } );
+                  "for several CONF" ) } );
 }
 
 Row names() {
@@ -98,14 +98,14 @@ Row names() {
         { "name", text( "every name once" ) },
         { "kinds", list( "of the records with this name", text( "a kind of record" ) ) } };
     return anyOf(
-        { answer( { { "names", list( "by the bytes of the names", object( keys ) ) } }, "of one CONF" ),
+        { answer( { { "names", list( "by the bytes of the names", object( keys ) ) } }, "for one CONF" ),
           answer( { { "names", list( "by configuration", object( joined( { confKey() }, keys ) ) ) },
                     { "failures", failures() } },
-                  "of several CONF" ) } );
+                  "for several CONF" ) } );
 }
 
 Row show() {
-    std::vector<Key> keys{ { "name", orNull( text( "of the records; null where they have several" ) ) } };
+    std::vector<Key> keys{ { "name", orNull( text( "of the records; null if they have several" ) ) } };
     std::vector<Key> more;
     for( RecordKind const& kind : recordKinds() ) {
         keys.push_back( { kind.member, list( kind.nouns, pageRecord( kind ) ), true } );
@@ -122,7 +122,7 @@ Row table() {
         joined( keysOf( kindOf( Kind::tables ) ),
                 { { "placed", flag( "whether it is on the chip" ) },
                   { "stageStart", orNull( number( "stage of its first stage table" ) ) },
-                  { "statReferences", references( "counters; null where it has no entry by handle" ) },
+                  { "statReferences", references( "counters; null if it has no entry by handle" ) },
                   { "meterReferences", references( "meters and WRED tables" ) },
                   { "statefulReferences", references( "registers" ) } } ) );
 }

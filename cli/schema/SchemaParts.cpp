@@ -13,7 +13,7 @@ Row typed( char const* type, char const* meaning ) {
     return schema;
 }
 
-/// What the values, or elements, of a field are, of which a blank row does not tell the type.
+/// The type of a field's values or elements, if a blank row does not tell it.
 Row untyped( std::string_view field, char const* meaning ) {
     static constexpr std::string_view texts[] = { "parent", "fieldNames" };
     bool const isText = std::find( std::begin( texts ), std::end( texts ), field ) != std::end( texts );
@@ -120,8 +120,8 @@ Row omitted() {
     return list( "what the context files have, but the model omits",
                  object( { { "kind", oneOf( "what it would be", { "table", "action", "resource" } ) },
                            { "name", text( "of the table or action" ) },
-                           { "table", orNull( text( "of the action; null where it is the table itself" ) ) },
-                           { "handle", orNull( number( "as the model would have it" ) ) },
+                           { "table", orNull( text( "of the action; null if it is the table itself" ) ) },
+                           { "handle", orNull( number( "as it would be in the model" ) ) },
                            { "contextFile", text( "the path of the file" ) },
                            { "missing",
                              oneOf( "what the model lacks of the table: its record and its actions, what it "
@@ -151,9 +151,9 @@ Row fault( char const* meaning ) {
           { "expected", orNull( text( "what should be there" ) ) },
           { "handle", orNull( number( "that leads to no table" ) ) },
           { "found", orNull( text( "what is there" ) ) },
-          { "reported", list( "what the library said besides", text( "a line" ) ) },
-          { "condition", orNull( text( "the broken one, as written in the library" ) ) },
-          { "function", orNull( text( "of the library, that requires it" ) ) },
+          { "reported", list( "what else the library reported", text( "a line" ) ) },
+          { "condition", orNull( text( "the broken condition, as written in the library" ) ) },
+          { "function", orNull( text( "of the library, that requires the condition" ) ) },
           { "hint", orNull( text( "what to do" ) ) } },
         meaning );
 }

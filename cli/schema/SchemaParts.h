@@ -1,6 +1,6 @@
 #pragma once
 
-// What JSON Schemas are made of, so that those of our answers read like a list of their keys.
+// The parts of JSON Schemas, so that the schemas of our answers read like lists of their keys.
 
 #include "inspect/model/RecordKinds.h"
 #include "inspect/rows/Row.h"
@@ -14,7 +14,7 @@ Row text( char const* meaning );
 Row flag( char const* meaning );
 Row oneOf( char const* meaning, List words );
 
-/// The same, or null.
+/// A schema, or null.
 Row orNull( Row schema );
 
 Row list( char const* meaning, Row element );
@@ -29,7 +29,7 @@ struct Key {
     bool isOptional = false;
 };
 
-/// An object with these keys. Others may come in later versions.
+/// An object with these keys. Later versions may add others.
 Row object( std::vector<Key> keys, char const* meaning = "" );
 
 /// One of several.
@@ -47,10 +47,10 @@ Row contextFiles();
 /// Tables that the model omits, and why.
 Row omitted();
 
-/// The configurations without an answer.
+/// The configurations that failed.
 Row failures();
 
-/// What can't be loaded, and where it is wrong.
+/// What can't be loaded, and why.
 Row fault( char const* meaning );
 
 } // namespace Bfri::Schema

@@ -9,7 +9,7 @@ struct Command;
 /// Whether a command prints JSON.
 bool hasSchema( Command const& command );
 
-/// The JSON Schema (2020-12) of what such a command prints, failures included.
+/// The JSON Schema (2020-12) of a command's JSON answers, failures included.
 Row schemaOf( Command const& command );
 
 } // namespace Bfri

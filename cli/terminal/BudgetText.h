@@ -5,11 +5,11 @@
 
 namespace Bfri {
 
-/// A budget for people: the outcome, what can't be judged, then the uses, the worst first. Of what is within
-/// the budget only the first few are shown.
+/// A budget for people: the outcome, what can't be judged, then the uses, the worst first. Only the first few
+/// uses within the budget are shown.
 void print( String const& conf, Rules const& rules, Budget const& budget, Streams const& io );
 
-/// What is wrong with a file of rules: "budget.toml:3:1: ...".
+/// A mistake in a file of rules: "budget.toml:3:1: ...".
 String mistakeText( RulesMistake const& mistake );
 
 } // namespace Bfri

@@ -113,7 +113,7 @@ std::size_t mostOfAKind( std::vector<Finding> const& findings, ReportView const&
     return most;
 }
 
-/// The findings of a kind stand together. What is the same of all of them stands once.
+/// The findings of a kind are together. What they have in common is printed once.
 void printFindings( std::vector<Finding> const& findings, bool severalFiles, ReportView const& view,
                     Streams const& io ) {
     auto const most = mostOfAKind( findings, view, io.look );

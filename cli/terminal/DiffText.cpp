@@ -45,7 +45,7 @@ bool printHandles( std::ostream& out, TerminalStyle const& look, Comparison cons
                   []( Renumbering const& one ) { return escapeForTerminal( lineOf( one ) ); } );
     }
     if( !handles.reused.empty() ) {
-        out << "handles that stand for another record now: " << handles.reused.size() << '\n';
+        out << "handles that now belong to another record: " << handles.reused.size() << '\n';
         printFew( out, handles.reused, [ & ]( ReusedHandle const& one ) {
             return painted( look, Paint::red, escapeForTerminal( lineOf( one ) ) );
         } );

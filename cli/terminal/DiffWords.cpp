@@ -108,7 +108,7 @@ class Lines {
         return labelOf( record.row, isNew ? Identity( record.now ).name : "" );
     }
 
-    /// What tells most about a record that the other configuration does not have.
+    /// The most telling fields of a record that the other configuration does not have.
     static String briefOf( Row const& row ) {
         String text;
         for( auto const& [ field, title ] :

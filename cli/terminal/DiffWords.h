@@ -1,6 +1,6 @@
 #pragma once
 
-// A comparison in lines, for a terminal and for a pull request.
+// The lines of a comparison, for a terminal and for a pull request.
 
 #include "inspect/diff/Verdict.h"
 
@@ -8,7 +8,7 @@
 
 namespace Bfri {
 
-/// One line: its mark, whether an agent that goes by name notices, and what it says. The texts are bytes.
+/// One line: its mark, whether an agent that looks up by name notices, and the texts, unescaped.
 struct DiffLine {
     char mark; ///< '-', '+' or '~'
     bool isNoticed;
@@ -21,13 +21,13 @@ struct DiffSection {
     std::vector<DiffLine> lines;
 };
 
-/// What differs, section by section. Nothing of what takes a line of its own elsewhere, such as handles.
+/// What differs, section by section, without what has its own line elsewhere, such as handles.
 std::vector<DiffSection> sectionsOf( Comparison const& comparison, Verdict const& verdict );
 
-/// What `unread` has, table by table.
+/// The unread differences, table by table.
 DiffSection unreadSection( Unread const& unread );
 
-/// A row of counts a kind: "KIND", "ADDED", and so on.
+/// One row of counts per kind: "KIND", "ADDED", and so on.
 RowList totalsOf( Comparison const& comparison );
 
 /// "2 tables removed, 1 action renamed": the notices of a level, or nothing.
@@ -41,17 +41,17 @@ String byHandleSentence( Verdict const& verdict );
 String unreadCounts( Unread const& unread );
 String unreadNames( Unread const& unread );
 
-/// What a comparison says where it has no lines: that nothing differs, or nothing but what the library does
-/// not read. Empty where it has lines.
+/// The text for a comparison without lines: that nothing differs, or only what the library does not read.
+/// Empty if there are lines.
 String sameness( Comparison const& comparison );
 
-/// "handles of records that both have: 3 of 11 renumbered"; empty where none is.
+/// "handles of records that both have: 3 of 11 renumbered"; empty if none is.
 String renumberedLine( Handles const& handles );
 /// "table t 0x00000001 -> 0x00000002".
 String lineOf( Renumbering const& handle );
 /// "0x00000001 table t -> table u".
 String lineOf( ReusedHandle const& handle );
-/// "hit-bit ranges: 1 of 2 shifted, and each is as long as before"; empty where none is.
+/// "hit-bit ranges: 1 of 2 shifted, and each is as long as before"; empty if none is.
 String shiftedLine( Comparison const& comparison );
 
 } // namespace Bfri

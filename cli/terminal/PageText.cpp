@@ -25,7 +25,7 @@ void printIndented( std::ostream& out, String const& indent, String const& lines
         out << indent << line << '\n';
 }
 
-/// What an indent leaves of a terminal.
+/// The part of a terminal that an indent leaves.
 TerminalStyle within( TerminalStyle look, std::string_view indent ) {
     if( look.columns > 0 )
         look.columns -= std::min( look.columns - 1, indent.size() );
@@ -78,7 +78,7 @@ char const* reasonOf( WhyNone why ) {
     case WhyNone::unknown:
         return "none that the model knows";
     case WhyNone::onlyIndirectActionData:
-        return "none that the model knows: it keeps the tables of indirect action data alone";
+        return "none that the model knows: it keeps only the tables of indirect action data";
     }
     return "";
 }

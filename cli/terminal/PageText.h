@@ -7,10 +7,10 @@
 
 namespace Bfri {
 
-/// What records have, under headings.
+/// The pages, with a heading for each part of a record.
 void printPages( std::ostream& out, TerminalStyle const& look, std::vector<Page> const& pages );
 
-/// Where a record is on the chip; "no" of null.
+/// Where a record is on the chip; "no" for null.
 String placeText( BfResource const* place );
 
 } // namespace Bfri

@@ -10,7 +10,7 @@ using Vessa::String;
 /// The colours of a terminal's text, as its own numbers.
 enum class Paint { red = 31, green = 32, yellow = 33 };
 
-/// The text in that colour where the look has colours, else as it is.
+/// The text in that colour if the look has colours, else as it is.
 inline String painted( TerminalStyle const& look, Paint paint, String const& text ) {
     if( !look.color )
         return text;
@@ -19,7 +19,7 @@ inline String painted( TerminalStyle const& look, Paint paint, String const& tex
 
 inline constexpr unsigned hottest = 6;
 
-/// The text on the background of a heat map, from pale yellow to red; 0 is none. Only where the terminal has
+/// The text on the background of a heat map, from pale yellow to red; 0 is none. Only if the terminal has
 /// 256 colours.
 inline String onHeat( TerminalStyle const& look, unsigned heat, String const& text ) {
     static constexpr unsigned char backgrounds[ hottest ] = { 230, 229, 222, 215, 208, 202 };

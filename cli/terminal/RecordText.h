@@ -1,6 +1,6 @@
 #pragma once
 
-// Records as people read them: which fields have a column, under which title, and in which words.
+// Records as people read them: which fields have a column, with which title and wording.
 
 #include "inspect/model/Kinds.h"
 #include "inspect/rows/Row.h"
@@ -15,17 +15,17 @@ struct Column {
     char const* field;
 };
 
-/// Those of a kind's list; the other fields are for machines.
+/// The columns of a kind's list; the other fields are for machines.
 std::span<Column const> columnsOf( Kind kind );
 
 /// The title of a field's column; null for a field without one.
 char const* columnTitleOf( Kind kind, std::string_view field );
 
-/// A record's row for people: what a table does not have is absent, where the record holds a zero; a resource
-/// has its type and direction in words; what belongs to several tables says so.
+/// A record's row for people: what a table does not have is absent, not zero as in the record; a resource has
+/// its type and direction in words; what belongs to several tables says so.
 Row rowForPeople( Kind kind, Row row );
 
-/// The rows in these columns; of the blank row only the types count.
+/// The rows in these columns; only the types of the blank row count.
 RowList inColumns( std::span<Column const> columns, Row const& blank, std::vector<Row> const& rows );
 
 /// The list of some records of a kind.

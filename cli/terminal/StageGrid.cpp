@@ -73,7 +73,7 @@ GridLine loadLine( String const& label, std::size_t resources, std::vector<Stage
     return line;
 }
 
-/// What each stage has of the entries of all.
+/// The share of each stage in all entries.
 GridLine shareLine( StageMap const& map, Symbols const& symbols ) {
     auto const all = sumOf( map.loads );
     GridLine line{ "share", { percentText( all.entries, all.entries ) } };
@@ -104,7 +104,8 @@ std::vector<GridLine> capacityLines( StageMap const& map, Rules const& rules, Sy
         auto const percent = use.percent();
         lines.back().cells[ stage + 1 ] = percent ? std::to_string( *percent ) + "%" : "over";
         lines.back().heat[ stage ] =
-            stepOf( std::min<std::uint64_t>( percent.value_or( 100 ), 100 ), 100, hottest );
+            stepOf( static_cast<std::uint64_t>( std::min<std::int64_t>( percent.value_or( 100 ), 100 ) ), 100,
+                    hottest );
     }
     for( GridLine& line : lines )
         line.cells.front().clear();

@@ -22,7 +22,7 @@ struct BarWidths {
     std::vector<std::size_t> stages; ///< of each stage
     std::size_t name;                ///< the most; 0: no limit
 
-    /// Of what stands in front of a name.
+    /// The width of what comes before a name.
     std::size_t front() const {
         constexpr std::size_t gaps = 2 + 2;
         return std::accumulate( stages.begin(), stages.end(), size + gaps );
@@ -163,7 +163,7 @@ String overview( StageMap const& map, StageView const& view ) {
 
 // The largest of a stage.
 
-/// What a resource has in a stage: the first by size, then those that do not state all.
+/// Resources in a stage by size, largest first, then those that do not state all sizes.
 std::vector<Placed> largestIn( StageMap const& map, Stage stage ) {
     std::vector<Placed> resources;
     for( StageGroup const& group : map.groups ) {

@@ -33,7 +33,7 @@ inline String toTheLeft( String const& text, std::size_t columns ) {
 
 inline char const* directionOf( bool ingress ) { return ingress ? "ingress" : "egress"; }
 
-/// A part of what there is, in whole percent: "12%"; of nothing "0%".
+/// A part of a whole in whole percent: "12%"; "0%" if the whole is 0.
 inline String percentText( std::uint64_t part, std::uint64_t all ) {
     return std::to_string( all == 0 ? 0 : ( 100 * part + all / 2 ) / all ) + "%";
 }

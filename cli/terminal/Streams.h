@@ -6,12 +6,12 @@
 
 namespace Bfri {
 
-/// Where a process talks: only the answer goes to out.
+/// The streams of a process: only the answer goes to out.
 struct Streams {
     std::ostream& out;
     std::ostream& err;
     TerminalStyle look = {}; ///< of texts on out
-    int in = 0; ///< standard input's descriptor: what has arrived can be read without waiting for more
+    int in = 0; ///< descriptor of standard input, so that arrived data can be read without waiting for more
 };
 
 } // namespace Bfri

@@ -4,17 +4,17 @@
 
 namespace Bfri {
 
-/// What the texts of an answer may make use of. Default-constructed: a pipe or a file, where nothing is cut,
-/// coloured or drawn.
+/// What the texts of an answer may use. By default a pipe or a file, for which nothing is cut, coloured or
+/// drawn.
 struct TerminalStyle {
     std::size_t columns = 0; ///< of the terminal that shows them; 0: no terminal, no limit
     bool color = false;
-    bool utf8 = false;       ///< characters beyond ASCII may stand for lines and marks of our own
-    bool manyColors = false; ///< 256 or more, where there are colours
+    bool utf8 = false;       ///< lines and marks of our own may use characters beyond ASCII
+    bool manyColors = false; ///< 256 or more, if there are colours
 };
 
-/// That of the process's standard output: colours on a terminal without NO_COLOR, UTF-8 as the locale has it,
-/// 256 colours as TERM and COLORTERM say.
+/// The style of the process's standard output: colours on a terminal without NO_COLOR, UTF-8 by the locale,
+/// 256 colours by TERM and COLORTERM.
 TerminalStyle lookOfStandardOutput();
 
 } // namespace Bfri

@@ -79,7 +79,7 @@ class Grid {
     void print( std::ostream& out, TerminalStyle const& look ) const;
 
   private:
-    /// Of the first columns of a line, with the gaps between them.
+    /// The width of the first columns of a line, with the gaps between them.
     std::size_t widthOf( std::size_t columns, std::size_t ( *width )( GridColumn const& ) ) const;
     std::size_t wholeWidth( std::size_t columns ) const {
         return widthOf( columns, []( GridColumn const& column ) { return column.width; } );
@@ -87,7 +87,7 @@ class Grid {
     std::size_t leastWidth( std::size_t columns ) const {
         return widthOf( columns, []( GridColumn const& column ) { return column.least(); } );
     }
-    /// Those up to the last one of names.
+    /// The number of columns up to the last one of names.
     std::size_t columnsWithNames() const;
     void erase( std::size_t column );
     void eraseAbsent();

@@ -84,7 +84,7 @@ class Judge {
         budget_.problems.push_back( { &rule, std::move( problem ) } );
     }
 
-    /// Of the stages from 0 on those up to the last one that is taken.
+    /// The stages from 0 up to the last one that is used.
     void judgeStages( Rule const& rule, StageMap const& map, U32 available ) {
         std::int64_t const used = map.stages.empty() ? 0 : static_cast<std::int64_t>( map.stages.back() ) + 1;
         budget_.uses.push_back( { &rule, "stages", map.files.front()->value(), {}, used, available } );

@@ -1,52 +1,52 @@
 #pragma once
 
-// What a configuration takes of a budget.
+// How much of a budget a configuration uses.
 
 #include "inspect/budget/Rules.h"
 
 namespace Bfri {
 
-/// What something takes of what a rule leaves it. Of a table's least size that is what is used, and its size
-/// is what is available.
+/// How much is used of what a rule allows. For the least size of a table, that size is what is used, and the
+/// table's size is what is available.
 struct Use {
     Rule const* rule;
     String what;        ///< "ingress hash_match entries", "size of match table pipe.acl"
-    String contextFile; ///< empty where it is about all of them
+    String contextFile; ///< empty if it is about all of them
     std::optional<Stage> stage;
     std::int64_t used;
     std::int64_t available;
-    U32 unstated = 0; ///< stage tables whose entries are not among the used ones, as the file states none
+    U32 unstated = 0; ///< stage tables that do not count as used, as the file does not state their entries
 
     bool isOver() const { return used > available; }
     std::int64_t slack() const { return available - used; }
-    /// Rounded up, so that only what is over has more than 100; nothing where nothing is available.
+    /// Rounded up, so that only what is over has more than 100; nothing if nothing is available.
     std::optional<std::int64_t> percent() const;
 };
 
-/// A rule that can't be judged: it matches nothing, or its name several records.
+/// A rule that can't be judged: it matches nothing, or its name matches several records.
 struct RuleProblem {
     Rule const* rule;
     String problem;
 };
 
-/// A configuration, judged by rules, which outlive it.
+/// A configuration judged by rules, which must outlive it.
 struct Budget {
     std::vector<Use> uses;             ///< the highest percent first
     std::vector<RuleProblem> problems; ///< all of them are errors
-    std::size_t notJudged = 0;         ///< rules of growth, where there is nothing older
+    std::size_t notJudged = 0;         ///< rules of growth, without an older configuration
 
     /// The broken rules of a level, one for each use.
     std::size_t broken( RuleLevel level ) const;
 };
 
-/// Judges a configuration that was loaded with a survey; `old`, too, or null.
+/// Judges a configuration that was loaded with a survey; so must `old` be, or null.
 Budget budgetOf( Rules const& rules, Configuration const& configuration, Configuration const* old );
 
-/// What the resources of a map take of a capacity in one of its stages.
+/// How much of a capacity the resources of a map use in one of its stages.
 Use useOf( CapacityRule const& capacity, StageMap const& map, std::size_t stage );
 
-/// What the resources of a map take of each capacity that is not off, in each of its stages: capacity by
-/// capacity, stages ascending.
+/// The same for each capacity that is not off, in each stage of the map: capacity by capacity, stages
+/// ascending.
 std::vector<Use> capacityUses( Rules const& rules, StageMap const& map );
 
 /// The members of the JSON object.

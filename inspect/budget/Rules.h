@@ -10,7 +10,7 @@
 
 namespace Bfri {
 
-/// What it means that a rule is broken. One that is off is not looked at.
+/// What happens if a rule is broken. A rule that is off is ignored.
 enum class RuleLevel { off, warn, error };
 
 char const* wordOf( RuleLevel level );
@@ -29,15 +29,15 @@ struct Rule {
     U32 column; ///< in characters, from 1
 };
 
-/// The stages of the chip, from 0 on.
+/// How many stages the chip has, from stage 0 on.
 struct ChipRule : Rule {
     U32 stages;
 };
 
-/// What each stage of the chip has for resources of some types.
+/// What each stage of the chip provides for resources of some types.
 struct CapacityRule : Rule {
     String type;                 ///< of the resources, or a pattern: "*_match"
-    std::optional<bool> ingress; ///< of these; else of both directions together
+    std::optional<bool> ingress; ///< only for this direction; else for both together
     std::vector<Stage> stages;   ///< ascending; empty: all
     StageMeasure of;
     std::uint64_t available; ///< in each stage
@@ -53,18 +53,18 @@ struct SizeRule : Rule {
     std::optional<U32> most;
 };
 
-/// The stages that a program may use, from 0 on.
+/// How many stages a program may use, from stage 0 on.
 struct ProgramRule : Rule {
     String contextFile; ///< its path, the end of it, or a pattern; empty: every program
     U32 stages;
 };
 
-/// How much more than in an older configuration there may be.
+/// How much a configuration may grow since an older one.
 struct GrowthRule : Rule {
-    String name; ///< of tables, as in a SizeRule; empty: all that there is
+    String name; ///< of tables, as in a SizeRule; empty: everything
     StageMeasure of;
     std::optional<U32> most;    ///< entries, or tables
-    std::optional<U32> percent; ///< of what there was
+    std::optional<U32> percent; ///< of the older amount
 };
 
 struct Rules {
@@ -79,17 +79,17 @@ struct Rules {
 /// What is wrong with a file of rules, and where.
 struct RulesMistake {
     String path;
-    U32 line; ///< 0 where the file cannot be read
+    U32 line; ///< 0 if the file cannot be read
     U32 column;
     String problem;
 };
 
 std::variant<Rules, RulesMistake> readRules( String const& path );
 
-/// Whether a text may stand for several: it has a star, for any characters, or a question mark, for one.
+/// Whether a text is a pattern: it has a star, for any characters, or a question mark, for one.
 bool isPattern( std::string_view text );
 
-/// Whether a text is what a pattern says.
+/// Whether a pattern matches all of a text.
 bool matches( std::string_view pattern, std::string_view text );
 
 } // namespace Bfri

@@ -107,7 +107,7 @@ class RuleReader {
             refuse( table_.source(), fmt::format( "a {} needs {}", wordOf( kind_ ), key ) );
         return std::move( *value );
     }
-    /// Of two keys just one.
+    /// Exactly one of two keys must be there.
     void requireOneOf( char const* one, char const* other ) {
         if( has( one ) == has( other ) )
             refuse( table_.source(),

@@ -27,7 +27,7 @@ String textOf( Json const& value, char const* name ) {
     return member && member->IsString() ? String( member->GetString(), member->GetStringLength() ) : String();
 }
 
-/// Of a list; empty where there is none.
+/// The elements of a list; none if there is no list.
 std::vector<Json const*> elementsOf( Json const& value, char const* name ) {
     std::vector<Json const*> elements;
     Json const* const list = memberOf( value, name );
@@ -125,9 +125,9 @@ std::variant<Baseline, String> readBaseline( String const& path ) {
     rapidjson::Document document;
     document.ParseStream<rapidjson::kParseIterativeFlag>( stream );
     if( document.HasParseError() )
-        return String( "is no JSON: " ) + rapidjson::GetParseError_En( document.GetParseError() );
+        return String( "is not JSON: " ) + rapidjson::GetParseError_En( document.GetParseError() );
     if( !isAnswer( document ) )
-        return String( "is no answer of 'check --json' with its findings" );
+        return String( "is not an answer of 'check --json' with its findings" );
     std::vector<KnownFinding> findings;
     for( Json const* const configuration : elementsOf( document, "configurations" ) ) {
         for( Json const* const finding : elementsOf( *configuration, "findings" ) )

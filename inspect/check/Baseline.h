@@ -9,27 +9,28 @@
 
 namespace Bfri {
 
-/// A finding as an earlier answer has it.
+/// A finding of an earlier answer.
 struct KnownFinding {
     String code;
     String kind;
     String name;
     String message;
-    String contextFile; ///< empty where none is known
+    String contextFile; ///< empty if none is known
     String switchConf;  ///< whose finding it is
 };
 
-/// The findings of an earlier check. What is known is known once: of two alike, the second is new.
+/// The findings of an earlier check. Each of them makes one finding known: if there are two alike now, the
+/// second is new.
 class Baseline {
   public:
     explicit Baseline( std::vector<KnownFinding> findings );
 
-    /// Marks those that are known: with the same message first, since several may be about one record; then
-    /// with the same code, kind of record and name, since handles change with every compilation. Of a file
-    /// that has a finding, only the last part of its path counts.
+    /// Marks known findings: first those with the same message, since several may be about one record; then
+    /// those with the same code, kind of record and name, since handles change with every compilation. Only
+    /// the last part of a file's path counts.
     void mark( std::vector<Finding>& findings, String const& switchConf );
 
-    /// Those that no finding was like so far, in their order, without codes that are ignored.
+    /// The known findings that mark() has not met so far, in their order, without ignored codes.
     std::vector<KnownFinding> gone( std::vector<FindingKind const*> const& ignored ) const;
 
   private:
@@ -42,7 +43,7 @@ class Baseline {
     std::map<Key, std::vector<std::size_t>> byKey_;
 };
 
-/// The findings in an answer of `check` in JSON; of anything else, what is wrong with it.
+/// The findings in a JSON answer of `check`; for any other file, what is wrong with it.
 std::variant<Baseline, String> readBaseline( String const& path );
 
 } // namespace Bfri

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the rules of the findings read, and the rules. Each takes time in proportion to the model and its
-// survey, but for sorting.
+// The rules of the findings, and the data that they read. Each rule is linear in the model and its survey,
+// except for sorting.
 
 #include "inspect/check/Findings.h"
 #include "inspect/rows/Row.h"
@@ -16,22 +16,22 @@ namespace Bfri {
 struct Attached {
     char const* kind;
     String const* name;
-    U32 handle; ///< of a direct one that is no counter: of its match table
+    U32 handle; ///< for a direct one other than a counter: its match table's
     bool direct;
-    U32 ownHandle;             ///< its own handle, where the model keeps it; else 0
+    U32 ownHandle;             ///< its own handle if the model keeps it, else 0
     std::size_t referenceKind; ///< index in referenceKinds
 };
 
-/// The three lists of handles that a placed table has.
+/// One of the three lists of handles in a placed table.
 struct ReferenceKind {
     char const* list;
     Vessa::Queue<U32> const& ( BfResourceInfo::BfZelResource::*queue )() const;
-    BfResourceType types[ 2 ]; ///< what it may point to
+    BfResourceType types[ 2 ]; ///< types that it may refer to
 };
 
 extern ReferenceKind const referenceKinds[ 3 ];
 
-/// Hands out kind, name and handle of every record; a table of several kinds comes with each.
+/// Calls `step` with kind, name and handle of every record; for a table of several kinds, once for each.
 void forEachName( CheckContext const& facts,
                   std::function<void( char const*, String const&, std::optional<U32> )> const& step );
 
@@ -43,17 +43,17 @@ struct CheckContext {
     std::vector<Attached> attached;                    ///< counters, meters, WRED tables, registers
     std::unordered_map<U32, BfResource const*> placed; ///< by handle
     std::unordered_set<std::string_view> placedNames;
-    std::unordered_map<U32, std::vector<U32>> referrers; ///< of a handle: the placed tables that list it
-    /// Of a handle the names of tables without a stage table that list it.
+    std::unordered_map<U32, std::vector<U32>> referrers; ///< by handle: the placed tables that list it
+    /// By handle: the names of tables without a stage table that list it.
     std::unordered_map<U32, std::vector<String>> unplacedReferrers;
 
     bool hasPipeBits() const { return !parser.bfrtConfig().empty(); }
-    /// In how many context files a handle may stand: those whose handles carry the same pipe, or all.
+    /// In how many context files a handle may be: those whose handles carry the same pipe, or all.
     std::size_t filesWith( U32 handle ) const;
     /// The part of a handle that tells the context files apart; 0 when nothing does.
     U32 pipeBits( U32 handle ) const { return hasPipeBits() ? handle >> 28 : 0; }
-    /// The only context file that a record with that handle, or without one, may stand in; empty when there
-    /// are several.
+    /// The only context file that may have a record with that handle, or without one; empty if there are
+    /// several.
     String contextFileOf( std::optional<U32> handle ) const;
 
   private:
@@ -80,7 +80,7 @@ void findHandlesInSeveralPipelines( CheckContext const& facts, Findings& finding
 void findLookAlikes( CheckContext const& facts, Findings& findings );
 void findOddNames( CheckContext const& facts, Findings& findings );
 
-// Who references whom.
+// References.
 void findUnknownReferences( CheckContext const& facts, Findings& findings );
 void findReferencesOfWrongKind( CheckContext const& facts, Findings& findings );
 void findReferencesOfWrongName( CheckContext const& facts, Findings& findings );

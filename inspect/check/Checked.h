@@ -1,6 +1,6 @@
 #pragma once
 
-// What there is to know of whether one configuration is sound.
+// Whether a configuration is sound: its counts and findings, or why it cannot be loaded.
 
 #include "inspect/check/Findings.h"
 #include "inspect/load/Fault.h"
@@ -8,7 +8,7 @@
 
 namespace Bfri {
 
-/// How many records of a collection of the model were looked at.
+/// How many records of one of the model's collections were checked.
 struct Count {
     char const* collection;
     char const* noun; ///< "match table"
@@ -16,11 +16,11 @@ struct Count {
     std::size_t number;
 };
 
-/// One configuration, examined.
+/// One configuration, checked.
 struct Checked {
     String switchConf;
-    std::optional<Fault> fault;     ///< why it cannot be loaded; else empty
-    std::vector<Count> counts = {}; ///< of one that loads
+    std::optional<Fault> fault;     ///< why it cannot be loaded; empty if it can
+    std::vector<Count> counts = {}; ///< empty if it cannot be loaded
     std::vector<Finding> findings = {};
 };
 
@@ -37,10 +37,10 @@ struct CodeCount {
 /// Kind by kind, in the order of the findings.
 std::vector<CodeCount> codeCountsOf( std::vector<Finding> const& findings );
 
-/// The JSON object of one configuration; for a summary, with the numbers of findings instead of these.
+/// The JSON object of one configuration; for a summary, with the numbers of findings instead of the findings.
 Row rowOf( Checked const& checked, bool isSummary = false );
 
-/// Those of the context files, and of every kind of record that is counted.
+/// The counts of context files, and of every kind of record that is counted.
 std::vector<Count> countsOf( Configuration const& configuration );
 
 } // namespace Bfri

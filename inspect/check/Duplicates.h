@@ -11,23 +11,23 @@ using Vessa::U32;
 
 /// A member that an object has more than once.
 struct Duplicate {
-    String path;               ///< from what is looked at: "stage_tables/1/size"
+    String path;               ///< within the table or the file: "stage_tables/1/size"
     Context::Place place = {}; ///< of the second, in a context file
-    std::size_t times = 2;     ///< how often there is one
+    std::size_t times = 2;     ///< how often it occurs
 };
 
-/// In the order in which the second of each comes.
+/// In the order of each member's second occurrence.
 using Duplicates = std::vector<Duplicate>;
 
-/// Those of a context file.
+/// The duplicate members of a context file.
 struct FileDuplicates {
     explicit FileDuplicates( Context::FileSurvey const& file );
 
     std::map<U32, Duplicates> tables; ///< by index in "tables"
-    Duplicates others;                ///< outside of tables
+    Duplicates others;                ///< outside the tables
 };
 
-/// Those of the members of a switch configuration that are read; none of a file that cannot be read.
+/// The duplicates among the members of a switch configuration that are read; none if it cannot be read.
 Duplicates duplicatesInSwitchConf( String const& path );
 
 } // namespace Bfri

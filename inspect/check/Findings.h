@@ -1,6 +1,6 @@
 #pragma once
 
-// What may be odd about a configuration that loads: one row a kind of finding, with its rule and its words.
+// What may be odd about a configuration that loads: one row per kind of finding, with its rule and texts.
 
 #include "inspect/model/Configuration.h"
 
@@ -26,16 +26,16 @@ struct FindingPlace {
     Context::Place at;
 };
 
-/// One thing that is odd, and whose.
+/// One thing that is odd, and the record that it is about.
 struct Finding {
     FindingKind const* kind;
     String what;                            ///< the kind of record: "counter"
-    String name;                            ///< its name; of a pipeline its context file
-    std::optional<U32> handle;              ///< where one record bears it
-    String says;                            ///< goes behind what, name and handle
-    String contextFile;                     ///< empty when it is not known, or when there is not one alone
+    String name;                            ///< its name; for a pipeline its context file
+    std::optional<U32> handle;              ///< of the record, if it is about one
+    String says;                            ///< follows what, name and handle
+    String contextFile;                     ///< empty if it is unknown, or if there are several
     std::optional<FindingPlace> place = {}; ///< where the record starts, or what the finding is about
-    bool isKnown = false;                   ///< an earlier check had it
+    bool isKnown = false;                   ///< the baseline has it
 
     /// `counter "c" (0x00000001)`.
     String subject() const;
@@ -43,11 +43,11 @@ struct Finding {
     String message() const { return subject() + ": " + says; }
 };
 
-/// Takes the findings of one rule.
+/// Collects the findings of one rule.
 class Findings {
   public:
     Findings( FindingKind const& kind, std::vector<Finding>& all ) : kind_( kind ), all_( all ) {}
-    /// Without a context file it is taken from the handle, where that tells.
+    /// Without a context file, the file is derived from the handle if possible.
     void add( String what, String name, std::optional<U32> handle, String says, String contextFile = {},
               std::optional<FindingPlace> place = {} ) {
         all_.push_back( { &kind_, std::move( what ), std::move( name ), handle, std::move( says ),
@@ -72,14 +72,14 @@ struct FindingKind {
 /// Every kind, by ascending code.
 std::span<FindingKind const> findingKinds();
 
-/// The kind of that code or title, capital letters or not; null for none.
+/// The kind with that code or title, ignoring case; null if there is none.
 FindingKind const* findingKindOf( String const& word );
 
-/// The codes, else the titles, that someone who wrote a word may have meant; nearest first.
+/// The codes, else the titles, that are most like a word; nearest first.
 std::vector<String> findingsLike( String const& word );
 
-/// All findings of a configuration that was loaded with a survey: errors, warnings, notes, and each of these
-/// in the order of the kinds.
+/// All findings of a configuration that was loaded with a survey: errors, then warnings, then notes, each in
+/// the order of the kinds.
 std::vector<Finding> findingsOf( Configuration const& configuration );
 
 } // namespace Bfri

@@ -23,8 +23,8 @@ String const& nameOf( CheckContext const& facts, U32 handle ) {
     return resource ? resource->name : none;
 }
 
-/// Handles that some record bears, or may bear: of a direct meter or register without a stage the model keeps
-/// but the handle of its table, so what that table lists in vain may be its own.
+/// Handles that some record has, or may have: for a direct meter or register without a stage, the model keeps
+/// only the handle of its table, so an unknown handle in that table's list may be its own.
 std::unordered_set<U32> knownHandles( CheckContext const& facts ) {
     std::unordered_set<U32> known;
     for( Attached const& record : facts.attached ) {
@@ -59,7 +59,7 @@ String namesOf( CheckContext const& facts, std::vector<U32> const& handles ) {
     return firstFew( handles, [ & ]( U32 handle ) { return quoted( nameOf( facts, handle ) ); } );
 }
 
-/// Of an indirect record: one parent, several, or none.
+/// The parents of an indirect record: one, several, or none.
 bool hasSeveralParents( CheckContext const& facts, Attached const& record ) {
     return facts.parser.multipleParentTablesHas( *record.name );
 }
@@ -209,7 +209,7 @@ void findUnknownResourceNames( CheckContext const& facts, Findings& findings ) {
         if( known.count( entry->first ) == 0 )
             findings.add( "table", entry->second, table == handles.end() ? std::nullopt : table->second,
                           "its actions name " + quoted( entry->first ) +
-                              " as a resource, which is nothing's name" );
+                              " as a resource, but nothing has that name" );
     }
 }
 

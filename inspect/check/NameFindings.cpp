@@ -17,11 +17,11 @@ struct HandleUse {
     U32 handle;
 };
 
-/// Bearers of one name, or of one handle.
+/// Records with one name, or with one handle.
 using Group = std::vector<HandleUse>;
 
 struct Repeats {
-    std::vector<Group> withinAFile; ///< more bearers than there are files to spread over
+    std::vector<Group> withinAFile; ///< more records than there are files that may have them
     std::vector<Group> overFiles;   ///< others: of several pipelines, or so it seems
 };
 
@@ -29,7 +29,7 @@ std::string_view scopeOf( HandleUse const& bearer ) {
     return bearer.scope ? std::string_view( *bearer.scope ) : std::string_view();
 }
 
-/// The bearers of one name and scope, in their order; those of the same pipe bits side by side.
+/// The records with one name and scope, in their order; those with the same pipe bits side by side.
 Repeats repeatedNames( CheckContext const& facts, std::vector<HandleUse> bearers ) {
     auto const name = []( HandleUse const& b ) {
         return std::tuple( std::string_view( *b.name ), scopeOf( b ) );
@@ -60,7 +60,7 @@ Repeats repeatedNames( CheckContext const& facts, std::vector<HandleUse> bearers
     return repeats;
 }
 
-/// The bearers of one handle that have different names.
+/// The records with one handle and different names.
 Repeats repeatedHandles( CheckContext const& facts, std::vector<HandleUse> bearers ) {
     auto const order = []( HandleUse const& b ) {
         return std::tuple( b.handle, std::string_view( *b.name ) );
@@ -151,7 +151,7 @@ void addNames( CheckContext const& facts, std::vector<HandleUse> bearers, char c
 void addHandles( Repeats const& repeats, char const* what, Findings& findings ) {
     for( Group const& group : repeats.withinAFile )
         findings.add( what, *group.front().name, group.front().handle,
-                      "the handle is that of " + std::to_string( group.size() ) + ": " + namesOf( group ) );
+                      "it is the handle of " + std::to_string( group.size() ) + ": " + namesOf( group ) );
 }
 
 void addOverFiles( std::vector<Group> const& groups, char const* what, char const* of, Findings& findings ) {
@@ -207,7 +207,7 @@ void findDuplicateResourceNames( CheckContext const& facts, Findings& findings )
 }
 
 void findDuplicateActions( CheckContext const& facts, Findings& findings ) {
-    // Of tables with one name the model does not say whose an action is.
+    // If tables have the same name, the model does not say which of them an action belongs to.
     std::unordered_set<std::string_view> mixed;
     for( Group const& tables : repeatedNames( facts, matchTables( facts ) ).withinAFile )
         mixed.insert( *tables.front().name );

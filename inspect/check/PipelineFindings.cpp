@@ -106,7 +106,7 @@ void findHandlesInPipeBits( CheckContext const& facts, Findings& findings ) {
         if( facts.filesWith( handle ) == 0 )
             findings.add( what, name, handle,
                           "carries pipe " + std::to_string( handle >> 28 ) +
-                              ", which is the lowest of no pipeline" );
+                              ", but that is not the lowest pipe of any pipeline" );
     };
     for( BfResource const& record : facts.parser.bfResources() )
         examine( "placed table", record.name, record.handle );

@@ -6,13 +6,14 @@
 
 namespace Bfri {
 
-/// Where the records of a configuration start in their context files, as its survey knows; it outlives them.
+/// Where the records of a configuration start in their context files, by its survey. The configuration must
+/// outlive this object.
 class RecordPlaces {
   public:
     explicit RecordPlaces( Configuration const& configuration );
 
-    /// Of the finding's record: the element with its name, its handle and in its context file, as far as
-    /// there is one; of an action its table. Nothing of fields, and of what is no record.
+    /// The place of the finding's record: the element with its name and, if known, its handle and context
+    /// file; for an action, its table. Nothing for fields, and for what is not a record.
     std::optional<FindingPlace> of( Finding const& finding ) const;
 
   private:

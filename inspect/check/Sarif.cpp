@@ -71,7 +71,7 @@ Row findingRow( Finding const& finding, String const& switchConf, bool hasBaseli
     return row;
 }
 
-/// Of codes of another version of this program nothing is known.
+/// Codes from another version of this program may be unknown.
 Value goneRow( KnownFinding const& known ) {
     FindingKind const* const kind = findingKindOf( known.code );
     Row row = resultRow( known.code, kind ? kind->severity : Severity::note, known.message,

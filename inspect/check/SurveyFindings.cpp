@@ -42,7 +42,7 @@ String says( UnknownWord const& word, char const* consequence ) {
     return String( "its \"" ) + word.member + "\" is " + quoted( word.word ) + consequence;
 }
 
-/// What the model takes an unknown word for.
+/// The value that the model assumes for an unknown word.
 char const* consequenceOf( SurveyedTable const& table, UnknownWord const& word ) {
     if( word.member == std::string_view( "statistics_type" ) )
         return ", so that it counts neither packets nor bytes";
@@ -56,7 +56,7 @@ String oddStage( Context::SurveyedStageTable const& stageTable ) {
     if( !stageTable.stageText )
         return front + "no \"stage_number\"";
     return front + "a \"stage_number\" " +
-           ( stageTable.stageText->empty() ? "that is no number" : "of " + *stageTable.stageText );
+           ( stageTable.stageText->empty() ? "that is not a number" : "of " + *stageTable.stageText );
 }
 
 bool isStage( Context::SurveyedStageTable const& stageTable ) {

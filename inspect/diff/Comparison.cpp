@@ -45,7 +45,7 @@ void addStages( std::vector<Row>& rows, Configuration const& configuration ) {
     }
 }
 
-/// What the configuration says beside paths, and what the records share.
+/// What the configuration says besides paths, and what the records share.
 Row configurationOf( BfResourceParser const& parser ) {
     auto const mask = []( auto const& entry ) { return Hex( entry.key().value() ); };
     return { { "pipeMasks", listOf( parser.contextFile(), mask ) },
@@ -217,7 +217,7 @@ class Comparer {
     NamesOfKinds touched_; ///< but for what tables have
 };
 
-/// What the survey alone knows.
+/// What only the survey knows.
 bool isOfSurvey( Change const& change ) {
     return change.field == "stageNumbers" || change.field == "stageSizes";
 }

@@ -17,9 +17,9 @@ struct Change {
     Value to;
 };
 
-/// Rows of records are those of their kind, with "pipes" at their end: those on which the record differs.
-/// Merged records have none. Resources also have "stageNumbers", and "stageSizes": a row of "stage" and
-/// "size" for each stage; absent where the file does not state them.
+/// The rows of records are those of their kind, followed by "pipes": the pipes on which the record differs.
+/// Merged records have no "pipes". Resources also have "stageNumbers", and "stageSizes": a row of "stage" and
+/// "size" for each stage; absent if the file does not state them.
 
 /// A record of both configurations that differs.
 struct ChangedRecord {
@@ -28,7 +28,7 @@ struct ChangedRecord {
     std::vector<Change> fields = {};
     std::optional<Change> move = {}; ///< of its first stage, when all its stages shift by the same distance
     bool displaced = false;          ///< queries by name answered for it, and now answer for another one
-    bool renamed = false;            ///< the name has changed, or that of an action's table
+    bool renamed = false;            ///< its name has changed, or for an action the name of its table
 
     /// Whether it differs in more than its name and its stages.
     bool hasChanged() const { return !fields.empty() || displaced; }
@@ -37,12 +37,12 @@ struct ChangedRecord {
 /// Why the model does not have a record, though its context file has the table or the learn quanta.
 struct OmissionReason {
     String text = {};                 ///< "it has 8 static entries"
-    std::vector<String> members = {}; ///< of the file, that make the difference: "static_entries"
+    std::vector<String> members = {}; ///< of the file, that are the reason: "static_entries"
 };
 
 /// A record that one configuration leaves out.
 struct OmittedRecord {
-    Row row = {}; ///< as the other configuration has it
+    Row row = {}; ///< of the other configuration
     OmissionReason reason = {};
 };
 
@@ -50,10 +50,10 @@ struct KindComparison {
     RecordKind const* kind;
     std::vector<Row> removed = {};
     std::vector<Row> added = {};
-    std::vector<OmittedRecord> leftOut = {};  ///< now; they are not among the removed
-    std::vector<OmittedRecord> cameBack = {}; ///< were left out; they are not among the added
-    std::vector<ChangedRecord> changed = {};  ///< the renamed and the moved, too
-    bool reordered = false;                   ///< those of both configurations come in another order
+    std::vector<OmittedRecord> leftOut = {};  ///< in the new configuration; not among the removed
+    std::vector<OmittedRecord> cameBack = {}; ///< left out in the old one; not among the added
+    std::vector<ChangedRecord> changed = {};  ///< also renamed and moved records
+    bool reordered = false;                   ///< records in both configurations are in another order
     std::size_t same = 0; ///< records that differ in nothing, or only in what is folded: handles, hit bits
 
     bool differs() const {
@@ -62,13 +62,13 @@ struct KindComparison {
     }
 };
 
-/// Differences without a meaning of their own, so many that they are counted only.
+/// Differences that mean little one by one, and are so many that they are only counted.
 struct Tally {
     std::size_t differing = 0;
     std::size_t all = 0;
 };
 
-/// Whose a handle is.
+/// The record that has a handle.
 struct HandleOwner {
     Kind kind = Kind::tables;
     String name = {};
@@ -78,14 +78,14 @@ struct HandleOwner {
     bool operator==( HandleOwner const& ) const = default;
 };
 
-/// A record of both configurations whose handle has another number now.
+/// A record in both configurations whose handle is now another number.
 struct Renumbering : HandleOwner {
     U32 from = 0;
     U32 to = 0;
     U32 pipes = 0; ///< mask
 };
 
-/// A number that was the handle of one record, and is that of another one now.
+/// A number that was the handle of one record, and is now the handle of another one.
 struct ReusedHandle {
     U32 handle = 0;
     HandleOwner from = {};
@@ -94,44 +94,46 @@ struct ReusedHandle {
 };
 
 struct Handles {
-    Tally tally = {};                         ///< old numbers of records in both, and those that changed
+    Tally tally = {};                         ///< of the handles of records in both
     std::vector<Renumbering> renumbered = {}; ///< ascending by the old number
     std::vector<ReusedHandle> reused = {};    ///< ascending by number
 };
 
-/// A name or a handle that several records of one context file have now, and had not before.
+/// A name or a handle that several records of one context file share now, and did not share before.
 struct NewDuplicate {
     Kind kind = Kind::tables;
     String name = {};                 ///< of the first record
     std::optional<String> table = {}; ///< of an action
-    std::optional<U32> handle = {};   ///< that several names share; none for a name
+    std::optional<U32> handle = {};   ///< that records with different names share; none for a name
     std::vector<String> names = {};   ///< that share the handle
-    std::vector<U32> handles = {};    ///< of those that share the name
+    std::vector<U32> handles = {};    ///< of the records that share the name
     U32 pipes = 0;                    ///< mask
 };
 
-/// A pipe whose program has other values than before.
+/// A pipe whose program has changed.
 struct PipeComparison {
-    /// Replaced: by a program that other pipes ran, or that is more like one of these than like its own.
+    /// Replaced: by a program that other pipes ran, or one that is more like such a program than like the
+    /// pipe's former one.
     enum class Is { edited, replaced, removed, added };
 
     U32 pipe = 0;
     Is is = Is::edited;
-    std::optional<String> from = {}; ///< context files; none where the pipe has no program
+    std::optional<String> from = {}; ///< context files; none if the pipe has no program
     std::optional<String> to = {};
 };
 
-/// What the library never reads of a table, and differs.
+/// Parts of a table that the library never reads, and that differ.
 struct UnreadTable {
-    enum class Is { changed, added, removed }; ///< a table of which the model has nothing may come and go
+    /// Tables that the model has nothing of may be added and removed.
+    enum class Is { changed, added, removed };
 
-    String name = {}; ///< in the new configuration, where that has it
+    String name = {}; ///< in the new configuration, if it is there
     Is is = Is::changed;
     std::vector<String> members = {}; ///< "memory", "match_attributes/key_fields", "actions/permit"
     U32 pipes = 0;                    ///< mask
 };
 
-/// The same of a top-level member of a context file.
+/// The same for a top-level member of a context file.
 struct UnreadMember {
     String name = {};
     U32 pipes = 0; ///< mask
@@ -146,27 +148,28 @@ struct Unread {
 
 struct Comparison {
     std::vector<PipeComparison> pipes = {}; ///< ascending
-    std::vector<Change> configuration = {}; ///< of the model itself, not of a record
+    std::vector<Change> configuration = {}; ///< of the model itself, not of records
     std::vector<KindComparison> kinds = {}; ///< in the order of the recordKinds
     Handles handles = {};
     std::vector<NewDuplicate> duplicates = {};
     Tally shifted = {}; ///< hit-bit ranges that start elsewhere now but are as long
     Unread unread = {};
-    std::size_t programs = 0; ///< context files of the configuration that has more
+    std::size_t programs = 0; ///< the larger number of context files
 
     /// Whether any value differs, read by the library or not.
     bool differs() const;
-    /// Whether anything differs that the library reads.
+    /// Whether any value that the library reads differs.
     bool modelDiffers() const;
 };
 
 struct ComparisonScope {
-    RecordKind const* only = nullptr; ///< one kind alone: no pipes, configuration and unread members
+    RecordKind const* only = nullptr; ///< only this kind: no pipes, configuration or unread members
     bool renames = true;              ///< pairs removed and added records that agree in nearly everything
 };
 
-/// Compares two configurations that were loaded with a survey, best with digests: without them, what the
-/// library does not read is not compared. They outlive the comparison. Linear in their size, but for sorting.
+/// Compares two configurations that were loaded with a survey, best with digests: without digests, what the
+/// library does not read is not compared. The configurations must outlive the comparison. Linear in their
+/// size, except for sorting.
 Comparison compare( Configuration const& old, Configuration const& now, ComparisonScope const& scope = {} );
 
 } // namespace Bfri

@@ -4,7 +4,7 @@
 
 namespace Bfri {
 
-/// What the values of a field are, where they are not just compared.
+/// What the values of a field are, if they are not simply compared.
 enum class FieldMeaning : std::uint8_t {
     plain,
     ownName,
@@ -57,7 +57,7 @@ bool has( Row const& row, std::string_view flag, bool value ) {
     return is && *is == value;
 }
 
-/// Direct counters and their like bear the handle of their match table.
+/// Direct counters and the like have the handle of their match table.
 bool bearsItsTablesHandle( Row const& row ) {
     return has( row, "direct", true ) || has( row, "indirect", false );
 }

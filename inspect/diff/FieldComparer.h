@@ -1,6 +1,6 @@
 #pragma once
 
-// Compares the fields of records that two configurations have, and counts what is folded instead of listed.
+// Compares the fields of records that are in both configurations, and counts what is folded, not listed.
 
 #include "inspect/diff/Renames.h"
 
@@ -14,20 +14,20 @@ inline bool same( Value const& a, Value const& b ) {
     return a.is.index() == b.is.index() && !( a < b ) && !( b < a );
 }
 
-/// Two programs whose records are compared, or all that is merged.
+/// Two programs whose records are compared, or all merged records.
 struct ComparedPrograms {
     P4Program const& old;
     P4Program const& now;
     Renames const& renames;
     U32 pipes = 0;
-    /// The tables of the old program of which the model says something else now, folded or not.
+    /// The tables of the old program that differ in the model, folded or not.
     std::unordered_set<String>& touched;
 };
 
-/// What the values of a field are, where they are not just compared.
+/// What the values of a field are, if they are not simply compared.
 enum class FieldMeaning : std::uint8_t;
 
-/// Of all kinds and programs, so that a handle counts once.
+/// One for all kinds and programs, so that a handle counts once.
 class FieldComparer {
   public:
     FieldComparer( Configuration const& old, Configuration const& now );
@@ -37,7 +37,7 @@ class FieldComparer {
                            Row const& to );
 
     Tally handles() const;
-    /// Without those that are only referenced, where all kinds are compared.
+    /// Without handles that are only referenced, if all kinds are compared.
     std::vector<Renumbering> renumbered() const;
     Tally shifted() const { return shifted_; }
 
@@ -59,13 +59,14 @@ class FieldComparer {
     void countReference( ComparedPrograms const& programs, Value const& old, Value const& now );
     void count( ComparedPrograms const& programs, Renumbering const& handle );
 
-    /// Which name a handle is of in one configuration.
+    /// Which name a handle belongs to in one configuration.
     class Referents {
       public:
         explicit Referents( Configuration const& configuration );
-        /// The name of the table with the handle in a program, or in the model without one; null for none.
+        /// The name of the table with the handle in a program, or in the model if there is no program; null
+        /// for none.
         String const* nameOf( P4Program const& program, Hex handle ) const;
-        /// The handle with that name; absent for 0, which stands for nothing.
+        /// The handle with its name; absent for 0 if no table has it.
         Value standsFor( P4Program const& program, Hex handle ) const;
 
       private:
@@ -75,10 +76,10 @@ class FieldComparer {
 
     Referents const old_;
     Referents const now_;
-    /// By the programs' pipes and the old number: whether it differs for anything now.
+    /// By the programs' pipes and the old number: whether it differs for any record now.
     std::unordered_map<std::uint64_t, bool> handles_;
-    std::map<std::tuple<U32, U32, String>, Renumbering> renumbered_; ///< by the name, too
-    RecordKind const* kind_ = nullptr;                               ///< whose fields' meanings are known
+    std::map<std::tuple<U32, U32, String>, Renumbering> renumbered_; ///< also by the name
+    RecordKind const* kind_ = nullptr;                               ///< whose fields' meanings_ are
     std::vector<FieldMeaning> meanings_;
     Tally shifted_;
 };

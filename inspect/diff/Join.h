@@ -1,31 +1,30 @@
 #pragma once
 
-// Which record of one configuration is which of another's, when both are of the same kind and program.
+// Pairs the records of two configurations, within one kind and program.
 
 #include "inspect/diff/Renames.h"
 #include "inspect/rows/Row.h"
 
 namespace Bfri {
 
-/// What a record is known by: its name, and an action by its table's, too.
+/// What identifies a record: its name, and for an action also the name of its table.
 struct Identity {
     explicit Identity( Row const& row );
 
     String const& name;
-    String const* table; ///< null but for actions
+    String const* table; ///< null except for actions
 };
 
-/// Texts of the model hold no NUL, so that no two identities have one key.
+/// Texts of the model hold no NUL, so no two identities have the same key.
 String keyOf( String const& name, String const* table );
 
-/// Rows of one kind, and which of them are joined.
+/// Rows of one kind, and the positions of those that are joined.
 struct RowsOfProgram {
     std::vector<Row> const& rows;
     P4Programs::Positions const& positions;
 };
 
-/// The rows by their positions. All are in the order of the rows that they are of; the pairs in that of the
-/// old.
+/// Rows by their positions, each list in the order of its rows; pairs in the order of the old ones.
 struct Join {
     struct Pair {
         std::size_t old;
@@ -38,9 +37,8 @@ struct Join {
     bool isReordered = false;
 };
 
-/// By what records are known by. Where several have a name, the first is the first. Tables with a new name
-/// are the same, and so are their actions; of actions with other names of one table, those of one handle.
-/// Linear in the rows.
+/// Joins rows by identity. Duplicate names pair up in order. Renamed tables count as the same, and so do
+/// their actions; actions of one table with different names pair by handle. Linear in the rows.
 Join joinRecords( RowsOfProgram const& old, RowsOfProgram const& now, Renames const& renames,
                   bool pairActions );
 

@@ -110,7 +110,7 @@ bool KindComparer::isStillPlaced( Row const& row, ComparedPrograms const& compar
 }
 
 /// Why the other configuration's model does not have a table, its actions or a learn quanta, though its
-/// context file has it; nothing where the file has not.
+/// context file has it; nothing if the file does not have it.
 std::optional<OmissionReason> KindComparer::whyOmitted( Row const& row, ComparedPrograms const& compared,
                                                         bool isNew ) const {
     P4Program const& other = isNew ? compared.old : compared.now;

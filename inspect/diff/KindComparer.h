@@ -10,7 +10,7 @@
 
 namespace Bfri {
 
-/// Two programs that run on the same pipes; or, for merged records, none of one's own.
+/// Two programs that run on the same pipes; or, for merged records, all programs together.
 struct ProgramsOfPipes {
     ProgramPair pair;
     Renames renames = {};       ///< of tables
@@ -39,13 +39,13 @@ class KindComparer {
     /// Compares the records of two programs, or merged ones.
     void compare( ComparedPrograms& compared, ProgramsOfPipes& programs, Renames const& renames,
                   P4Programs::Positions const& old, P4Programs::Positions const& now );
-    /// All that was found. The rows go into it.
+    /// All that was found. The rows move into it.
     KindComparison result();
 
   private:
-    /// What became of a record on its pipes.
+    /// What happened to a record on its pipes.
     struct Fate {
-        U32 gone = 0; ///< pipes on which the other configuration does not have it
+        U32 gone = 0; ///< pipes on which it is not in the other configuration
         bool isGone = false;
         bool isThere = false;
         bool differs = false;

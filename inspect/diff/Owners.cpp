@@ -58,7 +58,7 @@ namespace {
 using Owner = ProgramOwners::Owner;
 using Space = ProgramOwners::Space;
 
-/// What an old owner is called in the newer program.
+/// The name of an old owner in the newer program.
 String newKeyOf( HandleOwner const& owner, Renames const& renames, ActionRenames const& actionRenames ) {
     if( !owner.table )
         return renames.of( owner.name );
@@ -189,7 +189,7 @@ void addHandles( Space const& old, Space const& now, Renames const& renames, U32
 
 void addDuplicates( ProgramOwners const& old, ProgramOwners const& now, Renames const& renames, U32 pipes,
                     std::vector<NewDuplicate>& duplicates ) {
-    // Of tables with one name the model does not say whose an action is.
+    // If tables have the same name, the model does not say which of them an action belongs to.
     auto const mixed = addNames( old.tables, now.tables, {}, pipes, duplicates );
     addNames( old.actions, now.actions, mixed, pipes, duplicates );
     addHandles( old.tables, now.tables, renames, pipes, duplicates );

@@ -78,7 +78,8 @@ std::vector<P4Programs::Positions> P4Programs::recordsOf( Kind kind ) const {
     return records;
 }
 
-/// Of several files with the same handles, the model has one entry: the first file that may have it counts.
+/// If several files have the same handle, the model has one entry for it: the first file that may have it
+/// counts.
 void P4Programs::addPlaced( std::vector<Positions>& records ) const {
     std::unordered_map<U32, std::pair<std::size_t, String const*>> placed; // not yet a program's
     for( auto const* const entry : sortedByKey( configuration_.parser().resourceHandles() ) )

@@ -1,6 +1,6 @@
 #pragma once
 
-// The programs of two configurations: which runs on which pipe, and whose the records are.
+// The programs of two configurations: which runs on which pipe, and which records belong to it.
 
 #include "inspect/diff/Comparison.h"
 
@@ -14,16 +14,16 @@ using Context::SurveyedTable;
 /// One context file, with its tables by name and by handle.
 class P4Program {
   public:
-    /// Of nothing: no program runs there.
+    /// No program.
     P4Program() = default;
-    /// The survey outlives this.
+    /// The survey must outlive this object.
     explicit P4Program( FileSurvey const& file );
 
     FileSurvey const* file() const { return file_; }
-    /// The first table of a name or a handle; null for none.
+    /// The first table with a name or a handle; null for none.
     SurveyedTable const* named( std::string_view name ) const;
     SurveyedTable const* withHandle( U32 handle ) const;
-    /// How many tables' names another program has, too.
+    /// How many table names another program also has.
     std::size_t namesSharedWith( P4Program const& other ) const;
 
   private:
@@ -32,7 +32,7 @@ class P4Program {
     std::unordered_map<U32, SurveyedTable const*> byHandle_;
 };
 
-/// All of a configuration, which outlives them.
+/// All programs of a configuration, which must outlive this object.
 class P4Programs {
   public:
     explicit P4Programs( Configuration const& configuration );
@@ -41,8 +41,8 @@ class P4Programs {
 
     /// Positions of a kind's rows.
     using Positions = std::vector<std::size_t>;
-    /// For each program the positions of its records among the rows of a kind that the library does not
-    /// merge.
+    /// For each program, the positions of its records among the rows of a kind; not for kinds that the
+    /// library merges.
     std::vector<Positions> recordsOf( Kind kind ) const;
 
   private:
@@ -60,10 +60,10 @@ struct ProgramPair {
     bool isReplaced = false;
 };
 
-/// By the lowest pipe. Programs without pipes pair up in order.
+/// All pairs, ordered by lowest pipe. Programs without pipes pair up in order.
 std::vector<ProgramPair> pairsOf( P4Programs const& old, P4Programs const& now );
 
-/// The pipes whose programs have other values, which only digests tell.
+/// The pipes whose programs differ, which only digests can tell.
 std::vector<PipeComparison> pipesOf( std::vector<ProgramPair> const& pairs, P4Programs const& old,
                                      P4Programs const& now );
 

@@ -71,14 +71,14 @@ Digest digestOf( SurveyedElement const& element, std::string_view path ) {
     return {};
 }
 
-/// All that tables with other handles have to agree in.
+/// What tables with different handles must agree in.
 auto contentOf( SurveyedTable const& table ) {
     Digest const keys = digestOf( table, "match_attributes/key_fields" );
     return std::tuple( table.type, table.direction, table.size, stagesOf( table ), actionsOf( table ),
                        keys.low, keys.high );
 }
 
-/// Elements by a key; those of one key are no pair.
+/// Elements by a key; null if several have the same key.
 template<class KeyOf>
 auto uniqueBy( Elements const& elements, KeyOf keyOf ) {
     std::map<decltype( keyOf( *elements.front() ) ), SurveyedElement const*> unique;
@@ -150,7 +150,7 @@ Renames renamedWithHandle( Elements const& all, Elements const& others, bool nee
     return renames;
 }
 
-/// What a field takes in the PHV, stage by stage.
+/// The PHV bytes of a field, stage by stage.
 using Places = std::vector<std::tuple<U32, bool, U32>>;
 
 std::map<String, Places> placesOf( Configuration const& configuration ) {

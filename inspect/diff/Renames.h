@@ -1,6 +1,6 @@
 #pragma once
 
-// Which removed record is which added one under another name.
+// Which removed and added records are one record with a new name.
 
 #include "inspect/diff/Programs.h"
 
@@ -8,11 +8,11 @@
 
 namespace Bfri {
 
-/// New names by the old ones, of what is in one program, or of merged records of one kind.
+/// New names by old ones, of the tables or learn quantas of a program, or of merged records of one kind.
 class Renames {
   public:
     void add( String const& from, String const& to ) { names_.emplace( from, to ); }
-    /// The new name; the old one where it has not changed.
+    /// The new name, or the old one if it has not changed.
     String const& of( String const& name ) const {
         auto const found = names_.find( name );
         return found == names_.end() ? name : found->second;
@@ -24,16 +24,16 @@ class Renames {
     std::unordered_map<String, String> names_;
 };
 
-/// Tables of one type that agree in handle, size, stages and actions (what is no match table: in how it is
-/// referenced and what it counts), or in three of these. Where the handle differs, all else and the keys
-/// agree, and no third table does.
+/// Tables of one type that agree in handle, size, stages and actions, or in three of these; tables other than
+/// match tables also in how they are referenced and what they count. If the handle differs, all else and the
+/// keys must agree, and no third table may agree as well.
 Renames renamedTables( P4Program const& old, P4Program const& now );
 
-/// Learn quantas of one handle, with one other difference at most.
+/// Learn quantas with the same handle, and one other difference at most.
 Renames renamedLearnQuantas( FileSurvey const& old, FileSurvey const& now );
 
-/// Headers, hashes and PHV fields of all programs: those that differ in nothing else, hashes of one handle in
-/// one thing at most.
+/// Headers, hashes and PHV fields of all programs that differ in nothing but the name; hashes with the same
+/// handle may differ in one other thing.
 Renames renamedMerged( Kind kind, Configuration const& old, Configuration const& now );
 
 } // namespace Bfri

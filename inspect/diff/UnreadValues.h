@@ -10,17 +10,17 @@ namespace Bfri {
 
 using NamesOfKinds = std::map<Kind, std::unordered_set<String>>;
 
-/// What is told of two programs without this.
+/// The differences between two programs that are reported already.
 struct ToldDifferences {
     ComparedPrograms const& programs;
-    // Of headers, hashes, PHV fields and learn quantas.
-    NamesOfKinds const& touched; ///< of which the model says something else
-    NamesOfKinds const& changed; ///< of which it says more than another handle
-    bool isAnyTable = false;     ///< whether anything is told of tables
+    // Headers, hashes, PHV fields and learn quantas:
+    NamesOfKinds const& touched; ///< that differ in the model
+    NamesOfKinds const& changed; ///< that differ in more than the handle
+    bool isAnyTable = false;     ///< whether any table is reported
 };
 
-/// Adds them. A part of a table counts that differs in what no pass reads; or that differs though nothing is
-/// told of the table.
+/// Adds unread differences. A part of a table counts if it differs in what no pass reads, or if it differs
+/// though nothing is reported of the table.
 void addUnread( ToldDifferences const& told, Unread& unread );
 
 } // namespace Bfri

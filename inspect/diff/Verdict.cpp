@@ -15,13 +15,13 @@ bool isOneOf( std::string_view const ( &words )[ Size ], std::string_view word )
     return std::find( std::begin( words ), std::end( words ), word ) != std::end( words );
 }
 
-/// What only placement decides.
+/// Whether a field depends only on placement.
 bool isPlacement( std::string_view field ) {
     static constexpr std::string_view fields[] = { "stages", "stageStart", "stageNumbers", "stageSizes" };
     return isOneOf( fields, field );
 }
 
-/// What an agent needs so many of, or more.
+/// Whether an agent needs at least as many as before.
 bool isCapacity( RecordKind const& kind, std::string_view field ) {
     static constexpr std::string_view fields[] = {
         "size",         "totalEntries",  "maxEntries",   "maxPartitions", "maxPrios",  "maxAdtEntries",

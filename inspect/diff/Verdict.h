@@ -28,52 +28,52 @@ struct NoticeKind {
 /// Every kind, by ascending code.
 std::span<NoticeKind const> noticeKinds();
 
-/// The kind of that code or title, capital letters or not; null for none.
+/// The kind with that code or title, ignoring case; null if there is none.
 NoticeKind const* noticeKindOf( String const& word );
 
-/// The codes, else the titles, that someone who wrote a word may have meant; nearest first.
+/// The codes, else the titles, that are most like a word; nearest first.
 std::vector<String> noticesLike( String const& word );
 
-/// One difference, and whose.
+/// One difference, and the record that it is about.
 struct Notice {
     NoticeKind const* kind;
     String what;                 ///< "table", "action", "pipe", "member", "configuration"
-    String name;                 ///< as it was, where it was there; of a pipe its number
+    String name;                 ///< the old name, if there is one; for a pipe its number
     std::optional<String> table; ///< of an action
     String text;                 ///< what differs, without the name: "size 1024 -> 512"
-    Value from = {};             ///< absent where there was nothing, or nothing to compare
+    Value from = {};             ///< absent if there was nothing, or nothing to compare
     Value to = {};
-    List pipes = {}; ///< on which it is so; none of merged records
+    List pipes = {}; ///< that are concerned; none for merged records
 };
 
 struct Verdict {
     bool differs = false;      ///< any value, read by the library or not
-    bool modelDiffers = false; ///< a value that the library reads
+    bool modelDiffers = false; ///< any value that the library reads
     bool byName = true;        ///< an agent that looks everything up by name at start-up notices nothing
     bool byHandle = true;      ///< an agent that keeps numbers notices nothing
-    std::vector<Notice> notices = {}; ///< breaking ones first, then those of handles, then the others
+    std::vector<Notice> notices = {}; ///< breaking ones, then those about handles, then the others
 };
 
 Verdict verdictOf( Comparison const& comparison );
 
-/// The renamed records of which nothing is said by themselves: resources and placed tables whose table,
-/// counter or the like is renamed, and actions whose table is.
+/// The renamed records that are not reported by themselves: resources and placed tables whose table, counter
+/// or the like is renamed, and actions whose table is renamed.
 class FoldedRenames {
   public:
-    /// The comparison outlives this.
+    /// The comparison must outlive this object.
     explicit FoldedRenames( Comparison const& comparison );
 
     bool has( RecordKind const& kind, ChangedRecord const& record ) const;
 
   private:
-    std::unordered_set<std::string_view> names_; ///< but for placed tables and actions
+    std::unordered_set<std::string_view> names_; ///< of all kinds except placed tables and actions
     std::unordered_set<std::string_view> resources_;
 };
 
-/// The members of a table that differ, or that it is new or gone.
+/// Which members of a table differ, or that the table is new or gone.
 String textOf( UnreadTable const& table );
 
-/// The placed tables that are new or gone and of which nothing is said as resources.
+/// The placed tables that are new or gone, and not reported as resources.
 KindComparison placedAlone( KindComparison placed, Comparison const& comparison );
 
 /// The members of JSON objects: of a verdict, and of a comparison with its verdict.

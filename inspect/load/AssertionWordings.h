@@ -6,12 +6,12 @@ namespace Bfri {
 
 using Vessa::String;
 
-/// What a condition of the library's reading of context data wants, in words.
+/// What a condition on context data requires, in words.
 struct Expectation {
-    String text;        ///< fits behind "expected"; the condition itself when there are no words for it
-    bool traceAddsToIt; ///< the trace line in front of the failure says what neither text nor place do
-    /// Whose value broke it: that at the failure's place ("."), that of a member beside it (its name), or
-    /// none that stands there alone (empty).
+    String text;        ///< follows "expected"; the condition itself if there are no words for it
+    bool traceAddsToIt; ///< the trace line before the failure says more than text and place
+    /// Whose value broke it: the one at the failure's place ("."), a member beside it (its name), or no
+    /// single value (empty).
     String culprit = ".";
 };
 

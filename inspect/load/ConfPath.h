@@ -7,10 +7,10 @@ namespace Bfri {
 /// Whether a file is gzip, by its first two characters.
 bool isGzip( String const& path );
 
-/// The switch configuration that a path stands for: the file itself; in a folder, its switch.conf; and for a
-/// context file, one of its own, with that file as the program of pipe 0 and without run-time configuration.
-/// A context file is gzip, or JSON of which the first known top-level member is a context file's; it is read
-/// only as far as that member.
+/// The switch configuration that a path means: the file itself; for a folder, its switch.conf; for a context
+/// file, a configuration made for it, with that file as the program of pipe 0 and without run-time
+/// configuration. A context file is gzip, or JSON whose first known top-level member belongs to a context
+/// file; it is read only up to that member.
 class ConfPath {
   public:
     explicit ConfPath( String const& path );
@@ -18,16 +18,16 @@ class ConfPath {
     ConfPath( ConfPath const& ) = delete;
     ConfPath& operator=( ConfPath const& ) = delete;
 
-    /// To be opened as long as the object lives.
+    /// Can be opened as long as this object lives.
     String const& switchConf() const { return switchConf_; }
     bool isContextFile() const { return descriptor_ >= 0; }
 
   private:
     String switchConf_;
-    int descriptor_ = -1; // of the configuration of a context file, which is in memory only
+    int descriptor_ = -1; // of the configuration made for a context file, in memory only
 };
 
-/// The configurations that a path stands for: itself; of a folder without a switch.conf of its own, every
+/// The configurations that a path means: itself; for a folder without a switch.conf of its own, every
 /// switch.conf below it, ascending.
 std::vector<String> configurationsIn( String const& path );
 

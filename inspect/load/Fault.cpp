@@ -10,7 +10,7 @@ namespace Bfri {
 
 namespace {
 
-/// What the inspector's numbers hold of one.
+/// The number, if it fits into the inspector's type.
 std::optional<U32> fitting( std::optional<Vessa::U64> number ) {
     return number && *number <= std::numeric_limits<U32>::max() ? std::optional( static_cast<U32>( *number ) )
                                                                 : std::nullopt;

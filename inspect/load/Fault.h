@@ -12,32 +12,32 @@ namespace Bfri {
 using Vessa::String;
 using Vessa::U32;
 
-/// Why a configuration cannot be used, in parts. What does not apply is empty.
+/// Why a configuration cannot be used, in parts. Parts that do not apply are empty.
 struct Fault {
     String file;                   ///< that cannot be used: the switch configuration or a context file
-    bool inContextFile = false;    ///< which of both it is
+    bool inContextFile = false;    ///< which of the two it is
     String problem;                ///< why the file cannot be read, or what is wrong with its syntax
-    std::optional<U32> line;       ///< of the problem, or on which the value ends or begins; from 1
+    std::optional<U32> line;       ///< of the problem, or of the value's end or start; from 1
     std::optional<U32> column;     ///< of the problem, in bytes, from 1
     String excerpt;                ///< of that line
-    std::size_t caret = 0;         ///< bytes of the excerpt in front of the column
+    std::size_t caret = 0;         ///< bytes of the excerpt before the column
     std::optional<String> pointer; ///< JSON pointer to the value that was read last
-    String member;                 ///< of that value, asked for
+    String member;                 ///< of that value, that was asked for
     std::optional<U32> tableIndex; ///< of the element of "tables" that it is in
     String table;                  ///< its name
-    String expected;               ///< what should stand there
-    String found;                  ///< what stands there
-    String culprit;                ///< whose value says so, see Expectation
+    String expected;               ///< what should be there
+    String found;                  ///< what is there
+    String culprit;                ///< whose value it is, see Expectation
     std::optional<U32> handle;     ///< that leads to no table
     String hint;                   ///< what to do
-    std::vector<String> reported;  ///< what the library said besides
+    std::vector<String> reported;  ///< what else the library reported
     String condition;              ///< the broken one, as written in the library's code
-    String function;               ///< of the library, that requires it
+    String function;               ///< of the library, that requires the condition
     std::vector<Context::FileSurvey>
         files; ///< surveyed up to the fault, the file at fault last; empty without a survey
 };
 
-/// The fault that the reading of a switch configuration ended with.
+/// The fault that ended the reading of a switch configuration.
 Fault faultOf( Ostler::Status const& status );
 
 /// The fault that ended the loading, with what the library traced about it.
@@ -46,8 +46,7 @@ Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine>
 /// The missing handle in both notations: "77 (0x0000004d)"; empty when there is none.
 String handleOf( Fault const& fault );
 
-/// What is reported of that condition, with the function that requires it; empty where the condition says
-/// nothing.
+/// The condition with the function that requires it; empty if the condition says nothing.
 String conditionOf( Fault const& fault );
 
 /// The problem with its place: "line 2, column 14: Invalid value."; empty when there is none.

@@ -40,7 +40,7 @@ String cutTo( std::size_t most, String text ) {
     return text.substr( 0, most ) + "...";
 }
 
-/// Follows a JSON pointer through the reader's events and says what stands there.
+/// Follows a JSON pointer through the reader's events and finds out what is there.
 class Finder {
     using Text = Vessa::String;
 
@@ -175,13 +175,13 @@ void addFound( Fault& fault ) {
     fault.line = finder.line();
 }
 
-/// Of a handle that leads to no table: the value that was read last is not what is wrong.
+/// For a handle that leads to no table: the value that was read last is not what is wrong.
 void addHandles( Fault& fault ) {
     bool const isListed = fault.culprit == "handle"; // in the references of the table at fault
     fault.found = ( isListed ? whoHas : whoLists )( *fault.handle, fault.files.back().tables );
 }
 
-/// A tab takes one column, so that the caret stands where it should.
+/// A tab takes one column, so that the caret is at the right place.
 String withoutTabs( String text ) {
     std::replace( text.begin(), text.end(), '\t', ' ' );
     return text;
@@ -237,8 +237,8 @@ Tail takeLinesBefore( U32 line, FileText& text ) {
     return last;
 }
 
-/// The end of the text before the column, the front of that behind it. Where the file ends in a line without
-/// text, the line before.
+/// The end of the text before the column, and the start of the text after it. If the file ends in a line
+/// without text, the line before it.
 void addExcerpt( Fault& fault ) {
     constexpr std::size_t mostBehind = 24;
     FileText text( fault.file );
@@ -265,7 +265,7 @@ String sized( Header const& header ) {
     return std::to_string( static_cast<std::int64_t>( header.bits ) ) + " bits";
 }
 
-/// The same header as another context file of the configuration has it.
+/// The same header in another context file of the configuration.
 String otherThan( Header const& header, std::span<Context::FileSurvey const> others ) {
     for( Context::FileSurvey const& file : others ) {
         for( Header const& other : file.headers ) {
@@ -279,7 +279,7 @@ String otherThan( Header const& header, std::span<Context::FileSurvey const> oth
 constexpr char const* sameSize = "parser->bfHeaders( hdrName ) == header";
 constexpr char const* wholeBytes = "header.size() % 8 == 0";
 
-/// Of a header of a size that it should not have: the value that was read last is only its last width.
+/// For a header with an invalid size: the value that was read last is only its last width.
 void addHeader( Fault& fault ) {
     auto const steps = stepsOf( *fault.pointer );
     auto const& headers = fault.files.back().headers;
@@ -296,7 +296,7 @@ void addHeader( Fault& fault ) {
         fault.found += otherThan( header, std::span( fault.files ).first( fault.files.size() - 1 ) );
 }
 
-/// Of those marks that JSON readers stumble over.
+/// Whether a file starts with a byte order mark, which JSON readers do not accept.
 bool hasByteOrderMark( String const& path ) {
     FileText text( path );
     String front;

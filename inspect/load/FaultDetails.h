@@ -4,9 +4,9 @@
 
 namespace Bfri {
 
-/// Reads the file of a fault again and adds what stands there: the value that was found, and its line; of a
-/// problem with a line and a column the excerpt. A file that has no such place any more adds nothing. Linear
-/// in the file, of which little is kept.
+/// Reads the file of a fault again and adds what is there: the value that was found, and its line; for a
+/// problem with line and column, the excerpt. If the file does not have that place any more, nothing is
+/// added. Linear in the file; keeps little of it.
 void addEvidence( Fault& fault );
 
 } // namespace Bfri

@@ -12,9 +12,8 @@ namespace Bfri {
 using Vessa::String;
 using Vessa::U32;
 
-/// The characters of a file that could not be loaded, plain or gzip, to show what stands where; also as
-/// RapidJSON's reader takes them, with a NUL at their end. A file that cannot be read ends where the reading
-/// does.
+/// The characters of a file that could not be loaded, plain or gzip, to show what is where. Also a stream for
+/// RapidJSON's reader, with a NUL at its end. If reading fails, the text ends there.
 class FileText {
   public:
     using Ch = char;
@@ -39,9 +38,9 @@ class FileText {
 
     std::unique_ptr<gzFile_s, int ( * )( gzFile_s* )> file_;
     std::vector<char> buffer_;
-    std::size_t begin_ = 0; // of what is not taken, in the buffer
+    std::size_t begin_ = 0; // of what is not taken yet, in the buffer
     std::size_t end_ = 0;
-    std::size_t before_ = 0; // characters in front of the buffer
+    std::size_t before_ = 0; // characters before the buffer
     U32 line_ = 1;
 };
 

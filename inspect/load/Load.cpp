@@ -63,7 +63,7 @@ String filledIn( String format, std::initializer_list<String> texts ) {
     return format;
 }
 
-/// What the library has registered for a configuration that cannot be read.
+/// The message that the library has registered for a configuration that cannot be read.
 String registeredText( String const& conf, Ostler::Status const& status ) {
     String text = status.text();
     if( text.ends_with( '.' ) ) // the format brings its own

@@ -8,7 +8,7 @@
 
 namespace Bfri {
 
-/// What is wanted of context files beside the model.
+/// What to take from context files besides the model.
 enum class Survey { none, facts, digests };
 
 /// Loads a switch configuration. The fault says why it cannot be loaded: the configuration cannot be read, or
@@ -18,12 +18,12 @@ enum class Survey { none, facts, digests };
 std::variant<Configuration, Fault> loadConfiguration( String const& path, Survey survey,
                                                       std::ostream& trace );
 
-/// The same without a survey, and bad context data ends the process, as it ends every process that does not
-/// handle assertions.
+/// The same without a survey; bad context data ends the process, as in every process that does not handle
+/// assertions.
 std::variant<Configuration, Fault> loadOrAbort( String const& path );
 
-/// The context files that a configuration names, but whose pipes a later pipeline has, too: of several
-/// pipelines with the same pipes only the last is read.
+/// The context files that a configuration names, but that are not read, because a later pipeline has the same
+/// pipes.
 std::vector<String> unreadContextFiles( Configuration const& configuration );
 
 } // namespace Bfri

@@ -12,7 +12,7 @@ namespace {
 using Context::SurveyedTable;
 using Tables = std::vector<SurveyedTable>;
 
-/// The list of a table that the handle stands in; null for none.
+/// The list of a table that has the handle; null for none.
 Context::SurveyedReference const* listing( SurveyedTable const& table, U32 handle ) {
     auto const found = std::find_if( table.references.begin(), table.references.end(),
                                      [ & ]( auto const& reference ) { return reference.handle == handle; } );

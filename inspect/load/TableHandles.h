@@ -7,11 +7,11 @@ namespace Bfri {
 using Vessa::String;
 using Vessa::U32;
 
-/// Why a table that others must list is not found by its handle: who lists it, and whether a second table
-/// with one of the handles hides that.
+/// Why no table is found that lists a handle, though one must: which tables list it, and whether a second
+/// table with one of their handles hides that.
 String whoLists( U32 missing, std::vector<Context::SurveyedTable> const& tables );
 
-/// Why a handle that is listed leads to no placed table: who has it.
+/// Why a listed handle leads to no placed table: which tables have it.
 String whoHas( U32 missing, std::vector<Context::SurveyedTable> const& tables );
 
 } // namespace Bfri

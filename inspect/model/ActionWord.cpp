@@ -29,7 +29,7 @@ Places placesOf( BfResourceParser const& parser, Rule rule ) {
     return places;
 }
 
-/// Those that the first half of a reading means.
+/// The actions that the first half of a reading means.
 Places actionsNamed( BfResourceParser const& parser, String const& word ) {
     std::vector<String> names;
     for( BfActionInfo const& action : parser.bfActions() )

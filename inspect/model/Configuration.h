@@ -12,12 +12,11 @@ using Vessa::U32;
 
 using Model = BfResourceInfo::BfResourceInfoIntf;
 
-/// A configuration that has been loaded: everything that a front end reads. Nothing in it refers to the
-/// process-wide context of the SDK library, so any number of them live side by side, in any threads.
-/// Immutable once made.
+/// A loaded configuration: everything that a front end reads. Nothing in it refers to the process-wide
+/// context of the SDK library, so any number of configurations live side by side, in any threads. Immutable.
 struct Configuration {
     String path;                ///< of the switch configuration, or of the context file
-    bool isContextFile = false; ///< a context file alone stands for the configuration: pipe 0 runs it
+    bool isContextFile = false; ///< a context file was given alone: pipe 0 runs it
     Zel::Ptr<Model> model = {};
     Ostler::DeviceProfile profile = {};
     std::vector<Context::FileSurvey> files =

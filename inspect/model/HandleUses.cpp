@@ -60,7 +60,7 @@ class Walk {
         visit_( { record.tableHdl, Kind::hashes, name, "tableHdl", {}, name } );
         visit_( { record.fieldListHdl, Kind::hashes, name, "fieldListHdl", {}, name } );
     }
-    /// What a placed table refers to; the handle itself is its resource's.
+    /// The handles that a placed table refers to; its own handle is in its resource.
     void of( BfZelResource const& resource ) const {
         ofReferences( resource, "statReferences", resource.statReferences() );
         ofReferences( resource, "meterReferences", resource.meterReferences() );
@@ -68,7 +68,7 @@ class Walk {
     }
 
   private:
-    /// Records that do not name their table: a direct one bears the handle of its match table.
+    /// Records that do not name their table: a direct one has the handle of its match table.
     template<class Record>
     void ofAttached( Kind kind, Record const& record, bool direct, BfResourceType type ) const {
         auto const owner =
@@ -94,8 +94,8 @@ class Walk {
         BfZelResource const* const resource = parser_.resourceHandles().find( handle );
         return resource ? resource->name : std::string_view();
     }
-    /// The resource of a direct record, which bears the handle that this has not: of its name and type, and
-    /// of its context file.
+    /// The resource of a direct record, which has the record's own handle: the one with its name and type, in
+    /// its context file.
     BfResource const* placeOf( String const& name, BfResourceType type, U32 handle ) const {
         auto const& all = parser_.bfResources();
         for( U32 i = all.first<BfByName<BfResource>>( name ); i < all.size(); ++i ) {
@@ -106,7 +106,7 @@ class Walk {
         }
         return nullptr;
     }
-    /// Of a direct record: its own handle, which none of its fields holds.
+    /// For a direct record: its own handle, which is in none of its fields.
     void ofPlace( Kind kind, String const& name, BfResourceType type, U32 handle,
                   std::string_view table ) const {
         if( BfResource const* const place = placeOf( name, type, handle ) )

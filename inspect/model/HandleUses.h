@@ -1,6 +1,6 @@
 #pragma once
 
-// Which records bear which handles.
+// Which records have which handles.
 
 #include "inspect/model/Kinds.h"
 #include "resourceinfo/parser/BfResourceParser.h"
@@ -11,30 +11,30 @@
 
 namespace Bfri {
 
-/// A handle that a record bears. The texts are the model's and live as long.
+/// A handle of a record. The texts are the model's and live as long.
 struct HandleUse {
     U32 handle = 0;
-    Kind kind = Kind::tables; ///< of the record
-    std::string_view name;    ///< of the record
-    char const* field = "";   ///< of the record, that holds the handle; empty where none does
-    std::string_view table;   ///< that the record belongs to; empty without just one
-    std::string_view owner;   ///< name of what has the handle as its own; empty where it is another record's
+    Kind kind = Kind::tables;   ///< of the record
+    std::string_view name;      ///< of the record
+    char const* field = "";     ///< of the record, that holds the handle; empty if none does
+    std::string_view table;     ///< that the record belongs to; empty unless it is exactly one
+    std::string_view owner;     ///< name of what the handle belongs to; empty if that is another record
     bool severalTables = false; ///< the record belongs to several
 };
 
-/// Every handle of every record, kind after kind in the order of the recordKinds. Of a counter whose handle
-/// is its own, that once. The handle of a direct meter, WRED table or register is its resource's alone, and
-/// both bear it.
+/// Calls `visit` with every handle of every record, kind by kind in the order of the recordKinds. If a
+/// counter's handle is its own handle, it is visited once. The own handle of a direct meter, WRED table or
+/// register is only in its resource; both have it.
 void eachHandleUse( BfResourceInfo::BfResourceParser const& parser,
                     std::function<void( HandleUse const& )> const& visit );
 
-/// The handle that a word stands for, decimal or hexadecimal behind 0x; nothing for any other word.
+/// The handle in a word, decimal, or hexadecimal with 0x; nothing for any other word.
 std::optional<U32> handleIn( std::string_view word );
 
-/// The handle that a word stands for when all that it lacks is the 0x.
+/// The handle in a word that only lacks its 0x.
 std::optional<U32> handleBehind0x( std::string_view word );
 
-/// The same where a record bears it.
+/// The same if a record has it.
 std::optional<U32> handleWithout0x( BfResourceInfo::BfResourceParser const& parser, std::string_view word );
 
 } // namespace Bfri

@@ -19,7 +19,7 @@ std::vector<Row> rowsOf( BfResourceParser const& parser ) {
 
 Row resourceRow( BfResource const& resource ) { return withTypeName( rowOf( resource ) ); }
 
-/// Who has a record that does not name its table: a direct one bears its handle.
+/// The owner of a record that does not name its table: a direct one has its handle.
 Owners::Owner ownerOf( BfResourceParser const& parser, Owners const& owners, String const& name, U32 handle,
                        bool direct ) {
     if( !direct )
@@ -64,7 +64,7 @@ std::vector<Row> attachedRows( BfResourceParser const& parser ) {
     return rows;
 }
 
-/// Of those that do not name their table.
+/// For records that do not name their table.
 template<auto records>
 std::vector<Row> ownedRows( BfResourceParser const& parser ) {
     Owners const owners( parser );

@@ -1,7 +1,7 @@
 #pragma once
 
-// The rows that the list of each kind of record has, every field for machines, and of each kind a row of
-// which only the types count.
+// The rows of each kind of record, with every field, and for each kind a blank row of which only the types
+// count.
 
 #include "inspect/rows/Row.h"
 #include "resourceinfo/BfResourceInfoIntf.h"
@@ -15,7 +15,7 @@ std::vector<Row> tableRows( BfResourceParser const& parser );
 Row blankResource();
 std::vector<Row> resourceRows( BfResourceParser const& parser );
 
-// What belongs to tables: with that table, where there is just one, or that there are several.
+// What belongs to tables: with the table if there is just one, or with the fact that there are several.
 Row blankCounter();
 std::vector<Row> counterRows( BfResourceParser const& parser );
 Row blankMeter();
@@ -38,6 +38,6 @@ std::vector<Row> headerRows( BfResourceParser const& parser );
 Row blankHash();
 std::vector<Row> hashRows( BfResourceParser const& parser );
 Row blankPhv();
-std::vector<Row> phvRows( BfResourceParser const& parser ); ///< a field, whichever direction has it
+std::vector<Row> phvRows( BfResourceParser const& parser ); ///< one per field, of both directions
 
 } // namespace Bfri

@@ -2,8 +2,7 @@
 
 namespace Bfri {
 
-/// The kinds of record, in the order in which people see them. RecordKinds.h has what there is to know of
-/// each.
+/// The kinds of record, in the order in which people see them. RecordKinds.h describes each.
 enum class Kind {
     tables,
     resources,

@@ -11,24 +11,24 @@ namespace Bfri {
 struct Meaning {
     enum class Is { found, ambiguous, missing };
     Is is;
-    /// The one that it means; all that end in it; or, where none does, the nearest, at most five.
+    /// Found: the name. Ambiguous: all names that end in the word. Missing: the nearest names, at most five.
     std::vector<String> names;
-    std::size_t similar = 0; ///< of a missing one: how many names are like it, those above included
+    std::size_t similar = 0; ///< if missing: how many names are like it, those above included
 };
 
-/// The name that is the word; else the only one that ends in it.
+/// The name that equals the word; else the only one that ends in it.
 Meaning meaningOf( std::vector<String> const& names, String const& word );
 
-/// The names that a word means: itself; else those that end in it. Each once, in byte order.
+/// The names that a word means: the word itself; else those that end in it. Each once, in byte order.
 std::vector<String> namesMeant( std::vector<String> const& names, String const& word );
 
 /// The names that end in a suffix, which begins at a dot or right after one: "ipv4.lpm" ends in "lpm" and
 /// ".lpm", not in "pm". Each once, in byte order.
 std::vector<String> namesEndingIn( std::vector<String> const& names, std::string_view suffix );
 
-/// The names that someone who wrote a word may have meant, capital letters or not: those with the word as a
-/// whole part between dots, then between dots and underscores; those close to it, as a whole or in as many
-/// parts at their end as the word has; those that hold it anywhere. Nearest first, at most five.
+/// The names that are most like a word, ignoring case: those with the word as a whole part between dots, then
+/// between dots and underscores; those that differ from it by little, as a whole or in as many parts at their
+/// end as the word has; those that contain it anywhere. Nearest first, at most five.
 std::vector<String> nearest( std::vector<String> const& names, std::string_view word );
 
 /// A name and a kind of record with that name.

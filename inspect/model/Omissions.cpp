@@ -59,7 +59,7 @@ Row rowOf( Omission const& omission ) {
              { "reason", omission.reason } };
 }
 
-/// What the model lacks of a table.
+/// The parts of a table that the model lacks.
 std::optional<Omitted> omittedOf( Context::SurveyedTable const& table ) {
     if( table.isOmitted )
         return Omitted::record;

@@ -1,6 +1,6 @@
 #pragma once
 
-// What a miss in the model may be about: what its context file has, but the model leaves out.
+// What context files have, but the model omits: the reason why something may not be found.
 
 #include "inspect/model/Configuration.h"
 #include "inspect/rows/Row.h"
@@ -9,51 +9,53 @@
 
 namespace Bfri {
 
-/// What the model lacks of a table of a context file: its record and its actions; of a match table on no
-/// stage the counters, meters and registers that it lists; of another table on no stage what has its handle.
+/// What the model lacks of a table in a context file: its record and its actions; for a match table on no
+/// stage, the counters, meters and registers that it lists; for another table on no stage, what has its
+/// handle.
 enum class Omitted { record, references, handle };
 
-/// A table that the model lacks something of, or an action of a match table that is left out.
+/// A table of which the model lacks something, or an action of an omitted match table.
 struct Omission {
     String contextFile;
     Omitted omitted;
     String type; ///< of the table, as the file says: "match", "stateful"
     String table;
-    String action;             ///< empty where it is the table itself
-    std::optional<U32> handle; ///< as the model would have it
+    String action;             ///< empty if it is the table itself
+    std::optional<U32> handle; ///< as it would be in the model
     String reason;
-    bool isOwner = false; ///< of a record that was asked for
+    bool isOwner = false; ///< of the record that was asked for
 };
 
-using Omissions = std::vector<Omission>; ///< in the order of the files
+using Omissions = std::vector<Omission>; ///< in the order of the context files
 
-/// Without its end: `context.json has the match table "acl", which the model leaves out: it has ...`; of an
-/// owner `context.json has it with the match table ...`.
+/// A sentence without full stop: `context.json has the match table "acl", which the model leaves out: it has
+/// ...`; for an owner `context.json has it with the match table ...`.
 String sentenceOf( Omission const& omission );
 
-/// A sentence for each, with semicolons between.
+/// A sentence for each, separated by semicolons.
 String sentencesOf( Omissions const& all );
 
 /// The same for machines.
 List valuesOf( Omissions const& all );
 
-/// Why the model has a match table's resource at most, but no record of it and of its actions; empty when it
-/// has.
+/// Why the model has at most the resource of a match table, but no record of it or of its actions; empty if
+/// the model has the record.
 String whyOmitted( Context::SurveyedTable const& table );
 
-/// Those of one configuration, which was loaded with a survey and outlives it.
+/// The omitted tables of a configuration that was loaded with a survey and must outlive this object.
 class OmittedTables {
   public:
     explicit OmittedTables( Configuration const& configuration );
 
-    /// The first match table of a name, or of the end of one from a dot on; an action also 'ACTION of TABLE'.
+    /// The first match table or action with a name, or with the end of one after a dot; an action also by
+    /// 'ACTION of TABLE'.
     std::optional<Omission> named( String const& word ) const;
-    /// Those of a handle that is nobody's own in the model, as the model would have it.
+    /// The omissions with a handle, as it would be in the model, if nothing in the model has it as its own.
     Omissions withHandle( U32 handle ) const;
-    /// The match tables of a resource, counter, meter, WRED table or register of that name and own handle:
-    /// those that list the handle or whose actions alone name it, or the one that it is the resource of.
+    /// The omitted match tables of a resource, counter, meter, WRED table or register with that name and own
+    /// handle: those that list the handle, or whose actions alone name it, or the one whose resource it is.
     Omissions of( U32 handle, String const& name ) const;
-    /// The own handle of what is not placed, in the file that another handle is of.
+    /// The own handle of an unplaced table, in the context file that another handle belongs to.
     std::optional<U32> ownHandle( String const& name, U32 handleInFile ) const;
 
   private:
@@ -68,8 +70,8 @@ class OmittedTables {
     std::vector<Table> tables_ = {};
 };
 
-/// Why no record has a word for its name or handle: what has it is left out or of another kind, or a handle
-/// lacks its 0x. A sentence without its end; empty where nothing is known.
+/// Why no record has a word as its name or handle: what has it is omitted or of another kind, or a handle
+/// lacks its 0x. A sentence without full stop; empty if nothing is known.
 String whyMissing( Configuration const& configuration, String const& word );
 
 } // namespace Bfri

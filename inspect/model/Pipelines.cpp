@@ -56,7 +56,7 @@ std::vector<Programs> byPosition( Configuration const& configuration, Kind kind,
     return positions.take();
 }
 
-/// What records without a position are found by: a handle or a name.
+/// How records without a position are found: by handle or by name.
 using Key = std::pair<U32, std::string_view>;
 
 template<class Step>

@@ -7,17 +7,17 @@ namespace Bfri {
 
 namespace {
 
-// What fields of several kinds say.
+// Meanings that fields of several kinds share.
 
 constexpr char const* ofName = "name in the P4 program";
 constexpr char const* ofHandle = "handle; with a runtime_config, the pipe is in its upper 4 bits";
-constexpr char const* ofTableHandle = "handle: of a direct one its table's, else its own";
-constexpr char const* ofDirect = "whether each entry of its table has one of its own";
-constexpr char const* ofLogicalPipe = "logical pipe, such as a or b, where the context file tells";
-constexpr char const* ofParent = "table that it belongs to, where the model knows just one";
+constexpr char const* ofTableHandle = "its table's handle if direct, else its own";
+constexpr char const* ofDirect = "whether each entry of its table has its own";
+constexpr char const* ofLogicalPipe = "logical pipe, such as a or b, if the context file states it";
+constexpr char const* ofParent = "table that it belongs to, if the model knows just one";
 constexpr char const* ofSeveralParents = "whether actions of several tables name it";
 constexpr char const* ofOwner = "the table that references it, or whose actions name it";
-constexpr char const* ofSeveralOwners = "whether several tables do";
+constexpr char const* ofSeveralOwners = "whether there are several such tables";
 
 // Match tables and what they take.
 
@@ -48,14 +48,14 @@ constexpr FieldInfo resourceFields[] = {
     { "handle", ofHandle },
     { "size", "entries that it holds" },
     { "type", "what it is for; in JSON and CSV a number" },
-    { "ingress", "its side of the switch; in JSON and CSV whether ingress" },
+    { "ingress", "its direction; in JSON and CSV whether it is ingress" },
     { "stageStart", "stage of its first stage table, from 0" },
     { "stages", "number of its stage tables, over all units" },
     { "name", ofName },
-    { "typeName", "the type in words, as the context file has it" },
+    { "typeName", "the type in words, as in the context file" },
 };
 
-// What belongs to match tables. Of what several tables have, the model knows no parent.
+// What belongs to match tables. If something belongs to several tables, the model knows no parent.
 
 constexpr FieldInfo counterFields[] = {
     { "handle", ofTableHandle },
@@ -73,8 +73,8 @@ constexpr FieldInfo counterFields[] = {
 constexpr FieldInfo meterFields[] = {
     { "handle", ofTableHandle },
     { "direct", ofDirect },
-    { "pps", "whether it meters packets a second, not bytes" },
-    { "hasPreColor", "whether packets come to it with a colour" },
+    { "pps", "whether it meters packets per second, not bytes" },
+    { "hasPreColor", "whether packets arrive pre-coloured" },
     { "logicalPipe", ofLogicalPipe },
     { "name", ofName },
     { "associatedTable", ofParent },
@@ -89,9 +89,9 @@ constexpr FieldInfo wredFields[] = {
 constexpr FieldInfo registerFields[] = {
     { "handle", ofTableHandle },
     { "indirect", "whether tables reach it by an index, not entry by entry" },
-    { "dataType", "C type of a cell; *uint8 where the ALU is wider than 32 bits: bytes" },
+    { "dataType", "C type of a cell; *uint8 (bytes) if the ALU is wider than 32 bits" },
     { "width", "bits that its ALU works on" },
-    { "dualWidth", "whether a cell is a pair of two such values" },
+    { "dualWidth", "whether a cell is a pair of such values" },
     { "name", ofName },
     { "parent", ofOwner },
     { "severalParents", ofSeveralOwners },
@@ -100,10 +100,10 @@ constexpr FieldInfo registerFields[] = {
 constexpr FieldInfo actionFields[] = {
     { "handle", ofHandle },
     { "name", ofName },
-    { "tableName", "name of the table whose action it is" },
+    { "tableName", "name of the table that it belongs to" },
 };
 
-// What stands beside the tables.
+// What does not belong to tables.
 
 constexpr FieldInfo learnQuantaFields[] = {
     { "handle", ofHandle },
@@ -120,14 +120,14 @@ constexpr FieldInfo hashFields[] = {
     { "tableHdl", ofHandle },
     { "fieldListHdl", "handle of its list of fields" },
     { "fieldCount", "number of its fields" },
-    { "fieldNames", "their names in the order of the hash's input" },
+    { "fieldNames", "their names, in the order of the hash's input" },
 };
 
-// The PHV: one row a field, whichever direction has it.
+// The PHV: one row per field, for both directions.
 
 constexpr FieldInfo phvFields[] = {
     { "name", "name of the field" },
-    { "ingressBytes", "bytes that it takes in ingress; absent where it has no place" },
+    { "ingressBytes", "bytes that it takes in ingress; absent if it has no place there" },
     { "egressBytes", "the same in egress" },
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// The kinds of record, in one table. A new one is a member of the enumeration, a row and its functions;
-// whoever shows records goes through this table, and asks for a kind by its member, never by a word.
+// The kinds of record, in one table. A new kind takes a member of the enumeration, a row and its functions.
+// Code that shows records uses this table, and asks for a kind by its member, never by a word.
 
 #include "inspect/model/Relations.h"
 #include "inspect/rows/Row.h"
@@ -28,11 +28,9 @@ struct RecordKind {
     std::vector<Row> ( *rows )(
         BfResourceInfo::BfResourceParser const& parser ); ///< every field of every record
     std::span<FieldInfo const> fields;
-    bool ofTables = false; ///< its records are match tables, or what match tables have
-    bool isCounted =
-        true; ///< among what a configuration is said to have: each record once, in one collection
-    Attachment const* attachment =
-        nullptr; ///< how placed tables refer to its records; null where they do not
+    bool ofTables = false; ///< its records are match tables, or belong to them
+    bool isCounted = true; ///< in the counts of a configuration, so that each record counts once
+    Attachment const* attachment = nullptr; ///< how placed tables refer to its records; null if they do not
 };
 
 /// Every kind, in the order in which people see them.
@@ -40,7 +38,7 @@ std::span<RecordKind const> recordKinds();
 
 RecordKind const& kindOf( Kind kind );
 
-/// The kind of a word, singular or plural ("table", "tables"); null for none.
+/// The kind that a word names, singular or plural ("table", "tables"); null for none.
 RecordKind const* kindOf( std::string_view word );
 
 } // namespace Bfri

@@ -10,7 +10,7 @@ Value handles( Vessa::Queue<U32> const& queue ) {
     return listOf( queue, []( U32 handle ) { return Hex( handle ); } );
 }
 
-/// The type of a resource as the context file has it; of a number that stands for none, the number.
+/// The type of a resource, as the context file spells it; for an unknown type, its number.
 String typeName( U32 number ) {
     for( auto const& [ type, text ] : bfResourceTypeTexts ) {
         if( static_cast<U32>( type ) == number )

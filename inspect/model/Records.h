@@ -22,10 +22,10 @@ Row rowOf( BfActionInfo const& record );
 Row rowOf( BfDynamicHashInfo const& record );
 Row rowOf( BfZelResource const& record );
 
-/// The type of a resource in the context file's word; of a number that is no type, the number.
+/// The type of a resource, as the context file spells it; for an unknown type, its number.
 String typeNameOf( BfResource const& record );
 
-/// A resource's row with the name of its type after the type.
+/// Adds the name of a resource's type to its row, after the type.
 Row withTypeName( Row row );
 
 /// The numbers of the pipes in a mask.

@@ -1,7 +1,7 @@
 #pragma once
 
-// What belongs to what, as the model's own relations say: the handles that placed tables reference, and the
-// parents that resources have by name.
+// What belongs to what, by the model's own relations: the handles that placed tables reference, and the
+// parents of resources by name.
 
 #include "inspect/model/Kinds.h"
 #include "inspect/model/Records.h"
@@ -29,13 +29,13 @@ inline constexpr Attachment allAttachments[] = {
 /// Counters, meters, WRED tables and registers.
 inline std::span<Attachment const> attachments() { return allAttachments; }
 
-/// Follows the relations of one model, which outlives it.
+/// Follows the relations of one model, which must outlive this object.
 class Relations {
   public:
     explicit Relations( BfResourceInfo::BfResourceParser const& parser ) : parser_( parser ) {}
 
-    /// Whether a counter, meter, WRED table or register belongs to a placed table: it is direct and known by
-    /// the table's handle, or the table references it, or it is the table's by name.
+    /// Whether a counter, meter, WRED table or register belongs to a placed table: it is direct and has the
+    /// table's handle, or the table references it, or the table is its parent by name.
     bool belongs( Attachment const& attachment, Row const& record, BfZelResource const& table ) const;
 
     /// Whether a match table takes its action data or its selection from a resource.
@@ -44,10 +44,10 @@ class Relations {
                ( table.selHandle == resource.handle && table.selName == resource.name );
     }
 
-    /// The resource of a record of that handle and name; null for one that is not placed.
+    /// The resource of a record with that handle and name; null if it is not placed.
     BfResource const* placeOf( U32 handle, String const& name ) const;
 
-    /// Whether two handles may be of one context file. Without a run-time configuration any two may.
+    /// Whether two handles may be from one context file. Without a run-time configuration, any two may.
     bool sameFile( U32 handle, U32 other ) const {
         return parser_.bfrtConfig().empty() || handle >> 28 == other >> 28;
     }
@@ -56,17 +56,18 @@ class Relations {
     BfResourceInfo::BfResourceParser const& parser_;
 };
 
-/// The tables that have the placed resources of one model, which outlives it. Linear in the model to make.
+/// The tables that the placed resources of a model belong to. The model must outlive this object.
+/// Construction is linear in the model.
 class Owners {
   public:
     explicit Owners( BfResourceInfo::BfResourceParser const& parser );
 
-    /// The only one of them, or that there are several; neither where the model knows none.
+    /// The only table, or that there are several; neither if the model knows none.
     struct Owner {
         std::string_view table = {};
         bool several = false;
     };
-    /// Of those that take or reference the resource, else of those whose actions name it.
+    /// Among the tables that use or reference the resource, else among those whose actions name it.
     Owner of( U32 handle, String const& name ) const;
 
   private:
@@ -77,7 +78,7 @@ class Owners {
     void add( U32 handle, std::string_view name, std::string_view table );
 
     BfResourceInfo::BfResourceParser const& parser_;
-    std::unordered_map<U32, std::vector<Resource>> used_; // those of a handle
+    std::unordered_map<U32, std::vector<Resource>> used_; // by handle
 };
 
 } // namespace Bfri

@@ -1,6 +1,6 @@
 #pragma once
 
-// What there is to know of a handle.
+// Everything about a handle.
 
 #include "inspect/model/HandleUses.h"
 #include "inspect/model/Omissions.h"
@@ -10,17 +10,16 @@
 
 namespace Bfri {
 
-/// A handle as asked for, and the records that have it.
+/// A handle that was asked for, and the records that have it.
 struct HandleAnswer {
     U32 handle = 0;
     std::vector<HandleUse> uses = {};
-    Omissions omitted = {};            ///< what has it, or has what has it, and the model omits
-    std::map<U32, String> others = {}; ///< of an unknown one: handles that may be meant, each with a name
-    std::optional<U32> without0x =
-        {}; ///< of an unknown one: what the word means after a 0x, if that is known
+    Omissions omitted = {};            ///< what has it in a context file, or belongs to a table that does
+    std::map<U32, String> others = {}; ///< if unknown: handles that may be meant, each with a name
+    std::optional<U32> without0x = {}; ///< if unknown: the known handle that the word is with 0x, if any
 };
 
-/// A word, and the handle that it is.
+/// A word, and the handle that it means.
 struct HandleWord {
     String word;
     U32 handle;

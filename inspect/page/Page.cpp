@@ -28,8 +28,8 @@ WhyNone whyNoOwners( BfResource const& resource ) {
     return resource.type == actionData ? WhyNone::onlyIndirectActionData : WhyNone::unknown;
 }
 
-/// A name has an entry for each context file, as a rule, and few switches have more files. All entries of one
-/// file have what goes by their name, so that many would repeat each other.
+/// A name usually has one entry per context file, and few switches have more files than this. All entries of
+/// one file have the same parts by name, so many entries would repeat each other.
 constexpr std::size_t mostEntries = 8;
 
 template<class Make>

@@ -22,7 +22,7 @@ Row entryRow( Entry entry ) {
     return row;
 }
 
-/// The records of a kind stand together, whatever their names.
+/// The records of a kind are together, whatever their names.
 struct Records {
     List entries = {};
     std::size_t more = 0;

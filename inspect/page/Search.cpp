@@ -30,7 +30,7 @@ PagesFound pagesOfHandle( Configuration const& configuration, U32 handle ) {
     return pages;
 }
 
-/// Of a page the actions of these tables and handles alone.
+/// Keeps only the actions with these tables and handles on a page.
 Page actionsOf( Page page, std::set<std::pair<String, U32>> const& asked ) {
     std::erase_if( page.sections,
                    []( Section const& section ) { return section.kind->kind != Kind::actions; } );
@@ -97,7 +97,7 @@ Rows differing( Rows rows ) {
     return rows;
 }
 
-/// What to type for each of several records: of actions also the table, of others the handle.
+/// What to type for each of several records: for actions with the table, for others the handle.
 std::vector<String> wordsFor( BfResourceParser const& parser, RecordKind const& kind,
                               std::vector<Row> const& rows, Rows const& meant ) {
     std::vector<BfActionInfo const*> actions;

@@ -19,14 +19,14 @@ using Marks = std::bitset<markCount>;
 inline bool has( Marks marks, Mark mark ) { return marks.test( static_cast<std::size_t>( mark ) ); }
 inline void add( Marks& marks, Mark mark ) { marks.set( static_cast<std::size_t>( mark ) ); }
 
-/// What a resource takes of a stage.
+/// The entries of a resource in a stage.
 struct StageEntries {
     Stage stage;
     std::uint64_t entries; ///< that the context file states
-    std::uint64_t drawn;   ///< the same; of a resource that it does not state them of, an even share
+    std::uint64_t drawn;   ///< the same; an even share if the file does not state them
 };
 
-/// A part of a chip that a report has a place for, by its number.
+/// A part of the report that can be linked to, by its number.
 struct ChipLink {
     enum class To { table, resource } to;
     std::size_t number;
@@ -34,7 +34,7 @@ struct ChipLink {
     bool operator==( ChipLink const& ) const = default;
 };
 
-/// A table of a context file that is placed, or that the model has a record of other than of a match table.
+/// A table of a context file that is placed, or that has a record in the model other than a match table's.
 struct ChipResource {
     std::size_t number;
     std::size_t program;
@@ -44,21 +44,21 @@ struct ChipResource {
     std::uint64_t size;
     bool ingress;
     bool isPlaced;
-    std::vector<StageEntries> stages = {}; ///< ascending; empty where they are not known
+    std::vector<StageEntries> stages = {}; ///< ascending; empty if unknown
     bool isStated = false;                 ///< the file states the entries of each stage
-    std::optional<std::size_t> table = {}; ///< that it is the place of
+    std::optional<std::size_t> table = {}; ///< whose place it is
     std::vector<ChipLink> owners = {};     ///< that it is attached to
     std::variant<std::monostate, BfTableCounterInfo const*, BfTableMeterInfo const*, BfTableWredInfo const*,
                  BfRegisterInfo const*>
         record = {};
 
     Marks marks = {};
-    ChipResource const* old = nullptr; ///< what it was; null without an older configuration, and when added
+    ChipResource const* old = nullptr; ///< in the older configuration; null if it is not there
 
     String const& name() const { return survey->name; }
     bool isIn( Stage stage ) const;
     bool isRenamed() const { return old && old->name() != name(); }
-    /// Where a report says all about it.
+    /// Where the report has everything about it.
     ChipLink link() const {
         return table ? ChipLink{ ChipLink::To::table, *table } : ChipLink{ ChipLink::To::resource, number };
     }
@@ -71,7 +71,7 @@ struct ChipTable {
     BfTableInfo const* record;
     std::optional<std::size_t> resource = {}; ///< its place
     std::vector<std::size_t> attached = {};   ///< resources
-    std::vector<U32> unknown = {};            ///< handles that it references and no resource has
+    std::vector<U32> unknown = {};            ///< handles that it references, but no resource has
     std::vector<BfActionInfo const*> actions = {};
     std::vector<std::size_t> findings = {};
 
@@ -83,22 +83,22 @@ struct ChipTable {
 struct Ghost {
     ChipResource const* old;
     StageEntries place;
-    ChipResource const* now; ///< null when it is removed
+    ChipResource const* now; ///< null if it was removed
 };
 
 /// A context file, and the pipes that run it.
 struct ChipProgram {
     Context::FileSurvey const* file;
-    String name; ///< short, of its path
+    String name; ///< short, from its path
     std::vector<U32> pipes;
-    std::size_t firstResource, endResource; ///< those from the first up to the end are its own
+    std::size_t firstResource, endResource; ///< its own, without the end
     std::size_t firstTable, endTable;
 
     std::optional<std::size_t> old = {}; ///< the program that it is compared with
     std::vector<Ghost> ghosts = {};
 };
 
-/// Bytes in the PHV of a field that some program has.
+/// The bytes of a field in the PHV.
 struct ChipField {
     String const* name;
     std::optional<U32> ingress = {};
@@ -111,12 +111,12 @@ struct Chip {
     std::vector<ChipProgram> programs = {};           ///< in the order in which they were read
     std::vector<ChipResource> resources = {};         ///< of one program after the other
     std::vector<ChipTable> tables = {};               ///< the same
-    std::vector<ChipResource const*> removed = {};    ///< those of the old one that are no more
-    std::vector<ChipTable const*> removedTables = {}; ///< the same; not those whose place is removed, too
-    std::vector<ChipField> fields = {};               ///< those with most bytes first
+    std::vector<ChipResource const*> removed = {};    ///< resources of the old chip that are gone
+    std::vector<ChipTable const*> removedTables = {}; ///< match tables; not if their place is gone, too
+    std::vector<ChipField> fields = {};               ///< most bytes first
     std::vector<Finding> findings = {};
     std::vector<Stage> stages =
-        {}; ///< of all programs; the empty ones, too, unless a number is one that no chip has
+        {}; ///< of all programs, empty ones included unless a number is impossibly high
 
     std::span<ChipResource const> resourcesOf( ChipProgram const& program ) const {
         return std::span( resources )
@@ -127,32 +127,32 @@ struct Chip {
     }
     BfResourceInfo::BfResourceParser const& parser() const { return configuration->parser(); }
     std::size_t columnOf( Stage stage ) const; ///< its place among the stages
-    std::size_t countOthers() const;           ///< the parts that are no match table's, placed or not
+    std::size_t countOthers() const; ///< the parts that do not belong to match tables, placed or not
     std::size_t countPlaced( ChipProgram const& program ) const; ///< its resources, as the model counts them
     String const& nameOf( ChipLink link ) const;
-    /// What a finding is about; nothing where no part has that name.
+    /// What a finding is about; nothing if no part has that name.
     std::optional<ChipLink> linkOf( Finding const& finding ) const;
 
     std::unordered_multimap<std::string_view, ChipLink> byName = {};
 };
 
-/// All stages up to the highest; of numbers that no chip has only those that are taken.
+/// All stages up to the highest; among numbers that are impossibly high, only those that are used.
 std::vector<Stage> allStagesUpTo( std::vector<Stage> taken );
 
-/// Of a configuration that was loaded with a survey and outlives it.
+/// Made from a configuration that was loaded with a survey and must outlive the chip.
 Chip chipOf( Configuration const& configuration );
 
 /// The old names of tables and resources by their new ones.
 using Renames = std::unordered_map<std::string_view, std::string_view>;
 
-/// Marks in a chip what differs from an older one, which outlives it.
+/// Marks in a chip what differs from an older one, which must outlive it.
 void compare( Chip& now, Chip const& old, Renames const& renames = {} );
 
-/// The place of a type among all in pictures and lists; that of an unknown one is the last.
+/// The position of a type in pictures and lists; unknown types come last.
 std::size_t placeOfType( U32 type );
 inline constexpr std::size_t typeCount = 13;
 
-/// Whether it is a type of match tables.
+/// Whether a type is for match tables.
 inline bool isMatchType( U32 type ) { return type < static_cast<U32>( BfResourceType::actionData ); }
 
 } // namespace Bfri

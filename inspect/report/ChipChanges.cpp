@@ -147,7 +147,7 @@ void compareTables( Chip& now, ChipProgram const& program, std::span<ChipTable c
     }
 }
 
-/// What no part of the new chip was.
+/// The resources of the old chip that no part of the new chip corresponds to.
 void addRemoved( Chip& now, Chip const& old ) {
     std::vector<bool> kept( old.resources.size() );
     for( ChipResource const& resource : now.resources ) {

@@ -29,8 +29,8 @@ std::uint64_t entriesOf( std::vector<PlanBlock> const& blocks ) {
                             []( std::uint64_t sum, auto const& block ) { return sum + block.entries; } );
 }
 
-/// Those that are drawn in a column with too many: the ones with room enough, and the first that differ, up
-/// to half of the room, whatever their size.
+/// Which blocks are drawn in a column with too many: those that are large enough, and the first that differ,
+/// up to half of the room, whatever their size.
 std::vector<bool> chosenOf( std::vector<PlanBlock> const& all, std::uint64_t total, int height ) {
     constexpr std::size_t forKinds = 8;
     std::size_t const room = static_cast<std::size_t>( height / leastBlock ) - forKinds;
@@ -123,7 +123,7 @@ void addBlocks( FloorPlan& plan, Chip const& chip, ChipProgram const& program, b
         std::sort( column.blocks.begin(), column.blocks.end(), isAbove );
 }
 
-/// Where resources are drawn, by column; ghosts apart.
+/// Where resources are drawn, by column; ghosts separately.
 struct Drawn {
     std::size_t column;
     PlanBlock const* block;

@@ -8,18 +8,18 @@ namespace Bfri {
 
 struct GridCell {
     U32 resources = 0;
-    U32 starting = 0; ///< those of them whose first stage it is
+    U32 starting = 0; ///< those whose first stage it is
     std::uint64_t entries = 0;
 
     GridCell& operator+=( GridCell const& other );
 };
 
-/// The resources of one type, of several if it is a sum.
+/// The resources of one type, or of several for a sum.
 struct GridRow {
     U32 type = 0;
     std::size_t resources = 0;
-    std::vector<GridCell> cells; ///< one a stage of the chip
-    std::vector<GridCell> was;   ///< the same of the older chip; empty without one
+    std::vector<GridCell> cells; ///< one per stage of the chip
+    std::vector<GridCell> was;   ///< the same for the older chip; empty without one
 
     GridCell sum() const; ///< of all stages
 };
@@ -30,7 +30,7 @@ struct StageGrid {
     GridRow all;
 
     bool isEmpty() const { return rows.empty(); }
-    std::uint64_t mostEntries() const; ///< in a stage, also of the older chip
+    std::uint64_t mostEntries() const; ///< in a stage, older chip included
     U32 mostResources() const;         ///< of one kind in a stage
 };
 

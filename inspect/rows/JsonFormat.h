@@ -8,8 +8,8 @@
 
 namespace Bfri {
 
-/// The one object that every JSON answer is. Its first member is "format", the version of this layout; the
-/// members that follow are written as they come, so that a whole model need not be there at once.
+/// Every JSON answer is one such object. Its first member is "format", the version of the layout; further
+/// members are written at once, so that a whole model need not be in memory.
 class JsonAnswer {
   public:
     explicit JsonAnswer( std::ostream& out );
@@ -28,7 +28,7 @@ class JsonAnswer {
     rapidjson::PrettyWriter<rapidjson::StringBuffer> writer_{ buffer_ };
 };
 
-/// A row as the whole text of one object, for a format that is not ours.
+/// Writes a row as one complete object, for formats other than ours.
 void printJsonObject( std::ostream& out, Row const& row );
 
 } // namespace Bfri

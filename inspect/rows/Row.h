@@ -1,6 +1,6 @@
 #pragma once
 
-// What a command answers, before it gets a format: rows of named values.
+// The answer of a command, before it is formatted: rows of named values.
 
 #include "vessa/Types.h"
 
@@ -61,13 +61,13 @@ inline Value::Value( String text ) : is( std::move( text ) ) {}
 inline Value::Value( List list ) : is( std::move( list ) ) {}
 inline Value::Value( Row row ) : is( std::move( row ) ) {}
 
-/// Numbers by value, texts by their bytes, false first, lists by their first difference; what is absent comes
-/// before all.
+/// Numbers by value, texts by their bytes, false first, lists by their first difference; absent values before
+/// all others.
 inline bool operator<( Value const& a, Value const& b );
 inline bool operator<( Field const& a, Field const& b ) { return a.value < b.value; }
 inline bool operator<( Value const& a, Value const& b ) { return a.is < b.is; }
 
-/// The value of a row's field; absent when there is no such field.
+/// The value of a row's field; absent if there is no such field.
 inline Value const& valueOf( Row const& row, std::string_view name ) {
     static Value const absent;
     auto const found =
@@ -75,7 +75,7 @@ inline Value const& valueOf( Row const& row, std::string_view name ) {
     return found == row.end() ? absent : found->value;
 }
 
-/// The same of a field that is there and always of one type.
+/// The same for a field that exists and always has the same type.
 template<class Type>
 Type const& valueAs( Row const& row, std::string_view name ) {
     return std::get<Type>( valueOf( row, name ).is );

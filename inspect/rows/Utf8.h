@@ -1,6 +1,6 @@
 #pragma once
 
-// Names come from files and may hold any bytes; here is what they are.
+// Names come from files and may hold any bytes. This splits them into characters.
 
 #include "vessa/Types.h"
 
@@ -11,33 +11,34 @@ namespace Bfri {
 using Vessa::String;
 using Vessa::U32;
 
-/// What a text begins with.
+/// The first character of a text.
 struct Character {
     enum class Kind { regular, surrogate, strayByte };
     Kind kind;
-    U32 code; ///< code point; of a stray byte the byte
+    U32 code; ///< code point; for a stray byte, the byte
     std::size_t length;
 };
 
-/// The first character of a text that is not empty. A byte that is no part of valid UTF-8 is one of its own.
+/// The first character of a text, which must not be empty. A byte outside valid UTF-8 is a character by
+/// itself.
 Character firstCharacter( std::string_view text );
 
-/// The text with every character for which there is an escape replaced by it; an empty one stands for none.
-/// Printable ASCII other than quotes and backslashes never has one: `escapeOf` is not asked.
+/// The text with characters replaced by their escapes. `escapeOf` gives the escape of a character, or an
+/// empty text for none; it is not called for printable ASCII other than quotes and backslashes.
 String escaped( std::string_view text, String ( *escapeOf )( Character const& ) );
 
-/// Whether it is a control character beyond ASCII, or changes the writing direction: nobody sees it, and it
+/// Whether it is a control character beyond ASCII, or changes the writing direction: invisible itself, it
 /// changes what is seen.
 bool isHidden( Character const& character );
 
 /// Whether a text is valid UTF-8 without control and hidden characters.
 bool isShowable( std::string_view text );
 
-/// A text as a JSON string, quotes included. Always valid UTF-8: a byte that is no part of it, and an encoded
-/// surrogate, become U+FFFD, the replacement character.
+/// A text as a JSON string, quotes included. Always valid UTF-8: stray bytes and encoded surrogates become
+/// U+FFFD, the replacement character.
 String jsonQuoted( std::string_view text );
 
-/// In quotes for a sentence; quotes and backslashes in it have a backslash in front.
+/// In quotes, for a sentence; quotes and backslashes in it are escaped by a backslash.
 String quoted( std::string_view name );
 
 } // namespace Bfri

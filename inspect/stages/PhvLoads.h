@@ -6,10 +6,10 @@
 
 namespace Bfri {
 
-/// What the fields of one direction take of the PHV in a stage.
+/// How much of the PHV the fields of one direction use in a stage.
 struct PhvLoad {
     U32 fields = 0;
-    std::uint64_t bytes = 0; ///< their widths, as the context file has them, not modulo 32 as in the model
+    std::uint64_t bytes = 0; ///< their widths as in the context file, not modulo 32 as in the model
 };
 
 /// An element of a context file's "phv_allocation".
@@ -18,7 +18,7 @@ struct PhvStage {
     PhvLoad egress = {};
 };
 
-/// From stage 0 to the last one with a field.
+/// The loads from stage 0 to the last one with a field.
 std::vector<PhvStage> phvStagesOf( Context::FileSurvey const& file );
 
 } // namespace Bfri

@@ -1,6 +1,6 @@
 #pragma once
 
-// The stages that hardware resources take, and how many entries each holds there. The model knows the first
+// The stages of hardware resources, and how many entries each has there. The model knows the first
 // stage of each and the number of its stage tables; the survey of the context files knows the stages.
 
 #include "inspect/model/Configuration.h"
@@ -10,7 +10,7 @@
 
 namespace Bfri {
 
-/// The number of a stage, as the model has it: 32 bits, also of a negative one.
+/// The number of a stage, as in the model: its lowest 32 bits, even if it is negative.
 using Stage = std::uint64_t;
 
 /// A resource in one stage.
@@ -22,7 +22,7 @@ struct PlacedStage {
 };
 
 /// The stages of each resource of a configuration that was loaded with a survey, by position in
-/// `bfResources`: ascending, each once; nothing where a stage table has no such number.
+/// `bfResources`: ascending, each once; nothing if a stage table has no such number.
 std::vector<std::optional<std::vector<PlacedStage>>> placedStages( Configuration const& configuration );
 
 } // namespace Bfri

@@ -30,7 +30,7 @@ void writeSwitchConf( String const& contextFile );
 /// The elements of "tables" in a context file that is otherwise as empty as one can be.
 String contextOf( String const& tables );
 
-/// A match table that can be read. What follows its last member, ", ..." or nothing, is the test's.
+/// A match table that can be read. The test adds what follows its last member: ", ..." or nothing.
 String matchTable( String const& name, unsigned handle, String const& more = "" );
 
 /// A context file with records of every kind. The match table is "pipe.acl"; the others have the names of

@@ -1,4 +1,4 @@
-// Configurations that are loaded side by side: what one tells is its own, whoever asks and when.
+// Configurations that are loaded side by side: each answers for itself, whoever asks and when.
 
 #include "inspect/check/Checked.h"
 #include "inspect/page/Page.h"

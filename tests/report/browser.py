@@ -25,7 +25,7 @@ def check(condition, text):
 
 
 def finish():
-    """Ends the test; a name of the test is in front of its messages by ctest."""
+    """Ends the test; ctest puts the test's name before its messages."""
     print(f"{len(failures)} failures" if failures else "all is well")
     sys.exit(1 if failures else 0)
 

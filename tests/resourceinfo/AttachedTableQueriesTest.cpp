@@ -5,8 +5,8 @@
 #include <functional>
 #include <gmock/gmock.h>
 
-// Fields of counters, meters and WRED tables, and the match tables behind them; what these kinds share with
-// all others stands in RecordQueriesTest.
+// Fields of counters, meters and WRED tables, and their match tables; RecordQueriesTest tests what these
+// kinds share with all others.
 
 namespace BfResourceInfo {
 namespace {

@@ -9,7 +9,7 @@
 
 using namespace Context;
 
-// What a process without a handler shows and how it ends, once for each operation that can fail. All
+// What a process without a handler prints and how it ends, once for each operation that can fail. All
 // conditions are tested elsewhere, through a handler that throws.
 
 namespace BfResourceInfo {

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the tests of the library need of the library.
+// Parts of the library that its tests use.
 
 #include "resourceinfo/BfResourceInfoIntf.h"
 #include "tests/support/ContextBuilder.h"

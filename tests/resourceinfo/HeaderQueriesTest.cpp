@@ -7,7 +7,7 @@ namespace {
 
 using Support::ContextBuilder;
 
-// They let nothing out. Those of the hashes are constant operations, that of the headers is none.
+// They let nothing out. The queries of hashes are constant operations, the query of headers is not.
 template<class... Names>
 using Query = U32 ( BfResourceInfoIntf::* )( Names... ) noexcept;
 template<class... Names>

@@ -197,7 +197,7 @@ class RecordModel {
     std::vector<Record> records_;
 };
 
-/// What has a name alone: the test's own map, changed as the parser's is by the given operations.
+/// Things that only have a name: the test's own map, changed as the parser's is by the given operations.
 template<class Value, auto is, auto del, auto delAll>
 class MapModel {
   public:
@@ -261,7 +261,7 @@ class HashModel : public MapModel<BfDynamicHashInfo, &Parser::bfDynamicHashInfoI
     void check() {
         String const name = random_.name();
         String const field = random_.name();
-        // What is not there answers as one whose every number is the index that is not found.
+        // A missing record answers like one whose every number is the invalid index.
         constexpr U32 none = 0x0FFFFFFF;
         BfDynamicHashInfo const hash = valueOr( name, { none, none, none, {} } );
         U32 position = 0;

@@ -5,7 +5,7 @@
 #include <functional>
 #include <gmock/gmock.h>
 
-// What the queries of all record kinds have in common. Match tables differ in one query, the record at an
+// What the queries of all kinds of record have in common. Match tables differ in one query, the record at an
 // index: see TableQueriesTest.
 
 namespace BfResourceInfo {

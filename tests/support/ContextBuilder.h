@@ -12,7 +12,7 @@
 
 namespace Support {
 
-/// What all builders share.
+/// The common base of all builders.
 template<class Derived>
 class JsonBuilder {
   public:
@@ -71,7 +71,7 @@ class Table : public JsonBuilder<Table> {
     /// Of match tables.
     Table& matchType( std::string_view type );
     Table& partitions( std::uint32_t count );
-    /// Replaces the stage tables, whether they stand in "match_attributes" or in the table.
+    /// Replaces the stage tables, whether they are in "match_attributes" or in the table.
     Table& stages( std::vector<StageTable> const& stages );
     /// Replaces the stage tables by units, each with its own.
     Table& units( std::vector<std::vector<StageTable>> const& units );

@@ -16,7 +16,7 @@ namespace {
 
 using Context::GZFileReadStream;
 
-/// After the characters stands what looks like more of them.
+/// The characters are followed by what looks like more of them.
 std::vector<char> bufferFor( std::size_t characters ) {
     return std::vector<char>( characters + GZFileReadStream::padding, ' ' );
 }

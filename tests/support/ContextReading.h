@@ -1,6 +1,6 @@
 #pragma once
 
-// What the reader of context files makes of a text, and what RapidJSON's own reader makes of it. Built like
+// The results of the reader of context files for a text, and of RapidJSON's own reader. Built like
 // the library, optimised where that is, so that tests can read many texts.
 
 #include "resourceinfo/parser/context/InputFile.h"
@@ -16,7 +16,7 @@
 
 namespace Support {
 
-/// What became of a text: a document as compact JSON, or an error with its place.
+/// The result for a text: a document as compact JSON, or an error with its place.
 struct Reading {
     rapidjson::ParseErrorCode error = rapidjson::kParseErrorNone;
     std::size_t offset = 0;

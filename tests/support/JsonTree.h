@@ -27,10 +27,10 @@ class JsonTree {
     static JsonTree string( std::string_view text );
 
     /// Puts a value at a place: replaces what is there, else adds the last step's member. The step "-"
-    /// appends to an array. What leads to the place must exist: std::out_of_range.
+    /// appends to an array. The path to the place must exist, else std::out_of_range.
     JsonTree& with( std::string_view pointer, JsonTree value );
-    /// Puts a member in front of all others of its object, which must exist: std::out_of_range. One of that
-    /// name that is there already stays, behind it.
+    /// Puts a member before all others of its object, which must exist, else std::out_of_range. An existing
+    /// member with that name stays, after it.
     JsonTree& withFirst( std::string_view pointer, JsonTree value );
     /// Removes the value at a place, which must exist: std::out_of_range.
     JsonTree& without( std::string_view pointer );

@@ -31,9 +31,9 @@ String table( String const& members ) {
 
 String const stage = R"({ "stage_number": 1, "stage_table_type": "hash_match" })";
 
-class Context : public InFolder, public testing::WithParamInterface<BadContext> {};
+class BadContextOf : public InFolder, public testing::WithParamInterface<BadContext> {};
 
-TEST_P( Context, IsExplained ) {
+TEST_P( BadContextOf, IsExplained ) {
     writeSwitchConf( "context.json" );
     writeFile( "context.json", GetParam().context );
     auto const outcome = bfri( { "tables", "switch.conf" } );
@@ -50,7 +50,7 @@ TEST_P( Context, IsExplained ) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Unreadable, Context,
+    Unreadable, BadContextOf,
     testing::Values( BadContext{ "syntax", "{\n  \"tables\": [,] }",
                                  "  problem:   line 2, column 14: Invalid value.",
                                  "a file, plain or gzip, that holds JSON", "IsObject()" },
@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(
                                  "a file, plain or gzip, that holds JSON", "IsObject()" } ) );
 
 INSTANTIATE_TEST_SUITE_P(
-    WrongValue, Context,
+    WrongValue, BadContextOf,
     testing::Values(
         BadContext{ "no object", "[]", "  where:     member \"tables\"", "an object", "IsObject()" },
         BadContext{ "missing member", contextOf( R"({ "name": "t", "table_type": "match", "handle": 1 })" ),
@@ -88,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "an array", "IsArray()" } ) );
 
 INSTANTIATE_TEST_SUITE_P(
-    WrongSection, Context,
+    WrongSection, BadContextOf,
     testing::Values( BadContext{ "tables", R"({ "tables": {} })", "  where:     at /tables",
                                  "\"tables\" to be an array", "d[ \"tables\" ].IsArray()" },
                      BadContext{ "table", contextOf( "3" ), "at /tables/0, table 0",
@@ -100,7 +100,7 @@ INSTANTIATE_TEST_SUITE_P(
                                  "phvs.IsArray()" } ) );
 
 INSTANTIATE_TEST_SUITE_P(
-    WrongTable, Context,
+    WrongTable, BadContextOf,
     testing::Values(
         BadContext{ "both", table( R"("stage_tables": [], "match_attributes": {})" ), "table 0 \"t\"",
                     "a table with \"stage_tables\" or with \"match_attributes\", not with both",
@@ -157,7 +157,7 @@ String with( Support::Table const& table ) { return completeContext().table( tab
 Support::Table unplaced() { return Support::matchTable( "t" ).stages( {} ); }
 
 INSTANTIATE_TEST_SUITE_P(
-    WrongActions, Context,
+    WrongActions, BadContextOf,
     testing::Values( BadContext{ "no list", with( "/tables/0/actions", "{}" ),
                                  "at /tables/0/actions, table 0 \"pipe.acl\"", "an array", "IsArray()" },
                      BadContext{ "no list, unplaced", with( unplaced().with( "/actions", "{}" ) ),
@@ -171,7 +171,7 @@ INSTANTIATE_TEST_SUITE_P(
                                  "at /tables/6/actions/0, table 6 \"t\"",
                                  "each element of \"actions\" to be an object", "action.IsObject()" } ) );
 
-INSTANTIATE_TEST_SUITE_P( WrongRegister, Context,
+INSTANTIATE_TEST_SUITE_P( WrongRegister, BadContextOf,
                           testing::Values( BadContext{ "width of a dual one",
                                                        with( Support::statefulTable( "r" )
                                                                  .with( "/dual_width_mode", "true" )
@@ -184,7 +184,7 @@ INSTANTIATE_TEST_SUITE_P( WrongRegister, Context,
                                                        "true or false", "IsBool()" } ) );
 
 INSTANTIATE_TEST_SUITE_P(
-    WrongSectionElement, Context,
+    WrongSectionElement, BadContextOf,
     testing::Values(
         BadContext{ "learn quanta", with( "/learn_quanta/0", "1" ), "at /learn_quanta/0",
                     "each element of \"learn_quanta\" to be an object", "lq.IsObject()" },

@@ -102,7 +102,7 @@ TEST_F( CheckWithABaseline, RefusesOtherFiles ) {
         writeFile( "baseline.json", text );
         auto const outcome = bfri( { "check", "switch.conf", "--baseline", "baseline.json" } );
         EXPECT_EQ( outcome.status, 3 ) << text;
-        EXPECT_THAT( outcome.err, StartsWith( "bfri: the baseline baseline.json is no " ) );
+        EXPECT_THAT( outcome.err, StartsWith( "bfri: the baseline baseline.json is not " ) );
     }
     auto const missing = bfri( { "check", "switch.conf", "--baseline", "none.json" } );
     EXPECT_EQ( missing.status, 3 );

@@ -101,7 +101,7 @@ TEST_F( Check, EscapesNamesInTextAsATerminalNeedsAndInJsonAsJsonDoes ) {
                                         .text() );
     EXPECT_THAT(
         outcome.out,
-        HasSubstr( "    table \"a\\x1bb\" (0x00000007): the handle is that of 2: \"a\\x1bb\", \"acl\"\n" ) );
+        HasSubstr( "    table \"a\\x1bb\" (0x00000007): it is the handle of 2: \"a\\x1bb\", \"acl\"\n" ) );
     EXPECT_THAT( outcome.out, HasSubstr( "match table \"a\\x1bb\" (0x00000007)" ) );
     EXPECT_THAT( outcome.out, Not( HasSubstr( "\x1b" ) ) );
     EXPECT_THAT( bfri( { "check", "switch.conf", "--json" } ).out,

@@ -314,7 +314,7 @@ TEST_F( Diff, ShowsHandlesThatChangePlaces ) {
     EXPECT_EQ( withoutTotals( outcome.out ),
                "handles of records that both have: 2 of 3 renumbered\n"
                "  table t 0x00000001 -> 0x00000002\n  table u 0x00000002 -> 0x00000001\n"
-               "handles that stand for another record now: 2\n"
+               "handles that now belong to another record: 2\n"
                "  0x00000001 table t -> table u\n  0x00000002 table u -> table t\n" +
                    verdict( "" ) );
     EXPECT_THAT( outcome.out, EndsWith( "\nan agent that keeps handles notices: 2 tables renumbered, "
@@ -328,7 +328,7 @@ TEST_F( Diff, ShowsHandlesThatChangePlaces ) {
     EXPECT_THAT( diffAsWritten( { "--only", "handle" } ).out,
                  HasSubstr( "2 of 2 renumbered\n  handle t 0x00000001 -> 0x00000002\n"
                             "  handle u 0x00000002 -> 0x00000001\n"
-                            "handles that stand for another record now: 2\n" ) );
+                            "handles that now belong to another record: 2\n" ) );
 }
 
 TEST_F( Diff, NoticesAHandleThatSeveralRecordsHaveNow ) {

@@ -84,7 +84,7 @@ TEST_F( DiffVerdict, FoldsARenameIntoOneLine ) {
                R"([{"from":"NoAction","to":"NoAction","tableName":{"from":"t","to":"tt"},"pipes":[0]}])" );
     String const apart = diff( program(), renamed, { "--no-renames" } ).out;
     EXPECT_THAT( apart, StartsWith( "tables\n  -! t  size 1024\n  +  tt  size 1024\n" ) );
-    EXPECT_THAT( apart, HasSubstr( "handles that stand for another record now: 1\n" ) );
+    EXPECT_THAT( apart, HasSubstr( "handles that now belong to another record: 1\n" ) );
 }
 
 TEST_F( DiffVerdict, SaysWhyATableIsLeftOut ) {

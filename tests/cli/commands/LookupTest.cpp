@@ -190,7 +190,7 @@ TEST_F( Lookup, OfAWordThatIsNoHandleIsWrongUsageThatNamesIt ) {
             EXPECT_EQ( failure.status, ExitStatus::usage );
             EXPECT_EQ( failure.what(),
                        "'" + String( word ) +
-                           "' is no handle: a number up to 0xffffffff, decimal or hexadecimal behind 0x" );
+                           "' is not a handle: a number up to 0xffffffff, decimal, or hexadecimal with 0x" );
         }
     }
 }
@@ -288,7 +288,7 @@ TEST_F( HandlesOfAFile, AreAnsweredByTheProgram ) {
     EXPECT_EQ( bfri( { "lookup", "switch.conf" } ).status, 2 );
     auto const bad = bfri( { "lookup", "switch.conf", "x", "--json" } );
     EXPECT_EQ( bad.status, 2 );
-    EXPECT_THAT( parsed( bad.out )[ "error" ].GetString(), StartsWith( "'x' is no handle" ) );
+    EXPECT_THAT( parsed( bad.out )[ "error" ].GetString(), StartsWith( "'x' is not a handle" ) );
 }
 
 } // namespace

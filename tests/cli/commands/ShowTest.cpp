@@ -284,8 +284,8 @@ TEST_F( Show, SaysOfWhatBelongsToTablesThatTheModelKnowsNone ) {
     place( "acl", 1, BfResourceType::hashMatch, 3 );
     parser.bfCountersPush( named<BfTableCounterInfo>( "hits", 5 ) );
     for( auto const& [ name, said ] :
-         { std::pair( "direct", "none that the model knows: it keeps the tables of "
-                                "indirect action data alone" ),
+         { std::pair( "direct", "none that the model knows: it keeps only the tables of "
+                                "indirect action data" ),
            std::pair( "selector", "none that the model knows" ),
            std::pair( "hits", "none that the model knows" ) } )
         EXPECT_THAT( answerOf( "show", *model, Format::text, name ),

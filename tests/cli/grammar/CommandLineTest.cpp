@@ -58,7 +58,7 @@ TEST( Help, IsACommandWithHelpOfItsOwn ) {
 }
 
 TEST( Help, OfTheTablesSaysWhichOnesTheModelLeavesOut ) {
-    EXPECT_THAT( bfri( { "tables", "--help" } ).out, HasSubstr( "have no\nstatic entries" ) );
+    EXPECT_THAT( bfri( { "tables", "--help" } ).out, HasSubstr( "have no static\nentries" ) );
 }
 
 TEST( UsageInJson, HasTheNamesThatItAnnounces ) {

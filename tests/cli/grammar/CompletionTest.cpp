@@ -36,13 +36,13 @@ TEST_F( Completion, OfAConfigurationLeavesPathsToTheShell ) {
     EXPECT_FALSE( candidatesFor( { "table", "switch.conf", "" } ).files );
 }
 
-struct Row {
+struct LineRow {
     std::vector<String> line;
     std::vector<String> some; ///< of the words that are offered
 };
 
 TEST_F( Completion, OfAnArgumentOffersWhatTheModelHas ) {
-    Row const rows[] = {
+    LineRow const rows[] = {
         { { "table", "switch.conf", "" }, { "pipe.acl" } },
         { { "table", "--json", "switch.conf", "pi" }, { "pipe.acl" } },
         { { "show", "switch.conf", "" }, { "pipe.acl", "counter", "hdr.mac", "hash" } },
@@ -56,7 +56,7 @@ TEST_F( Completion, OfAnArgumentOffersWhatTheModelHas ) {
         { { "check", "--explain", "" }, { "BF201", "BF304", "all" } },
         { { "help", "" }, { "show", "tables", "help" } },
     };
-    for( Row const& row : rows )
+    for( LineRow const& row : rows )
         EXPECT_THAT( wordsFor( row.line ), IsSupersetOf( row.some ) ) << testing::PrintToString( row.line );
 }
 

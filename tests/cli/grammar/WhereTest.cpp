@@ -73,17 +73,16 @@ TEST( AConditionOnRows, ThatIsNoneSaysWhy ) {
     EXPECT_THAT( refusal( "" ),
                  testing::StartsWith( "--where: a field is missing at the end; the fields are " ) );
     EXPECT_EQ( refusal( "size" ), "--where: =, !=, <, <=, >, >= or ~= is missing at the end" );
-    EXPECT_EQ( refusal( "size ! 4" ), "--where: =, !=, <, <=, >, >= or ~= is missing in front of '! 4'" );
+    EXPECT_EQ( refusal( "size ! 4" ), "--where: =, !=, <, <=, >, >= or ~= is missing before '! 4'" );
     EXPECT_EQ( refusal( "size=" ), "--where: a value is missing at the end" );
     EXPECT_EQ( refusal( "(size=1" ), "--where: ')' is missing at the end" );
-    EXPECT_EQ( refusal( "size=1)" ), "--where: 'and', 'or' or the end is missing in front of ')'" );
-    EXPECT_EQ( refusal( "size=1 size=2" ),
-               "--where: 'and', 'or' or the end is missing in front of 'size=2'" );
-    EXPECT_EQ( refusal( "name='x" ), "--where: a quote has no end in front of ''x'" );
+    EXPECT_EQ( refusal( "size=1)" ), "--where: 'and', 'or' or the end is missing before ')'" );
+    EXPECT_EQ( refusal( "size=1 size=2" ), "--where: 'and', 'or' or the end is missing before 'size=2'" );
+    EXPECT_EQ( refusal( "name='x" ), "--where: a quote has no end before ''x'" );
     EXPECT_EQ( refusal( "size=big" ), "--where: size is a number, not 'big'" );
     EXPECT_EQ( refusal( "handle=0xg" ), "--where: handle is a number, not '0xg'" );
     EXPECT_EQ( refusal( "direct=1" ), "--where: direct is true or false, not '1'" );
-    EXPECT_EQ( refusal( "size~=4" ), "--where: size is no text, for which there is ~=" );
+    EXPECT_EQ( refusal( "size~=4" ), "--where: ~= is for texts, but size is not a text" );
     EXPECT_NE( refusal( "name~=(" ), "none" );
     EXPECT_EQ( refusal( String( 5000, '(' ) ), "--where: too many parentheses and nots" );
 }

@@ -32,7 +32,7 @@ class RulesFile : public InFolder {
     }
 };
 
-/// What every rule has.
+/// The keys of every rule.
 String const common = "level = 'warn'\nreason = 'r'\n";
 
 TEST_F( RulesFile, HasEveryKindOfRule ) {

@@ -56,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(
              "placed table \"d\": 2" },
         Odd{ "BF203", ContextBuilder().table( acl().action( "NoAction" ) ), "in table \"acl\"" },
         Odd{ "BF204", twoTables( acl().handle( 7 ), lpm().handle( 7 ) ),
-             "(0x00000007): the handle is that of 2" },
+             "(0x00000007): it is the handle of 2" },
         Odd{ "BF205",
              ContextBuilder().table(
                  acl().action( "drop" ).with( "/actions/0/handle", "9" ).with( "/actions/1/handle", "9" ) ),
@@ -307,7 +307,7 @@ TEST_F( Finding, OfRepeatedMembersIsMadeForThoseThatSomePassReads ) {
 struct Repeated {
     char const* pointer;
     char const* subject;
-    char const* member; ///< as the finding has it
+    char const* member; ///< as in the finding
 };
 
 std::ostream& operator<<( std::ostream& os, Repeated const& row ) { return os << row.pointer; }
@@ -400,11 +400,11 @@ TEST_F( Finding, OfRepeatedMembersIsMadeOfTheSwitchConfigurationToo ) {
         EXPECT_EQ( finding.contextFile, "" );
 }
 
-// Numbers of stages behind the first.
+// Stage numbers after the first.
 
 struct OddStage {
     char const* number; ///< of the second of three stage tables; null for none
-    char const* says;   ///< behind its place; null for no finding
+    char const* says;   ///< after its place; null for no finding
 };
 
 std::ostream& operator<<( std::ostream& os, OddStage const& row ) {
@@ -451,7 +451,7 @@ INSTANTIATE_TEST_SUITE_P(
         OddStage{ "1.5", R"(a "stage_number" of 1.5)" }, OddStage{ "1e0", R"(a "stage_number" of 1.0)" },
         OddStage{ "18446744073709551616", R"(a "stage_number" of 18446744073709553000.0)" },
         OddStage{ "\"3\"", R"(a "stage_number" of "3")" }, OddStage{ "null", R"(a "stage_number" of null)" },
-        OddStage{ "[3]", R"(a "stage_number" that is no number)" },
+        OddStage{ "[3]", R"(a "stage_number" that is not a number)" },
         OddStage{ nullptr, R"(no "stage_number")" } ) );
 
 TEST_F( Finding, OfOddStagesIsNotMadeOfTablesWithoutResource ) {

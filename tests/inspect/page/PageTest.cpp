@@ -19,7 +19,7 @@ std::vector<Kind> kindsOf( Page const& page ) {
     return kinds;
 }
 
-/// "counters: hits" for each part that has rows; owners are behind a "<".
+/// "counters: hits" for each part that has rows; owners follow a "<".
 std::vector<String> partsOf( Bfri::Entry const& entry ) {
     std::vector<String> parts;
     for( Bfri::Part const& part : entry.parts ) {

@@ -10,7 +10,7 @@ using Support::StageTable;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Of a resource or of a load: stage tables, those that state a size, and the sum of these.
+/// Stage tables of a resource or a load, those that state a size, and the sum of these sizes.
 template<class Load>
 std::vector<std::uint64_t> entriesOf( Load const& load ) {
     return { load.tables, load.stated, load.entries };

@@ -13,7 +13,7 @@ class ProfileErrors : public OstlerFixture {
         EXPECT_TRUE( context_.profile.devices.empty() );
     }
 
-    /// What was expected and found are the reason's parts; a reason of another kind has none.
+    /// The parts of the reason: what was expected and what was found. Other reasons have none.
     static void expectParts( Ostler::Status const& status ) {
         std::string const found = status.found.empty() ? "" : ", found " + status.found;
         if( status.reason.starts_with( "expected " ) )
@@ -61,7 +61,7 @@ constexpr Value values[] = {
     { "{ \"a\": 1 }", "an object" },
 };
 
-/// A place for a value, and what must stand there.
+/// A place for a value, and what must be there.
 struct Place {
     std::string before, after;
     char const* kind;

@@ -1,4 +1,4 @@
-// Switch configurations that can be read, and what stands in the profile then.
+// Switch configurations that can be read, and the profiles that they give.
 
 #include "tests/platform/ostler/OstlerFixture.h"
 

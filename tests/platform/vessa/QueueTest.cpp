@@ -102,7 +102,7 @@ TEST( Queue, SurvivesSelfAssignment ) {
     EXPECT_EQ( elements( queue ), ( std::vector<U32>{ 1, 2, 3 } ) );
 }
 
-// A consumed front must not stay behind in the source.
+// A consumed front must not remain in the source.
 TEST( Queue, IsEmptyAndUsableAfterAMove ) {
     Queue source = queueOf( { 1, 2, 3, 4, 5 } );
     source.deq();

@@ -35,7 +35,7 @@ class ThrowingAssert : public testing::Test {
     ~ThrowingAssert() override { Zel::assertionHandlerIs( nullptr ); }
 };
 
-/// What a function's broken condition says.
+/// The report of a function's broken condition.
 template<class Function>
 AssertionFailure failureOf( Function function ) {
     try {

@@ -116,7 +116,7 @@ class Walk {
     std::map<String, U32> model_;
     U32 changes_ = 1;
     Map::iterator it_;
-    bool standing_ = false; ///< whether the iterator stands on an entry, the one that had the key at_
+    bool standing_ = false; ///< whether the iterator is on an entry, the one that had the key at_
     bool present_ = false;  ///< whether that entry is still in the map
     String at_;
 };

@@ -128,7 +128,7 @@ TEST_F( OrderedMapOfThree, IteratorsAreEqualOnTheSameEntry ) {
     EXPECT_EQ( Map::iterator(), map_.end() );
 }
 
-/// One change of the map while an iterator stands on 20, and what a walk from there visits.
+/// One change of the map while an iterator is at 20, and what a walk from there visits.
 struct WalkRow {
     char const* name;
     void ( *change )( Map& map );
@@ -213,7 +213,7 @@ TEST( OrderedMapIteration, VisitsWhatIsInsertedAheadUntilItStops ) {
         visited.push_back( entry.key() );
         if( entry.key() < 16 )
             map.is( entry.key() * 2, "" );
-        map.is( 0, "" ); // behind: never visited
+        map.is( 0, "" ); // before it: never visited
     }
     EXPECT_EQ( visited, ( std::vector<U32>{ 1, 2, 4, 8, 16 } ) );
     EXPECT_EQ( map.size(), 6U );

@@ -66,7 +66,7 @@ struct EnvironmentRow {
 };
 
 EnvironmentRow const environmentRows[] = {
-    // What is selected.
+    // Which lines are selected.
     { "", "0", "" },
     { "A/5", "05", "" },
     { "A/5-7", "0567", "" },
@@ -81,7 +81,7 @@ EnvironmentRow const environmentRows[] = {
     { "AA/5", "0", "" },
     { "A/A/5", "0", "" },
     { " A/5", "0", "" },
-    // What cannot be read is said and skipped.
+    // Unreadable parts are reported and skipped.
     { "A", "0", complaint( "A" ) },
     { "A/", "0", complaint( "A/" ) },
     { "/5", "0", complaint( "/5" ) },
@@ -168,7 +168,7 @@ TEST_F( Trace, TheTextIsBuiltOnlyWhenTheLevelIsOn ) {
     EXPECT_EQ( built, 1 );
 }
 
-// The macro stands where any statement can.
+// The macro can be used wherever a statement can.
 TEST_F( Trace, IsAStatementOfItsOwnInABranch ) {
     for( bool const yes : { true, false } )
         if( yes )

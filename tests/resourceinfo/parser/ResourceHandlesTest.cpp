@@ -15,7 +15,7 @@ constexpr char const* statistics = "statistics_table_refs";
 constexpr char const* meters = "meter_table_refs";
 constexpr char const* statefuls = "stateful_table_refs";
 
-/// What an entry references, by kind.
+/// The references of an entry, by kind.
 struct References {
     std::vector<U32> statistics;
     std::vector<U32> meters;

@@ -27,7 +27,7 @@ String contextOfLongNames() {
 
 class AllocationFaults : public testing::Test {
   protected:
-    /// Loads while an allocation fails, the one behind so many others, which must reach the caller; false
+    /// Loads while an allocation fails, the one after so many others, which must reach the caller; false
     /// when there are not so many.
     static bool failsBehind( std::size_t others, bool lasting, std::function<void()> const& load ) {
         bool caught = false;

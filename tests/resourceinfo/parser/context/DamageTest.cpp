@@ -23,7 +23,7 @@
 using namespace Context;
 
 // Valid inputs, damaged in every place: loading either fails by a broken condition that names the file, or
-// succeeds; it never crashes, hangs, or leaves anything behind.
+// succeeds; it never crashes, hangs, or leaves anything allocated.
 
 namespace BfResourceInfo {
 namespace {
@@ -105,7 +105,7 @@ class Damage : public testing::Test {
         return outcome;
     }
     /// A failure has a condition that is expected, and says where: the file, then why it cannot be used or
-    /// a place in it, then the table of what stands in one.
+    /// a place in it, then the table of what is in one.
     void expectSound( Outcome const& outcome ) const {
         if( outcome.loaded() )
             return;
@@ -142,10 +142,10 @@ class Damage : public testing::Test {
     int loads_ = 0;
 };
 
-/// What a value is replaced by: values of every type, empty ones too.
+/// Replacements for a value: values of every type, including empty ones.
 char const* const replacements[] = { "null", "true", "false", "7", "\"x\"", "\"\"", "[]", "[null]", "{}" };
 
-/// What a number is replaced by: those at the bounds of what is read, and others.
+/// Replacements for a number: at the bounds of what is read, and others.
 std::pair<char const*, char const*> const numbers[] = {
     { "0", "0" },
     { "-1", "-1" },
@@ -165,7 +165,7 @@ std::pair<char const*, char const*> const numbers[] = {
 
 bool isNumber( Support::JsonTree const& value ) { return isIndex( value.text() ); }
 
-/// The place of the object around the one that a member stands in.
+/// The place of the object around the one that a member is in.
 std::string outerObject( std::string const& pointer ) {
     std::string object = splitPointer( pointer ).first;
     while( isIndex( splitPointer( object ).second ) )

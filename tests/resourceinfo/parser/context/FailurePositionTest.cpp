@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-// What a failure says of the place in the input: file, place of the value, member asked for, table.
+// What a failure says about the place in the input: file, place of the value, member asked for, table.
 
 namespace BfResourceInfo {
 namespace {

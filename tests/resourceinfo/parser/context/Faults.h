@@ -50,7 +50,7 @@ inline constexpr char const* noInteger = "data_.f.flags & kInt64Flag";
 
 /// Expects the step to pass for the value as it is, to break each row's condition for that row's fault, and
 /// for any two faults at once to break what the earlier row breaks alone, at the same place of the code: the
-/// rows stand in the order in which the step reads.
+/// rows are in the order in which the step reads.
 void expectFaults( Support::JsonTree const& good, std::vector<Fault> const& faults,
                    std::function<void( Json )> const& step );
 

@@ -27,7 +27,7 @@ using Support::failureOf;
 using testing::ElementsAre;
 using testing::StartsWith;
 
-/// Stands between a load and its file: hands everything on, but for the faults that it is given.
+/// Sits between a load and its file, and passes everything on except for the faults that it is given.
 class FaultyFile : public InputFile {
   public:
     std::size_t longestRead = 4096;        ///< reads are shorter than they may be
@@ -57,7 +57,7 @@ class FaultyFile : public InputFile {
     std::unique_ptr<InputFile> const file_ = gzipFile();
 };
 
-/// What became of a load: the model, or the failure.
+/// The result of a load: the model, or the failure.
 struct ReadingOutcome {
     String model;
     String condition;

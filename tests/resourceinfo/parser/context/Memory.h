@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-/// The memory of this program: what it holds by operator new, from the slabs too, and a lack of it on demand.
-/// Of one thread.
+/// The memory of this program: what it holds by operator new and from the slabs, and a lack of memory on
+/// demand. For one thread.
 namespace Memory {
 
 /// Blocks that were not given back, their bytes, and the most of these since the last call of peakIsNow().
@@ -12,7 +12,7 @@ std::size_t bytes();
 std::size_t peak();
 void peakIsNow();
 
-/// While it lives, allocations fail: the one behind so many others, and, if told so, all further ones.
+/// While it lives, allocations fail: the one after so many others, and, if told so, all further ones.
 class Lack {
   public:
     Lack( std::size_t others, bool lasting );

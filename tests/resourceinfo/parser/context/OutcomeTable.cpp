@@ -11,7 +11,7 @@ namespace {
 
 using Texts = std::vector<std::pair<std::string, std::string>>;
 
-/// Adds to the text of a key, behind a comma when there is one.
+/// Adds to the text of a key, after a comma if there is text.
 void append( Texts& texts, std::string const& key, std::string const& text ) {
     auto const found =
         std::find_if( texts.begin(), texts.end(), [ & ]( auto const& entry ) { return entry.first == key; } );
@@ -28,7 +28,7 @@ std::string lines( Texts const& damages ) {
     return text;
 }
 
-/// Every line of a table behind the place that it is about.
+/// Every line of a table, after the place that it is about.
 std::set<std::string> linesOf( std::string const& table ) {
     std::set<std::string> lines;
     std::string place;

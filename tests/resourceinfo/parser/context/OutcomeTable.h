@@ -11,7 +11,7 @@
 
 namespace BfResourceInfo {
 
-/// The step behind which a JSON pointer goes on with another, and that step: "/tables/3" is "/tables" and
+/// The step after which a JSON pointer goes on with another one, and that step: "/tables/3" is "/tables" and
 /// "3".
 std::pair<std::string, std::string> splitPointer( std::string const& pointer );
 
@@ -19,7 +19,7 @@ std::pair<std::string, std::string> splitPointer( std::string const& pointer );
 bool isIndex( std::string_view step );
 
 /// A failure's position in a file as seen from a value: nothing for the value itself, even where it is
-/// missing; "." is the value, ".." the object that it stands in.
+/// missing; "." is the value, ".." the object that it is in.
 std::string seenFrom( std::string const& pointer, std::string const& position );
 
 /// A paragraph for values of the same place, but for indexes, that end alike: the place, which values these
@@ -36,7 +36,7 @@ class OutcomeTable {
     /// Outcomes are told in the order of their first damage, places in that of theirs.
     void add( std::string const& pointer, std::string const& damage, std::string const& outcome );
 
-    /// The paragraphs, with an empty line behind each.
+    /// The paragraphs, with an empty line after each.
     std::string text() const;
 
   private:
@@ -53,7 +53,7 @@ class OutcomeTable {
     std::vector<Value> values_;
 };
 
-/// The lines that only one of two tables has, each behind the place that it is about.
+/// The lines that only one of two tables has, each after the place that it is about.
 std::string difference( std::string const& expected, std::string const& actual );
 
 } // namespace BfResourceInfo

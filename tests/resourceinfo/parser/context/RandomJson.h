@@ -39,19 +39,19 @@ struct RandomJson {
     std::vector<RandomJson*> all();
 };
 
-/// What looks like a context file, with the members that are digested part by part.
+/// A text like a context file, with the members that are digested part by part.
 RandomJson randomContext( Random& random );
 
 /// The one key of a value, not to be read: equal for equal values, different for others.
 std::string canonical( RandomJson const& value );
 
 /// A JSON text of the value, with white space, escapes, spellings of numbers and order of members by chance.
-/// Those of one name stay in their order.
+/// Members with the same name stay in their order.
 std::string written( RandomJson const& value, Random& random );
 
 std::string utf8( std::u32string const& text );
 
-/// What an edit does.
+/// The effect of an edit.
 enum class Edit { scalar, letter, type, rename, swap, add, remove, container };
 inline constexpr std::size_t editKinds = 8;
 

@@ -1,4 +1,4 @@
-// What a survey has of a file beyond the model, field by field.
+// What a survey knows about a file beyond the model, field by field.
 
 #include "tests/resourceinfo/parser/context/Faults.h"
 #include "tests/resourceinfo/parser/context/Surveys.h"

@@ -40,7 +40,7 @@ ContextBuilder everyKind( String const& prefix ) {
         .learnQuanta( prefix + "q" );
 }
 
-/// What the model has at the positions that a survey says.
+/// The model's content at the positions in a survey.
 void expectRecords( BfResourceParser const& parser, SurveyedTable const& table ) {
     SCOPED_TRACE( table.name );
     bool const isPlaced = !table.stageTables.empty() && table.type != "condition";
