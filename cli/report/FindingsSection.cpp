@@ -15,9 +15,10 @@ void writeFinding( Html& html, Chip const& chip, Finding const& finding ) {
     else
         html.open( "span", { { "class", "a" } } );
     writeName( html, finding.name );
-    html.close().open( "p" ).text( finding.says );
+    html.close();
     if( finding.handle )
-        html.text( " " ).leaf( "code", handleText( *finding.handle ) );
+        writeHandle( html, *finding.handle );
+    html.open( "p" ).text( finding.says );
     if( chip.programs.size() > 1 && !finding.contextFile.empty() && finding.contextFile != finding.name )
         html.text( " " ).leaf( "small", finding.contextFile );
     html.close().close();

@@ -53,8 +53,7 @@ void writeBar( Html& html, PlanContext const& plan, std::size_t column, double s
 
 // Blocks.
 
-/// How many lines of so many letters a name takes, if it may be broken after an underscore, and anywhere if
-/// need be.
+/// How many lines of so many letters a name takes, if it may be broken after an underscore alone.
 std::size_t linesOf( std::string_view name, std::size_t letters ) {
     std::size_t lines = 1, left = letters;
     while( !name.empty() ) {
@@ -63,8 +62,7 @@ std::size_t linesOf( std::string_view name, std::size_t letters ) {
             ++lines;
             left = letters;
         }
-        lines += ( part - 1 ) / letters;
-        left -= std::min( left, part % ( letters + 1 ) );
+        left -= std::min( left, part ); // what is longer than a line ends in an ellipsis
         name.remove_prefix( part );
     }
     return lines;

@@ -75,10 +75,7 @@ void writeGroups( Html& html, Listing const& listing ) {
 } // namespace
 
 void writeListing( Html& html, Listing const& listing ) {
-    html.open( "div", { { "class", "list" },
-                        { "id", listing.id },
-                        { "data-n", own( "{}", listing.rows.size() ) },
-                        { "data-p", listing.ranges } } );
+    html.open( "div", { { "class", "list" }, { "id", listing.id }, { "data-p", listing.ranges } } );
     html.open( "div", { { "class", "ghead" } } );
     bool const isFlat = listing.rows.size() <= mostFlatRows;
     if( !isFlat )

@@ -156,7 +156,7 @@ void writeFigure( Html& html, char const* caption, String const& figure, String 
 void writeProgram( Html& html, ReportData const& data, std::size_t number, std::uint64_t most ) {
     ChipProgram const& program = data.chip.programs[ number ];
     ProgramTotals const totals = totalsOf( data, number );
-    std::size_t const resources = program.endResource - program.firstResource;
+    std::size_t const resources = data.chip.countPlaced( program );
     std::uint64_t const entries = data.entriesOf( number );
     html.open( "a", { { "class", "pl" }, { "href", own( "#p{}", number ) } } );
     writePipes( html, program, true );
@@ -221,7 +221,7 @@ void writeTop( Html& html, ReportData const& data ) {
     html.leaf( "p", { { "class", "lead" } },
                numberWord( chip.programs.size() ) + ( chip.programs.size() == 1 ? " program" : " programs" ) +
                    " on " + counted( pipes, "pipe" ) + ": " + counted( chip.tables.size(), "match table" ) +
-                   " and " + counted( chip.countOthers(), "other resource" ) + " in " +
+                   " and " + counted( chip.parser().bfResources().size(), "resource" ) + " in " +
                    counted( chip.stages.size(), "stage" ) + "." );
     html.close();
 }
@@ -230,10 +230,11 @@ void writeSoundness( Html& html, ReportData const& data ) {
     auto const& findings = data.chip.findings;
     Severity const worst = findings.empty() ? Severity::note : findings.front().kind->severity;
     auto const soundness = static_cast<Soundness>( worst );
-    static constexpr char const* words[] = { "Sound", "Loads, with warnings", "Has errors" };
+    static constexpr char const* words[] = { "Loads, with notes", "Loads, with warnings", "Has errors" };
     html.open( "div", { { "class", own( "band {}", cssOf( soundness ) ) } } );
     writeIcon( html, soundness );
-    html.open( "div" ).leaf( "h2", words[ static_cast<std::size_t>( soundness ) ] );
+    html.open( "div" ).leaf( "h2",
+                             findings.empty() ? "Sound" : words[ static_cast<std::size_t>( soundness ) ] );
     writeSeverities( html, data );
     html.close();
     writeCodes( html, findings );

@@ -14,10 +14,14 @@ struct Section {
     void ( *write )( Html&, ReportData const& );
 };
 
+/// The rows of the lists of changes.
 std::size_t countChanges( Chip const& chip ) {
-    return chip.removed.size() + static_cast<std::size_t>( std::count_if(
-                                     chip.resources.begin(), chip.resources.end(),
-                                     []( auto const& resource ) { return resource.marks.any(); } ) );
+    auto const isMarked = []( auto const& part ) { return part.marks.any(); };
+    auto const count =
+        std::count_if( chip.resources.begin(), chip.resources.end(), isMarked ) +
+        std::count_if( chip.tables.begin(), chip.tables.end(),
+                       [ & ]( ChipTable const& table ) { return !table.resource && isMarked( table ); } );
+    return chip.removed.size() + chip.removedTables.size() + static_cast<std::size_t>( count );
 }
 
 std::vector<Section> sectionsOf( ReportData const& data ) {
@@ -38,8 +42,9 @@ std::vector<Section> sectionsOf( ReportData const& data ) {
           { "findings", "Findings", chip.findings.size(), "What 'bfri check' reports, most severe first.",
             writeFindings },
           { "tables", "Match tables", chip.tables.size(), "Tables that an agent can program.", writeTables },
-          { "attached", "Other resources", chip.countOthers(),
-            "Counters, meters, registers, action data, selectors, and tables that an agent cannot program.",
+          { "attached", "Other parts", chip.countOthers(),
+            "Counters, meters, registers, action data, selectors, and tables that an agent cannot program. "
+            "Those that are not placed do not count as resources.",
             writeAttached },
           { "phv", "PHV bytes", chip.fields.size(), "", writeFields },
           { "hitbits", "Hit-bit space", {}, "", writeHitBits },

@@ -114,8 +114,10 @@ void writeTreemap( Html& html, Literal css, Treemap const& map ) {
 
 void writeLegend( Html& html, Chip const& chip ) {
     std::map<std::size_t, U32> types;
-    for( ChipResource const& resource : chip.resources )
-        types.emplace( placeOfType( resource.type ), resource.type );
+    for( ChipResource const& resource : chip.resources ) {
+        if( resource.isPlaced )
+            types.emplace( placeOfType( resource.type ), resource.type );
+    }
     html.open( "div", { { "class", "legend" } } );
     for( auto const& entry : types ) {
         html.open( "span", { { "class", when( !isMatchType( entry.second ), "nomatch" ) } } );

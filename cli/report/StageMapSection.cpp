@@ -130,8 +130,11 @@ void writeStageMap( Html& html, ReportData const& data, ChipProgram const& progr
     html.open( "colgroup" ).empty( "col", { { "class", "c0" } } );
     for( std::size_t i = 0; i < data.chip.stages.size(); ++i )
         html.empty( "col" );
-    html.close().open( "thead" ).open( "tr" ).open( "th" ).leaf( "b", ingress ? "Ingress" : "Egress" );
-    html.text( " " ).leaf( "span", "stage" ).close();
+    html.close().open( "thead" ).open( "tr" ).open( "th", { { "rowspan", "2" }, { "class", "c1" } } );
+    html.leaf( "b", ingress ? "Ingress" : "Egress" ).text( " " ).leaf( "span", "total" ).close();
+    html.leaf( "th", { { "colspan", own( "{}", data.chip.stages.size() ) }, { "scope", "colgroup" } },
+               "stage" );
+    html.close().open( "tr" );
     for( Stage const stage : data.chip.stages )
         html.leaf( "th", { { "scope", "col" } }, std::to_string( stage ) );
     html.close().close().open( "tbody" );

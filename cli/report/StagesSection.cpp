@@ -1,10 +1,28 @@
 #include "cli/report/Sections.h"
 
+#include <map>
+
 namespace Bfri {
 
 namespace {
 
-/// "stage 5 (101k, 26 %) and stage 4 (86k, 22 %)": the two with most entries.
+/// "mostly statistics": the kind with most of the entries in a stage; "above all", where that is not half.
+String topKindText( ReportData const& data, std::size_t program, std::size_t column ) {
+    std::map<std::size_t, std::pair<std::uint64_t, U32>> kinds; // by their places
+    for( StageGrid const& grid : data.grids[ program ] ) {
+        for( GridRow const& row : grid.rows ) {
+            auto& kind = kinds[ placeOfType( row.type ) ];
+            kind = { kind.first + row.cells[ column ].entries, row.type };
+        }
+    }
+    auto const top = std::max_element( kinds.begin(), kinds.end(), []( auto const& a, auto const& b ) {
+        return a.second.first < b.second.first;
+    } );
+    return ( top->second.first * 2 > data.totalOf( program, column ).entries ? "mostly " : "above all " ) +
+           String( styleOf( top->second.second ).word.view() );
+}
+
+/// "stage 5 (101k, 26 %), mostly hash match, and stage 4 (86k, 22 %), …": the two with most entries.
 String fullestText( ReportData const& data, std::size_t program ) {
     std::vector<std::pair<std::uint64_t, std::size_t>> totals;
     for( std::size_t i = 0; i < data.chip.stages.size(); ++i )
@@ -13,9 +31,10 @@ String fullestText( ReportData const& data, std::size_t program ) {
                       []( auto const& a, auto const& b ) { return a.first > b.first; } );
     String text;
     for( std::size_t i = 0; i < std::min<std::size_t>( 2, totals.size() ) && totals[ i ].first > 0; ++i )
-        text += fmt::format( "{}stage {} ({}, {})", i ? " and " : "", data.chip.stages[ totals[ i ].second ],
-                             rounded( totals[ i ].first ),
-                             percent( totals[ i ].first, data.entriesOf( program ) ) );
+        text += fmt::format( "{}stage {} ({}, {}), {}", i ? ", and " : "",
+                             data.chip.stages[ totals[ i ].second ], rounded( totals[ i ].first ),
+                             percent( totals[ i ].first, data.entriesOf( program ) ),
+                             topKindText( data, program, totals[ i ].second ) );
     return text;
 }
 

@@ -1,22 +1,30 @@
 // The floor plans as a picture of their own, for papers and wikis: what the page shows, in SVG alone.
 
+#include "cli/report/Embedded.h"
 #include "cli/report/Report.h"
 #include "cli/report/Text.h"
 #include "inspect/report/FloorPlan.h"
 
+#include <charconv>
 #include <map>
 
 namespace Bfri {
 
 namespace {
 
-constexpr double pictureWidth = 1140, margin = 16, headHeight = 58, planGap = 34, legendHeight = 30;
+constexpr double pictureWidth = 1140, margin = 16, headHeight = 58, planGap = 34, legendLine = 18;
 
-Literal fillOf( U32 type ) {
-    static constexpr Literal fills[ typeCount ] = { "#fbd093", "#b4a3cf", "#82bdef", "#c1cace", "#c1cace",
-                                                    "#c1cace", "#e9e4d2", "#c1b263", "#8cbb83", "#d99aa4",
-                                                    "#d99aa4", "#aee6f0", "#dedfdd" };
-    return fills[ placeOfType( type ) ];
+constexpr U32 severalTypes = ~U32(); // no type's number: the colour of several
+
+/// The light colour of a kind, which the style sheet has first: "--te:#fbd093".
+OwnText fillOf( U32 type ) {
+    constexpr std::size_t digits = 6;
+    String const name = "--" + String( styleOf( type ).css.view() ) + ":#";
+    std::string_view const colour =
+        embeddedStyleSheet.substr( embeddedStyleSheet.find( name ) + name.size(), digits );
+    U32 number = 0;
+    std::from_chars( colour.data(), colour.data() + colour.size(), number, 16 );
+    return own( "#{:06x}", number );
 }
 
 struct Drawing {
@@ -63,8 +71,8 @@ void drawBlock( Drawing const& drawing, PlanBlock const& block, std::size_t colu
                          { "y", own( "{:.1f}", top ) },
                          { "width", own( "{:.1f}", drawing.width() ) },
                          { "height", own( "{}", block.height - 1 ) },
-                         { "fill", block.several ? block.type ? fillOf( *block.type ) : Literal( "#dedfdd" )
-                                                 : fillOf( block.resource->type ) },
+                         { "fill", fillOf( block.several ? block.type.value_or( severalTypes )
+                                                         : block.resource->type ) },
                          { "class", isEven ? Literal( "even" ) : Literal( "block" ) } } );
     String const name =
         block.several ? "+" + grouped( block.several ) : String( SplitName( block.resource->name() ).last );
@@ -111,21 +119,44 @@ void drawPlan( Drawing const& drawing, Chip const& chip, String const& title ) {
     }
 }
 
-void drawLegend( Html& svg, Chip const& chip, double y ) {
+struct LegendEntry {
+    U32 type;
+    double x;
+    std::size_t line;
+};
+
+/// The kinds that are drawn, in lines as wide as the picture.
+std::vector<LegendEntry> legendOf( Chip const& chip ) {
     std::map<std::size_t, U32> types;
-    for( ChipResource const& resource : chip.resources )
-        types.emplace( placeOfType( resource.type ), resource.type );
+    for( ChipResource const& resource : chip.resources ) {
+        if( !resource.stages.empty() )
+            types.emplace( placeOfType( resource.type ), resource.type );
+    }
+    std::vector<LegendEntry> entries;
     double x = margin;
-    for( auto const& entry : types ) {
-        std::string_view const word = styleOf( entry.second ).word.view();
-        svg.empty( "rect", { { "x", own( "{:.1f}", x ) },
+    std::size_t line = 0;
+    for( auto const& [ place, type ] : types ) {
+        double const width = 34 + 6.5 * static_cast<double>( styleOf( type ).word.view().size() );
+        if( x + width > pictureWidth - margin ) {
+            x = margin;
+            ++line;
+        }
+        entries.push_back( { type, x, line } );
+        x += width;
+    }
+    return entries;
+}
+
+void drawLegend( Html& svg, std::vector<LegendEntry> const& entries, double top ) {
+    for( LegendEntry const& entry : entries ) {
+        double const y = top + legendLine * static_cast<double>( entry.line );
+        svg.empty( "rect", { { "x", own( "{:.1f}", entry.x ) },
                              { "y", own( "{:.1f}", y - 10 ) },
                              { "width", "12" },
                              { "height", "12" },
-                             { "fill", fillOf( entry.second ) },
+                             { "fill", fillOf( entry.type ) },
                              { "class", "block" } } );
-        writeText( svg, x + 17, y, "name", word );
-        x += 34 + 6 * static_cast<double>( word.size() );
+        writeText( svg, entry.x + 17, y, "name", styleOf( entry.type ).word.view() );
     }
 }
 
@@ -159,7 +190,10 @@ constexpr char const* style = "text{font:11px -apple-system,BlinkMacSystemFont,'
 
 String svgFloorPlans( Chip const& chip ) {
     auto const plans = plansOf( chip );
-    double height = margin + legendHeight;
+    auto const legend = legendOf( chip );
+    double const legendHeight =
+        legend.empty() ? 0 : legendLine * static_cast<double>( legend.back().line + 1 );
+    double height = margin + 12 + legendHeight;
     for( NamedPlan const& one : plans )
         height += headHeight + one.plan.height + planGap;
     Html svg( Html::Syntax::xml );
@@ -175,7 +209,7 @@ String svgFloorPlans( Chip const& chip ) {
         drawPlan( { svg, one.plan, top }, chip, one.title );
         top += one.plan.height + planGap + headHeight;
     }
-    drawLegend( svg, chip, height - 16 );
+    drawLegend( svg, legend, height - legendHeight + 2 );
     return std::move( svg.close() ).take();
 }
 

@@ -145,15 +145,16 @@ Judgement judgementOf( Verdict const& verdict ) {
                      sumsText( reasonsOf( verdict, NoticeLevel::handle ) ) + ".",
                  NoticeLevel::handle };
     return { Soundness::good, "Agent-safe",
-             "Nothing that an agent uses, by name or by handle, is removed, gets smaller or answers "
-             "differently." };
+             "An agent that looks everything up by name when it starts notices nothing, and every handle "
+             "still means the same record." };
 }
 
 /// Which agents notice nothing, and what only other programs would notice.
 void writeLevels( Html& html, Comparison const& comparison, Verdict const& verdict ) {
     html.open( "p" );
-    html.text( String( "By name: " ) + ( verdict.byName ? "safe" : "breaking" ) +
-               ". By handle: " + ( verdict.byHandle ? "safe" : "breaking" ) + "." );
+    html.text( String( "By name: " ) + ( verdict.byName ? "safe" : "breaking" ) + ". By handle: " +
+               ( verdict.byHandle ? "every handle still means the same record."
+                                  : "some handles no longer mean what they did." ) );
     if( comparison.unread.differs() )
         html.text( " Not read by the library, but different: " +
                    counted( comparison.unread.tables.size(), "table" ) + " and " +
@@ -166,21 +167,22 @@ void writeTally( Html& html, Comparison const& comparison ) {
         .open( "thead" )
         .open( "tr" )
         .leaf( "th", { { "scope", "col" } }, "Kind" );
-    for( char const* const title : { "+ added", "− removed", "~ changed", "→ moved", "same" } )
+    for( char const* const title : { "+ added", "− removed", "~ changed", "→ moved", "renamed", "same" } )
         html.leaf( "th", { { "scope", "col" } }, title );
     html.close().close().open( "tbody" );
     for( KindComparison const& kind : comparison.kinds ) {
         if( !kind.differs() )
             continue;
-        std::size_t changed = 0, moved = 0;
+        std::size_t changed = 0, moved = 0, renamed = 0;
         for( ChangedRecord const& record : kind.changed ) {
-            changed += record.hasChanged() || record.renamed;
+            changed += record.hasChanged();
             moved += record.move.has_value();
+            renamed += record.renamed;
         }
         html.open( "tr" ).leaf( "th", { { "scope", "row" } }, kind.kind->nouns );
         for( std::size_t const number :
              { kind.added.size() + kind.cameBack.size(), kind.removed.size() + kind.leftOut.size(), changed,
-               moved, kind.same } )
+               moved, renamed, kind.same } )
             html.leaf( "td", number ? grouped( number ) : "·" );
         html.close();
     }

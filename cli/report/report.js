@@ -123,6 +123,14 @@ for (const list of $$('.list')) {
   const pipes = list.dataset.p.split(';').map(p => { const [on, ab] = p.split(':'), [a, b] = (ab || '').split('-').map(Number); return { on: on.split(' '), a, b }; });
   const stage = (text, n) => /\d/.test(text) && text.split(', ').some(p => { const [a, b] = p.split('–').map(Number); return n >= a && n <= (b === undefined ? a : b); });
   const num = s => { const v = parseFloat(s.replace(/,/g, '')); return isNaN(v) ? -1 : v; };
+  function complaint(w) {                /* of a question that no row can answer */
+    const [, key, op, value] = /^(\w+)([:<>])(.*)$/.exec(w) || [], isNumber = /^(size|stage|pipe)$/.test(key);
+    if (!key || rows.some(r => r.low.includes(w))) return '';
+    if (!/^(pipe|stage|kind|dir|size)$/.test(key)) return `No key ${key}; keys are pipe, stage, kind, dir and size`;
+    if ((key === 'size') === (op === ':')) return `Write ${key === 'size' ? 'size>1000 or size<1000' : key + ':' + (isNumber ? '4' : '…')}`;
+    if (isNumber && !/^\d+$/.test(value)) return `${key}${op} needs a number`;
+    return value ? '' : `${key}: needs a word`;
+  }
   function passes(r, words) {
     return words.every(w => {
       let m;
@@ -139,7 +147,9 @@ for (const list of $$('.list')) {
     const words = input.value.trim().toLowerCase().split(/\s+/).filter(Boolean), on = words.length || sortBy >= 0;
     groups.hidden = on; head.hidden = on; flat.hidden = !on; more.hidden = true; reset.hidden = !on;
     if (!on) { count.textContent = ''; return; }
-    const got = read().filter(r => passes(r, words));
+    const wrong = read() && words.map(complaint).find(Boolean);
+    if (wrong) { count.textContent = wrong; flat.hidden = true; return 0; }
+    const got = rows.filter(r => passes(r, words));
     if (sortBy >= 0) {
       const numeric = !/^(Name|Kind|Direction|Of table|What)$/.test(names[sortBy]);
       got.sort((a, b) => { const x = a.c[sortBy], y = b.c[sortBy], d = numeric && !/^0x/.test(x) ? num(x) - num(y) : x < y ? -1 : x > y ? 1 : 0; return (down ? -d : d) || a.i - b.i; });
@@ -261,5 +271,14 @@ for (const plan of $$('.cs,.tm,.hm tbody')) {
     if (best) { cur.tabIndex = -1; best.tabIndex = 0; best.focus(); }
   });
 }
-addEventListener('beforeprint', () => $$('.list').forEach(l => { if (+l.dataset.n <= 400) $$('details', l).forEach(d => { d.open = true; }); }));
+
+/* ---- print: what is folded is unfolded, but for what has more than 400 rows; and folded again */
+let unfolded = [];
+addEventListener('beforeprint', () => {
+  const short = e => $$('tbody tr,li', e).length <= 400;
+  unfolded = [...$$('.list').filter(short), ...$$('main details').filter(d => !d.closest('.list') && short(d))]
+    .flatMap(e => [e, ...$$('details', e)]).filter(e => e.open === false);
+  unfolded.forEach(d => { d.open = true; });
+});
+addEventListener('afterprint', () => unfolded.forEach(d => { d.open = false; }));
 })();

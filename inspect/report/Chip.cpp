@@ -272,6 +272,12 @@ std::size_t Chip::countOthers() const {
         resources.begin(), resources.end(), []( auto const& resource ) { return !resource.table; } ) );
 }
 
+std::size_t Chip::countPlaced( ChipProgram const& program ) const {
+    auto const parts = resourcesOf( program );
+    return static_cast<std::size_t>( std::count_if(
+        parts.begin(), parts.end(), []( auto const& resource ) { return resource.isPlaced; } ) );
+}
+
 String const& Chip::nameOf( ChipLink link ) const {
     return link.to == ChipLink::To::table ? tables[ link.number ].record->name
                                           : resources[ link.number ].name();

@@ -127,7 +127,8 @@ struct Chip {
     }
     BfResourceInfo::BfResourceParser const& parser() const { return configuration->parser(); }
     std::size_t columnOf( Stage stage ) const; ///< its place among the stages
-    std::size_t countOthers() const;           ///< the resources that do not belong to match tables
+    std::size_t countOthers() const; ///< the parts that do not belong to match tables, placed or not
+    std::size_t countPlaced( ChipProgram const& program ) const; ///< its resources, as the model counts them
     String const& nameOf( ChipLink link ) const;
     /// What a finding is about; nothing if no part has that name.
     std::optional<ChipLink> linkOf( Finding const& finding ) const;

@@ -1,9 +1,11 @@
-#include "cli/report/Html.h"
+#include "cli/report/Embedded.h"
+#include "cli/report/Text.h"
 #include "tests/cli/Inputs.h"
 
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
+#include <regex>
 #include <sstream>
 
 namespace {
@@ -67,10 +69,58 @@ TEST_F( ReportCommand, TellsADifferenceWithStatus0 ) {
                  HasSubstr( "<h2>No difference</h2>" ) );
 }
 
+TEST_F( ReportCommand, SaysOfHandlesWhatIsSoWhenATableShrinks ) {
+    writeFile( "context.json",
+               Support::ContextBuilder().table( Support::matchTable( "t" ).size( 9 ) ).text() );
+    writeFile( "less.json", Support::ContextBuilder().table( Support::matchTable( "t" ).size( 8 ) ).text() );
+    String const shrunk = bfri( { "report", "context.json", "less.json", "-o", "-" } ).out;
+    EXPECT_THAT( shrunk,
+                 HasSubstr( "By name: breaking. By handle: every handle still means the same record." ) );
+    EXPECT_THAT( shrunk, Not( HasSubstr( "By handle: safe" ) ) );
+    String const grown = bfri( { "report", "less.json", "context.json", "-o", "-" } ).out;
+    EXPECT_THAT( grown, HasSubstr( "<h2>Agent-safe</h2>" ) );
+    EXPECT_THAT( grown, HasSubstr( "notices nothing, and every handle still means the same record" ) );
+}
+
 TEST_F( ReportCommand, DrawsAPictureAlone ) {
     EXPECT_EQ( bfri( { "report", "switch.conf", "--svg" } ).out, "wrote report.svg\n" );
     EXPECT_THAT( textOf( "report.svg" ), StartsWith( "<svg xmlns=\"http://www.w3.org/2000/svg\"" ) );
     EXPECT_THAT( textOf( "report.svg" ), HasSubstr( ">acl<" ) );
+}
+
+/// A placed table of each type, and the type that its name says.
+Support::ContextBuilder allKinds() {
+    using namespace Support;
+    ContextBuilder context;
+    for( char const* const type : { "ternary_match", "algorithmic_tcam_match", "hash_match", "hash_action",
+                                    "phase_0_match", "match_with_no_key" } )
+        context.table( matchTable( type ).stages( { StageTable( type ).number( 1 ).size( 9 ) } ) );
+    return context.table( actionDataTable( "action data" ) )
+        .table( selectionTable( "selection" ) )
+        .table( statisticsTable( "statistics" ) )
+        .table( meterTable( "meter" ) )
+        .table( wredTable( "WRED" ) )
+        .table( statefulTable( "stateful" ) );
+}
+
+TEST_F( ReportCommand, APictureHasALegendInsideInTheColoursOfThePage ) {
+    writeFile( "context.json", allKinds().text() );
+    bfri( { "report", "switch.conf", "--svg" } );
+    String const svg = textOf( "report.svg" );
+    std::regex const entry(
+        "<rect x=\"[0-9.]+\" y=\"[0-9.]+\" width=\"12\" height=\"12\" fill=\"([^\"]+)\" class=\"block\"/>"
+        "<text x=\"([0-9.]+)\" y=\"[0-9.]+\" class=\"name\">([^<]+)" );
+    std::size_t count = 0;
+    for( std::sregex_iterator i( svg.begin(), svg.end(), entry ), end; i != end; ++i, ++count ) {
+        String const word = ( *i )[ 3 ];
+        EXPECT_LT( std::stod( ( *i )[ 2 ] ) + 6 * static_cast<double>( word.size() ), 1140 ) << word;
+        U32 type = 0;
+        while( type < 99 && Bfri::styleOf( type ).word.view() != word )
+            ++type;
+        String const colour = "--" + String( Bfri::styleOf( type ).css.view() ) + ":" + String( ( *i )[ 1 ] );
+        EXPECT_NE( Bfri::embeddedStyleSheet.find( colour ), std::string_view::npos ) << word << ' ' << colour;
+    }
+    EXPECT_EQ( count, Bfri::typeCount - 1 );
 }
 
 TEST_F( ReportCommand, OfNothingIsAPage ) {
