@@ -125,7 +125,7 @@ Row verdict() {
         { { "differs", flag( "whether any value differs" ) },
           { "modelDiffers", flag( "whether any value that the library reads differs" ) },
           { "byName", flag( "whether an agent that looks everything up by name notices nothing" ) },
-          { "byHandle", flag( "whether an agent that keeps handles notices nothing" ) },
+          { "byHandle", flag( "whether every handle still means the same record" ) },
           { "notices", list( "what there is to notice, worst first", notice ) } },
         "what the differences mean" );
 }

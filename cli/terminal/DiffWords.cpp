@@ -255,7 +255,9 @@ String byNameSentence( Verdict const& verdict ) {
 }
 
 String byHandleSentence( Verdict const& verdict ) {
-    return verdictSentence( verdict, NoticeLevel::handle, "an agent that keeps handles", verdict.byHandle );
+    if( verdict.byHandle ) // which says nothing of what the records are now
+        return "every handle still means the same record";
+    return verdictSentence( verdict, NoticeLevel::handle, "an agent that keeps handles", false );
 }
 
 String unreadCounts( Unread const& unread ) {
