@@ -102,7 +102,7 @@ struct Handles {
 /// A name or a handle that several records of one context file share now, and did not share before.
 struct NewDuplicate {
     Kind kind = Kind::tables;
-    String name = {};                 ///< of the first record
+    String name = {};                 ///< of the first record; of those of a handle, of one that took it
     std::optional<String> table = {}; ///< of an action
     std::optional<U32> handle = {};   ///< that records with different names share; none for a name
     std::vector<String> names = {};   ///< that share the handle

@@ -375,6 +375,20 @@ TEST_F( Pairs, AreEqualHoweverTheyAreWritten ) {
     }
 }
 
+TEST_F( Pairs, TellWhichTableTookAHandle ) {
+    auto const tables = []( unsigned first, unsigned second ) {
+        return contextOf( ::matchTable( "first", first ) + ", " + ::matchTable( "second", second ) );
+    };
+    auto const takers = [ & ]( String const& now ) {
+        std::vector<String> names;
+        for( Bfri::NewDuplicate const& duplicate : compared( tables( 1, 2 ), now ).duplicates )
+            names.push_back( duplicate.name );
+        return names;
+    };
+    EXPECT_THAT( takers( tables( 1, 1 ) ), ElementsAre( "second" ) );
+    EXPECT_THAT( takers( tables( 2, 2 ) ), ElementsAre( "first" ) );
+}
+
 TEST_F( Pairs, TellWhichMembersDiffer ) {
     ContextBuilder program = editedProgram();
     program.with( "/tables/0/match_attributes/key_fields/0/bits", "31" )
