@@ -174,10 +174,11 @@ void addHandles( Space const& old, Space const& now, Renames const& renames, U32
             names.insert( owner->is.name );
         if( names.size() < 2 || wereTogether( names, former ) )
             continue;
-        auto const taker = std::find_if( owners.begin(), owners.end(), [ & ]( Owner const* owner ) {
-            auto const known = former.find( owner->is.name );
-            return known == former.end() || known->second.count( handle ) == 0;
-        } );
+        auto const taker =
+            std::find_if( owners.begin(), owners.end(), [ &, taken = handle ]( Owner const* owner ) {
+                auto const known = former.find( owner->is.name );
+                return known == former.end() || known->second.count( taken ) == 0;
+            } );
         HandleOwner const& is = ( taker == owners.end() ? owners.front() : *taker )->is;
         duplicates.push_back( { is.kind,
                                 is.name,
