@@ -14,7 +14,7 @@ inline constexpr char const* showText =
     "hash with its fields in order; a header; a PHV field. With --json, each kind has a member of its "
     "own.\n\n"
     "An action of one table is 'ACTION of TABLE'. A handle, decimal or hexadecimal with 0x, opens its "
-    "owner's page, unless a record has it as its name. If a record belongs to a match table that the "
+    "owner's page, unless it is the name of a record. If a record belongs to a match table that the "
     "model omits, the page says so, and why.";
 
 inline constexpr char const* tableText =

@@ -4,7 +4,7 @@
 
 namespace Bfri {
 
-/// The first value of a line that does not have the type of its option or argument. Names and handles are not
+/// The first value of a line whose type is wrong for its option or argument. Names and handles are not
 /// checked, as only the configuration knows them.
 std::optional<UsageError> wrongValueIn( Program const& program, ParsedLine const& line );
 

@@ -38,7 +38,7 @@ String traitsText( BfRegisterInfo const* r ) {
                      { true, r->indirect ? "indirect" : "direct" } } );
 }
 
-/// The handle that a record has in place of its own, unless it is the handle of a table that it belongs to.
+/// The handle in a record, where it differs from the resource's own and from those of its tables.
 std::optional<U32> otherHandle( Chip const& chip, ChipResource const& resource ) {
     auto const handle = std::visit(
         []( auto const& record ) -> std::optional<U32> {

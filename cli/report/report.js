@@ -123,7 +123,7 @@ for (const list of $$('.list')) {
   const pipes = list.dataset.p.split(';').map(p => { const [on, ab] = p.split(':'), [a, b] = (ab || '').split('-').map(Number); return { on: on.split(' '), a, b }; });
   const stage = (text, n) => /\d/.test(text) && text.split(', ').some(p => { const [a, b] = p.split('–').map(Number); return n >= a && n <= (b === undefined ? a : b); });
   const num = s => { const v = parseFloat(s.replace(/,/g, '')); return isNaN(v) ? -1 : v; };
-  function complaint(w) {                /* of a question that no row can answer */
+  function complaint(w) {                /* says why no row can match      */
     const [, key, op, value] = /^(\w+)([:<>])(.*)$/.exec(w) || [], isNumber = /^(size|stage|pipe)$/.test(key);
     if (!key || rows.some(r => r.low.includes(w))) return '';
     if (!/^(pipe|stage|kind|dir|size)$/.test(key)) return `No key ${key}; keys are pipe, stage, kind, dir and size`;

@@ -48,7 +48,7 @@ Row moved() {
 }
 
 Row kindObject( RecordKind const& kind ) {
-    Row const record = byName( "a record, as its list has it", Row() );
+    Row const record = byName( "a record, with the fields of its list", Row() );
     Row const changed =
         ofRecord( { { "fields", list( "what differs", change() ) },
                     { "firstOfName", flag( "whether a query by name answers for it, as before" ) } } );
@@ -75,8 +75,8 @@ Row handles() {
                                                       { "to", number( "its handle in NEW" ) },
                                                       { "pipes", pipes() } } ) );
     Row const reused = object( { { "handle", number( "that other records have now" ) },
-                                 { "from", object( owner(), "what has it in OLD" ) },
-                                 { "to", object( owner(), "what has it in NEW" ) },
+                                 { "from", object( owner(), "the record with this handle in OLD" ) },
+                                 { "to", object( owner(), "the record with this handle in NEW" ) },
                                  { "pipes", pipes() } } );
     return object( { { "renumbered", list( "records with another handle", renumbered ) },
                      { "count", number( "how many handles have changed" ) },
