@@ -171,7 +171,7 @@ void ChipBuilder::linkReferences( ChipLink owner, SurveyedTable const& survey ) 
 }
 
 void ChipBuilder::linkTable( ChipTable& table, SurveyedTable const& survey ) {
-    ChipLink const owner{ ChipLink::To::table, table.number };
+    ChipLink const owner = table.link();
     for( U32 const handle : { table.record->adtHandle, table.record->selHandle } ) {
         if( handle != 0 )
             attach( owner, handle );
@@ -222,7 +222,7 @@ void ChipBuilder::addFields() {
 
 void ChipBuilder::indexNames() {
     for( ChipTable const& table : chip_.tables )
-        chip_.byName.emplace( table.record->name, ChipLink{ ChipLink::To::table, table.number } );
+        chip_.byName.emplace( table.name(), table.link() );
     for( ChipResource const& resource : chip_.resources ) {
         if( !resource.table )
             chip_.byName.emplace( resource.name(), resource.link() );
@@ -279,32 +279,21 @@ std::size_t Chip::countPlaced( ChipProgram const& program ) const {
 }
 
 String const& Chip::nameOf( ChipLink link ) const {
-    return link.to == ChipLink::To::table ? tables[ link.number ].record->name
-                                          : resources[ link.number ].name();
+    return link.to == ChipLink::To::table ? tables[ link.number ].name() : resources[ link.number ].name();
+}
+
+U32 Chip::handleOf( ChipLink link ) const {
+    return link.to == ChipLink::To::table ? tables[ link.number ].record->handle
+                                          : resources[ link.number ].handle;
 }
 
 std::optional<ChipLink> Chip::linkOf( Finding const& finding ) const {
-    auto const handleOf = [ & ]( ChipLink link ) {
-        return link.to == ChipLink::To::table ? tables[ link.number ].record->handle
-                                              : resources[ link.number ].handle;
-    };
     auto const [ first, end ] = byName.equal_range( finding.name );
     for( auto entry = first; entry != end; ++entry ) {
         if( finding.handle == handleOf( entry->second ) )
             return entry->second;
     }
     return first == end ? std::nullopt : std::optional( first->second );
-}
-
-std::vector<Stage> allStagesUpTo( std::vector<Stage> taken ) {
-    constexpr Stage most = 64;
-    std::sort( taken.begin(), taken.end() );
-    taken.erase( std::unique( taken.begin(), taken.end() ), taken.end() );
-    if( taken.empty() || taken.back() >= most )
-        return taken;
-    std::vector<Stage> stages( taken.back() + 1 );
-    std::iota( stages.begin(), stages.end(), Stage( 0 ) );
-    return stages;
 }
 
 Chip chipOf( Configuration const& configuration ) { return ChipBuilder( configuration ).chip(); }
