@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/grammar/Failure.h"
-#include "cli/terminal/Streams.h"
+#include "cli/terminal/TerminalStyle.h"
 
 namespace Bfri {
 

@@ -8,8 +8,6 @@ namespace Bfri {
 
 namespace {
 
-constexpr std::size_t mostBytes = 60'000;
-
 /// A text that is nothing but text: what could be markup, a link or a mention is an entity, which never is.
 String inMarkdown( String const& text ) {
     String result;
@@ -27,20 +25,11 @@ String inMarkdown( String const& text ) {
 
 String code( String const& text ) { return "<code>" + inMarkdown( text ) + "</code>"; }
 
-/// Writes as long as there is room, and keeps some for the end.
-class MarkdownText {
-  public:
-    void add( String const& text ) { text_ += text; }
-    /// Whether there is room for a text, besides the line that says what is left out.
-    bool hasRoom( String const& text ) const {
-        constexpr std::size_t end = 400;
-        return text_.size() + text.size() + end <= mostBytes;
-    }
-    String const& text() const { return text_; }
-
-  private:
-    String text_;
-};
+/// Whether there is room for a text, besides the line that says what is left out.
+bool hasRoom( String const& markdown, String const& text ) {
+    constexpr std::size_t most = 60'000, end = 400;
+    return markdown.size() + text.size() + end <= most;
+}
 
 String markdownOf( DiffLine const& line ) {
     return String( "- " ) + code( String( 1, line.mark ) + ( line.isNoticed ? "!" : "" ) ) + ' ' +
@@ -48,27 +37,21 @@ String markdownOf( DiffLine const& line ) {
 }
 
 /// A folded section; what there is no room for is counted.
-void addSection( MarkdownText& markdown, DiffSection const& section, std::size_t& leftOut ) {
+void addSection( String& markdown, DiffSection const& section, std::size_t& leftOut ) {
     String const head = "\n<details><summary>" + inMarkdown( section.title ) + " (" +
                         std::to_string( section.lines.size() ) + ")</summary>\n\n";
     String const tail = "\n</details>\n";
-    if( section.lines.empty() )
-        return;
-    if( !markdown.hasRoom( head + markdownOf( section.lines.front() ) + tail ) ) {
-        leftOut += section.lines.size();
-        return;
-    }
-    markdown.add( head );
-    bool isFull = false;
+    std::size_t written = 0;
     for( DiffLine const& line : section.lines ) {
-        String const text = markdownOf( line );
-        isFull = isFull || !markdown.hasRoom( text + tail );
-        if( isFull )
-            ++leftOut;
-        else
-            markdown.add( text );
+        String const text = ( written == 0 ? head : "" ) + markdownOf( line );
+        if( !hasRoom( markdown, text + tail ) )
+            break;
+        markdown += text;
+        ++written;
     }
-    markdown.add( tail );
+    leftOut += section.lines.size() - written;
+    if( written > 0 )
+        markdown += tail;
 }
 
 DiffSection handlesSection( Comparison const& comparison ) {
@@ -83,8 +66,7 @@ DiffSection handlesSection( Comparison const& comparison ) {
 DiffSection duplicatesSection( Verdict const& verdict ) {
     DiffSection section{ "duplicates", {} };
     for( Notice const& notice : verdict.notices ) {
-        std::string_view const kind = notice.kind->code;
-        if( kind == "BD107" || kind == "BD108" )
+        if( isDuplicate( notice ) )
             section.lines.push_back( { '~', true, notice.name, notice.text } );
     }
     return section;
@@ -92,8 +74,7 @@ DiffSection duplicatesSection( Verdict const& verdict ) {
 
 String totalsTable( Comparison const& comparison ) {
     RowList const totals = totalsOf( comparison );
-    String head = "|";
-    String rule = "|";
+    String head = "|", rule = "|";
     for( Field const& field : totals.header ) {
         head += ' ' + String( field.name ) + " |";
         rule += " --- |";
@@ -123,14 +104,13 @@ String verdictText( Comparison const& comparison, Verdict const& verdict ) {
 } // namespace
 
 void printMarkdown( std::ostream& out, Comparison const& comparison, Verdict const& verdict ) {
-    MarkdownText markdown;
-    markdown.add( verdictText( comparison, verdict ) );
+    String markdown = verdictText( comparison, verdict );
     std::vector<DiffSection> sections = sectionsOf( comparison, verdict );
     if( !sections.empty() )
-        markdown.add( totalsTable( comparison ) );
+        markdown += totalsTable( comparison );
     for( String const& line : { renumberedLine( comparison.handles ), shiftedLine( comparison ) } ) {
         if( !line.empty() )
-            markdown.add( "\n" + inMarkdown( line ) + "\n" );
+            markdown += "\n" + inMarkdown( line ) + "\n";
     }
     sections.push_back( duplicatesSection( verdict ) );
     sections.push_back( handlesSection( comparison ) );
@@ -139,8 +119,8 @@ void printMarkdown( std::ostream& out, Comparison const& comparison, Verdict con
     for( DiffSection const& section : sections )
         addSection( markdown, section, leftOut );
     if( leftOut > 0 )
-        markdown.add( "\nAnd " + std::to_string( leftOut ) + " more: bfri diff lists them all.\n" );
-    out << markdown.text();
+        markdown += "\nAnd " + std::to_string( leftOut ) + " more: bfri diff lists them all.\n";
+    out << markdown;
 }
 
 } // namespace Bfri

@@ -2,7 +2,6 @@
 
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/DiffWords.h"
-#include "cli/terminal/Paint.h"
 #include "cli/terminal/TextFormat.h"
 
 namespace Bfri {
@@ -56,12 +55,11 @@ bool printHandles( std::ostream& out, TerminalStyle const& look, Comparison cons
 bool printDuplicates( std::ostream& out, TerminalStyle const& look, Verdict const& verdict ) {
     bool isAny = false;
     for( Notice const& notice : verdict.notices ) {
-        std::string_view const code = notice.kind->code;
-        if( code != "BD107" && code != "BD108" )
+        if( !isDuplicate( notice ) )
             continue;
         isAny = true;
-        String const handle =
-            code == "BD108" ? hexText( std::get<Hex>( notice.to.is ).value ) + ' ' : String();
+        Hex const* const shared = std::get_if<Hex>( &notice.to.is );
+        String const handle = shared ? hexText( shared->value ) + ' ' : "";
         out << painted( look, Paint::red,
                         "! " + handle +
                             escapeForTerminal( notice.what + ' ' + notice.name +

@@ -4,8 +4,6 @@
 
 #include "inspect/diff/Verdict.h"
 
-#include <map>
-
 namespace Bfri {
 
 /// One line: its mark, whether an agent that looks up by name notices, and the texts, unescaped.
@@ -29,6 +27,9 @@ DiffSection unreadSection( Unread const& unread );
 
 /// One row of counts per kind: "KIND", "ADDED", and so on.
 RowList totalsOf( Comparison const& comparison );
+
+/// Whether it is about a new duplicate, which has a line of its own.
+bool isDuplicate( Notice const& notice );
 
 /// "2 tables removed, 1 action renamed": the notices of a level, or nothing.
 String countsOf( Verdict const& verdict, NoticeLevel level );
