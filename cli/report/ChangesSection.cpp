@@ -1,4 +1,4 @@
-#include "cli/report/Sections.h"
+#include "cli/report/Parts.h"
 
 #include "inspect/diff/Comparison.h"
 

@@ -1,6 +1,6 @@
 #include "cli/report/Report.h"
 
-#include "cli/report/Sections.h"
+#include "cli/report/Parts.h"
 
 namespace Bfri {
 

@@ -34,6 +34,9 @@ struct ChipLink {
     bool operator==( ChipLink const& ) const = default;
 };
 
+using ChipRecord = std::variant<std::monostate, BfTableCounterInfo const*, BfTableMeterInfo const*,
+                                BfTableWredInfo const*, BfRegisterInfo const*>;
+
 /// A table of a context file that is placed, or that has a record in the model other than a match table's.
 struct ChipResource {
     std::size_t number;
@@ -48,9 +51,7 @@ struct ChipResource {
     bool isStated = false;                 ///< the file states the entries of each stage
     std::optional<std::size_t> table = {}; ///< whose place it is
     std::vector<ChipLink> owners = {};     ///< that it is attached to
-    std::variant<std::monostate, BfTableCounterInfo const*, BfTableMeterInfo const*, BfTableWredInfo const*,
-                 BfRegisterInfo const*>
-        record = {};
+    ChipRecord record = {};
 
     Marks marks = {};
     ChipResource const* old = nullptr; ///< in the older configuration; null if it is not there
