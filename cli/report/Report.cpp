@@ -79,7 +79,7 @@ void writeMain( Html& html, ReportData const& data, std::vector<Section> const& 
     writeOverview( html, data );
     for( Section const& section : sections ) {
         html.add( "<section id={} class=s><header><h2>{}</h2>", section.id, section.title );
-        if( std::string_view( section.subtitle ).size() )
+        if( section.subtitle != "" )
             html.add( "<p>{}</p>", section.subtitle );
         html.add( "</header>" );
         section.write( html, data );

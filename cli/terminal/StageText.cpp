@@ -156,7 +156,7 @@ String fullestText( StageMap const& map, StageMeasure by ) {
 /// "stage 3: 4 of 35 resources; 45056 entries, 11% of all".
 String stageOverview( StageMap const& map, Stage stage ) {
     StageLoad const load = loadOf( map, stage );
-    String const text =
+    String text =
         fmt::format( "stage {}: {} of {}", stage, load.spanning, countText( map.size(), "resource" ) );
     if( load.stated == 0 )
         return text;
