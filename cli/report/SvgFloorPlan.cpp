@@ -127,13 +127,13 @@ double drawLegend( Html& svg, Chip const& chip, double top ) {
     return y + legendLine;
 }
 
-constexpr Literal style = "text{font:11px -apple-system,BlinkMacSystemFont,'Segoe "
-                          "UI',Roboto,Arial,'Liberation Sans',sans-serif;fill:#14181d}"
-                          ".title{font-size:14px;font-weight:600}.stage,.sum{text-anchor:middle;fill:#"
-                          "616a75}.stage{font-size:12px;fill:#14181d}"
-                          ".size{font-size:10px}.block{stroke:#14181d;stroke-opacity:.36;stroke-width:.6}"
-                          ".even{stroke:#434b55;stroke-dasharray:3 "
-                          "2}.band{opacity:.5}.far{fill:none;stroke:#616a75;stroke-dasharray:3 3}";
+constexpr char const* style = "text{font:11px -apple-system,BlinkMacSystemFont,'Segoe "
+                              "UI',Roboto,Arial,'Liberation Sans',sans-serif;fill:#14181d}"
+                              ".title{font-size:14px;font-weight:600}.stage,.sum{text-anchor:middle;fill:#"
+                              "616a75}.stage{font-size:12px;fill:#14181d}"
+                              ".size{font-size:10px}.block{stroke:#14181d;stroke-opacity:.36;stroke-width:.6}"
+                              ".even{stroke:#434b55;stroke-dasharray:3 "
+                              "2}.band{opacity:.5}.far{fill:none;stroke:#616a75;stroke-dasharray:3 3}";
 
 } // namespace
 
