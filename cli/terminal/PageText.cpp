@@ -20,17 +20,15 @@ constexpr Column ownerColumns[] = { { "HANDLE", "handle" },
 constexpr Column actionLineColumns[] = {
     { "HANDLE", "handle" }, { "TABLE HANDLE", "tableHandle" }, { "OF TABLE", "tableName" } };
 
-void printIndented( std::ostream& out, String const& indent, String const& lines ) {
-    std::istringstream in( lines );
-    for( String line; std::getline( in, line ); )
-        out << indent << line << '\n';
-}
-
-/// The part of a terminal that an indent leaves.
-TerminalStyle within( TerminalStyle look, std::string_view indent ) {
+/// Prints to the part of a terminal that an indent leaves.
+template<class Print>
+void printIndented( std::ostream& out, TerminalStyle look, std::size_t indent, Print print ) {
     if( look.columns > 0 )
-        look.columns -= std::min( look.columns - 1, indent.size() );
-    return look;
+        look.columns -= std::min( look.columns - 1, indent );
+    std::stringstream lines;
+    print( lines, look );
+    for( String line; std::getline( lines, line ); )
+        out << String( indent, ' ' ) << line << '\n';
 }
 
 /// Names in their order, with their places in it.
@@ -56,12 +54,12 @@ void printRecord( std::ostream& out, TerminalStyle const& look, RecordKind const
     }
     if( entry.placeable )
         row.push_back( { "placed", placeText( entry.place ) } );
-    std::ostringstream lines;
-    printFields( lines, row );
-    printIndented( out, "  ", lines.str() );
+    printIndented( out, look, 2, [ & ]( std::ostream& lines, auto const& ) { printFields( lines, row ); } );
     for( Omission const& table : entry.omitted ) {
         out << '\n';
-        printIndented( out, "  ", inLines( escapeForTerminal( sentenceOf( table ) ), within( look, "  " ) ) );
+        printIndented( out, look, 2, [ & ]( std::ostream& lines, TerminalStyle const& room ) {
+            lines << inLines( escapeForTerminal( sentenceOf( table ) ), room );
+        } );
     }
 }
 
@@ -79,10 +77,10 @@ RowList linesOf( Part const& part ) {
     return inColumns( columns, {}, rows );
 }
 
-void printLines( std::ostream& out, TerminalStyle const& look, String const& indent, RowList const& list ) {
-    std::ostringstream lines;
-    printColumns( lines, list, within( look, indent ) );
-    printIndented( out, indent, lines.str() );
+void printLines( std::ostream& out, TerminalStyle const& look, std::size_t indent, RowList const& list ) {
+    printIndented( out, look, indent, [ & ]( std::ostream& lines, TerminalStyle const& room ) {
+        printColumns( lines, list, room );
+    } );
 }
 
 bool areSame( std::vector<Row> const& a, std::vector<Row> const& b ) { return !( a < b ) && !( b < a ); }
@@ -99,7 +97,7 @@ void printPart( std::ostream& out, TerminalStyle const& look, Part const& part, 
     else if( before && part.rows.size() > 1 && areSame( part.rows, before->rows ) )
         out << "    the same " << part.rows.size() << " as above\n";
     else
-        printLines( out, look, "    ", linesOf( part ) );
+        printLines( out, look, 4, linesOf( part ) );
 }
 
 /// Actions say little, and many tables have one of a name: a line each.
@@ -111,7 +109,7 @@ void printActions( std::ostream& out, TerminalStyle const& look, Section const& 
         row.push_back( { "tableHandle", tables.empty() ? Value() : valueOf( tables.front(), "handle" ) } );
         rows.push_back( std::move( row ) );
     }
-    printLines( out, look, "  ", inColumns( actionLineColumns, {}, rows ) );
+    printLines( out, look, 2, inColumns( actionLineColumns, {}, rows ) );
 }
 
 void printSection( std::ostream& out, TerminalStyle const& look, Section const& section,

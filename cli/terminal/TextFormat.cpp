@@ -182,17 +182,6 @@ class Grid {
     std::vector<GridColumn> columns_;
 };
 
-void addField( std::vector<Line>& lines, Field const& field ) {
-    String const name = escapeForTerminal( field.name );
-    List const* const list = std::get_if<List>( &field.value.is );
-    if( !list || list->empty() || !std::holds_alternative<Row>( list->front().is ) ) {
-        lines.push_back( { name, textOf( field.value ) } );
-        return;
-    }
-    for( Value const& value : *list )
-        lines.push_back( { &value == &list->front() ? name : "", textOf( value ) } );
-}
-
 } // namespace
 
 String cutAtFront( String const& shownText, std::size_t most, TerminalStyle const& look ) {
@@ -261,8 +250,15 @@ void printColumns( std::ostream& out, RowList const& list, TerminalStyle const& 
 
 void printFields( std::ostream& out, Row const& row ) {
     std::vector<Line> lines;
-    for( Field const& field : row )
-        addField( lines, field );
+    for( Field const& field : row ) {
+        lines.push_back( { escapeForTerminal( field.name ), textOf( field.value ) } );
+        List const* const list = std::get_if<List>( &field.value.is );
+        if( !list || list->empty() || !std::holds_alternative<Row>( list->front().is ) )
+            continue;
+        lines.back().back() = textOf( list->front() );
+        for( auto value = list->begin() + 1; value != list->end(); ++value )
+            lines.push_back( { "", textOf( *value ) } );
+    }
     Grid const grid( std::move( lines ), std::vector<GridColumn>( 2 ) );
     grid.print( out, {} );
 }
