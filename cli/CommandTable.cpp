@@ -3,7 +3,6 @@
 #include "cli/CommandTexts.h"
 #include "cli/commands/Answers.h"
 #include "cli/grammar/ListTexts.h"
-#include "cli/schema/AnswerSchemas.h"
 #include "inspect/model/RecordKinds.h"
 
 namespace Bfri {
@@ -133,7 +132,6 @@ constexpr Command withArguments[] = {
       .details = summaryText,
       .examples = "bfri summary switch.conf\n"
                   "bfri summary switch.conf --json | jq .counts",
-      .schema = Schema::summary,
       .show = summary,
       .showAll = summaryOfAll },
     { .word = "show",
@@ -146,7 +144,6 @@ constexpr Command withArguments[] = {
                   "bfri show switch.conf 0x01000031\n"
                   "bfri show switch.conf 'permit of ipv4_acl'\n"
                   "bfri show switch.conf ipv4_acl --json | jq '.bfTables[].counters[].name'",
-      .schema = Schema::show,
       .show = show },
     { .word = "table",
       .group = inspecting,
@@ -156,7 +153,6 @@ constexpr Command withArguments[] = {
       .details = tableText,
       .examples = "bfri table switch.conf ipv4_acl\n"
                   "bfri table switch.conf ipv4_acl --json | jq .size",
-      .schema = Schema::table,
       .show = table },
     { .word = "stages",
       .group = inspecting,
@@ -168,7 +164,6 @@ constexpr Command withArguments[] = {
       .examples = "bfri stages switch.conf\n"
                   "bfri stages switch.conf --by entries\n"
                   "bfri stages switch.conf --stage 8",
-      .schema = Schema::stages,
       .show = stages },
     { .word = "report",
       .group = inspecting,
@@ -188,7 +183,6 @@ constexpr Command withArguments[] = {
       .details = dumpText,
       .examples = "bfri dump switch.conf\n"
                   "bfri dump switch.conf | jq '.bfTables | length'",
-      .schema = Schema::dump,
       .show = dump },
     { .word = "lookup",
       .group = finding,
@@ -199,7 +193,6 @@ constexpr Command withArguments[] = {
       .details = lookupText,
       .examples = "bfri lookup switch.conf 0x1000001\n"
                   "bfri lookup switch.conf 16777224 0x21400002 --json",
-      .schema = Schema::lookup,
       .show = lookup },
     { .word = "annotate",
       .group = finding,
@@ -229,7 +222,6 @@ constexpr Command withArguments[] = {
       .details = namesText,
       .examples = "bfri names switch.conf --kind table\n"
                   "bfri show switch.conf \"$(bfri names switch.conf | fzf)\"",
-      .schema = Schema::names,
       .show = names,
       .showAll = namesOfAll },
     { .word = "normalize",
@@ -251,7 +243,6 @@ constexpr Command withArguments[] = {
                   "bfri check switch.conf --sarif | jq '.runs[].results[].ruleId'\n"
                   "bfri check switch.conf --json | jq '.configurations[].findings[].code'\n"
                   "bfri check --explain BF304",
-      .schema = Schema::check,
       .run = check },
     { .word = "budget",
       .group = judging,
@@ -262,7 +253,6 @@ constexpr Command withArguments[] = {
       .details = budgetText,
       .examples = "bfri budget switch.conf budget.toml\n"
                   "bfri budget switch.conf budget.toml --against old/switch.conf --json | jq .errors",
-      .schema = Schema::budget,
       .run = budget },
     { .word = "diff",
       .group = judging,
@@ -276,7 +266,6 @@ constexpr Command withArguments[] = {
                   "bfri diff old/switch.conf new/switch.conf --fail-on breaking\n"
                   "bfri diff old/switch.conf new/switch.conf --markdown\n"
                   "bfri diff --explain BD105",
-      .schema = Schema::diff,
       .run = diff },
 };
 

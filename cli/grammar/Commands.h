@@ -76,10 +76,9 @@ struct Command {
     bool csv = false;                     ///< takes --csv
     OnBadData onBadData = OnBadData::explain;
     RecordKind const* listing =
-        nullptr;                 ///< what a list command lists, with --filter, --sort and -n; else null
-    char const* details = "";    ///< for the help: paragraphs, separated by blank lines
-    char const* examples = "";   ///< for the help: command lines, one per line
-    Row ( *schema )() = nullptr; ///< of its JSON answer; null for lists, and without JSON
+        nullptr;               ///< what a list command lists, with --filter, --sort and -n; else null
+    char const* details = "";  ///< for the help: paragraphs, separated by blank lines
+    char const* examples = ""; ///< for the help: command lines, one per line
     /// Answers from the configuration that the first argument names.
     ExitStatus ( *show )( Configuration const&, Request const&, Streams const& ) = nullptr;
     /// Answers from several configurations; null for commands that take one.
