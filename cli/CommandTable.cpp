@@ -2,7 +2,6 @@
 
 #include "cli/CommandTexts.h"
 #include "cli/commands/Answers.h"
-#include "cli/grammar/ListTexts.h"
 #include "inspect/model/RecordKinds.h"
 
 namespace Bfri {
@@ -81,7 +80,10 @@ constexpr Option stagesOptions[] = {
 constexpr Option namesOptions[] = {
     { "--kind", "KIND", "Only names of this kind", { ValueKind::recordKind } },
     { "--filter", "REGEX", "Only names that match somewhere (ECMAScript syntax)" },
-    { "--where", "EXPRESSION", "Only names for which this holds: 'kinds=table and name~=^l3'" } };
+    { "--where",
+      "EXPRESSION",
+      "Only names for which this holds: 'kinds=table and name~=^l3'",
+      { ValueKind::condition } } };
 constexpr Option checkOptions[] = {
     { "--all", nullptr, "Show every finding, not just the first ones of each code" },
     { "--baseline", "FILE", "Count only findings that are not in this earlier answer of 'check --json'",
@@ -129,17 +131,16 @@ constexpr Command withArguments[] = {
       .description = "Show the files, the pipelines, and the number of records of each kind",
       .arguments = oneConfOrMore,
       .json = true,
-      .details = summaryText,
       .examples = "bfri summary switch.conf\n"
                   "bfri summary switch.conf --json | jq .counts",
       .show = summary,
-      .showAll = summaryOfAll },
+      .rows = summaryRows,
+      .print = printSummaries },
     { .word = "show",
       .group = inspecting,
       .description = "Show everything about a record, by name, unique end of a name, or handle",
       .arguments = confAndName,
       .json = true,
-      .details = showText,
       .examples = "bfri show switch.conf ipv4_acl\n"
                   "bfri show switch.conf 0x01000031\n"
                   "bfri show switch.conf 'permit of ipv4_acl'\n"
@@ -150,7 +151,6 @@ constexpr Command withArguments[] = {
       .description = "Show the record of one match table",
       .arguments = confAndTable,
       .json = true,
-      .details = tableText,
       .examples = "bfri table switch.conf ipv4_acl\n"
                   "bfri table switch.conf ipv4_acl --json | jq .size",
       .show = table },
@@ -160,7 +160,6 @@ constexpr Command withArguments[] = {
       .arguments = oneConf,
       .options = stagesOptions,
       .json = true,
-      .details = stagesText,
       .examples = "bfri stages switch.conf\n"
                   "bfri stages switch.conf --by entries\n"
                   "bfri stages switch.conf --stage 8",
@@ -170,7 +169,6 @@ constexpr Command withArguments[] = {
       .description = "Write a page for the browser: stages, room, tables and findings, or a difference",
       .arguments = oneOrTwoConfs,
       .options = reportOptions,
-      .details = reportText,
       .examples = "bfri report switch.conf\n"
                   "bfri report old/switch.conf new/switch.conf -o difference.html\n"
                   "bfri report switch.conf --svg -o floor-plan.svg",
@@ -180,7 +178,6 @@ constexpr Command withArguments[] = {
       .description = "Print the whole model as one JSON object",
       .arguments = oneConf,
       .onBadData = OnBadData::dieAsLibrary,
-      .details = dumpText,
       .examples = "bfri dump switch.conf\n"
                   "bfri dump switch.conf | jq '.bfTables | length'",
       .show = dump },
@@ -190,7 +187,6 @@ constexpr Command withArguments[] = {
       .arguments = confAndHandles,
       .json = true,
       .csv = true,
-      .details = lookupText,
       .examples = "bfri lookup switch.conf 0x1000001\n"
                   "bfri lookup switch.conf 16777224 0x21400002 --json",
       .show = lookup },
@@ -198,7 +194,6 @@ constexpr Command withArguments[] = {
       .group = finding,
       .description = "Copy standard input, adding the owner's name after each known handle",
       .arguments = oneConf,
-      .details = annotateText,
       .examples = "bfri annotate switch.conf < agent.log\n"
                   "tail -f agent.log | bfri annotate switch.conf",
       .show = annotate },
@@ -206,12 +201,11 @@ constexpr Command withArguments[] = {
       .group = finding,
       .description = "Print one field of one record and nothing else, for scripts",
       .arguments = confKindNameField,
-      .details = fieldText,
       .examples = "bfri field switch.conf table ipv4_acl size\n"
                   "bfri field switch.conf action 'permit of ipv4_acl' handle\n"
                   "bfri field switch.conf phv hdr.ethernet.dst_addr ingressBytes",
-      .show = field,
-      .showAll = fieldOfAll },
+      .rows = fieldRows,
+      .print = printValues },
     { .word = "names",
       .group = finding,
       .description = "Print every name, one per line",
@@ -219,16 +213,15 @@ constexpr Command withArguments[] = {
       .options = namesOptions,
       .json = true,
       .csv = true,
-      .details = namesText,
+      .blank = blankName,
       .examples = "bfri names switch.conf --kind table\n"
                   "bfri show switch.conf \"$(bfri names switch.conf | fzf)\"",
-      .show = names,
-      .showAll = namesOfAll },
+      .rows = nameRows,
+      .print = printNames },
     { .word = "normalize",
       .group = finding,
       .description = "Print names of fields as the model compares them",
       .arguments = fieldNames,
-      .details = normalizeText,
       .examples = "bfri normalize 'hdr.vlan[0].vid' 'hdr.stack$3.field'",
       .run = normalize },
     { .word = "check",
@@ -237,7 +230,6 @@ constexpr Command withArguments[] = {
       .arguments = someConfs,
       .options = checkOptions,
       .json = true,
-      .details = checkText,
       .examples = "bfri check build/*/switch.conf --ignore BF304,BF305 --fail-on warning\n"
                   "bfri check switch.conf --baseline baseline.json --fail-on warning\n"
                   "bfri check switch.conf --sarif | jq '.runs[].results[].ruleId'\n"
@@ -250,7 +242,6 @@ constexpr Command withArguments[] = {
       .arguments = confAndRules,
       .options = budgetOptions,
       .json = true,
-      .details = budgetText,
       .examples = "bfri budget switch.conf budget.toml\n"
                   "bfri budget switch.conf budget.toml --against old/switch.conf --json | jq .errors",
       .run = budget },
@@ -260,7 +251,6 @@ constexpr Command withArguments[] = {
       .arguments = oldAndNew,
       .options = diffOptions,
       .json = true,
-      .details = diffText,
       .examples = "bfri diff old/switch.conf new/switch.conf\n"
                   "bfri diff old/switch.conf new/switch.conf --only tables --json\n"
                   "bfri diff old/switch.conf new/switch.conf --fail-on breaking\n"
@@ -274,7 +264,6 @@ constexpr Command aboutTheProgram[] = {
       .group = helping,
       .description = "Print the arguments and options of a command, with examples",
       .arguments = maybeCommand,
-      .details = helpText,
       .examples = "bfri help show",
       .run = help },
     { .word = "schema",
@@ -282,7 +271,6 @@ constexpr Command aboutTheProgram[] = {
       .description = "Print the JSON Schema of a command's answer",
       .arguments = oneCommand,
       .options = schemaOptions,
-      .details = schemaText,
       .examples = "bfri schema check\n"
                   "bfri schema tables --keys",
       .run = schema },
@@ -298,17 +286,32 @@ constexpr Command aboutTheProgram[] = {
       .run = manual },
 };
 
-/// Every kind of record has a list.
+/// What the list of each kind shows, in the order of the enumeration.
+constexpr char const* listDescriptions[] = { "The match tables",
+                                             "The hardware resources: their kind, direction, size and stages",
+                                             "The counters, and the tables that they belong to",
+                                             "The meters, and the tables that they belong to",
+                                             "The WRED tables, and the tables that they belong to",
+                                             "The registers, their cells, and the tables that they belong to",
+                                             "The learn quantas",
+                                             "The actions of the match tables",
+                                             "The flexible headers, and their bytes",
+                                             "The dynamic hash calculations, and their fields",
+                                             "The fields in the PHV, and the bytes that they take there",
+                                             "Every placed table by handle, with what it references" };
+static_assert( std::size( listDescriptions ) == static_cast<std::size_t>( Kind::handles ) + 1 );
+
 Command listCommand( RecordKind const& kind ) {
     return { .word = kind.many,
              .group = listing,
-             .description = listTextOf( kind.kind ).description,
+             .description = listDescriptions[ static_cast<std::size_t>( kind.kind ) ],
              .arguments = oneConfOrMore,
              .json = true,
              .csv = true,
              .listing = &kind,
-             .show = list,
-             .showAll = listAll };
+             .blank = kind.blank,
+             .rows = recordRows,
+             .print = printRecords };
 }
 
 std::vector<Command> allCommands() {
@@ -341,6 +344,7 @@ Program const& program() {
                                   .description =
                                       "Shows what the P4 compiler's context files say about a switch chip.",
                                   .usage = "COMMAND CONF [ARG...] [OPTIONS]",
+                                  .details = commandTexts,
                                   .exitStatuses = exitStatuses,
                                   .environment = environment,
                                   .commands = commands };

@@ -1,12 +1,14 @@
 #include "cli/commands/Loading.h"
+
 #include "cli/terminal/BudgetText.h"
 #include "cli/terminal/Characters.h"
-
 #include "cli/terminal/FaultText.h"
+#include "cli/terminal/TextFormat.h"
 #include "inspect/check/Checked.h"
 #include "inspect/load/FaultDetails.h"
+#include "inspect/rows/JsonFormat.h"
 
-#include <fmt/format.h>
+#include <fmt/ostream.h>
 
 namespace Bfri {
 
@@ -28,6 +30,12 @@ Row loadFailureRow( LoadFailure const& failure ) {
     String const error = sentenceOf( fault ) + ( place.empty() ? "" : " (" + place + ")" ) +
                          ( fault.found.empty() || !fault.problem.empty() ? "" : ", found " + fault.found );
     return { { "error", error }, { "suggestions", List() }, { "failure", rowOf( fault ) } };
+}
+
+void tell( String const& conf, Failure const& failure, std::ostream& err ) {
+    fmt::print( err, "bfri: {}: {}\n", escapeForTerminal( conf ), failure.what() );
+    for( String const& name : failure.suggestions )
+        fmt::print( err, "  {}\n", escapeForTerminal( name ) );
 }
 
 } // namespace
@@ -57,6 +65,52 @@ Rules loadRules( String const& path ) {
     if( auto const* const mistake = std::get_if<RulesMistake>( &rules ) )
         throw Failure( ExitStatus::notLoadable, mistakeText( *mistake ) );
     return std::get<Rules>( std::move( rules ) );
+}
+
+std::optional<Rules> rulesOf( Request const& request ) {
+    return request.has( "--budget" ) ? std::optional( loadRules( request.option( "--budget" ) ) )
+                                     : std::nullopt;
+}
+
+Answers answersOf( Request const& request, std::ostream& err ) {
+    Answers answers{ .areSeveral = request.confs > 1 };
+    for( String const& conf : std::span( request.words ).first( request.confs ) ) {
+        try {
+            for( Row& row : request.command->rows( load( conf, *request.command, err ), request ) )
+                answers.rows.push_back( withConf( std::move( row ), conf, answers.areSeveral ) );
+        } catch( Failure const& failure ) {
+            if( !answers.areSeveral || failure.status == ExitStatus::usage )
+                throw;
+            tell( conf, failure, err );
+            answers.failures.push_back( withConf( rowOf( failure ), conf ) );
+            answers.status = std::max( answers.status, failure.status );
+        }
+    }
+    return answers;
+}
+
+void chooseRows( std::vector<Row>& rows, Request const& request, std::ostream& err ) {
+    bool const any = !rows.empty();
+    choose( rows, request.choice );
+    if( !any || !rows.empty() || request.choice.most == 0 )
+        return;
+    if( request.choice.where )
+        err << "bfri: no row matches '" << escapeForTerminal( request.option( "--where" ) ) << "'\n";
+    else if( request.choice.filter )
+        err << "bfri: no name matches '" << escapeForTerminal( request.option( "--filter" ) ) << "'\n";
+}
+
+void printForPrograms( Answers answers, char const* member, Request const& request, Streams const& io ) {
+    if( request.format == Format::csv ) {
+        printCsv(
+            io, { withConf( request.command->blank(), "", answers.areSeveral ), std::move( answers.rows ) } );
+        return;
+    }
+    JsonAnswer json( io.out );
+    json.member( member, List( std::move_iterator( answers.rows.begin() ),
+                               std::move_iterator( answers.rows.end() ) ) );
+    if( answers.areSeveral )
+        json.member( "failures", std::move( answers.failures ) );
 }
 
 } // namespace Bfri

@@ -24,7 +24,27 @@ Configuration load( String const& path, Command const& command, std::ostream& er
 /// The members of a failure's JSON object; of a LoadFailure with its parts.
 Row rowOf( Failure const& failure );
 
-/// The rules of a budget; a mistake in the file is a Failure of status notLoadable that says where it is.
+/// The rules of the budget that an option names; nothing without the option. A mistake in the file is a
+/// Failure of status notLoadable that says where it is.
+std::optional<Rules> rulesOf( Request const& request );
 Rules loadRules( String const& path );
+
+/// What the configurations of a command line answer.
+struct Answers {
+    std::vector<Row> rows = {}; ///< if there are several, each starts with its configuration, as "conf"
+    bool areSeveral = false;
+    List failures = {};                   ///< of several, those without an answer, and why
+    ExitStatus status = ExitStatus::done; ///< the worst
+};
+
+/// The command's rows for every configuration of a request, loaded one after the other. If there are several,
+/// one that fails is reported, and does not keep the others from answering.
+Answers answersOf( Request const& request, std::ostream& err );
+
+/// Leaves the chosen rows, and says why there are none.
+void chooseRows( std::vector<Row>& rows, Request const& request, std::ostream& err );
+
+/// Prints rows as CSV, or as JSON in a member of that name.
+void printForPrograms( Answers answers, char const* member, Request const& request, Streams const& io );
 
 } // namespace Bfri

@@ -55,8 +55,7 @@ Row mapRow( StageMap const& map, std::optional<Stage> asked, Rules const* budget
 
 ExitStatus stages( Configuration const& configuration, Request const& request, Streams const& io ) {
     auto const asked = stageAskedFor( request );
-    auto const rules =
-        request.has( "--budget" ) ? std::optional( loadRules( request.option( "--budget" ) ) ) : std::nullopt;
+    auto const rules = rulesOf( request );
     Rules const* const budget = rules ? &*rules : nullptr;
     auto const maps = budget ? stageMapsByProgram( configuration ) : stageMapsOf( configuration );
     if( asked )

@@ -11,6 +11,7 @@
 
 namespace Bfri {
 
+struct Answers;
 struct RecordKind;
 
 /// The kind of a value decides what the parser accepts, and what completion offers.
@@ -26,6 +27,7 @@ enum class ValueKind {
     recordKind, ///< "table", "tables"
     field,      ///< a field of the record kind on the line
     order,      ///< a field of the rows that the command lists; after a dash: descending
+    condition,  ///< on the fields of these rows
     codes,      ///< codes or titles of findings, separated by commas
     codesOrAll, ///< the same, or "all"
     noticeCode, ///< the code or title of a notice of a difference, or "all"
@@ -65,7 +67,8 @@ struct Option {
 /// What bad context data does to a command.
 enum class OnBadData { explain, dieAsLibrary };
 
-/// A command. It has either show or run.
+/// A command. It has one of show, run, and rows with print; or show for one configuration, and rows with
+/// print for several.
 struct Command {
     char const* word;
     char const* group; ///< its heading in the help; empty for commands that the help does not list
@@ -76,13 +79,16 @@ struct Command {
     bool csv = false;                     ///< takes --csv
     OnBadData onBadData = OnBadData::explain;
     RecordKind const* listing =
-        nullptr;               ///< what a list command lists, with --filter, --sort and -n; else null
-    char const* details = "";  ///< for the help: paragraphs, separated by blank lines
+        nullptr; ///< what a list command lists, with --filter, --sort and -n; else null
+    /// A row of those that --filter and --where choose from; of its values only the types count.
+    Row ( *blank )() = nullptr;
     char const* examples = ""; ///< for the help: command lines, one per line
     /// Answers from the configuration that the first argument names.
     ExitStatus ( *show )( Configuration const&, Request const&, Streams const& ) = nullptr;
-    /// Answers from several configurations; null for commands that take one.
-    ExitStatus ( *showAll )( Request const&, Streams const& ) = nullptr;
+    /// What a configuration adds to the answer of one or of several.
+    std::vector<Row> ( *rows )( Configuration const&, Request const& ) = nullptr;
+    /// Prints the rows of all.
+    void ( *print )( Answers, Request const&, Streams const& ) = nullptr;
     /// Answers without a configuration, or loads its own.
     ExitStatus ( *run )( Request const&, Streams const& ) = nullptr;
 };
@@ -101,6 +107,9 @@ struct Program {
     char const* title = "";       ///< for the manual page: "inspector of ..."
     char const* description = ""; ///< a sentence
     char const* usage = ""; ///< what the program's own help shows after its name: "COMMAND CONF [ARG...]"
+    /// What the help says about the commands: the name of each, and below it, indented, paragraphs with blank
+    /// lines between them.
+    char const* details = "";
     std::span<Explanation const> exitStatuses = {};
     std::span<Explanation const> environment = {}; ///< variables
     std::span<Command const> commands;             ///< in the order of the help
@@ -123,9 +132,6 @@ String argumentsOf( Command const& command, char const* before = "", char const*
 
 /// The names of the commands that the help lists.
 std::vector<String> commandWords( Program const& program );
-
-/// The names of the fields of a kind of record.
-std::vector<String> fieldsOf( RecordKind const& kind );
 
 /// The names of the kinds of record, singular.
 std::vector<String> kindWords();

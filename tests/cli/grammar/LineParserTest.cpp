@@ -1,5 +1,4 @@
 #include "cli/grammar/LineParser.h"
-#include "cli/grammar/UsageMessage.h"
 
 #include <gmock/gmock.h>
 #include <sstream>
