@@ -57,6 +57,18 @@ TEST( Help, IsACommandWithHelpOfItsOwn ) {
     EXPECT_THAT( bfri( { "--help" } ).out, HasSubstr( "\n  help  " ) );
 }
 
+TEST( Help, HasTextsOfCommandsOnly ) {
+    std::istringstream lines( Bfri::program().details );
+    std::set<String> commands;
+    for( String line; std::getline( lines, line ); ) {
+        if( line.empty() || line.starts_with( "  " ) )
+            continue;
+        EXPECT_TRUE( Bfri::findCommand( Bfri::program(), line ) ) << line;
+        EXPECT_TRUE( commands.insert( line ).second ) << line;
+    }
+    EXPECT_GT( commands.size(), 15U );
+}
+
 TEST( Help, OfTheTablesSaysWhichOnesTheModelLeavesOut ) {
     EXPECT_THAT( bfri( { "tables", "--help" } ).out, HasSubstr( "have no static\nentries" ) );
 }
