@@ -21,13 +21,17 @@ constexpr char const* unlisted = "";
 
 constexpr char const* severities[] = { "error", "warning", "note" };
 constexpr char const* failuresOfDiff[] = { "any", "breaking", "handles", "never" };
+constexpr char const* measures[] = { "tables", "entries" };
 constexpr ValueType failures = { ValueKind::choice, "", failuresOfDiff };
 constexpr ValueType severity = { ValueKind::choice, "", severities };
-constexpr char const* measures[] = { "tables", "entries" };
+constexpr ValueType measure = { ValueKind::choice, "", measures };
 constexpr ValueType path = { ValueKind::file, "the path of a switch configuration" };
 constexpr ValueType rulesPath = { ValueKind::file, "the path of a budget's rules" };
 constexpr ValueType baselinePath = { ValueKind::file, "the path of an earlier answer" };
+constexpr ValueType reportPath = { ValueKind::file, "the path of a file" };
 constexpr ValueType stage = { ValueKind::number, "the number of a stage" };
+constexpr ValueType condition = { ValueKind::condition };
+constexpr ValueType codesOrAll = { ValueKind::codesOrAll };
 
 // Arguments.
 
@@ -69,10 +73,7 @@ constexpr Argument typedWords[] = {
 // Options, besides those that optionsOf adds.
 
 constexpr Option stagesOptions[] = {
-    { "--by",
-      "MEASURE",
-      "Measure the stages by tables (the default) or by entries",
-      { ValueKind::choice, "", measures } },
+    { "--by", "MEASURE", "Measure the stages by tables (the default) or by entries", measure },
     { "--budget", "RULES", "Show how full the stages are, by the capacities in this file of rules",
       rulesPath },
     { "--list", nullptr, "Print one line per resource, with a bar over its stages" },
@@ -80,19 +81,13 @@ constexpr Option stagesOptions[] = {
 constexpr Option namesOptions[] = {
     { "--kind", "KIND", "Only names of this kind", { ValueKind::recordKind } },
     { "--filter", "REGEX", "Only names that match somewhere (ECMAScript syntax)" },
-    { "--where",
-      "EXPRESSION",
-      "Only names for which this holds: 'kinds=table and name~=^l3'",
-      { ValueKind::condition } } };
+    { "--where", "EXPRESSION", "Only names for which this holds: 'kinds=table and name~=^l3'", condition } };
 constexpr Option checkOptions[] = {
     { "--all", nullptr, "Show every finding, not just the first ones of each code" },
     { "--baseline", "FILE", "Count only findings that are not in this earlier answer of 'check --json'",
       baselinePath },
-    { "--explain",
-      "CODES",
-      "Explain these findings, and what to do about them; 'all' lists every finding",
-      { ValueKind::codesOrAll },
-      true },
+    { "--explain", "CODES", "Explain these findings, and what to do about them; 'all' lists every finding",
+      codesOrAll, true },
     { "--ignore", "CODES", "Ignore these findings", { ValueKind::codes }, true },
     { "--fail-on", "SEVERITY", "Lowest severity for exit status 1: error, warning or note (the default)",
       severity },
@@ -102,7 +97,7 @@ constexpr Option reportOptions[] = {
     { .name = "--output",
       .label = "FILE",
       .description = "Write this file instead of report.html; '-' is standard output",
-      .type = { ValueKind::file, "the path of a file" },
+      .type = reportPath,
       .shortName = "-o" },
     { "--budget", "RULES", "Show the map also in shares of the capacities in this file of rules", rulesPath },
     { .name = "--svg",
@@ -119,10 +114,7 @@ constexpr Option diffOptions[] = {
     { "--unread", nullptr, "List all differences in what the library does not read" },
     { "--fail-on", "WHAT", "When the exit status is 1: any (the default), breaking, handles or never",
       failures },
-    { .name = "--markdown",
-      .label = nullptr,
-      .description = "Print Markdown for a pull request, of at most 60 kB",
-      .excludes = "--json" },
+    { "--markdown", nullptr, "Print Markdown for a pull request, of at most 60 kB", {}, false, "--json" },
     { "--explain", "CODE", "Explain this notice; 'all' lists every notice", { ValueKind::noticeCode } } };
 
 constexpr Command withArguments[] = {

@@ -1,9 +1,11 @@
 #include "cli/commands/Meant.h"
+
 #include "cli/terminal/Characters.h"
-
+#include "cli/terminal/TextFormat.h"
 #include "inspect/model/ActionWord.h"
+#include "inspect/rows/JsonFormat.h"
 
-#include <fmt/format.h>
+#include <fmt/ostream.h>
 
 namespace Bfri {
 
@@ -50,6 +52,27 @@ void refuse( String const& word, SeveralRecords const& several ) {
                        : fmt::format( "{}, and no word tells all of them apart; 'bfri {}' lists them:", means,
                                       several.kind->many ),
                    several.words );
+}
+
+void refuseCode( char const* noun, String const& word, std::vector<String> const& suggestions ) {
+    throw Failure( ExitStatus::usage,
+                   fmt::format( "no {} has the code '{}'; {}", noun, escapeForTerminal( word ),
+                                suggestions.empty() ? "'--explain all' lists them" : "codes like it:" ),
+                   suggestions );
+}
+
+void printExplanations( List const& rows, Format format, std::ostream& out ) {
+    if( format == Format::json )
+        return JsonAnswer( out ).member( "codes", rows );
+    for( Value const& value : rows ) {
+        Row const& row = std::get<Row>( value.is );
+        auto const text = [ & ]( char const* field ) { return textOf( valueOf( row, field ) ); };
+        fmt::print( out, "{}{} {} ({})\n\n{}\n\n", &value == &rows.front() ? "" : "\n\n", text( "code" ),
+                    text( "title" ), textOf( row[ 2 ].value ), text( "meaning" ) );
+        if( text( "matters" ) != "-" )
+            fmt::print( out, "Why it matters: {}\n\n", text( "matters" ) );
+        fmt::print( out, "What to do: {}\n", text( "advice" ) );
+    }
 }
 
 } // namespace Bfri

@@ -30,15 +30,14 @@ List named( BfResourceInfo::BfResourceParser const& parser, Vessa::Queue<U32> co
 Row placement( Configuration const& configuration, U32 handle ) {
     auto const& parser = configuration.parser();
     BfZelResource const* const resource = parser.resourceHandles().find( handle );
-    if( !resource )
-        return { { "stageStart", {} },
-                 { "statReferences", {} },
-                 { "meterReferences", {} },
-                 { "statefulReferences", {} } };
-    return { { "stageStart", U32{ resource->stageStart } },
-             { "statReferences", named( parser, resource->statReferences() ) },
-             { "meterReferences", named( parser, resource->meterReferences() ) },
-             { "statefulReferences", named( parser, resource->statefulReferences() ) } };
+    using References = Vessa::Queue<U32> const& (BfZelResource::*)() const;
+    auto const references = [ & ]( References all ) {
+        return resource ? Value( named( parser, ( resource->*all )() ) ) : Value();
+    };
+    return { { "stageStart", resource ? Value( U32{ resource->stageStart } ) : Value() },
+             { "statReferences", references( &BfZelResource::statReferences ) },
+             { "meterReferences", references( &BfZelResource::meterReferences ) },
+             { "statefulReferences", references( &BfZelResource::statefulReferences ) } };
 }
 
 /// The place of the table that is meant: the first of its name, else of its handle. Says on err where there

@@ -35,8 +35,7 @@ String typeOf( Field const& field ) {
 String fieldLines( RecordKind const& kind, char const* indent, std::string_view without = "" ) {
     String lines;
     for( Field const& field : kind.blank() ) {
-        auto const info = std::find_if( kind.fields.begin(), kind.fields.end(),
-                                        [ & ]( FieldInfo const& one ) { return one.name == field.name; } );
+        auto const info = std::ranges::find( kind.fields, field.name, &FieldInfo::name );
         if( without.find( fmt::format( " {} ", field.name ) ) == without.npos )
             lines += fmt::format( "{}{}: {} {}\n", indent, field.name, typeOf( field ),
                                   info == kind.fields.end() ? "" : info->meaning );
@@ -130,10 +129,8 @@ Lines allLines() {
 
 /// The lines that belong to the first one: those after it that are indented more.
 Lines below( Lines lines ) {
-    auto const end = std::find_if( lines.begin() + 1, lines.end(), [ & ]( Line const& line ) {
-        return line.indent <= lines.front().indent;
-    } );
-    return { lines.begin() + 1, end };
+    auto const isDeeper = [ & ]( Line const& line ) { return line.indent > lines.front().indent; };
+    return { lines.begin() + 1, std::find_if_not( lines.begin() + 1, lines.end(), isDeeper ) };
 }
 
 /// The first line of each answer or group with the name, with all that follow.
@@ -160,7 +157,6 @@ struct Keys {
     std::vector<String> required = {};
 
     void add( Lines lines );
-    void add( std::string_view name, Row schema );
 };
 
 Row object( Keys keys, std::string_view meaning ) {
@@ -172,8 +168,6 @@ Row object( Keys keys, std::string_view meaning ) {
 
 /// A type with its meaning; the lines are the keys of an object.
 Row schemaOf( std::string_view type, std::string_view meaning, Lines keys ) {
-    static constexpr std::pair<std::string_view, char const*> words[] = {
-        { "text", "string" }, { "flag", "boolean" }, { "integer", "integer" }, { "number", "integer" } };
     if( takeEnd( "?", type ) ) {
         Row schema = schemaOf( type, meaning, keys );
         schema.front().value = List{ schema.front().value, "null" };
@@ -185,27 +179,25 @@ Row schemaOf( std::string_view type, std::string_view meaning, Lines keys ) {
         schema.push_back( { isList ? "items" : "additionalProperties", schemaOf( type, meaning, keys ) } );
         return schema;
     }
-    for( auto const& [ word, name ] : words ) {
-        if( type != word )
-            continue;
-        Row schema = typed( name, meaning );
-        if( word == "number" )
-            schema.push_back( { "minimum", U32{ 0 } } );
-        return schema;
+    if( auto const groups = named( type ); type == "object" || !groups.empty() ) {
+        Keys all;
+        all.add( groups.empty() ? keys : below( groups.front() ) );
+        return object( std::move( all ), meaning );
     }
+    bool const isChoice = type.find( '/' ) != type.npos;
+    bool const isText = type == "text" || isChoice;
+    Row schema = typed( isText ? "string" : type == "flag" ? "boolean" : "integer", meaning );
     if( type == "any" )
-        return meaning.empty() ? Row() : Row{ { "description", String( meaning ) } };
-    if( type.find( '/' ) != type.npos ) {
-        Row schema = typed( "string", meaning );
-        List choices;
+        schema.erase( schema.begin() );
+    if( type == "number" )
+        schema.push_back( { "minimum", U32{ 0 } } );
+    if( isChoice ) {
+        List words;
         while( !type.empty() )
-            choices.emplace_back( String( takeUntil( "/", type ) ) );
-        schema.push_back( { "enum", std::move( choices ) } );
-        return schema;
+            words.emplace_back( String( takeUntil( "/", type ) ) );
+        schema.push_back( { "enum", std::move( words ) } );
     }
-    Keys all;
-    all.add( type == "object" ? keys : below( named( type ).at( 0 ) ) );
-    return object( std::move( all ), meaning );
+    return schema;
 }
 
 void Keys::add( Lines lines ) {
@@ -215,22 +207,16 @@ void Keys::add( Lines lines ) {
             add( below( named( rest ).at( 0 ) ) );
             continue;
         }
-        std::string_view const type = takeUntil( " ", rest );
         takeEnd( ":", name );
-        add( name, schemaOf( type, rest, below( lines ) ) );
+        bool const isOptional = takeEnd( "?", name );
+        std::string_view const type = takeUntil( " ", rest );
+        if( std::ranges::find( properties, name, &Field::name ) == properties.end() ) {
+            properties.push_back( { name, schemaOf( type, rest, below( lines ) ) } );
+            required.emplace_back( name );
+        }
+        if( isOptional ) // also where a group has it already
+            std::erase( required, name );
     }
-}
-
-/// A key that comes again only becomes optional, if it is so there.
-void Keys::add( std::string_view name, Row schema ) {
-    bool const isOptional = takeEnd( "?", name );
-    bool const isNew = std::holds_alternative<std::monostate>( valueOf( properties, name ).is );
-    if( isOptional )
-        std::erase( required, name );
-    else if( isNew )
-        required.emplace_back( name );
-    if( isNew )
-        properties.push_back( { name, std::move( schema ) } );
 }
 
 /// The answers of that name: the object of each, or one of them.
