@@ -120,183 +120,82 @@ constexpr Option diffOptions[] = {
 constexpr Command withArguments[] = {
     { .word = "summary",
       .group = inspecting,
-      .description = "Show the files, the pipelines, and the number of records of each kind",
       .arguments = oneConfOrMore,
       .json = true,
-      .examples = "bfri summary switch.conf\n"
-                  "bfri summary switch.conf --json | jq .counts",
       .show = summary,
       .rows = summaryRows,
       .print = printSummaries },
-    { .word = "show",
-      .group = inspecting,
-      .description = "Show everything about a record, by name, unique end of a name, or handle",
-      .arguments = confAndName,
-      .json = true,
-      .examples = "bfri show switch.conf ipv4_acl\n"
-                  "bfri show switch.conf 0x01000031\n"
-                  "bfri show switch.conf 'permit of ipv4_acl'\n"
-                  "bfri show switch.conf ipv4_acl --json | jq '.bfTables[].counters[].name'",
-      .show = show },
-    { .word = "table",
-      .group = inspecting,
-      .description = "Show the record of one match table",
-      .arguments = confAndTable,
-      .json = true,
-      .examples = "bfri table switch.conf ipv4_acl\n"
-                  "bfri table switch.conf ipv4_acl --json | jq .size",
-      .show = table },
+    { .word = "show", .group = inspecting, .arguments = confAndName, .json = true, .show = show },
+    { .word = "table", .group = inspecting, .arguments = confAndTable, .json = true, .show = table },
     { .word = "stages",
       .group = inspecting,
-      .description = "Map the stages: which resources start where, and how far they span",
       .arguments = oneConf,
       .options = stagesOptions,
       .json = true,
-      .examples = "bfri stages switch.conf\n"
-                  "bfri stages switch.conf --by entries\n"
-                  "bfri stages switch.conf --stage 8",
       .show = stages },
     { .word = "report",
       .group = inspecting,
-      .description = "Write a page for the browser: stages, room, tables and findings, or a difference",
       .arguments = oneOrTwoConfs,
       .options = reportOptions,
-      .examples = "bfri report switch.conf\n"
-                  "bfri report old/switch.conf new/switch.conf -o difference.html\n"
-                  "bfri report switch.conf --svg -o floor-plan.svg",
       .run = report },
     { .word = "dump",
       .group = inspecting,
-      .description = "Print the whole model as one JSON object",
       .arguments = oneConf,
       .onBadData = OnBadData::dieAsLibrary,
-      .examples = "bfri dump switch.conf\n"
-                  "bfri dump switch.conf | jq '.bfTables | length'",
       .show = dump },
     { .word = "lookup",
       .group = finding,
-      .description = "Find every record that has one of the handles",
       .arguments = confAndHandles,
       .json = true,
       .csv = true,
-      .examples = "bfri lookup switch.conf 0x1000001\n"
-                  "bfri lookup switch.conf 16777224 0x21400002 --json",
       .show = lookup },
-    { .word = "annotate",
-      .group = finding,
-      .description = "Copy standard input, adding the owner's name after each known handle",
-      .arguments = oneConf,
-      .examples = "bfri annotate switch.conf < agent.log\n"
-                  "tail -f agent.log | bfri annotate switch.conf",
-      .show = annotate },
+    { .word = "annotate", .group = finding, .arguments = oneConf, .show = annotate },
     { .word = "field",
       .group = finding,
-      .description = "Print one field of one record and nothing else, for scripts",
       .arguments = confKindNameField,
-      .examples = "bfri field switch.conf table ipv4_acl size\n"
-                  "bfri field switch.conf action 'permit of ipv4_acl' handle\n"
-                  "bfri field switch.conf phv hdr.ethernet.dst_addr ingressBytes",
       .rows = fieldRows,
       .print = printValues },
     { .word = "names",
       .group = finding,
-      .description = "Print every name, one per line",
       .arguments = oneConfOrMore,
       .options = namesOptions,
       .json = true,
       .csv = true,
       .blank = blankName,
-      .examples = "bfri names switch.conf --kind table\n"
-                  "bfri show switch.conf \"$(bfri names switch.conf | fzf)\"",
       .rows = nameRows,
       .print = printNames },
-    { .word = "normalize",
-      .group = finding,
-      .description = "Print names of fields as the model compares them",
-      .arguments = fieldNames,
-      .examples = "bfri normalize 'hdr.vlan[0].vid' 'hdr.stack$3.field'",
-      .run = normalize },
+    { .word = "normalize", .group = finding, .arguments = fieldNames, .run = normalize },
     { .word = "check",
       .group = judging,
-      .description = "Check whether configurations are sound, and if not, say where",
       .arguments = someConfs,
       .options = checkOptions,
       .json = true,
-      .examples = "bfri check build/*/switch.conf --ignore BF304,BF305 --fail-on warning\n"
-                  "bfri check switch.conf --baseline baseline.json --fail-on warning\n"
-                  "bfri check switch.conf --sarif | jq '.runs[].results[].ruleId'\n"
-                  "bfri check switch.conf --json | jq '.configurations[].findings[].code'\n"
-                  "bfri check --explain BF304",
       .run = check },
     { .word = "budget",
       .group = judging,
-      .description = "Compare what a configuration takes with what the rules of a budget allow",
       .arguments = confAndRules,
       .options = budgetOptions,
       .json = true,
-      .examples = "bfri budget switch.conf budget.toml\n"
-                  "bfri budget switch.conf budget.toml --against old/switch.conf --json | jq .errors",
       .run = budget },
     { .word = "diff",
       .group = judging,
-      .description = "Compare two configurations by name: what changed, and what an agent would notice",
       .arguments = oldAndNew,
       .options = diffOptions,
       .json = true,
-      .examples = "bfri diff old/switch.conf new/switch.conf\n"
-                  "bfri diff old/switch.conf new/switch.conf --only tables --json\n"
-                  "bfri diff old/switch.conf new/switch.conf --fail-on breaking\n"
-                  "bfri diff old/switch.conf new/switch.conf --markdown\n"
-                  "bfri diff --explain BD105",
       .run = diff },
 };
 
 constexpr Command aboutTheProgram[] = {
-    { .word = "help",
-      .group = helping,
-      .description = "Print the arguments and options of a command, with examples",
-      .arguments = maybeCommand,
-      .examples = "bfri help show",
-      .run = help },
-    { .word = "schema",
-      .group = helping,
-      .description = "Print the JSON Schema of a command's answer",
-      .arguments = oneCommand,
-      .options = schemaOptions,
-      .examples = "bfri schema check\n"
-                  "bfri schema tables --keys",
-      .run = schema },
-    { .word = "complete",
-      .group = unlisted,
-      .description = "Print completions of the last word of a command line, for shells",
-      .arguments = typedWords,
-      .run = complete },
-    { .word = "man",
-      .group = unlisted,
-      .description = "Print the manual page, for man",
-      .arguments = {},
-      .run = manual },
+    { .word = "help", .group = helping, .arguments = maybeCommand, .run = help },
+    { .word = "schema", .group = helping, .arguments = oneCommand, .options = schemaOptions, .run = schema },
+    { .word = "complete", .group = unlisted, .arguments = typedWords, .run = complete },
+    { .word = "man", .group = unlisted, .arguments = {}, .run = manual },
 };
 
-/// What the list of each kind shows, in the order of the enumeration.
-constexpr char const* listDescriptions[] = { "The match tables",
-                                             "The hardware resources: their kind, direction, size and stages",
-                                             "The counters, and the tables that they belong to",
-                                             "The meters, and the tables that they belong to",
-                                             "The WRED tables, and the tables that they belong to",
-                                             "The registers, their cells, and the tables that they belong to",
-                                             "The learn quantas",
-                                             "The actions of the match tables",
-                                             "The flexible headers, and their bytes",
-                                             "The dynamic hash calculations, and their fields",
-                                             "The fields in the PHV, and the bytes that they take there",
-                                             "Every placed table by handle, with what it references" };
-static_assert( std::size( listDescriptions ) == static_cast<std::size_t>( Kind::handles ) + 1 );
-
+/// Every kind of record has a list.
 Command listCommand( RecordKind const& kind ) {
     return { .word = kind.many,
              .group = listing,
-             .description = listDescriptions[ static_cast<std::size_t>( kind.kind ) ],
              .arguments = oneConfOrMore,
              .json = true,
              .csv = true,
@@ -336,7 +235,7 @@ Program const& program() {
                                   .description =
                                       "Shows what the P4 compiler's context files say about a switch chip.",
                                   .usage = "COMMAND CONF [ARG...] [OPTIONS]",
-                                  .details = commandTexts,
+                                  .texts = commandTexts,
                                   .exitStatuses = exitStatuses,
                                   .environment = environment,
                                   .commands = commands };

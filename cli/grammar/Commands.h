@@ -72,7 +72,6 @@ enum class OnBadData { explain, dieAsLibrary };
 struct Command {
     char const* word;
     char const* group; ///< its heading in the help; empty for commands that the help does not list
-    char const* description;
     std::span<Argument const> arguments;
     std::span<Option const> options = {}; ///< its own; optionsOf() has all
     bool json = false;                    ///< takes --json
@@ -82,7 +81,6 @@ struct Command {
         nullptr; ///< what a list command lists, with --filter, --sort and -n; else null
     /// A row of those that --filter and --where choose from; of its values only the types count.
     Row ( *blank )() = nullptr;
-    char const* examples = ""; ///< for the help: command lines, one per line
     /// Answers from the configuration that the first argument names.
     ExitStatus ( *show )( Configuration const&, Request const&, Streams const& ) = nullptr;
     /// What a configuration adds to the answer of one or of several.
@@ -107,9 +105,9 @@ struct Program {
     char const* title = "";       ///< for the manual page: "inspector of ..."
     char const* description = ""; ///< a sentence
     char const* usage = ""; ///< what the program's own help shows after its name: "COMMAND CONF [ARG...]"
-    /// What the help says about the commands: the name of each, and below it, indented, paragraphs with blank
-    /// lines between them.
-    char const* details = "";
+    /// About the commands: lines of the form "command: what it does", and below each, indented, paragraphs
+    /// with blank lines between them, and examples after a $.
+    char const* texts = "";
     std::span<Explanation const> exitStatuses = {};
     std::span<Explanation const> environment = {}; ///< variables
     std::span<Command const> commands;             ///< in the order of the help

@@ -25,24 +25,6 @@ constexpr char const* whereText =
 constexpr char const* fieldsText =
     "The fields are named as in --sort, --json and --csv. Text output shows those that have a column.";
 
-/// The paragraphs about a command in the details of all, each in one line.
-std::vector<String> detailsOf( Program const& program, Command const& command ) {
-    std::vector<String> paragraphs;
-    std::istringstream lines( program.details );
-    bool isMeant = false, isNew = true;
-    for( String line; std::getline( lines, line ); ) {
-        bool const isText = line.starts_with( "  " );
-        if( !isText && !line.empty() )
-            isMeant = line == command.word;
-        else if( isMeant && isText && isNew )
-            paragraphs.push_back( line.substr( 2 ) );
-        else if( isMeant && isText )
-            paragraphs.back() += line.substr( 1 );
-        isNew = !isText;
-    }
-    return paragraphs;
-}
-
 /// The label of the first of some arguments or options whose value has a type; null without one.
 char const* labelOf( ValueKind kind, auto const& takers ) {
     auto const found =
@@ -50,8 +32,9 @@ char const* labelOf( ValueKind kind, auto const& takers ) {
     return found == takers.end() ? nullptr : found->label;
 }
 
-std::vector<String> paragraphsOf( Program const& program, Command const& command ) {
-    auto paragraphs = detailsOf( program, command );
+/// What a command's help says after its options.
+std::vector<String> paragraphsOf( CommandText const& text, Command const& command ) {
+    auto paragraphs = text.paragraphs;
     if( command.blank )
         paragraphs.emplace_back( whereText );
     if( command.listing )
@@ -80,9 +63,9 @@ String fieldTable( Command const& command ) {
 }
 
 /// Command lines, as paragraphs: one per line.
-String examplesOf( Program const& program, Command const& command ) {
+String examplesOf( Program const& program, CommandText const& text, Command const& command ) {
     if( !command.listing )
-        return command.examples;
+        return text.examples;
     Kind const kind = command.listing->kind; // a filter that finds some names of the example switch
     char const* const filter = kind == Kind::actions                              ? "^set_"
                                : kind == Kind::headers || kind == Kind::phvFields ? "^hdr"
@@ -105,7 +88,7 @@ void eachListed( Program const& program, Function const& function ) {
 
 // Help.
 
-void printRow( std::ostream& out, String const& left, char const* right ) {
+void printRow( std::ostream& out, String const& left, String const& right ) {
     fmt::print( out, "  {:<27} {}\n", left, right );
 }
 
@@ -193,28 +176,53 @@ void printTaggedList( std::ostream& out, char const* title, std::span<Explanatio
 }
 
 void printSection( std::ostream& out, Program const& program, Command const& command ) {
+    CommandText const text = textOf( program, command );
     fmt::print( out, ".SS \\fB{}\\fR{}\n{}.\n", roff( command.word ), argumentsOf( command, "\\fI", "\\fR" ),
-                roff( command.description ) );
+                roff( text.description ) );
     for( Argument const& argument : command.arguments )
         printTagged( out, fmt::format( "\\fI{}\\fR", argument.label ), argument.description );
     for( Option const* const option : optionsOf( command ) )
         printTaggedOption( out, *option );
-    for( String const& paragraph : paragraphsOf( program, command ) )
+    for( String const& paragraph : paragraphsOf( text, command ) )
         fmt::print( out, ".PP\n{}\n", roff( paragraph ) );
     printLines( out, fieldTable( command ) );
-    printLines( out, exampleLines( examplesOf( program, command ) ) );
+    printLines( out, exampleLines( examplesOf( program, text, command ) ) );
 }
 
 } // namespace
 
+CommandText textOf( Program const& program, Command const& command ) {
+    CommandText text;
+    String const start = command.word + String( ": " );
+    bool isMeant = false, isNew = true;
+    std::istringstream lines( program.texts );
+    for( String line; std::getline( lines, line ); isNew = !line.starts_with( ' ' ) ) {
+        if( !line.empty() && line[ 0 ] != ' ' ) {
+            isMeant = line.starts_with( start );
+            if( isMeant )
+                text.description = line.substr( start.size() );
+        } else if( !isMeant || line.empty() )
+            continue;
+        else if( line.starts_with( "  $ " ) )
+            text.examples += line.substr( 4 ) + '\n';
+        else if( isNew )
+            text.paragraphs.push_back( line.substr( 2 ) );
+        else
+            text.paragraphs.back() += line.substr( 1 );
+    }
+    return text;
+}
+
 void printHelp( std::ostream& out, Program const& program, Command const& command ) {
-    fmt::print( out, "{}\nUsage: {} {} [OPTIONS]{}\n", command.description, program.name, command.word,
+    CommandText const text = textOf( program, command );
+    fmt::print( out, "{}\nUsage: {} {} [OPTIONS]{}\n", text.description, program.name, command.word,
                 argumentsOf( command ) );
     printArguments( out, command.arguments );
     printOptions( out, optionsOf( command ) );
-    for( String const& paragraph : paragraphsOf( program, command ) )
+    for( String const& paragraph : paragraphsOf( text, command ) )
         printParagraph( out, paragraph );
-    for( String const& lines : { fieldTable( command ), exampleLines( examplesOf( program, command ) ) } )
+    for( String const& lines :
+         { fieldTable( command ), exampleLines( examplesOf( program, text, command ) ) } )
         out << ( lines.empty() ? "" : "\n" ) << lines;
 }
 
@@ -224,7 +232,7 @@ void printHelp( std::ostream& out, Program const& program ) {
     eachListed( program, [ & ]( Command const& command, char const* group ) {
         if( group )
             fmt::print( out, "\n{}:\n", group );
-        printRow( out, command.word, command.description );
+        printRow( out, command.word, textOf( program, command ).description );
     } );
     printParagraph(
         out, fmt::format( "'{} COMMAND --help' shows the arguments and options of a command, with examples.",

@@ -4,6 +4,15 @@
 
 namespace Bfri {
 
+/// What the texts of a program say about a command.
+struct CommandText {
+    String description = {};
+    std::vector<String> paragraphs = {};
+    String examples = {}; ///< lines
+};
+
+CommandText textOf( Program const& program, Command const& command );
+
 /// Help of the whole program.
 void printHelp( std::ostream& out, Program const& program );
 void printHelp( std::ostream& out, Program const& program, Command const& command );
