@@ -1,4 +1,4 @@
-#include "cli/CommandTable.h"
+#include "cli/Program.h"
 
 #include "cli/CommandTexts.h"
 #include "cli/commands/Answers.h"

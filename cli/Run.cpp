@@ -1,6 +1,5 @@
-#include "cli/Run.h"
+#include "cli/Program.h"
 
-#include "cli/CommandTable.h"
 #include "cli/commands/Loading.h"
 #include "cli/grammar/Help.h"
 #include "cli/grammar/LineParser.h"

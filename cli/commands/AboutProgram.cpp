@@ -1,4 +1,4 @@
-#include "cli/CommandTable.h"
+#include "cli/Program.h"
 #include "cli/commands/Answers.h"
 #include "cli/grammar/Completion.h"
 #include "cli/grammar/Help.h"

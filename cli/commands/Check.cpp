@@ -9,21 +9,21 @@
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <sstream>
 
 namespace Bfri {
 
 namespace {
 
-String withoutBlanksAround( String const& word ) {
-    auto const first = word.find_first_not_of( ' ' );
-    return first == String::npos ? "" : word.substr( first, word.find_last_not_of( ' ' ) + 1 - first );
-}
-
-/// The parts of a text between commas, the empty ones, too.
+/// The parts of a text between commas, without blanks around them; the empty ones, too.
 std::vector<String> partsOf( String const& text ) {
     std::vector<String> parts;
-    for( std::size_t from = 0; from <= text.size(); from += parts.back().size() + 1 )
-        parts.push_back( text.substr( from, text.find( ',', from ) - from ) );
+    std::istringstream rest( text + ',' );
+    for( String part; std::getline( rest, part, ',' ); ) {
+        part.erase( 0, part.find_first_not_of( ' ' ) );
+        part.erase( part.find_last_not_of( ' ' ) + 1 );
+        parts.push_back( part );
+    }
     return parts;
 }
 
@@ -34,8 +34,7 @@ Kinds kindsOf( Request const& request, char const* option ) {
     Kinds kinds;
     if( !request.has( option ) )
         return kinds;
-    for( String const& part : partsOf( request.option( option ) ) ) {
-        String const word = withoutBlanksAround( part );
+    for( String const& word : partsOf( request.option( option ) ) ) {
         if( word.empty() )
             throw Failure( ExitStatus::usage, String( option ) +
                                                   " takes codes or titles with commas between, not '" +

@@ -11,13 +11,6 @@ namespace Bfri {
 
 namespace {
 
-std::vector<String> tableNames( Configuration const& configuration ) {
-    std::vector<String> names;
-    for( BfTableInfo const& record : configuration.parser().bfTables() )
-        names.push_back( record.name );
-    return names;
-}
-
 /// Referenced handles, with the names of their tables.
 List named( BfResourceInfo::BfResourceParser const& parser, Vessa::Queue<U32> const& handles ) {
     return listOf( handles, [ & ]( U32 handle ) {
@@ -44,7 +37,7 @@ Row placement( Configuration const& configuration, U32 handle ) {
 /// are others.
 U32 placeMeant( Configuration const& configuration, String const& word, std::ostream& err ) {
     auto const& tables = configuration.parser().bfTables();
-    auto const names = tableNames( configuration );
+    auto const names = textsOf( tables, &BfTableInfo::name );
     auto const handle = handleIn( word );
     bool const isName = tables.first<BfByName<BfTableInfo>>( word ) < tables.size();
     if( U32 const first =

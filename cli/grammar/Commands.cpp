@@ -74,12 +74,7 @@ std::vector<String> commandWords( Program const& program ) {
     return words;
 }
 
-std::vector<String> kindWords() {
-    std::vector<String> words;
-    for( RecordKind const& kind : recordKinds() )
-        words.emplace_back( kind.one );
-    return words;
-}
+std::vector<String> kindWords() { return textsOf( recordKinds(), &RecordKind::one ); }
 
 String alternatives( std::span<String const> words ) {
     return fmt::format( "{} or {}", fmt::join( words.first( words.size() - 1 ), ", " ), words.back() );

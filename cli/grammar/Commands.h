@@ -134,6 +134,14 @@ std::vector<String> commandWords( Program const& program );
 /// The names of the kinds of record, singular.
 std::vector<String> kindWords();
 
+/// A text of each element: a member, or what a function says of it.
+std::vector<String> textsOf( auto const& elements, auto const& text ) {
+    std::vector<String> texts;
+    for( auto const& element : elements )
+        texts.emplace_back( std::invoke( text, element ) );
+    return texts;
+}
+
 /// "auto, always or never".
 String alternatives( std::span<String const> words );
 

@@ -137,11 +137,8 @@ std::vector<String> conditionWords( ParsedLine const& line, TypedWord& typed ) {
     bool const areSeveral = line.argumentsOf( ValueKind::file ).size() > 1;
     Row const blank = withConf( line.command->blank(), "", areSeveral );
     auto const place = fieldAtEnd( typed.rest, blank );
-    std::vector<String> words;
-    for( Field const& field : place ? blank : Row() )
-        words.emplace_back( field.name );
     typed.keep( place.value_or( 0 ) );
-    return words;
+    return place ? textsOf( blank, &Field::name ) : std::vector<String>();
 }
 
 std::vector<String> valueWords( Program const& program, ParsedLine const& line, ValueType const& type,
@@ -184,13 +181,6 @@ std::vector<String> valueWords( Program const& program, ParsedLine const& line, 
     return words;
 }
 
-std::vector<String> optionWords( LineParser const& parser ) {
-    std::vector<String> words;
-    for( Option const* const option : parser.possibleOptions() )
-        words.emplace_back( option->name );
-    return words;
-}
-
 } // namespace
 
 Candidates candidatesFor( Program const& program, std::span<String const> words ) {
@@ -211,7 +201,8 @@ Candidates candidatesFor( Program const& program, std::span<String const> words 
     if( parser.takesCommand() && !isOption )
         candidates.words = commandWords( program );
     if( parser.takesCommand() || isOption )
-        std::ranges::move( optionWords( parser ), std::back_inserter( candidates.words ) );
+        std::ranges::move( textsOf( parser.possibleOptions(), &Option::name ),
+                           std::back_inserter( candidates.words ) );
     return candidates;
 }
 

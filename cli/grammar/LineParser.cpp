@@ -86,10 +86,7 @@ RecordKind const* ParsedLine::recordKind() const {
 std::vector<String> ParsedLine::fields() const {
     RecordKind const* const kind = recordKind();
     auto* const blank = kind ? kind->blank : command->blank;
-    std::vector<String> names;
-    for( Field const& field : blank ? blank() : Row() )
-        names.emplace_back( field.name );
-    return names;
+    return textsOf( blank ? blank() : Row(), &Field::name );
 }
 
 LineParser::LineParser( Program const& program )

@@ -43,9 +43,8 @@ bool takesNames( Command const& command ) {
 }
 
 String unknownOption( Command const& command, String const& name ) {
-    std::vector<String> known = { "-h", "--help" };
-    for( Option const* const option : optionsOf( command ) )
-        known.emplace_back( option->name );
+    auto known = textsOf( optionsOf( command ), &Option::name );
+    known.insert( known.begin(), { "-h", "--help" } );
     String const meant = suggestion( known, name );
     String sentence = fmt::format( "'{}' has no option '{}'{}", command.word, name, meant );
     if( !takesNames( command ) || ( name.starts_with( "--" ) && !meant.empty() ) )

@@ -1,6 +1,6 @@
 #include "cli/grammar/Where.h"
 
-#include "cli/grammar/Failure.h"
+#include "cli/grammar/Commands.h"
 #include "cli/grammar/Pattern.h"
 #include "cli/terminal/Characters.h"
 
@@ -78,10 +78,10 @@ constexpr Operator operators[] = {
 
 Condition comparison( std::string_view field, Operator const& is, String const& word ) {
     if( !is.holds )
-        return [ field, pattern = std::make_shared<Pattern>( word, "--where" ) ]( Row const& row ) {
+        return [ field, pattern = Pattern( word, "--where" ) ]( Row const& row ) {
             return anyIs( valueOf( row, field ), [ & ]( Value const& value ) {
                 auto const* const text = std::get_if<String>( &value.is );
-                return text && pattern->isIn( *text );
+                return text && pattern.isIn( *text );
             } );
         };
     return [ field, is, operand = Operand( word ) ]( Row const& row ) {
@@ -159,9 +159,8 @@ class WhereParser {
         if( found == blank_.end() ) {
             String const problem =
                 name.empty() ? "expected a field, found " + here() : fmt::format( "no field '{}'", name );
-            std::vector<std::string_view> names;
-            std::ranges::transform( blank_, std::back_inserter( names ), &Field::name );
-            refuse( fmt::format( "{}; the fields are {}", problem, fmt::join( names, ", " ) ) );
+            refuse( fmt::format( "{}; the fields are {}", problem,
+                                 fmt::join( textsOf( blank_, &Field::name ), ", " ) ) );
         }
         rest_.remove_prefix( name.size() );
         return *found;

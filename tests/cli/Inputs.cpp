@@ -1,6 +1,5 @@
 #include "tests/cli/Inputs.h"
 
-#include "cli/Run.h"
 #include "cli/commands/Loading.h"
 
 #include <algorithm>

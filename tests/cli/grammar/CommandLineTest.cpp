@@ -1,6 +1,6 @@
 #include "tests/cli/Inputs.h"
 
-#include "cli/Run.h"
+#include "cli/Program.h"
 #include "cli/grammar/Help.h"
 #include "inspect/model/RecordKinds.h"
 
