@@ -70,9 +70,7 @@ ExitStatus answeredInFormat( ParsedLine const& line, Streams const& io ) {
 }
 
 ExitStatus report( Failure const& failure, ParsedLine const& line, std::ostream& err ) {
-    fmt::print( err, "{}: {}\n", program().name, failure.what() );
-    for( String const& name : failure.suggestions )
-        fmt::print( err, "  {}\n", escapeForTerminal( name ) );
+    print( err, failure );
     if( failure.status == ExitStatus::usage )
         fmt::print( err, "Run '{}{}{} --help' to see how it is used.\n", program().name,
                     line.command ? " " : "", line.command ? line.command->word : "" );

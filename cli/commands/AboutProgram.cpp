@@ -51,10 +51,9 @@ void printKeys( Row const& schema, Streams const& io ) {
 } // namespace
 
 ExitStatus help( Request const& request, Streams const& io ) {
-    if( request.words.empty() )
-        printHelp( io.out, program() );
-    else
-        printHelp( io.out, program(), *findCommand( program(), request.words.front() ) );
+    Command const* const command =
+        request.words.empty() ? nullptr : findCommand( program(), request.words.front() );
+    command ? printHelp( io.out, program(), *command ) : printHelp( io.out, program() );
     return ExitStatus::done;
 }
 

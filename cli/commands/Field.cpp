@@ -69,7 +69,7 @@ std::vector<Row> fieldRows( Configuration const& configuration, Request const& r
 }
 
 /// With several configurations, each line begins with its own and a tab.
-void printValues( Answers answers, Request const&, Streams const& io ) {
+void printValues( Answers&& answers, Request const&, Streams const& io ) {
     for( Row const& row : answers.rows ) {
         String const start =
             answers.areSeveral ? escapeForTerminal( valueAs<String>( row, "conf" ) ) + '\t' : "";

@@ -10,9 +10,8 @@ std::vector<Row> recordRows( Configuration const& configuration, Request const& 
     return request.command->listing->rows( configuration.parser() );
 }
 
-void printRecords( Answers answers, Request const& request, Streams const& io ) {
+void printRecords( Answers&& answers, Request const& request, Streams const& io ) {
     RecordKind const& kind = *request.command->listing;
-    chooseRows( answers.rows, request, io.err );
     if( request.format != Format::text )
         return printForPrograms( std::move( answers ), kind.member, request, io );
     std::vector<Row> confs;

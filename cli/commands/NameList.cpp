@@ -23,8 +23,7 @@ std::vector<Row> nameRows( Configuration const& configuration, Request const& re
 }
 
 /// With several configurations, names have theirs in front, after a tab.
-void printNames( Answers answers, Request const& request, Streams const& io ) {
-    chooseRows( answers.rows, request, io.err );
+void printNames( Answers&& answers, Request const& request, Streams const& io ) {
     if( request.format != Format::text )
         return printForPrograms( std::move( answers ), "names", request, io );
     for( Row const& row : answers.rows )

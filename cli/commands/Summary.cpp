@@ -78,7 +78,7 @@ std::vector<Row> summaryRows( Configuration const& configuration, Request const&
 }
 
 /// A line for each configuration, with the number of context files and of the records of each kind.
-void printSummaries( Answers answers, Request const& request, Streams const& io ) {
+void printSummaries( Answers&& answers, Request const& request, Streams const& io ) {
     if( request.format == Format::json )
         return printForPrograms( std::move( answers ), "configurations", request, io );
     RowList list{ { { "CONF", "" }, { "FILES", {} } }, {} };

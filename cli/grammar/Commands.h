@@ -64,9 +64,6 @@ struct Option {
     char const* shortName = nullptr;
 };
 
-/// What bad context data does to a command.
-enum class OnBadData { explain, dieAsLibrary };
-
 /// A command. It has one of show, run, and rows with print; or show for one configuration, and rows with
 /// print for several.
 struct Command {
@@ -76,7 +73,7 @@ struct Command {
     std::span<Option const> options = {}; ///< its own; optionsOf() has all
     bool json = false;                    ///< takes --json
     bool csv = false;                     ///< takes --csv
-    OnBadData onBadData = OnBadData::explain;
+    bool abortsOnBadData = false;         ///< bad context data ends the process, as it would end an agent
     RecordKind const* listing =
         nullptr; ///< what a list command lists, with --filter, --sort and -n; else null
     /// A row of those that --filter and --where choose from; of its values only the types count.
@@ -86,7 +83,7 @@ struct Command {
     /// What a configuration adds to the answer of one or of several.
     std::vector<Row> ( *rows )( Configuration const&, Request const& ) = nullptr;
     /// Prints the rows of all.
-    void ( *print )( Answers, Request const&, Streams const& ) = nullptr;
+    void ( *print )( Answers&&, Request const&, Streams const& ) = nullptr;
     /// Answers without a configuration, or loads its own.
     ExitStatus ( *run )( Request const&, Streams const& ) = nullptr;
 };
@@ -137,6 +134,7 @@ std::vector<String> kindWords();
 /// A text of each element: a member, or what a function says of it.
 std::vector<String> textsOf( auto const& elements, auto const& text ) {
     std::vector<String> texts;
+    texts.reserve( std::size( elements ) );
     for( auto const& element : elements )
         texts.emplace_back( std::invoke( text, element ) );
     return texts;

@@ -56,10 +56,7 @@ std::vector<String> inFormOf( String const& typed, std::set<U32> const& handles 
     String const form = isDecimal ? "{}"
                                   : String( typed.starts_with( "0X" ) ? "0X" : "0x" ) +
                                         ( withZeros ? "{:08" : "{:" ) + ( inCapitals ? "X}" : "x}" );
-    std::vector<String> words;
-    for( U32 const handle : handles )
-        words.push_back( fmt::format( fmt::runtime( form ), handle ) );
-    return words;
+    return textsOf( handles, [ & ]( U32 handle ) { return fmt::format( fmt::runtime( form ), handle ); } );
 }
 
 /// The tables of the action in "ACTION of TABLE"; none when the typed text is no such thing.
