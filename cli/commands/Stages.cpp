@@ -24,10 +24,6 @@ std::optional<Stage> stageAskedFor( Request const& request ) {
     return stage;
 }
 
-StageMeasure measureOf( Request const& request ) {
-    return request.option( "--by" ) == "entries" ? StageMeasure::entries : StageMeasure::tables;
-}
-
 /// The stages of all maps: from the first to the last.
 void requireStage( Stage asked, std::vector<StageMap> const& maps ) {
     std::set<Stage> stages;
@@ -64,9 +60,10 @@ ExitStatus stages( Configuration const& configuration, Request const& request, S
         JsonAnswer( io.out ).member( "pipelines", listOf( maps, [ & ]( StageMap const& map ) {
                                          return mapRow( map, asked, budget );
                                      } ) );
-    else
-        printStages( io.out, io.look, maps,
-                     { measureOf( request ), asked, request.has( "--list" ), budget } );
+    else {
+        auto const by = request.option( "--by" ) == "entries" ? StageMeasure::entries : StageMeasure::tables;
+        printStages( io.out, io.look, maps, { by, asked, request.has( "--list" ), budget } );
+    }
     return ExitStatus::done;
 }
 

@@ -21,13 +21,6 @@ Row countsOfRecords( BfResourceParser const& parser ) {
     return counts;
 }
 
-String titleOf( RecordKind const& kind ) {
-    String title = kind.many;
-    std::transform( title.begin(), title.end(), title.begin(),
-                    []( unsigned char c ) { return static_cast<char>( std::toupper( c ) ); } );
-    return title;
-}
-
 /// "WRED tables", "WRED table" of one.
 char const* titleOf( Collection const& collection, std::size_t count ) {
     bool const isOne = count == 1 && collection.kind &&
@@ -84,8 +77,10 @@ void printSummaries( Answers&& answers, Request const& request, Streams const& i
     RowList list{ { { "CONF", "" }, { "FILES", {} } }, {} };
     std::deque<String> titles; // which the header refers to
     for( RecordKind const& kind : recordKinds() ) {
+        String& title = titles.emplace_back( kind.many );
+        std::ranges::transform( title, title.begin(), []( unsigned char c ) { return std::toupper( c ); } );
         if( kind.isCounted )
-            list.header.push_back( { titles.emplace_back( titleOf( kind ) ), {} } );
+            list.header.push_back( { title, {} } );
     }
     for( Row const& row : answers.rows ) {
         Row& line = list.rows.emplace_back( Row{ row.front() } );
