@@ -57,9 +57,7 @@ Configuration load( String const& path, Command const& command, std::ostream& er
     if( auto const* const fault = std::get_if<Fault>( &result ) ) {
         bool const hasMore = fault->pointer || fault->line; // as check reads the file again
         String const more = hasMore ? "\n'bfri check " + escapeForTerminal( path ) + "' says more" : "";
-        Failure failure( ExitStatus::notLoadable, faultText( *fault ) + more );
-        failure.fault = *fault;
-        throw failure;
+        throw Failure( ExitStatus::notLoadable, faultText( *fault ) + more, {}, *fault );
     }
     auto const& configuration = std::get<Configuration>( result );
     for( String const& file : unreadContextFiles( configuration ) )

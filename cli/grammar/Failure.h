@@ -17,12 +17,16 @@ enum class ExitStatus {
 
 /// Ends the command with a message for people, and below it the names that they may have meant.
 struct Failure : std::runtime_error {
-    Failure( ExitStatus exitStatus, String const& message, std::vector<String> names = {} )
-        : std::runtime_error( message ), status( exitStatus ), suggestions( std::move( names ) ) {}
+    Failure( ExitStatus exitStatus, String const& message, std::vector<String> names = {},
+             std::optional<Fault> unloadable = {} )
+        : std::runtime_error( message ),
+          status( exitStatus ),
+          suggestions( std::move( names ) ),
+          fault( std::move( unloadable ) ) {}
 
     ExitStatus status;
     std::vector<String> suggestions;
-    std::optional<Fault> fault = {}; ///< of a configuration that can't be loaded
+    std::optional<Fault> fault; ///< of a configuration that can't be loaded
 };
 
 } // namespace Bfri
