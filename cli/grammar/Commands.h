@@ -74,8 +74,8 @@ struct Command {
     bool json = false;                    ///< takes --json
     bool csv = false;                     ///< takes --csv
     bool abortsOnBadData = false;         ///< bad context data ends the process, as it would end an agent
-    RecordKind const* listing =
-        nullptr; ///< what a list command lists, with --filter, --sort and -n; else null
+    /// What a list command lists, with --filter, --where, --sort and -n; else null.
+    RecordKind const* listing = nullptr;
     /// A row of those that --filter and --where choose from; of its values only the types count.
     Row ( *blank )() = nullptr;
     /// Answers from the configuration that the first argument names.
