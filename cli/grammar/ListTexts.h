@@ -1,6 +1,6 @@
 #pragma once
 
-#include "inspect/model/Kinds.h"
+#include "inspect/model/RecordKinds.h"
 
 namespace Bfri {
 

@@ -1,6 +1,6 @@
 #include "cli/report/Sections.h"
 
-#include "inspect/model/Collections.h"
+#include "inspect/model/RecordKinds.h"
 
 #include <filesystem>
 #include <set>

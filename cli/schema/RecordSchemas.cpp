@@ -1,5 +1,5 @@
 #include "cli/schema/AnswerSchemas.h"
-#include "inspect/model/Collections.h"
+#include "inspect/model/RecordKinds.h"
 
 namespace Bfri::Schema {
 

@@ -37,14 +37,6 @@ Row schemaOf( Field const& field, char const* meaning ) {
     return std::visit( OfValue{ field.name, meaning }, field.value.is );
 }
 
-char const* meaningOf( RecordKind const& kind, std::string_view field ) {
-    for( FieldInfo const& info : kind.fields ) {
-        if( info.name == field )
-            return info.meaning;
-    }
-    return "";
-}
-
 } // namespace
 
 Row number( char const* meaning ) {
@@ -99,8 +91,9 @@ Row anyOf( List schemas ) { return { { "anyOf", std::move( schemas ) } }; }
 
 std::vector<Key> keysOf( RecordKind const& kind ) {
     std::vector<Key> keys;
-    for( Field const& field : kind.blank() )
-        keys.push_back( { field.name, schemaOf( field, meaningOf( kind, field.name ) ) } );
+    Row const blank = kind.blank();
+    for( FieldInfo const& field : kind.fields() )
+        keys.push_back( { field.name, schemaOf( blank[ keys.size() ], field.meaning ) } );
     return keys;
 }
 

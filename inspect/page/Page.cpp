@@ -12,7 +12,7 @@ using Resources = std::vector<BfResource const*>;
 Part resourcesPart( Resources const& resources ) {
     Part part{ Kind::resources };
     for( BfResource const* const resource : resources )
-        part.rows.push_back( withTypeName( rowOf( *resource ) ) );
+        part.rows.push_back( rowOf( *resource ) );
     return part;
 }
 
@@ -200,7 +200,7 @@ Entry PageBuilder::resourceEntry( BfResource const& record ) {
     Resources taken;
     auto attached = attachmentsOf( placed( record.handle, record.name ), taken );
     auto owners = tablesUsing( record );
-    Entry entry{ withParents( withTypeName( rowOf( record ) ) ),
+    Entry entry{ withParents( rowOf( record ) ),
                  false,
                  nullptr,
                  { ownersPart( std::move( owners ), whyNoOwners( record ) ), resourcesPart( taken ) },

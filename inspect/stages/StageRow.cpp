@@ -40,7 +40,7 @@ Row stageRow( StageMap const& map, std::size_t i ) {
 
 /// A resource with its stages: the record tells the first, and how many stage tables there are.
 Row resourceRow( BfResource const& resource, Value stages, Value loads ) {
-    Row row = withTypeName( rowOf( resource ) );
+    Row row = rowOf( resource );
     row.push_back( { "stageNumbers", std::move( stages ) } );
     row.push_back( { "stageLoads", std::move( loads ) } );
     return row;
@@ -73,10 +73,7 @@ List resourceRows( StageMap const& map, std::optional<Stage> asked ) {
 } // namespace
 
 Row rowOf( StageMap const& map, std::optional<Stage> asked ) {
-    List files = listOf( map.files, []( auto const* file ) {
-        U32 const mask = file->key().value();
-        return Row{ { "pipeMask", Hex( mask ) }, { "pipes", pipesOf( mask ) }, { "path", file->value() } };
-    } );
+    List files = listOf( map.files, []( auto const* file ) { return pipelineRow( *file ); } );
     List stages;
     for( std::size_t i = 0; i < map.stages.size(); ++i ) {
         if( !asked || *asked == map.stages[ i ] )
