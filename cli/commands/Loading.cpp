@@ -4,7 +4,6 @@
 
 #include "cli/terminal/FaultText.h"
 #include "inspect/check/Checked.h"
-#include "inspect/load/FaultDetails.h"
 
 #include <fmt/format.h>
 

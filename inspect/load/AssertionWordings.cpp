@@ -1,6 +1,4 @@
-#include "inspect/load/AssertionWordings.h"
-
-#include <string_view>
+#include "inspect/load/Fault.h"
 
 namespace Bfri {
 
@@ -81,14 +79,14 @@ bool isAlgorithmicLpm( Zel::AssertionFailure const& failure ) {
 
 Expectation expectationOf( Zel::AssertionFailure const& failure ) {
     if( isAlgorithmicLpm( failure ) )
-        return { noAlgorithmicLpm, false, "." };
+        return { noAlgorithmicLpm };
     if( !failure.expected.empty() )
-        return { failure.expected, false, "." };
+        return { failure.expected };
     for( Wording const& row : wordings ) {
         if( failure.condition == row.condition )
             return { row.text, row.traceAddsToIt, row.culprit };
     }
-    return { failure.condition, true, "." };
+    return { failure.condition, true };
 }
 
 } // namespace Bfri

@@ -1,6 +1,5 @@
 #include "inspect/load/Fault.h"
 
-#include "inspect/load/AssertionWordings.h"
 #include "inspect/load/ConfPath.h"
 #include "inspect/rows/Row.h"
 

@@ -43,6 +43,22 @@ Fault faultOf( Ostler::Status const& status );
 /// The fault that ended the loading, with what the library traced about it.
 Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine> const& traced );
 
+/// What a condition on context data requires, in words.
+struct Expectation {
+    String text;                ///< follows "expected"; the condition itself if there are no words for it
+    bool traceAddsToIt = false; ///< the trace line before the failure says more than text and place
+    /// Whose value broke it: the one at the failure's place ("."), a member beside it (its name), or no
+    /// single value (empty).
+    String culprit = ".";
+};
+
+Expectation expectationOf( Zel::AssertionFailure const& failure );
+
+/// Reads the file of a fault again and adds what is there: the value that was found, and its line; for a
+/// problem with line and column, the excerpt. If the file does not have that place any more, nothing is
+/// added. Linear in the file; keeps little of it.
+void addEvidence( Fault& fault );
+
 /// The missing handle in both notations: "77 (0x0000004d)"; empty when there is none.
 String handleOf( Fault const& fault );
 

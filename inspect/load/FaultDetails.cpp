@@ -1,14 +1,13 @@
-#include "inspect/load/FaultDetails.h"
-
+#include "inspect/load/Fault.h"
 #include "inspect/load/FileText.h"
-#include "inspect/load/TableHandles.h"
-#include "inspect/rows/Utf8.h"
+#include "inspect/rows/Row.h"
 
 #include <algorithm>
 #include <charconv>
 #include <span>
 #include <utility>
 
+#include <fmt/format.h>
 #include <rapidjson/reader.h>
 
 namespace Bfri {
@@ -41,12 +40,10 @@ String cutTo( std::size_t most, String text ) {
 }
 
 /// Follows a JSON pointer through the reader's events and finds out what is there.
-class Finder {
+class Finder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Finder> {
     using Text = Vessa::String;
 
   public:
-    using Ch = char;
-
     Finder( std::vector<Text> steps, FileText const& text ) : steps_( std::move( steps ) ), text_( text ) {}
 
     Text const& found() const { return found_; }
@@ -61,10 +58,9 @@ class Finder {
         return value( "a string, \"" + cutTo( 60, { text, length } ) + '"' );
     }
     bool Key( char const* name, rapidjson::SizeType length, bool ) {
-        if( within_ && depth_ == steps_.size() + 1 )
-            names_.emplace_back( name, length );
-        if( !within_ && onPath_ + 1 == depth_ )
-            here_ = steps_[ onPath_ ] == std::string_view( name, length );
+        open_.back().step.assign( name, length );
+        if( open_.size() == steps_.size() + 1 && isOnWay() )
+            names_.push_back( open_.back().step );
         return true;
     }
     bool StartObject() { return start( false ); }
@@ -73,60 +69,55 @@ class Finder {
         return end( [ this ] { return object(); } );
     }
     bool EndArray( rapidjson::SizeType count ) {
-        return end( [ count ]() -> Text {
-            if( count == 0 )
-                return "an empty array";
-            return "an array of " + std::to_string( count ) + ( count == 1 ? " element" : " elements" );
+        return end( [ count ] {
+            return count == 0 ? "an empty array"
+                              : fmt::format( "an array of {} element{}", count, count == 1 ? "" : "s" );
         } );
     }
-    // Numbers come raw.
-    bool Int( int ) { return false; }
-    bool Uint( unsigned ) { return false; }
-    bool Int64( std::int64_t ) { return false; }
-    bool Uint64( std::uint64_t ) { return false; }
-    bool Double( double ) { return false; }
 
   private:
-    /// Whether the value that comes now is the next step of the pointer, or, at its end, the one itself.
+    /// An open container, and the step from it to the value that comes.
+    struct Container {
+        bool isArray;
+        std::size_t index = 0; ///< of the next element
+        Text step = {};
+    };
+
+    /// Whether the steps so far are the pointer's, as far as both go.
+    bool isOnWay() const {
+        auto const ends =
+            std::mismatch( open_.begin(), open_.end(), steps_.begin(), steps_.end(),
+                           []( Container const& one, Text const& step ) { return one.step == step; } );
+        return ends.first == open_.end() || ends.second == steps_.end();
+    }
+    /// Takes the step to a value that begins; whether it is the pointer's.
     bool arrives() {
-        if( within_ )
+        if( !open_.empty() && open_.back().isArray )
+            open_.back().step = std::to_string( open_.back().index++ );
+        if( open_.size() != steps_.size() || !isOnWay() )
             return false;
-        if( depth_ == 0 )
-            return true;
-        if( onPath_ + 1 != depth_ )
-            return false;
-        if( inArray_ )
-            here_ = std::to_string( index_++ ) == steps_[ onPath_ ];
-        return std::exchange( here_, false );
-    }
-    bool value( Text const& text ) {
-        bool const last = arrives() && depth_ == steps_.size();
-        return !last || say( text );
-    }
-    bool start( bool array ) {
-        if( arrives() ) {
-            onPath_ = depth_;
-            within_ = depth_ == steps_.size();
-            line_ = text_.line();
-            inArray_ = array;
-            index_ = 0;
-        }
-        ++depth_;
+        line_ = text_.line();
         return true;
     }
-    template<class Say>
-    bool end( Say text ) {
-        --depth_;
-        if( !within_ )
-            return depth_ != onPath_; // the container that should have had the next step ends
-        if( depth_ != steps_.size() )
+    bool value( Text const& text ) {
+        if( !arrives() )
             return true;
-        found_ = text();
+        found_ = text;
         return false;
     }
-    bool say( Text const& text ) {
-        found_ = text;
-        line_ = text_.line();
+    bool start( bool isArray ) {
+        arrives();
+        open_.push_back( { isArray } );
+        return true;
+    }
+    /// False where the value ends, or what should have had the next step.
+    template<class Say>
+    bool end( Say text ) {
+        open_.pop_back();
+        if( open_.size() > steps_.size() || !isOnWay() )
+            return true;
+        if( open_.size() == steps_.size() )
+            found_ = text();
         return false;
     }
     Text object() const {
@@ -141,13 +132,8 @@ class Finder {
 
     std::vector<Text> const steps_;
     FileText const& text_;
-    std::size_t depth_ = 0;  // of open containers
-    std::size_t onPath_ = 0; // of them, those before the innermost on the pointer's way
-    bool inArray_ = false;   // is that one an array
-    std::size_t index_ = 0;  // of its next element
-    bool here_ = false;      // its next value is the next step
-    bool within_ = false;    // inside the value itself
-    std::vector<Text> names_;
+    std::vector<Container> open_;
+    std::vector<Text> names_; // of the object's members
     Text found_;
     U32 line_ = 0;
 };
@@ -173,6 +159,66 @@ void addFound( Fault& fault ) {
         return;
     fault.found = finder.found();
     fault.line = finder.line();
+}
+
+// Handles that lead to no table.
+
+using Context::SurveyedTable;
+using Tables = std::vector<SurveyedTable>;
+
+/// What a function says of tables, joined: empty texts are left out, and "..." comes in place of too many.
+template<class TextOf>
+String fewOf( Tables const& tables, char const* separator, TextOf textOf ) {
+    String all;
+    int places = 4;
+    for( auto table = tables.begin(); table != tables.end() && places >= 0; ++table ) {
+        if( String const text = textOf( *table ); !text.empty() )
+            all += ( all.empty() ? "" : separator ) + ( places-- > 0 ? text : "..." );
+    }
+    return all;
+}
+
+/// The names of the tables with a handle: `"a", "b", ...`.
+String namesWith( U32 handle, Tables const& tables, SurveyedTable const* except = nullptr ) {
+    return fewOf( tables, ", ", [ & ]( SurveyedTable const& table ) {
+        return &table != except && table.handle == handle ? '"' + table.name + '"' : "";
+    } );
+}
+
+/// Why a table that lists a handle is not found by it: it is not placed, or another has its own handle, too.
+String whyHidden( SurveyedTable const& lister, Tables const& tables ) {
+    if( lister.stageTables.empty() )
+        return ", but has no stage table";
+    String const rivals = lister.handle ? namesWith( *lister.handle, tables, &lister ) : "";
+    return rivals.empty()
+               ? ""
+               : fmt::format( ", but its own handle {} is also that of {}, and the model keeps one of them",
+                              hexText( *lister.handle ), rivals );
+}
+
+/// Why no table is found that lists a handle, though one must: which tables list it, and whether a second
+/// table with one of their handles hides that.
+String whoLists( U32 missing, Tables const& tables ) {
+    auto const hasIt = [ & ]( auto const& one ) { return one.handle == missing; };
+    String text = fewOf( tables, "; ", [ & ]( SurveyedTable const& table ) {
+        auto const& all = table.references;
+        auto const listing = std::find_if( all.begin(), all.end(), hasIt );
+        return listing == all.end() ? ""
+                                    : fmt::format( "\"{}\" lists it in \"{}\"{}", table.name, listing->list,
+                                                   whyHidden( table, tables ) );
+    } );
+    if( text.empty() )
+        text = "no table that lists it";
+    return std::count_if( tables.begin(), tables.end(), hasIt ) > 1
+               ? text + "; it is the handle of " + namesWith( missing, tables )
+               : text;
+}
+
+/// Why a listed handle leads to no placed table: which tables have it.
+String whoHas( U32 missing, Tables const& tables ) {
+    String const names = namesWith( missing, tables );
+    return names.empty() ? "no table with this handle"
+                         : "this handle only with tables that are not placed: " + names;
 }
 
 /// For a handle that leads to no table: the value that was read last is not what is wrong.
