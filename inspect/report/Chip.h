@@ -4,7 +4,7 @@
 // number.
 
 #include "inspect/check/Findings.h"
-#include "inspect/stages/PlacedStages.h"
+#include "inspect/stages/StageMap.h"
 
 #include <bitset>
 #include <variant>
