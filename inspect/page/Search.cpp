@@ -1,6 +1,5 @@
 #include "inspect/page/Search.h"
 
-#include "inspect/model/ActionWord.h"
 #include "inspect/model/HandleUses.h"
 
 namespace Bfri {
