@@ -1,7 +1,6 @@
 #include "cli/grammar/ModelWords.h"
 
 #include "inspect/load/Load.h"
-#include "inspect/model/ActionWord.h"
 #include "inspect/model/Names.h"
 #include "inspect/model/Records.h"
 

@@ -21,7 +21,7 @@ class Walk {
             visit_( { record.selHandle, Kind::tables, record.name, "selHandle", {}, record.selName } );
     }
     void of( BfResource const& record ) const {
-        auto const owner = owners_.of( record.handle, record.name );
+        auto const owner = owners_.of( record );
         visit_( { record.handle, Kind::resources, record.name, "handle", owner.table, record.name,
                   owner.several } );
     }
@@ -35,15 +35,13 @@ class Walk {
                 { record.ownHandle, Kind::counters, record.name, "ownHandle", owner.table, record.name } );
     }
     void of( BfTableMeterInfo const& record ) const {
-        ofAttached( Kind::meters, record, record.direct, ownerOf( record, record.handle ) );
+        ofAttached( Kind::meters, record, ownerOf( record, record.handle ) );
     }
     void of( BfTableWredInfo const& record ) const {
-        ofAttached( Kind::wreds, record, record.direct,
-                    owners_.of( record.handle, record.name, record.direct ) );
+        ofAttached( Kind::wreds, record, owners_.of( record ) );
     }
     void of( BfRegisterInfo const& record ) const {
-        ofAttached( Kind::registers, record, !record.indirect,
-                    owners_.of( record.handle, record.name, !record.indirect ) );
+        ofAttached( Kind::registers, record, owners_.of( record ) );
     }
     void of( BfLearnQuantaInfo const& record ) const {
         visit_( { record.handle, Kind::learnQuantas, record.name, "handle", {}, record.name } );
@@ -65,7 +63,8 @@ class Walk {
   private:
     /// A direct record has the handle of its match table; its own handle is in none of its fields.
     template<class Record>
-    void ofAttached( Kind kind, Record const& record, bool direct, Owners::Owner const& owner ) const {
+    void ofAttached( Kind kind, Record const& record, Owners::Owner const& owner ) const {
+        bool const direct = isDirect( record );
         visit_( { record.handle, kind, record.name, "handle", owner.table,
                   direct ? std::string_view() : record.name, owner.several } );
         if( !direct )

@@ -1,9 +1,7 @@
 #include "inspect/model/Omissions.h"
 
-#include "inspect/model/ActionWord.h"
 #include "inspect/model/HandleUses.h"
 #include "inspect/model/Names.h"
-#include "inspect/model/RecordKinds.h"
 #include "inspect/model/Relations.h"
 #include "inspect/rows/Utf8.h"
 
@@ -24,25 +22,6 @@ bool isMeant( Context::SurveyedTable const& table, Context::SurveyedAction const
         return isMeant( action.name, one.action ) && isMeant( table.name, one.table );
     } );
 }
-
-} // namespace
-
-String sentenceOf( Omission const& omission ) {
-    static constexpr char const* lost[] = { "which", "whose references", "whose handle" };
-    String const action = omission.action.empty() ? "" : "action " + quoted( omission.action ) + " of the ";
-    char const* const has = omission.isOwner ? " has it with the " : " has the ";
-    return omission.contextFile + has + action + omission.type + " table " + quoted( omission.table ) + ", " +
-           lost[ static_cast<int>( omission.omitted ) ] + " the model leaves out: " + omission.reason;
-}
-
-String sentencesOf( Omissions const& all ) {
-    String text;
-    for( Omission const& one : all )
-        text += ( text.empty() ? "" : "; " ) + sentenceOf( one );
-    return text;
-}
-
-namespace {
 
 Row rowOf( Omission const& omission ) {
     static constexpr char const* lost[] = { "record", "references", "handle" };
@@ -68,7 +47,79 @@ std::optional<Omitted> omittedOf( Context::SurveyedTable const& table ) {
     return table.type == "match" ? Omitted::references : Omitted::handle;
 }
 
+/// The handle that a direct counter, meter, WRED table or register has from its table.
+std::optional<U32> tableOfDirect( BfResourceParser const& parser, U32 handle, String const& name ) {
+    Relations const relations( parser );
+    std::optional<U32> table;
+    auto const findIn = [ & ]( auto const& all ) {
+        for( auto const& record : all ) {
+            if( record.name == name && isDirect( record ) && relations.sameFile( record.handle, handle ) )
+                table = record.handle;
+        }
+    };
+    findIn( parser.bfCounters() );
+    findIn( parser.bfMeters() );
+    findIn( parser.bfWreds() );
+    findIn( parser.bfRegisterInfos() );
+    return table;
+}
+
+/// Whether it is direct, so of one table, and the model has that: the files know no more.
+bool isSettled( BfResourceParser const& parser, U32 handle, String const& name ) {
+    auto const table = tableOfDirect( parser, handle, name );
+    if( !table || parser.bfTables().first<BfByHandle<BfTableInfo>>( *table ) == parser.bfTables().size() )
+        return false;
+    bool isListed = false;
+    bool byOthers = false;
+    for( auto const& [ placed, entry ] : parser.resourceHandles() ) {
+        for( Attachment const& attachment : attachments() ) {
+            auto const& references = ( entry.*attachment.references )();
+            if( std::find( references.begin(), references.end(), handle ) != references.end() )
+                ( placed == *table ? isListed : byOthers ) = true;
+        }
+    }
+    return isListed && !byOthers;
+}
+
+/// Whether the model lacks a reference of a table to a handle. It has the action data and the selection of a
+/// table on no stage.
+bool lacksReference( Context::SurveyedTable const& table, Omitted omitted, U32 handle ) {
+    return std::any_of( table.references.begin(), table.references.end(), [ & ]( auto const& reference ) {
+        bool const isKept = omitted == Omitted::references && ( reference.list == "action_data_table_refs" ||
+                                                                reference.list == "selection_table_refs" );
+        return !isKept && reference.handle == handle;
+    } );
+}
+
+/// Whose handle it is: "that is the handle of the meter ..."; of a placed record itself, not of its resource.
+String whoHas( BfResourceParser const& parser, U32 handle ) {
+    HandleUse owner;
+    eachHandleUse( parser, [ & ]( HandleUse const& bearer ) {
+        bool const isOwn = bearer.handle == handle && bearer.owner == bearer.name;
+        if( isOwn && ( owner.name.empty() || owner.kind == Kind::resources ) )
+            owner = bearer;
+    } );
+    return owner.name.empty()
+               ? ""
+               : String( "it is the handle of the " ) + kindOf( owner.kind ).one + " " + quoted( owner.name );
+}
+
 } // namespace
+
+String sentenceOf( Omission const& omission ) {
+    static constexpr char const* lost[] = { "which", "whose references", "whose handle" };
+    String const action = omission.action.empty() ? "" : "action " + quoted( omission.action ) + " of the ";
+    char const* const has = omission.isOwner ? " has it with the " : " has the ";
+    return omission.contextFile + has + action + omission.type + " table " + quoted( omission.table ) + ", " +
+           lost[ static_cast<int>( omission.omitted ) ] + " the model leaves out: " + omission.reason;
+}
+
+String sentencesOf( Omissions const& all ) {
+    String text;
+    for( Omission const& one : all )
+        text += ( text.empty() ? "" : "; " ) + sentenceOf( one );
+    return text;
+}
 
 List valuesOf( Omissions const& all ) {
     return listOf( all, []( Omission const& one ) { return rowOf( one ); } );
@@ -134,60 +185,6 @@ Omissions OmittedTables::withHandle( U32 handle ) const {
     return all;
 }
 
-namespace {
-
-/// The handle that a direct counter, meter, WRED table or register has from its table.
-std::optional<U32> tableOfDirect( BfResourceInfo::BfResourceParser const& parser, U32 handle,
-                                  String const& name ) {
-    Relations const relations( parser );
-    std::optional<U32> table;
-    auto const findIn = [ & ]( auto const& all, auto const& isDirect ) {
-        for( auto const& record : all ) {
-            if( record.name == name && isDirect( record ) && relations.sameFile( record.handle, handle ) )
-                table = record.handle;
-        }
-    };
-    auto const isDirect = []( auto const& record ) { return record.direct; };
-    findIn( parser.bfCounters(), isDirect );
-    findIn( parser.bfMeters(), isDirect );
-    findIn( parser.bfWreds(), isDirect );
-    findIn( parser.bfRegisterInfos(), []( BfRegisterInfo const& record ) { return !record.indirect; } );
-    return table;
-}
-
-/// Whether it is direct, so of one table, and the model has that: the files know no more.
-bool isSettled( BfResourceInfo::BfResourceParser const& parser, U32 handle, String const& name ) {
-    auto const table = tableOfDirect( parser, handle, name );
-    if( !table || parser.bfTables().first<BfByHandle<BfTableInfo>>( *table ) == parser.bfTables().size() )
-        return false;
-    bool isListed = false;
-    bool byOthers = false;
-    for( auto const& [ placed, entry ] : parser.resourceHandles() ) {
-        for( Attachment const& attachment : attachments() ) {
-            auto const& references = ( entry.*attachment.references )();
-            if( std::find( references.begin(), references.end(), handle ) != references.end() )
-                ( placed == *table ? isListed : byOthers ) = true;
-        }
-    }
-    return isListed && !byOthers;
-}
-
-} // namespace
-
-namespace {
-
-/// Whether the model lacks a reference of a table to a handle. It has the action data and the selection of a
-/// table on no stage.
-bool lacksReference( Context::SurveyedTable const& table, Omitted omitted, U32 handle ) {
-    return std::any_of( table.references.begin(), table.references.end(), [ & ]( auto const& reference ) {
-        bool const isKept = omitted == Omitted::references && ( reference.list == "action_data_table_refs" ||
-                                                                reference.list == "selection_table_refs" );
-        return !isKept && reference.handle == handle;
-    } );
-}
-
-} // namespace
-
 Omissions OmittedTables::of( U32 handle, String const& name ) const {
     if( isSettled( parser_, handle, name ) )
         return {};
@@ -219,25 +216,8 @@ std::optional<U32> OmittedTables::ownHandle( String const& name, U32 handleInFil
     return std::nullopt;
 }
 
-namespace {
-
-/// Whose handle it is: "that is the handle of the meter ..."; of a placed record itself, not of its resource.
-String whoHas( BfResourceInfo::BfResourceParser const& parser, U32 handle ) {
-    HandleUse owner;
-    eachHandleUse( parser, [ & ]( HandleUse const& bearer ) {
-        bool const isOwn = bearer.handle == handle && bearer.owner == bearer.name;
-        if( isOwn && ( owner.name.empty() || owner.kind == Kind::resources ) )
-            owner = bearer;
-    } );
-    return owner.name.empty()
-               ? ""
-               : String( "it is the handle of the " ) + kindOf( owner.kind ).one + " " + quoted( owner.name );
-}
-
-} // namespace
-
 String whyMissing( Configuration const& configuration, String const& word ) {
-    BfResourceInfo::BfResourceParser const& parser = configuration.parser();
+    BfResourceParser const& parser = configuration.parser();
     OmittedTables const tables( configuration );
     auto const handle = handleIn( word );
     if( auto const found = tables.named( word ) )

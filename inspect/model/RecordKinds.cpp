@@ -55,14 +55,10 @@ constexpr bool namesItsTable = requires( Record const& record ) {
     record.associatedTable;
 };
 
-bool isDirect( BfTableWredInfo const& record ) { return record.direct; }
-bool isDirect( BfRegisterInfo const& record ) { return !record.indirect; }
-bool isDirect( BfZelResource const& ) { return false; }
-
+/// Of the others, the relations tell it.
 template<class Record>
-constexpr bool hasOwner = requires( Record const& record ) {
-    isDirect( record );
-};
+constexpr bool hasOwner = std::is_same_v<Record, BfTableWredInfo> || std::is_same_v<Record, BfRegisterInfo> ||
+                          std::is_same_v<Record, BfZelResource>;
 
 template<class Record, class Visit>
 void eachListed( Record const& record, Owners::Owner const& owner, Visit const& field ) {
@@ -95,8 +91,7 @@ std::vector<Row> rowsOf( BfResourceParser const& parser ) {
     if constexpr( hasOwner<Record> ) {
         Owners const owners( parser );
         eachIn( all, [ & ]( Record const& record ) {
-            rows.push_back(
-                listedRow( record, owners.of( record.handle, record.name, isDirect( record ) ) ) );
+            rows.push_back( listedRow( record, owners.of( record ) ) );
         } );
     } else {
         eachIn( all, [ & ]( Record const& record ) {

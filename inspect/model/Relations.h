@@ -9,6 +9,17 @@
 
 namespace Bfri {
 
+/// Whether a record belongs to one table, whose handle it has. Registers say the contrary of what others say.
+template<class Record>
+bool isDirect( Record const& record ) {
+    if constexpr( requires { record.indirect; } )
+        return !record.indirect;
+    else if constexpr( requires { record.direct; } )
+        return record.direct;
+    else
+        return false;
+}
+
 /// Follows the relations of one model, which must outlive this object.
 class Relations {
   public:
@@ -76,6 +87,10 @@ class Owners {
     /// Among the tables that use or reference the resource, else among those whose actions name it. A direct
     /// record has its table's handle.
     Owner of( U32 handle, String const& name, bool direct = false ) const;
+    template<class Record>
+    Owner of( Record const& record ) const {
+        return of( record.handle, record.name, isDirect( record ) );
+    }
 
   private:
     struct Resource {
