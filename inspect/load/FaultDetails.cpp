@@ -235,52 +235,36 @@ String withoutTabs( String text ) {
 
 constexpr std::string_view blanks = " \t\r\n";
 
-/// The end of a line, as much of it as an excerpt shows.
-class Tail {
-  public:
-    void add( char c ) {
-        text_ += c;
-        if( text_.size() >= 2 * most )
-            cut();
-    }
-    bool isBlank() const { return !cut_ && text_.find_first_not_of( blanks ) == String::npos; }
-    void withoutBlanksBehind() { text_.erase( text_.find_last_not_of( blanks ) + 1 ); }
-    String text() {
-        if( text_.size() > most )
-            cut();
-        while( cut_ && !text_.empty() && isUtf8Continuation( text_.front() ) )
-            text_.erase( 0, 1 );
-        return ( cut_ ? "..." : "" ) + withoutTabs( text_ );
-    }
+bool isBlank( std::string_view text ) { return text.find_first_not_of( blanks ) == text.npos; }
 
-  private:
-    static constexpr std::size_t most = 48;
+std::string_view lastLineOf( std::string_view text ) { return text.substr( text.rfind( '\n' ) + 1 ); }
 
-    void cut() {
-        text_.erase( 0, text_.size() - most );
-        cut_ = true;
-    }
-
-    String text_;
-    bool cut_ = false;
-};
-
-/// Takes what is before that line; of this, the last line that has text.
-Tail takeLinesBefore( U32 line, FileText& text ) {
-    Tail last;
-    Tail current;
-    while( text.line() < line && !text.atEnd() ) {
+/// The text before a place, as far as an excerpt may show it: the end of its line, and before that of lines
+/// that are not blank.
+String takeBefore( U32 line, U32 column, FileText& text ) {
+    constexpr std::size_t enough = 4096;
+    String front;
+    while( !text.atEnd() && ( text.line() < line || column-- > 1 ) ) {
         char const c = text.Take();
-        if( c != '\n' ) {
-            current.add( c );
-            continue;
-        }
-        if( !current.isBlank() )
-            last = current;
-        current = Tail();
+        if( c == '\n' && isBlank( lastLineOf( front ) ) )
+            front.erase( front.size() - lastLineOf( front ).size() );
+        else
+            front += c;
+        if( front.size() > 2 * enough )
+            front.erase( 0, enough );
     }
-    last.withoutBlanksBehind();
-    return last;
+    return front;
+}
+
+/// As much of the end of a line as an excerpt shows.
+String endOf( String line ) {
+    constexpr std::size_t most = 48;
+    if( line.size() <= most )
+        return withoutTabs( line );
+    line.erase( 0, line.size() - most );
+    while( !line.empty() && isUtf8Continuation( line.front() ) )
+        line.erase( 0, 1 );
+    return "..." + withoutTabs( line );
 }
 
 /// The end of the text before the column, and the start of the text after it. If the file ends in a line
@@ -288,21 +272,18 @@ Tail takeLinesBefore( U32 line, FileText& text ) {
 void addExcerpt( Fault& fault ) {
     constexpr std::size_t mostBehind = 24;
     FileText text( fault.file );
-    Tail const lineBefore = takeLinesBefore( *fault.line, text );
-    Tail before;
-    for( U32 column = 1; column < *fault.column && !text.atEnd(); ++column )
-        before.add( text.Take() );
+    String before = takeBefore( *fault.line, *fault.column, text );
     String behind;
     while( behind.size() <= mostBehind + 4 && !text.atEnd() && text.Peek() != '\n' && text.Peek() != '\r' )
         behind += text.Take();
     if( text.atEnd() && behind.empty() ) {
         fault.found = "the end of the file";
-        if( before.isBlank() )
-            before = lineBefore;
+        if( isBlank( lastLineOf( before ) ) )
+            before.erase( before.find_last_not_of( blanks ) + 1 );
     }
-    String const front = before.text();
-    fault.excerpt = front + withoutTabs( cutTo( mostBehind, behind ) );
-    fault.caret = front.size();
+    fault.excerpt = endOf( String( lastLineOf( before ) ) );
+    fault.caret = fault.excerpt.size();
+    fault.excerpt += withoutTabs( cutTo( mostBehind, behind ) );
 }
 
 using Header = Context::SurveyedHeader;

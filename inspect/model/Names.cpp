@@ -161,7 +161,7 @@ std::vector<String> allNames( BfResourceParser const& parser ) {
 
 namespace {
 
-using Places = std::vector<U32>;
+using Actions = std::vector<BfActionInfo const*>;
 
 constexpr std::string_view between = " of ";
 
@@ -170,49 +170,41 @@ String wordFor( BfActionInfo const& action ) {
 }
 
 template<class Rule>
-Places placesOf( BfResourceParser const& parser, Rule rule ) {
-    Places places;
-    for( U32 i = 0; i < parser.bfActions().size(); ++i ) {
-        if( rule( parser.bfActions().at( i ) ) )
-            places.push_back( i );
+Actions actionsWhere( BfResourceParser const& parser, Rule rule ) {
+    Actions actions;
+    for( BfActionInfo const& action : parser.bfActions() ) {
+        if( rule( action ) )
+            actions.push_back( &action );
     }
-    return places;
+    return actions;
 }
 
 /// The actions that the first half of a reading means.
-Places actionsNamed( BfResourceParser const& parser, String const& word ) {
+Actions actionsNamed( BfResourceParser const& parser, String const& word ) {
     std::vector<String> names;
     for( BfActionInfo const& action : parser.bfActions() )
         names.push_back( action.name );
     auto const meant = namesMeant( names, word );
-    if( !meant.empty() )
-        return placesOf( parser, [ & ]( BfActionInfo const& action ) {
-            return std::binary_search( meant.begin(), meant.end(), action.name );
-        } );
     auto const handle = handleIn( word );
-    return placesOf( parser, [ & ]( BfActionInfo const& action ) { return handle == action.handle; } );
-}
-
-Places actionsRead( BfResourceParser const& parser, ActionWord const& word ) {
-    Places places = actionsNamed( parser, word.action );
-    std::vector<String> tables;
-    for( U32 const place : places )
-        tables.push_back( parser.bfActions().at( place ).tableName );
-    auto const meant = namesMeant( tables, word.table );
-    std::erase_if( places, [ & ]( U32 place ) {
-        return !std::binary_search( meant.begin(), meant.end(), parser.bfActions().at( place ).tableName );
+    return actionsWhere( parser, [ & ]( BfActionInfo const& action ) {
+        return meant.empty() ? handle == action.handle
+                             : std::binary_search( meant.begin(), meant.end(), action.name );
     } );
-    return places;
 }
 
-std::vector<BfActionInfo const*> actionsAt( BfResourceParser const& parser, Places const& places ) {
-    std::vector<BfActionInfo const*> actions;
-    for( U32 const place : places )
-        actions.push_back( &parser.bfActions().at( place ) );
+Actions actionsRead( BfResourceParser const& parser, ActionWord const& word ) {
+    Actions actions = actionsNamed( parser, word.action );
+    std::vector<String> tables;
+    for( BfActionInfo const* const action : actions )
+        tables.push_back( action->tableName );
+    auto const meant = namesMeant( tables, word.table );
+    std::erase_if( actions, [ & ]( BfActionInfo const* action ) {
+        return !std::binary_search( meant.begin(), meant.end(), action->tableName );
+    } );
     return actions;
 }
 
-bool areOne( std::vector<BfActionInfo const*> const& actions ) {
+bool areOne( Actions const& actions ) {
     return std::all_of( actions.begin(), actions.end(), [ & ]( BfActionInfo const* action ) {
         return action->name == actions.front()->name && action->tableName == actions.front()->tableName;
     } );
@@ -232,18 +224,17 @@ ActionsMeant actionsMeant( BfResourceParser const& parser, String const& word ) 
     if( words.empty() )
         return {};
     auto exact =
-        placesOf( parser, [ & ]( BfActionInfo const& action ) { return wordFor( action ) == word; } );
+        actionsWhere( parser, [ & ]( BfActionInfo const& action ) { return wordFor( action ) == word; } );
     if( !exact.empty() )
         return { std::move( exact ), {} };
-    std::set<U32> found;
+    std::set<BfActionInfo const*> found; // in the order of the model
     for( ActionWord const& reading : words ) {
-        auto const places = actionsRead( parser, reading );
-        found.insert( places.begin(), places.end() );
+        auto const actions = actionsRead( parser, reading );
+        found.insert( actions.begin(), actions.end() );
     }
-    ActionsMeant meant{ { found.begin(), found.end() }, {} };
-    if( auto const actions = actionsAt( parser, meant.places ); !areOne( actions ) )
-        meant.words = wordsForActions( actions );
-    return meant;
+    Actions actions( found.begin(), found.end() );
+    auto const tell = areOne( actions ) ? std::vector<String>() : wordsForActions( actions );
+    return { std::move( actions ), tell };
 }
 
 std::vector<String> wordsForActions( std::vector<BfActionInfo const*> const& actions ) {
@@ -262,7 +253,7 @@ std::vector<String> wordsForActions( std::vector<BfActionInfo const*> const& act
 
 std::vector<String> actionsLike( BfResourceParser const& parser, String const& word ) {
     for( ActionWord const& reading : actionWordsIn( word ) ) {
-        auto words = wordsForActions( actionsAt( parser, actionsNamed( parser, reading.action ) ) );
+        auto words = wordsForActions( actionsNamed( parser, reading.action ) );
         if( words.empty() )
             continue;
         auto near = nearest( words, word );

@@ -55,8 +55,8 @@ std::vector<ActionWord> actionWordsIn( String const& word );
 
 /// What 'ACTION of TABLE' means.
 struct ActionsMeant {
-    std::vector<U32> places;   ///< in the model's actions; none if the word means none
-    std::vector<String> words; ///< unless all have one name and table: what to type for each
+    std::vector<BfActionInfo const*> actions; ///< of the model; none if the word means none
+    std::vector<String> words;                ///< unless all have one name and table: what to type for each
 };
 
 /// The actions with exactly these names, in any reading of the word; else those whose names and tables' names

@@ -6,11 +6,10 @@ namespace Bfri {
 
 namespace {
 
-using BfResourceInfo::BfResourceParser;
 using Rows = std::vector<Row const*>;
 
 SeveralRecords severalActions( ActionsMeant const& meant ) {
-    return { &kindOf( Kind::actions ), meant.places.size(), meant.words };
+    return { &kindOf( Kind::actions ), meant.actions.size(), meant.words };
 }
 
 PagesFound pagesOfHandle( Configuration const& configuration, U32 handle ) {
@@ -41,14 +40,12 @@ Page actionsOf( Page page, std::set<std::pair<String, U32>> const& asked ) {
 }
 
 PagesFound pagesOfActions( Configuration const& configuration, String const& word ) {
-    auto const& actions = configuration.parser().bfActions();
     ActionsMeant const meant = actionsMeant( configuration.parser(), word );
     if( !meant.words.empty() )
         return severalActions( meant );
     std::map<String, std::set<std::pair<String, U32>>> asked; // by name: tables and handles
-    for( U32 const place : meant.places )
-        asked[ actions.at( place ).name ].emplace( actions.at( place ).tableName,
-                                                   actions.at( place ).handle );
+    for( BfActionInfo const* const action : meant.actions )
+        asked[ action->name ].emplace( action->tableName, action->handle );
     std::vector<Page> pages;
     pages.reserve( asked.size() );
     for( auto const& [ name, tables ] : asked )
@@ -136,8 +133,8 @@ RecordFound recordFor( BfResourceParser const& parser, RecordKind const& kind, s
         ActionsMeant const actions = actionsMeant( parser, word );
         if( !actions.words.empty() )
             return severalActions( actions );
-        for( U32 const place : actions.places )
-            meant.push_back( &rows.at( place ) );
+        for( BfActionInfo const* const action : actions.actions )
+            meant.push_back( &rows[ static_cast<std::size_t>( action - &parser.bfActions().at( 0 ) ) ] );
     }
     if( meant.empty() ) {
         Meaning meaning = meaningOf( namesIn( rows ), word );
