@@ -27,12 +27,13 @@ struct Fault {
     String table;                  ///< its name
     String expected;               ///< what should be there
     String found;                  ///< what is there
-    String culprit;                ///< whose value it is, see Expectation
-    std::optional<U32> handle;     ///< that leads to no table
-    String hint;                   ///< what to do
-    std::vector<String> reported;  ///< what else the library reported
-    String condition;              ///< the broken one, as written in the library's code
-    String function;               ///< of the library, that requires the condition
+    String culprit; ///< whose value it is: the one at the pointer ("."), a member beside it (its name), or no
+                    ///< single value (empty)
+    std::optional<U32> handle;    ///< that leads to no table
+    String hint;                  ///< what to do
+    std::vector<String> reported; ///< what else the library reported
+    String condition;             ///< the broken one, as written in the library's code
+    String function;              ///< of the library, that requires the condition
     std::vector<Context::FileSurvey>
         files; ///< surveyed up to the fault, the file at fault last; empty without a survey
 };
@@ -43,15 +44,14 @@ Fault faultOf( Ostler::Status const& status );
 /// The fault that ended the loading, with what the library traced about it.
 Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine> const& traced );
 
-/// What a condition on context data requires, in words.
+/// What a condition on context data requires, in words; the condition itself if there are none for it.
 struct Expectation {
-    String text;                ///< follows "expected"; the condition itself if there are no words for it
-    bool traceAddsToIt = false; ///< the trace line before the failure says more than text and place
-    /// Whose value broke it: the one at the failure's place ("."), a member beside it (its name), or no
-    /// single value (empty).
-    String culprit = ".";
+    std::string_view text;          ///< follows "expected"
+    bool traceAddsToIt = false;     ///< the trace line before the failure says more than text and place
+    std::string_view culprit = "."; ///< see Fault
 };
 
+/// The texts are constants or the failure's.
 Expectation expectationOf( Zel::AssertionFailure const& failure );
 
 /// Reads the file of a fault again and adds what is there: the value that was found, and its line; for a

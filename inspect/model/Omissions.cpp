@@ -5,6 +5,8 @@
 #include "inspect/model/Relations.h"
 #include "inspect/rows/Utf8.h"
 
+#include <fmt/format.h>
+
 namespace Bfri {
 
 namespace {
@@ -23,19 +25,23 @@ bool isMeant( Context::SurveyedTable const& table, Context::SurveyedAction const
     } );
 }
 
-Row rowOf( Omission const& omission ) {
+String reasonOf( Omission const& one ) {
+    return one.omitted == Omitted::record ? whyOmitted( *one.table ) : "it has no stage table";
+}
+
+Row rowOf( Omission const& one ) {
     static constexpr char const* lost[] = { "record", "references", "handle" };
-    bool const isAction = !omission.action.empty();
-    bool const isMatch = omission.type == "match";
-    return { { "kind", isAction  ? "action"
-                       : isMatch ? "table"
-                                 : "resource" },
-             { "name", isAction ? omission.action : omission.table },
-             { "table", isAction ? Value( omission.table ) : Value() },
-             { "handle", omission.handle ? Value( Hex( *omission.handle ) ) : Value() },
-             { "contextFile", omission.contextFile },
-             { "missing", lost[ static_cast<int>( omission.omitted ) ] },
-             { "reason", omission.reason } };
+    auto const& [ file, table, omitted, action, isOwner ] = one;
+    auto const& handle = action ? action->handle : table->handle;
+    return { { "kind", action                   ? "action"
+                       : table->type == "match" ? "table"
+                                                : "resource" },
+             { "name", action ? action->name : table->name },
+             { "table", action ? Value( table->name ) : Value() },
+             { "handle", handle ? Value( Hex( *handle ) ) : Value() },
+             { "contextFile", file->path },
+             { "missing", lost[ static_cast<int>( omitted ) ] },
+             { "reason", reasonOf( one ) } };
 }
 
 /// The parts of a table that the model lacks.
@@ -106,12 +112,13 @@ String whoHas( BfResourceParser const& parser, U32 handle ) {
 
 } // namespace
 
-String sentenceOf( Omission const& omission ) {
+String sentenceOf( Omission const& one ) {
     static constexpr char const* lost[] = { "which", "whose references", "whose handle" };
-    String const action = omission.action.empty() ? "" : "action " + quoted( omission.action ) + " of the ";
-    char const* const has = omission.isOwner ? " has it with the " : " has the ";
-    return omission.contextFile + has + action + omission.type + " table " + quoted( omission.table ) + ", " +
-           lost[ static_cast<int>( omission.omitted ) ] + " the model leaves out: " + omission.reason;
+    return fmt::format( "{} has {}the {}{} table {}, {} the model leaves out: {}", one.file->path,
+                        one.isOwner ? "it with " : "",
+                        one.action ? "action " + quoted( one.action->name ) + " of the " : "",
+                        one.table->type, quoted( one.table->name ), lost[ static_cast<int>( one.omitted ) ],
+                        reasonOf( one ) );
 }
 
 String sentencesOf( Omissions const& all ) {
@@ -130,8 +137,8 @@ String whyOmitted( Context::SurveyedTable const& table ) {
         return "";
     String why;
     if( table.staticEntries > 0 )
-        why = "it has " + std::to_string( table.staticEntries ) +
-              ( table.staticEntries == 1 ? " static entry" : " static entries" );
+        why = fmt::format( "it has {} static {}", table.staticEntries,
+                           table.staticEntries == 1 ? "entry" : "entries" );
     if( !table.isControllable )
         why += String( why.empty() ? "" : ", and " ) + "its \"is_resource_controllable\" is false";
     return why;
@@ -141,30 +148,21 @@ OmittedTables::OmittedTables( Configuration const& configuration ) : parser_( co
     for( Context::FileSurvey const& file : configuration.files ) {
         for( Context::SurveyedTable const& table : file.tables ) {
             if( auto const omitted = omittedOf( table ) )
-                tables_.push_back( { &table, &file, *omitted } );
+                tables_.push_back( { &file, &table, *omitted } );
         }
     }
 }
 
-Omission OmittedTables::omission( Table const& table, Context::SurveyedAction const* action ) {
-    return { table.file->path,
-             table.omitted,
-             table.survey->type,
-             table.survey->name,
-             action ? action->name : "",
-             action ? action->handle : table.survey->handle,
-             table.omitted == Omitted::record ? whyOmitted( *table.survey ) : "it has no stage table" };
-}
-
 std::optional<Omission> OmittedTables::named( String const& word ) const {
-    for( Table const& table : tables_ ) {
-        if( table.omitted != Omitted::record )
+    for( Omission one : tables_ ) {
+        if( one.omitted != Omitted::record )
             continue;
-        if( isMeant( table.survey->name, word ) )
-            return omission( table );
-        for( Context::SurveyedAction const& action : table.survey->actions ) {
-            if( isMeant( *table.survey, action, word ) )
-                return omission( table, &action );
+        if( isMeant( one.table->name, word ) )
+            return one;
+        for( Context::SurveyedAction const& action : one.table->actions ) {
+            one.action = &action;
+            if( isMeant( *one.table, action, word ) )
+                return one;
         }
     }
     return std::nullopt;
@@ -172,14 +170,15 @@ std::optional<Omission> OmittedTables::named( String const& word ) const {
 
 Omissions OmittedTables::withHandle( U32 handle ) const {
     Omissions all;
-    for( Table const& table : tables_ ) {
-        if( table.omitted == Omitted::references ) // the model has its own handle and those of its actions
+    for( Omission one : tables_ ) {
+        if( one.omitted == Omitted::references ) // the model has its own handle and those of its actions
             continue;
-        if( table.survey->handle == handle )
-            all.push_back( omission( table ) );
-        for( Context::SurveyedAction const& action : table.survey->actions ) {
-            if( table.omitted == Omitted::record && action.handle == handle )
-                all.push_back( omission( table, &action ) );
+        if( one.table->handle == handle )
+            all.push_back( one );
+        for( Context::SurveyedAction const& action : one.table->actions ) {
+            one.action = &action;
+            if( one.omitted == Omitted::record && action.handle == handle )
+                all.push_back( one );
         }
     }
     return all;
@@ -191,27 +190,25 @@ Omissions OmittedTables::of( U32 handle, String const& name ) const {
     String const* const parent = parser_.parentTable().find( name );
     Relations const relations( parser_ );
     Omissions all;
-    for( Table const& table : tables_ ) {
-        auto const& survey = *table.survey;
-        bool const isItself =
-            table.omitted == Omitted::record && survey.name == name && survey.handle == handle;
+    for( Omission one : tables_ ) {
+        auto const& table = *one.table;
+        bool const isItself = one.omitted == Omitted::record && table.name == name && table.handle == handle;
         bool const isNamed =
-            parent && *parent == survey.name && relations.sameFile( handle, table.file->handlePipeBits );
-        if( table.omitted == Omitted::handle ||
-            !( isItself || isNamed || lacksReference( survey, table.omitted, handle ) ) )
-            continue;
-        all.push_back( omission( table ) );
-        all.back().isOwner = !isItself;
+            parent && *parent == table.name && relations.sameFile( handle, one.file->handlePipeBits );
+        one.isOwner = !isItself;
+        if( one.omitted != Omitted::handle &&
+            ( isItself || isNamed || lacksReference( table, one.omitted, handle ) ) )
+            all.push_back( one );
     }
     return all;
 }
 
 std::optional<U32> OmittedTables::ownHandle( String const& name, U32 handleInFile ) const {
     Relations const relations( parser_ );
-    for( Table const& table : tables_ ) {
-        bool const isIt = table.omitted == Omitted::handle && table.survey->name == name;
-        if( isIt && table.survey->handle && relations.sameFile( handleInFile, table.file->handlePipeBits ) )
-            return table.survey->handle;
+    for( auto const& [ file, table, omitted, action, isOwner ] : tables_ ) {
+        if( omitted == Omitted::handle && table->name == name && table->handle &&
+            relations.sameFile( handleInFile, file->handlePipeBits ) )
+            return table->handle;
     }
     return std::nullopt;
 }

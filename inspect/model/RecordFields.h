@@ -187,15 +187,13 @@ Value valueFrom( Plain const& value ) {
 inline Value valueFrom( std::optional<U32> number ) { return number ? Value( *number ) : Value(); }
 
 /// A table, if there is one.
-inline Value valueFrom( std::string_view name ) { return name.empty() ? Value() : Value( String( name ) ); }
+inline Value valueFrom( std::string_view name ) { return textOrNone( name ); }
 
 inline Value valueFrom( Vessa::Queue<U32> const& handles ) {
     return listOf( handles, []( U32 handle ) { return Hex( handle ); } );
 }
 
-inline Value valueFrom( std::vector<String> const& names ) {
-    return listOf( names, []( String const& name ) { return name; } );
-}
+inline Value valueFrom( std::vector<String> const& names ) { return listOf( names ); }
 
 /// The fields that a function tells, as a row with room for those that some lists add.
 template<class Tell>

@@ -191,7 +191,7 @@ Value severalParents( BfResourceParser const& parser ) {
     auto const& all = parser.multipleParentTables();
     std::vector<String> names( all.begin(), all.end() );
     std::sort( names.begin(), names.end() );
-    return Fields::valueFrom( names );
+    return listOf( names );
 }
 
 template<auto collection>

@@ -30,6 +30,7 @@ Row pipelineRow( BfResourceInfo::ZelContextFile const& file );
 template<class Map>
 auto sortedByKey( Map const& map ) {
     std::vector<decltype( &*map.begin() )> entries;
+    entries.reserve( map.size() );
     for( auto const& entry : map )
         entries.push_back( &entry );
     std::sort( entries.begin(), entries.end(), []( auto a, auto b ) { return a->first < b->first; } );

@@ -9,16 +9,15 @@
 
 namespace Bfri {
 
-/// Whether a record belongs to one table, whose handle it has. Registers say the contrary of what others say.
+/// Whether a record belongs to one table, whose handle it has. Registers say the contrary; places say
+/// nothing.
 template<class Record>
 bool isDirect( Record const& record ) {
-    if constexpr( requires { record.indirect; } )
-        return !record.indirect;
-    else if constexpr( requires { record.direct; } )
-        return record.direct;
-    else
-        return false;
+    return record.direct;
 }
+inline bool isDirect( BfRegisterInfo const& record ) { return !record.indirect; }
+inline bool isDirect( BfResource const& ) { return false; }
+inline bool isDirect( BfZelResource const& ) { return false; }
 
 /// Follows the relations of one model, which must outlive this object.
 class Relations {

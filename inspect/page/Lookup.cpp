@@ -31,11 +31,6 @@ UsesByHandle usesLike( BfResourceParser const& parser, std::span<String const> w
     return like;
 }
 
-/// Whether the record may belong to a match table, or be one's resource.
-bool isAttachable( HandleUse const& use ) {
-    return use.kind == Kind::resources || kindOf( use.kind ).attachment;
-}
-
 /// Tables that the model omits and that have what has the handle as its own; where nothing does, what they
 /// have of it.
 Omissions omittedOf( U32 handle, Uses const& uses, OmittedTables const& tables ) {
@@ -48,17 +43,17 @@ Omissions omittedOf( U32 handle, Uses const& uses, OmittedTables const& tables )
         if( use.kind == Kind::tables )
             return {};
         isOwned = true;
-        if( isAttachable( use ) )
+        if( use.kind == Kind::resources || kindOf( use.kind ).attachment ) // may belong to a match table
             names.emplace( use.name );
     }
     if( !isOwned ) {
         all = tables.withHandle( handle );
         bool const isResource = !all.empty() && all.front().omitted == Omitted::handle;
-        names.insert( isResource ? all.front().table : "" );
+        names.insert( isResource ? all.front().table->name : "" );
     }
     for( String const& name : names ) {
-        for( Omission& one : tables.of( handle, name ) )
-            all.push_back( std::move( one ) );
+        for( Omission const& one : tables.of( handle, name ) )
+            all.push_back( one );
     }
     return all;
 }
@@ -94,8 +89,6 @@ HandleAnswer answerFor( BfResourceParser const& parser, String const& word, Uses
         answer.without0x = hexadecimal;
     return answer;
 }
-
-Value textOrNone( std::string_view text ) { return text.empty() ? Value() : Value( String( text ) ); }
 
 Row useRow( HandleUse const& use ) {
     return { { "kind", kindOf( use.kind ).one },

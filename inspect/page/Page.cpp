@@ -286,40 +286,31 @@ Row entryRow( Entry entry ) {
     return row;
 }
 
-/// The records of a kind are together, whatever their names.
-struct Records {
-    List entries = {};
-    std::size_t more = 0;
-};
-
-Records recordsOf( RecordKind const& kind, std::vector<Page>& pages ) {
-    Records records;
-    for( Page& page : pages ) {
-        for( Section& section : page.sections ) {
-            if( section.kind != &kind )
-                continue;
-            for( Entry& entry : section.entries )
-                records.entries.emplace_back( entryRow( std::move( entry ) ) );
-            records.more += section.moreRecords;
-        }
-    }
-    return records;
-}
-
 } // namespace
 
+/// The records of a kind are together, whatever their names.
 Row rowOf( std::vector<Page> pages ) {
     Row row{ { "name", pages.size() == 1 ? Value( pages.front().name ) : Value() } };
-    Row more;
+    Row moreRecords;
     for( RecordKind const& kind : recordKinds() ) {
-        Records records = recordsOf( kind, pages );
-        if( !records.entries.empty() )
-            row.push_back( { kind.member, std::move( records.entries ) } );
-        if( records.more > 0 )
-            more.push_back( { kind.member, static_cast<U32>( records.more ) } );
+        List entries;
+        std::size_t more = 0;
+        for( Page& page : pages ) {
+            auto const section = std::find_if( page.sections.begin(), page.sections.end(),
+                                               [ & ]( Section const& one ) { return one.kind == &kind; } );
+            if( section == page.sections.end() )
+                continue;
+            for( Entry& entry : section->entries )
+                entries.emplace_back( entryRow( std::move( entry ) ) );
+            more += section->moreRecords;
+        }
+        if( !entries.empty() )
+            row.push_back( { kind.member, std::move( entries ) } );
+        if( more > 0 )
+            moreRecords.push_back( { kind.member, static_cast<U32>( more ) } );
     }
-    if( !more.empty() )
-        row.push_back( { "moreRecords", std::move( more ) } );
+    if( !moreRecords.empty() )
+        row.push_back( { "moreRecords", std::move( moreRecords ) } );
     return row;
 }
 

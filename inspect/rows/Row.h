@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -52,6 +53,9 @@ struct Field {
 
 inline Value::Value( char const* text ) : is( String( text ) ) {}
 
+/// An empty text is absent.
+inline Value textOrNone( std::string_view text ) { return text.empty() ? Value() : Value( String( text ) ); }
+
 /// Numbers by value, texts by their bytes, false first, lists by their first difference; absent values before
 /// all others.
 inline bool operator<( Value const& a, Value const& b );
@@ -79,8 +83,8 @@ struct RowList {
 };
 
 /// Any elements as a list of values.
-template<class Elements, class ToValue>
-List listOf( Elements const& elements, ToValue const& toValue ) {
+template<class Elements, class ToValue = std::identity>
+List listOf( Elements const& elements, ToValue const& toValue = {} ) {
     List list;
     list.reserve( std::size( elements ) );
     for( auto const& element : elements )

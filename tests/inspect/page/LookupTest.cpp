@@ -51,7 +51,7 @@ TEST_F( HandleLookup, HasWhatTheModelOmits ) {
     std::vector<String> const words{ std::to_string( Support::handleOf( "acl" ) ) };
     auto const answers = Bfri::lookUp( *omitting, words );
     ASSERT_EQ( answers.at( 0 ).omitted.size(), 1U );
-    EXPECT_EQ( answers[ 0 ].omitted[ 0 ].table, "acl" );
+    EXPECT_EQ( answers[ 0 ].omitted[ 0 ].table->name, "acl" );
 }
 
 } // namespace
