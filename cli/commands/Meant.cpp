@@ -1,7 +1,6 @@
 #include "cli/commands/Meant.h"
 #include "cli/terminal/Characters.h"
 
-
 #include <fmt/format.h>
 
 namespace Bfri {

@@ -223,18 +223,19 @@ ActionsMeant actionsMeant( BfResourceParser const& parser, String const& word ) 
     auto const words = actionWordsIn( word );
     if( words.empty() )
         return {};
-    auto exact =
+    Actions exact =
         actionsWhere( parser, [ & ]( BfActionInfo const& action ) { return wordFor( action ) == word; } );
     if( !exact.empty() )
-        return { std::move( exact ), {} };
+        return exact;
     std::set<BfActionInfo const*> found; // in the order of the model
     for( ActionWord const& reading : words ) {
         auto const actions = actionsRead( parser, reading );
         found.insert( actions.begin(), actions.end() );
     }
     Actions actions( found.begin(), found.end() );
-    auto const tell = areOne( actions ) ? std::vector<String>() : wordsForActions( actions );
-    return { std::move( actions ), tell };
+    if( areOne( actions ) )
+        return actions;
+    return SeveralRecords{ &kindOf( Kind::actions ), actions.size(), wordsForActions( actions ) };
 }
 
 std::vector<String> wordsForActions( std::vector<BfActionInfo const*> const& actions ) {

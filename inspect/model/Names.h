@@ -4,6 +4,8 @@
 
 #include "inspect/model/RecordKinds.h"
 
+#include <variant>
+
 namespace Bfri {
 
 /// What a word means among names.
@@ -53,11 +55,16 @@ struct ActionWord {
 /// Every way to read a word, as names may contain " of ", too; none without it.
 std::vector<ActionWord> actionWordsIn( String const& word );
 
-/// What 'ACTION of TABLE' means.
-struct ActionsMeant {
-    std::vector<BfActionInfo const*> actions; ///< of the model; none if the word means none
-    std::vector<String> words;                ///< unless all have one name and table: what to type for each
+/// A word that means several records, and what to type for each.
+struct SeveralRecords {
+    RecordKind const* kind;
+    std::size_t count;
+    std::vector<String> words;
+    bool tellApart = true; ///< each word means exactly one of them
 };
+
+/// What 'ACTION of TABLE' means: actions of the model that have one name and table, or none; or several.
+using ActionsMeant = std::variant<std::vector<BfActionInfo const*>, SeveralRecords>;
 
 /// The actions with exactly these names, in any reading of the word; else those whose names and tables' names
 /// end in them.

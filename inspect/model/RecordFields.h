@@ -195,10 +195,10 @@ inline Value valueFrom( Vessa::Queue<U32> const& handles ) {
 
 inline Value valueFrom( std::vector<String> const& names ) { return listOf( names ); }
 
-/// The fields that a function tells, as a row with room for those that some lists add.
+/// The fields that a function tells, as a row with room for more.
 template<class Tell>
-Row rowFrom( Tell const& tell ) {
-    std::size_t count = 3;
+Row rowFrom( Tell const& tell, std::size_t room ) {
+    std::size_t count = room;
     tell( [ & ]( auto const&... ) { ++count; } );
     Row row;
     row.reserve( count );

@@ -60,19 +60,23 @@ template<class Record>
 constexpr bool hasOwner = std::is_same_v<Record, BfTableWredInfo> || std::is_same_v<Record, BfRegisterInfo> ||
                           std::is_same_v<Record, BfZelResource>;
 
+template<class Record>
+constexpr bool isAttached = hasOwner<Record> || namesItsTable<Record>;
+
 template<class Record, class Visit>
 void eachListed( Record const& record, Owners::Owner const& owner, Visit const& field ) {
     Fields::each( record, field );
     if constexpr( hasOwner<Record> )
         field( "parent", owner.table, Fields::ofOwner );
-    if constexpr( hasOwner<Record> || namesItsTable<Record> )
+    if constexpr( isAttached<Record> )
         field( "severalParents", owner.several,
                namesItsTable<Record> ? Fields::ofSeveralParents : Fields::ofSeveralOwners );
 }
 
 template<class Record>
 Row listedRow( Record const& record, Owners::Owner const& owner ) {
-    return Fields::rowFrom( [ & ]( auto const& field ) { eachListed( record, owner, field ); } );
+    constexpr std::size_t room = isAttached<Record> ? 1 : 3; // resources get stages, all of them pipes
+    return Fields::rowFrom( [ & ]( auto const& field ) { eachListed( record, owner, field ); }, room );
 }
 
 // The functions of a kind.
@@ -163,7 +167,7 @@ Value dumped( BfHeaderInfo const& header ) { return U32{ header.size() }; }
 
 template<class Record>
 Value dumped( Record const& record ) {
-    Row row = Fields::rowFrom( [ & ]( auto const& field ) { Fields::each( record, field ); } );
+    Row row = Fields::rowFrom( [ & ]( auto const& field ) { Fields::each( record, field ); }, 0 );
     std::erase_if( row, []( Field const& field ) { return field.name == "typeName"; } ); // not in the record
     return row;
 }

@@ -8,7 +8,8 @@ namespace {
 
 template<class Record>
 Row rowOfFields( Record const& record ) {
-    return Fields::rowFrom( [ & ]( auto const& field ) { Fields::each( record, field ); } );
+    constexpr std::size_t room = 3; // for stages, and pipes or a configuration
+    return Fields::rowFrom( [ & ]( auto const& field ) { Fields::each( record, field ); }, room );
 }
 
 } // namespace

@@ -8,10 +8,6 @@ namespace {
 
 using Rows = std::vector<Row const*>;
 
-SeveralRecords severalActions( ActionsMeant const& meant ) {
-    return { &kindOf( Kind::actions ), meant.actions.size(), meant.words };
-}
-
 PagesFound pagesOfHandle( Configuration const& configuration, U32 handle ) {
     std::set<String> owners;
     std::set<String> others;
@@ -41,10 +37,10 @@ Page actionsOf( Page page, std::set<std::pair<String, U32>> const& asked ) {
 
 PagesFound pagesOfActions( Configuration const& configuration, String const& word ) {
     ActionsMeant const meant = actionsMeant( configuration.parser(), word );
-    if( !meant.words.empty() )
-        return severalActions( meant );
+    if( auto const* const several = std::get_if<SeveralRecords>( &meant ) )
+        return *several;
     std::map<String, std::set<std::pair<String, U32>>> asked; // by name: tables and handles
-    for( BfActionInfo const* const action : meant.actions )
+    for( BfActionInfo const* const action : std::get<0>( meant ) )
         asked[ action->name ].emplace( action->tableName, action->handle );
     std::vector<Page> pages;
     pages.reserve( asked.size() );
@@ -131,9 +127,9 @@ RecordFound recordFor( BfResourceParser const& parser, RecordKind const& kind, s
         meant = withHandle( rows, word );
     if( meant.empty() && kind.kind == Kind::actions ) {
         ActionsMeant const actions = actionsMeant( parser, word );
-        if( !actions.words.empty() )
-            return severalActions( actions );
-        for( BfActionInfo const* const action : actions.actions )
+        if( auto const* const several = std::get_if<SeveralRecords>( &actions ) )
+            return *several;
+        for( BfActionInfo const* const action : std::get<0>( actions ) )
             meant.push_back( &rows[ static_cast<std::size_t>( action - &parser.bfActions().at( 0 ) ) ] );
     }
     if( meant.empty() ) {
