@@ -44,16 +44,6 @@ Fault faultOf( Ostler::Status const& status );
 /// The fault that ended the loading, with what the library traced about it.
 Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine> const& traced );
 
-/// What a condition on context data requires, in words; the condition itself if there are none for it.
-struct Expectation {
-    std::string_view text;          ///< follows "expected"
-    bool traceAddsToIt = false;     ///< the trace line before the failure says more than text and place
-    std::string_view culprit = "."; ///< see Fault
-};
-
-/// The texts are constants or the failure's.
-Expectation expectationOf( Zel::AssertionFailure const& failure );
-
 /// Reads the file of a fault again and adds what is there: the value that was found, and its line; for a
 /// problem with line and column, the excerpt. If the file does not have that place any more, nothing is
 /// added. Linear in the file; keeps little of it.
