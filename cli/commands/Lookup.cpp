@@ -4,8 +4,6 @@
 #include "cli/terminal/TextFormat.h"
 #include "inspect/rows/JsonFormat.h"
 
-#include <fmt/format.h>
-
 namespace Bfri {
 
 namespace {
@@ -14,11 +12,10 @@ void requireHandle( BfResourceParser const& parser, String const& word ) {
     if( handleIn( word ) )
         return;
     auto const meant = handleWithout0x( parser, word );
-    throw Failure(
-        ExitStatus::usage,
-        fmt::format( "'{}' is not a handle: a number up to 0xffffffff, decimal, or hexadecimal with 0x{}",
-                     escapeForTerminal( word ),
-                     meant ? fmt::format( "; did you mean {}?", hexText( *meant ) ) : "" ) );
+    throw Failure( ExitStatus::usage,
+                   "'" + escapeForTerminal( word ) +
+                       "' is not a handle: a number up to 0xffffffff, decimal, or hexadecimal with 0x" +
+                       ( meant ? "; did you mean " + hexText( *meant ) + "?" : "" ) );
 }
 
 } // namespace
