@@ -3,7 +3,6 @@
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/CheckReport.h"
 #include "inspect/check/Sarif.h"
-#include "inspect/load/FaultDetails.h"
 #include "inspect/load/Load.h"
 #include "inspect/rows/JsonFormat.h"
 

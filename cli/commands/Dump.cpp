@@ -1,5 +1,5 @@
 #include "cli/commands/Answers.h"
-#include "inspect/model/Collections.h"
+#include "inspect/model/RecordKinds.h"
 #include "inspect/rows/JsonFormat.h"
 
 namespace Bfri {

@@ -5,7 +5,6 @@
 #include "cli/terminal/FaultText.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/check/Checked.h"
-#include "inspect/load/FaultDetails.h"
 #include "inspect/rows/JsonFormat.h"
 
 #include <fmt/ostream.h>

@@ -8,29 +8,23 @@ namespace Bfri {
 
 namespace {
 
-std::vector<HandleWord> handlesMeant( BfResourceInfo::BfResourceParser const& parser,
-                                      std::span<String const> words ) {
-    std::vector<HandleWord> handles;
-    for( String const& word : words ) {
-        auto const handle = handleIn( word );
-        if( !handle ) {
-            auto const meant = handleWithout0x( parser, word );
-            throw Failure(
-                ExitStatus::usage,
-                "'" + escapeForTerminal( word ) +
-                    "' is not a handle: a number up to 0xffffffff, decimal, or hexadecimal with 0x" +
-                    ( meant ? "; did you mean " + hexText( *meant ) + "?" : "" ) );
-        }
-        handles.push_back( { word, *handle } );
-    }
-    return handles;
+void requireHandle( BfResourceParser const& parser, String const& word ) {
+    if( handleIn( word ) )
+        return;
+    auto const meant = handleWithout0x( parser, word );
+    throw Failure( ExitStatus::usage,
+                   "'" + escapeForTerminal( word ) +
+                       "' is not a handle: a number up to 0xffffffff, decimal, or hexadecimal with 0x" +
+                       ( meant ? "; did you mean " + hexText( *meant ) + "?" : "" ) );
 }
 
 } // namespace
 
 ExitStatus lookup( Configuration const& configuration, Request const& request, Streams const& io ) {
     auto const& parser = configuration.parser();
-    auto const words = handlesMeant( parser, std::span( request.words ).subspan( 1 ) );
+    auto const words = std::span( request.words ).subspan( 1 );
+    for( String const& word : words )
+        requireHandle( parser, word );
     auto const answers = lookUp( configuration, words );
     switch( request.format ) {
     case Format::text:
@@ -45,7 +39,7 @@ ExitStatus lookup( Configuration const& configuration, Request const& request, S
     }
     ExitStatus status = ExitStatus::done;
     for( std::size_t i = 0; i < answers.size(); ++i ) {
-        printRemarks( io.err, words[ i ].word, answers[ i ], !parser.bfrtConfig().empty() );
+        printRemarks( io.err, words[ i ], answers[ i ], !parser.bfrtConfig().empty() );
         if( answers[ i ].uses.empty() )
             status = ExitStatus::no;
     }

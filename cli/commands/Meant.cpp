@@ -2,7 +2,6 @@
 
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/TextFormat.h"
-#include "inspect/model/ActionWord.h"
 #include "inspect/rows/JsonFormat.h"
 
 #include <fmt/ostream.h>

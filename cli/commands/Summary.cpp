@@ -1,7 +1,6 @@
 #include "cli/commands/Answers.h"
 #include "cli/commands/Loading.h"
 #include "cli/terminal/TextFormat.h"
-#include "inspect/model/Collections.h"
 #include "inspect/model/RecordKinds.h"
 #include "inspect/rows/JsonFormat.h"
 
@@ -33,7 +32,7 @@ Row summaryRow( Configuration const& configuration ) {
     BfResourceParser const& parser = configuration.parser();
     return { { "switchConf", configuration.path },
              { "bfrtConfig", parser.bfrtConfig() },
-             { "contextFile", pipelinesOf( parser ) },
+             { "contextFile", listOf( parser.contextFile(), pipelineRow ) },
              { "hitBitSmashEntries", parser.hitBitSmashEntries() },
              { "counts", countsOfRecords( parser ) } };
 }
@@ -43,8 +42,8 @@ void printText( Configuration const& configuration, std::ostream& out ) {
     printFields( out, { { "switch configuration", configuration.isContextFile ? "" : configuration.path },
                         { "run-time configuration", parser.bfrtConfig() } } );
     RowList pipelines{ { { "PIPE MASK", {} }, { "PIPES", {} }, { "CONTEXT FILE", {} } }, {} };
-    for( Value const& pipeline : pipelinesOf( parser ) )
-        pipelines.rows.push_back( std::get<Row>( pipeline.is ) );
+    for( auto const& file : parser.contextFile() )
+        pipelines.rows.push_back( pipelineRow( file ) );
     out << '\n';
     printColumns( out, pipelines );
     RowList counts{ { { "COUNT", {} }, { "OF", {} } }, {} };
@@ -87,8 +86,7 @@ void printSummaries( Answers&& answers, Request const& request, Streams const& i
         line.push_back( { "", static_cast<U32>( valueAs<List>( row, "contextFile" ).size() ) } );
         for( RecordKind const& kind : recordKinds() ) {
             if( kind.isCounted )
-                line.push_back(
-                    { "", valueOf( valueAs<Row>( row, "counts" ), collectionOf( kind.kind ).member ) } );
+                line.push_back( { "", valueOf( valueAs<Row>( row, "counts" ), kind.member ) } );
         }
     }
     printColumns( io.out, list, io.look );

@@ -5,7 +5,6 @@
 #include "inspect/check/Findings.h"
 #include "inspect/diff/Verdict.h"
 #include "inspect/load/Load.h"
-#include "inspect/model/ActionWord.h"
 #include "inspect/model/Names.h"
 #include "inspect/model/Records.h"
 

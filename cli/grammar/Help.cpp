@@ -52,10 +52,17 @@ String fieldTable( Command const& command ) {
     if( !command.listing )
         return {};
     RowList fields{ { { "COLUMN", {} }, { "FIELD", {} }, { "MEANING", {} } }, {} };
-    for( FieldInfo const& field : command.listing->fields ) {
-        char const* const title = columnTitleOf( command.listing->kind, field.name );
-        fields.rows.push_back(
-            { { "", title ? Value( title ) : Value() }, { "", field.name }, { "", field.meaning } } );
+    auto const columns = columnsOf( command.listing->kind );
+    auto const columnOf = [ & ]( FieldInfo const& field ) {
+        return std::ranges::find( columns, std::string_view( field.name ), &Column::field );
+    };
+    auto known = command.listing->fields(); // in the order of the columns; last those without one
+    std::ranges::stable_sort( known, {}, columnOf );
+    for( FieldInfo const& field : known ) {
+        auto const column = columnOf( field );
+        fields.rows.push_back( { { "", column == columns.end() ? Value() : Value( column->title ) },
+                                 { "", field.name },
+                                 { "", field.meaning } } );
     }
     std::ostringstream lines;
     printColumns( lines, fields );

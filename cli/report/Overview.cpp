@@ -5,6 +5,7 @@
 #include "inspect/check/Checked.h"
 #include "inspect/diff/Comparison.h"
 #include "inspect/diff/Verdict.h"
+#include "inspect/model/RecordKinds.h"
 
 #include <set>
 

@@ -1,7 +1,6 @@
 #include "cli/schema/Schemas.h"
 
 #include "cli/grammar/Commands.h"
-#include "inspect/model/Collections.h"
 #include "inspect/model/RecordKinds.h"
 
 #include <fmt/format.h>
@@ -34,11 +33,12 @@ String typeOf( Field const& field ) {
 /// A line for each field of a kind's rows, except for those that its records do not have.
 String fieldLines( RecordKind const& kind, char const* indent, std::string_view without = "" ) {
     String lines;
-    for( Field const& field : kind.blank() ) {
-        auto const info = std::ranges::find( kind.fields, field.name, &FieldInfo::name );
-        if( without.find( fmt::format( " {} ", field.name ) ) == without.npos )
-            lines += fmt::format( "{}{}: {} {}\n", indent, field.name, typeOf( field ),
-                                  info == kind.fields.end() ? "" : info->meaning );
+    auto const fields = kind.fields();
+    auto field = fields.begin();
+    for( Field const& blank : kind.blank() ) {
+        if( without.find( fmt::format( " {} ", blank.name ) ) == without.npos )
+            lines += fmt::format( "{}{}: {} {}\n", indent, blank.name, typeOf( blank ), field->meaning );
+        ++field;
     }
     return lines;
 }

@@ -1,7 +1,5 @@
 #include "cli/terminal/RecordText.h"
 
-#include "inspect/model/RecordKinds.h"
-
 namespace Bfri {
 
 namespace {
@@ -118,13 +116,6 @@ std::span<Column const> columnsOf( Kind kind ) {
         tableColumns,       resourceColumns, counterColumns, meterColumns, wredColumns, registerColumns,
         learnQuantaColumns, actionColumns,   headerColumns,  hashColumns,  phvColumns,  handleColumns };
     return columns[ static_cast<std::size_t>( kind ) ];
-}
-
-char const* columnTitleOf( Kind kind, std::string_view field ) {
-    auto const columns = columnsOf( kind );
-    auto const found = std::find_if( columns.begin(), columns.end(),
-                                     [ & ]( Column const& column ) { return field == column.field; } );
-    return found == columns.end() ? nullptr : found->title;
 }
 
 Row rowForPeople( Kind kind, Row row ) {

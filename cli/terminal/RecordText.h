@@ -2,7 +2,7 @@
 
 // Records as people read them: which fields have a column, with which title and wording.
 
-#include "inspect/model/Kinds.h"
+#include "inspect/model/RecordKinds.h"
 #include "inspect/rows/Row.h"
 
 #include <span>
@@ -17,9 +17,6 @@ struct Column {
 
 /// The columns of a kind's list; the other fields are for machines.
 std::span<Column const> columnsOf( Kind kind );
-
-/// The title of a field's column; null for a field without one.
-char const* columnTitleOf( Kind kind, std::string_view field );
 
 /// A record's row for people: what a table does not have is absent, not zero as in the record; a resource has
 /// its type and direction in words; what belongs to several tables says so.

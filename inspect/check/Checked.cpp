@@ -1,6 +1,5 @@
 #include "inspect/check/Checked.h"
 
-#include "inspect/model/Collections.h"
 #include "inspect/model/RecordKinds.h"
 
 namespace Bfri {
@@ -98,8 +97,7 @@ std::vector<Count> countsOf( Configuration const& configuration ) {
     for( bool const ofTables : { true, false } ) { // match tables and what they have come first
         for( RecordKind const& kind : recordKinds() ) {
             if( kind.isCounted && kind.ofTables == ofTables )
-                counts.push_back(
-                    { kind.member, kind.noun, kind.nouns, collectionOf( kind.kind ).size( parser ) } );
+                counts.push_back( { kind.member, kind.noun, kind.nouns, kind.size( parser ) } );
         }
     }
     return counts;

@@ -2,7 +2,7 @@
 
 #include "inspect/diff/KindComparer.h"
 #include "inspect/diff/UnreadValues.h"
-#include "inspect/stages/PlacedStages.h"
+#include "inspect/stages/StageMap.h"
 
 namespace Bfri {
 

@@ -27,12 +27,13 @@ struct Fault {
     String table;                  ///< its name
     String expected;               ///< what should be there
     String found;                  ///< what is there
-    String culprit;                ///< whose value it is, see Expectation
-    std::optional<U32> handle;     ///< that leads to no table
-    String hint;                   ///< what to do
-    std::vector<String> reported;  ///< what else the library reported
-    String condition;              ///< the broken one, as written in the library's code
-    String function;               ///< of the library, that requires the condition
+    String culprit; ///< whose value it is: the one at the pointer ("."), a member beside it (its name), or no
+                    ///< single value (empty)
+    std::optional<U32> handle;    ///< that leads to no table
+    String hint;                  ///< what to do
+    std::vector<String> reported; ///< what else the library reported
+    String condition;             ///< the broken one, as written in the library's code
+    String function;              ///< of the library, that requires the condition
     std::vector<Context::FileSurvey>
         files; ///< surveyed up to the fault, the file at fault last; empty without a survey
 };
@@ -42,6 +43,11 @@ Fault faultOf( Ostler::Status const& status );
 
 /// The fault that ended the loading, with what the library traced about it.
 Fault faultOf( Zel::AssertionFailure const& failure, std::vector<Zel::TraceLine> const& traced );
+
+/// Reads the file of a fault again and adds what is there: the value that was found, and its line; for a
+/// problem with line and column, the excerpt. If the file does not have that place any more, nothing is
+/// added. Linear in the file; keeps little of it.
+void addEvidence( Fault& fault );
 
 /// The missing handle in both notations: "77 (0x0000004d)"; empty when there is none.
 String handleOf( Fault const& fault );

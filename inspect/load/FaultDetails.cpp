@@ -1,14 +1,13 @@
-#include "inspect/load/FaultDetails.h"
-
+#include "inspect/load/Fault.h"
 #include "inspect/load/FileText.h"
-#include "inspect/load/TableHandles.h"
-#include "inspect/rows/Utf8.h"
+#include "inspect/rows/Row.h"
 
 #include <algorithm>
 #include <charconv>
 #include <span>
 #include <utility>
 
+#include <fmt/format.h>
 #include <rapidjson/reader.h>
 
 namespace Bfri {
@@ -41,12 +40,10 @@ String cutTo( std::size_t most, String text ) {
 }
 
 /// Follows a JSON pointer through the reader's events and finds out what is there.
-class Finder {
+class Finder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Finder> {
     using Text = Vessa::String;
 
   public:
-    using Ch = char;
-
     Finder( std::vector<Text> steps, FileText const& text ) : steps_( std::move( steps ) ), text_( text ) {}
 
     Text const& found() const { return found_; }
@@ -61,10 +58,9 @@ class Finder {
         return value( "a string, \"" + cutTo( 60, { text, length } ) + '"' );
     }
     bool Key( char const* name, rapidjson::SizeType length, bool ) {
-        if( within_ && depth_ == steps_.size() + 1 )
-            names_.emplace_back( name, length );
-        if( !within_ && onPath_ + 1 == depth_ )
-            here_ = steps_[ onPath_ ] == std::string_view( name, length );
+        open_.back().step.assign( name, length );
+        if( open_.size() == steps_.size() + 1 && isOnWay() )
+            names_.push_back( open_.back().step );
         return true;
     }
     bool StartObject() { return start( false ); }
@@ -73,60 +69,55 @@ class Finder {
         return end( [ this ] { return object(); } );
     }
     bool EndArray( rapidjson::SizeType count ) {
-        return end( [ count ]() -> Text {
-            if( count == 0 )
-                return "an empty array";
-            return "an array of " + std::to_string( count ) + ( count == 1 ? " element" : " elements" );
+        return end( [ count ] {
+            return count == 0 ? "an empty array"
+                              : fmt::format( "an array of {} element{}", count, count == 1 ? "" : "s" );
         } );
     }
-    // Numbers come raw.
-    bool Int( int ) { return false; }
-    bool Uint( unsigned ) { return false; }
-    bool Int64( std::int64_t ) { return false; }
-    bool Uint64( std::uint64_t ) { return false; }
-    bool Double( double ) { return false; }
 
   private:
-    /// Whether the value that comes now is the next step of the pointer, or, at its end, the one itself.
+    /// An open container, and the step from it to the value that comes.
+    struct Container {
+        bool isArray;
+        std::size_t index = 0; ///< of the next element
+        Text step = {};
+    };
+
+    /// Whether the steps so far are the pointer's, as far as both go.
+    bool isOnWay() const {
+        auto const ends =
+            std::mismatch( open_.begin(), open_.end(), steps_.begin(), steps_.end(),
+                           []( Container const& one, Text const& step ) { return one.step == step; } );
+        return ends.first == open_.end() || ends.second == steps_.end();
+    }
+    /// Takes the step to a value that begins; whether it is the pointer's.
     bool arrives() {
-        if( within_ )
+        if( !open_.empty() && open_.back().isArray )
+            open_.back().step = std::to_string( open_.back().index++ );
+        if( open_.size() != steps_.size() || !isOnWay() )
             return false;
-        if( depth_ == 0 )
-            return true;
-        if( onPath_ + 1 != depth_ )
-            return false;
-        if( inArray_ )
-            here_ = std::to_string( index_++ ) == steps_[ onPath_ ];
-        return std::exchange( here_, false );
-    }
-    bool value( Text const& text ) {
-        bool const last = arrives() && depth_ == steps_.size();
-        return !last || say( text );
-    }
-    bool start( bool array ) {
-        if( arrives() ) {
-            onPath_ = depth_;
-            within_ = depth_ == steps_.size();
-            line_ = text_.line();
-            inArray_ = array;
-            index_ = 0;
-        }
-        ++depth_;
+        line_ = text_.line();
         return true;
     }
-    template<class Say>
-    bool end( Say text ) {
-        --depth_;
-        if( !within_ )
-            return depth_ != onPath_; // the container that should have had the next step ends
-        if( depth_ != steps_.size() )
+    bool value( Text const& text ) {
+        if( !arrives() )
             return true;
-        found_ = text();
+        found_ = text;
         return false;
     }
-    bool say( Text const& text ) {
-        found_ = text;
-        line_ = text_.line();
+    bool start( bool isArray ) {
+        arrives();
+        open_.push_back( { isArray } );
+        return true;
+    }
+    /// False where the value ends, or what should have had the next step.
+    template<class Say>
+    bool end( Say text ) {
+        open_.pop_back();
+        if( open_.size() > steps_.size() || !isOnWay() )
+            return true;
+        if( open_.size() == steps_.size() )
+            found_ = text();
         return false;
     }
     Text object() const {
@@ -141,13 +132,8 @@ class Finder {
 
     std::vector<Text> const steps_;
     FileText const& text_;
-    std::size_t depth_ = 0;  // of open containers
-    std::size_t onPath_ = 0; // of them, those before the innermost on the pointer's way
-    bool inArray_ = false;   // is that one an array
-    std::size_t index_ = 0;  // of its next element
-    bool here_ = false;      // its next value is the next step
-    bool within_ = false;    // inside the value itself
-    std::vector<Text> names_;
+    std::vector<Container> open_;
+    std::vector<Text> names_; // of the object's members
     Text found_;
     U32 line_ = 0;
 };
@@ -175,6 +161,66 @@ void addFound( Fault& fault ) {
     fault.line = finder.line();
 }
 
+// Handles that lead to no table.
+
+using Context::SurveyedTable;
+using Tables = std::vector<SurveyedTable>;
+
+/// What a function says of tables, joined: empty texts are left out, and "..." comes in place of too many.
+template<class TextOf>
+String fewOf( Tables const& tables, char const* separator, TextOf textOf ) {
+    String all;
+    int places = 4;
+    for( auto table = tables.begin(); table != tables.end() && places >= 0; ++table ) {
+        if( String const text = textOf( *table ); !text.empty() )
+            all += ( all.empty() ? "" : separator ) + ( places-- > 0 ? text : "..." );
+    }
+    return all;
+}
+
+/// The names of the tables with a handle: `"a", "b", ...`.
+String namesWith( U32 handle, Tables const& tables, SurveyedTable const* except = nullptr ) {
+    return fewOf( tables, ", ", [ & ]( SurveyedTable const& table ) {
+        return &table != except && table.handle == handle ? '"' + table.name + '"' : "";
+    } );
+}
+
+/// Why a table that lists a handle is not found by it: it is not placed, or another has its own handle, too.
+String whyHidden( SurveyedTable const& lister, Tables const& tables ) {
+    if( lister.stageTables.empty() )
+        return ", but has no stage table";
+    String const rivals = lister.handle ? namesWith( *lister.handle, tables, &lister ) : "";
+    return rivals.empty()
+               ? ""
+               : fmt::format( ", but its own handle {} is also that of {}, and the model keeps one of them",
+                              hexText( *lister.handle ), rivals );
+}
+
+/// Why no table is found that lists a handle, though one must: which tables list it, and whether a second
+/// table with one of their handles hides that.
+String whoLists( U32 missing, Tables const& tables ) {
+    auto const hasIt = [ & ]( auto const& one ) { return one.handle == missing; };
+    String text = fewOf( tables, "; ", [ & ]( SurveyedTable const& table ) {
+        auto const& all = table.references;
+        auto const listing = std::find_if( all.begin(), all.end(), hasIt );
+        return listing == all.end() ? ""
+                                    : fmt::format( "\"{}\" lists it in \"{}\"{}", table.name, listing->list,
+                                                   whyHidden( table, tables ) );
+    } );
+    if( text.empty() )
+        text = "no table that lists it";
+    return std::count_if( tables.begin(), tables.end(), hasIt ) > 1
+               ? text + "; it is the handle of " + namesWith( missing, tables )
+               : text;
+}
+
+/// Why a listed handle leads to no placed table: which tables have it.
+String whoHas( U32 missing, Tables const& tables ) {
+    String const names = namesWith( missing, tables );
+    return names.empty() ? "no table with this handle"
+                         : "this handle only with tables that are not placed: " + names;
+}
+
 /// For a handle that leads to no table: the value that was read last is not what is wrong.
 void addHandles( Fault& fault ) {
     bool const isListed = fault.culprit == "handle"; // in the references of the table at fault
@@ -189,52 +235,36 @@ String withoutTabs( String text ) {
 
 constexpr std::string_view blanks = " \t\r\n";
 
-/// The end of a line, as much of it as an excerpt shows.
-class Tail {
-  public:
-    void add( char c ) {
-        text_ += c;
-        if( text_.size() >= 2 * most )
-            cut();
-    }
-    bool isBlank() const { return !cut_ && text_.find_first_not_of( blanks ) == String::npos; }
-    void withoutBlanksBehind() { text_.erase( text_.find_last_not_of( blanks ) + 1 ); }
-    String text() {
-        if( text_.size() > most )
-            cut();
-        while( cut_ && !text_.empty() && isUtf8Continuation( text_.front() ) )
-            text_.erase( 0, 1 );
-        return ( cut_ ? "..." : "" ) + withoutTabs( text_ );
-    }
+bool isBlank( std::string_view text ) { return text.find_first_not_of( blanks ) == text.npos; }
 
-  private:
-    static constexpr std::size_t most = 48;
+std::string_view lastLineOf( std::string_view text ) { return text.substr( text.rfind( '\n' ) + 1 ); }
 
-    void cut() {
-        text_.erase( 0, text_.size() - most );
-        cut_ = true;
-    }
-
-    String text_;
-    bool cut_ = false;
-};
-
-/// Takes what is before that line; of this, the last line that has text.
-Tail takeLinesBefore( U32 line, FileText& text ) {
-    Tail last;
-    Tail current;
-    while( text.line() < line && !text.atEnd() ) {
+/// The text before a place, as far as an excerpt may show it: the end of its line, and before that of lines
+/// that are not blank.
+String takeBefore( U32 line, U32 column, FileText& text ) {
+    constexpr std::size_t enough = 4096;
+    String front;
+    while( !text.atEnd() && ( text.line() < line || column-- > 1 ) ) {
         char const c = text.Take();
-        if( c != '\n' ) {
-            current.add( c );
-            continue;
-        }
-        if( !current.isBlank() )
-            last = current;
-        current = Tail();
+        if( c == '\n' && isBlank( lastLineOf( front ) ) )
+            front.erase( front.size() - lastLineOf( front ).size() );
+        else
+            front += c;
+        if( front.size() > 2 * enough )
+            front.erase( 0, enough );
     }
-    last.withoutBlanksBehind();
-    return last;
+    return front;
+}
+
+/// As much of the end of a line as an excerpt shows.
+String endOf( String line ) {
+    constexpr std::size_t most = 48;
+    if( line.size() <= most )
+        return withoutTabs( line );
+    line.erase( 0, line.size() - most );
+    while( !line.empty() && isUtf8Continuation( line.front() ) )
+        line.erase( 0, 1 );
+    return "..." + withoutTabs( line );
 }
 
 /// The end of the text before the column, and the start of the text after it. If the file ends in a line
@@ -242,21 +272,18 @@ Tail takeLinesBefore( U32 line, FileText& text ) {
 void addExcerpt( Fault& fault ) {
     constexpr std::size_t mostBehind = 24;
     FileText text( fault.file );
-    Tail const lineBefore = takeLinesBefore( *fault.line, text );
-    Tail before;
-    for( U32 column = 1; column < *fault.column && !text.atEnd(); ++column )
-        before.add( text.Take() );
+    String before = takeBefore( *fault.line, *fault.column, text );
     String behind;
     while( behind.size() <= mostBehind + 4 && !text.atEnd() && text.Peek() != '\n' && text.Peek() != '\r' )
         behind += text.Take();
     if( text.atEnd() && behind.empty() ) {
         fault.found = "the end of the file";
-        if( before.isBlank() )
-            before = lineBefore;
+        if( isBlank( lastLineOf( before ) ) )
+            before.erase( before.find_last_not_of( blanks ) + 1 );
     }
-    String const front = before.text();
-    fault.excerpt = front + withoutTabs( cutTo( mostBehind, behind ) );
-    fault.caret = front.size();
+    fault.excerpt = endOf( String( lastLineOf( before ) ) );
+    fault.caret = fault.excerpt.size();
+    fault.excerpt += withoutTabs( cutTo( mostBehind, behind ) );
 }
 
 using Header = Context::SurveyedHeader;

@@ -11,57 +11,18 @@ namespace Bfri {
 
 namespace {
 
-/// While it lives, failing assertions throw.
-class ThrowingAssertions {
+/// Sets something; at its end, what was before.
+template<auto set, class Value>
+class Set {
   public:
-    ThrowingAssertions() : former_( Zel::assertionHandlerIs( Zel::throwAssertionError ) ) {}
-    ~ThrowingAssertions() { Zel::assertionHandlerIs( former_ ); }
-    ThrowingAssertions( ThrowingAssertions const& ) = delete;
-    ThrowingAssertions& operator=( ThrowingAssertions const& ) = delete;
+    explicit Set( Value value ) : former_( set( std::move( value ) ) ) {}
+    ~Set() { set( std::move( former_ ) ); }
+    Set( Set const& ) = delete;
+    Set& operator=( Set const& ) = delete;
 
   private:
-    Zel::AssertionHandler former_;
+    Value former_;
 };
-
-/// While it lives, trace lines go to a stream, except for level 0, which the library has for the explanation
-/// of a failure alone: that may go into the failure's message.
-class HeldExplanations {
-  public:
-    explicit HeldExplanations( std::ostream& err )
-        : err_( err ),
-          former_( Zel::traceSinkIs( [ this ]( Zel::TraceLine const& line ) { take( line ); } ) ) {}
-    ~HeldExplanations() { Zel::traceSinkIs( former_ ); }
-    HeldExplanations( HeldExplanations const& ) = delete;
-    HeldExplanations& operator=( HeldExplanations const& ) = delete;
-
-    std::vector<Zel::TraceLine> const& lines() const { return held_; }
-
-  private:
-    void take( Zel::TraceLine const& line ) {
-        if( line.level == 0 )
-            held_.push_back( line );
-        else
-            err_ << line.source << '/' << line.level << ' ' << line.line << ' ' << line.function << ": "
-                 << line.text << '\n';
-    }
-
-    std::ostream& err_;
-    std::vector<Zel::TraceLine> held_;
-    Zel::TraceSink former_;
-};
-
-/// Puts texts in the places of a registered format's "%s".
-String filledIn( String format, std::initializer_list<String> texts ) {
-    std::size_t from = 0;
-    for( String const& text : texts ) {
-        auto const place = format.find( "%s", from );
-        if( place == String::npos )
-            break;
-        format.replace( place, 2, text );
-        from = place + text.size();
-    }
-    return format;
-}
 
 /// The message that the library has registered for a configuration that cannot be read.
 String registeredText( String const& conf, Ostler::Status const& status ) {
@@ -71,26 +32,30 @@ String registeredText( String const& conf, Ostler::Status const& status ) {
     if( text.starts_with( conf + ": " ) ) // and the path
         text.erase( 0, conf.size() + 2 );
     Zel::LogHandle const* const message = Zel::logHandle( "BFN_SWITCH_CONF_ERROR" );
-    return message ? filledIn( message->format, { conf, text } ) + ' ' + message->recommendedAction : text;
+    if( !message )
+        return text;
+    String filled = message->format;
+    std::size_t from = 0;
+    for( String const& part : { conf, text } ) {
+        from = filled.find( "%s", from );
+        if( from == String::npos )
+            break;
+        filled.replace( from, 2, part );
+        from += part.size();
+    }
+    return filled + ' ' + message->recommendedAction;
 }
 
 /// Takes the surveys of the files that are loaded.
-class Surveyor final : public Context::SurveySink {
-  public:
-    explicit Surveyor( Survey survey )
-        : survey_( survey ), former_( Context::surveySinkIs( survey == Survey::none ? nullptr : this ) ) {}
-    ~Surveyor() override { Context::surveySinkIs( former_ ); }
-    Surveyor( Surveyor const& ) = delete;
-    Surveyor& operator=( Surveyor const& ) = delete;
+struct Surveyor final : Context::SurveySink {
+    explicit Surveyor( bool digests ) : digests_( digests ) {}
+    void take( Context::FileSurvey survey ) noexcept override { files.push_back( std::move( survey ) ); }
+    bool wantsDigests() const override { return digests_; }
 
-    void take( Context::FileSurvey survey ) noexcept override { files_.push_back( std::move( survey ) ); }
-    bool wantsDigests() const override { return survey_ == Survey::digests; }
-    std::vector<Context::FileSurvey> files() { return std::move( files_ ); }
+    std::vector<Context::FileSurvey> files = {};
 
   private:
-    Survey const survey_;
-    Context::SurveySink* const former_;
-    std::vector<Context::FileSurvey> files_;
+    bool const digests_;
 };
 
 /// What was loaded last.
@@ -110,16 +75,25 @@ std::variant<Configuration, Fault> loaded( String const& path, ConfPath const& c
 
 std::variant<Configuration, Fault> loadConfiguration( String const& path, Survey survey,
                                                       std::ostream& trace ) {
-    ThrowingAssertions const throwing;
-    HeldExplanations const explanations( trace );
-    Surveyor surveyor( survey );
+    Set<Zel::assertionHandlerIs, Zel::AssertionHandler> const throwing( Zel::throwAssertionError );
+    std::vector<Zel::TraceLine> explanations; // of level 0, which the library has for a failure alone
+    Set<Zel::traceSinkIs, Zel::TraceSink> const tracing( [ & ]( Zel::TraceLine const& line ) {
+        if( line.level == 0 )
+            explanations.push_back( line );
+        else
+            trace << line.source << '/' << line.level << ' ' << line.line << ' ' << line.function << ": "
+                  << line.text << '\n';
+    } );
+    Surveyor surveyor( survey == Survey::digests );
+    Set<Context::surveySinkIs, Context::SurveySink*> const surveying( survey == Survey::none ? nullptr
+                                                                                             : &surveyor );
     ConfPath const conf( path );
     try {
         auto model = BfResourceInfo::bfResourceInfoIntfFactory( conf.switchConf() );
-        return loaded( path, conf, std::move( model ), surveyor.files() );
+        return loaded( path, conf, std::move( model ), std::move( surveyor.files ) );
     } catch( Zel::AssertionError const& error ) {
-        Fault fault = faultOf( error.failure(), explanations.lines() );
-        fault.files = surveyor.files();
+        Fault fault = faultOf( error.failure(), explanations );
+        fault.files = std::move( surveyor.files );
         return fault;
     }
 }

@@ -8,13 +8,10 @@ namespace Bfri {
 
 namespace {
 
-using BfResourceInfo::BfResourceParser;
-using BfResourceInfo::BfZelResource;
-
 class Walk {
   public:
     Walk( BfResourceParser const& parser, std::function<void( HandleUse const& )> const& visit )
-        : parser_( parser ), visit_( visit ) {}
+        : visit_( visit ), relations_( parser ), owners_( parser ) {}
 
     void of( BfTableInfo const& record ) const {
         visit_( { record.handle, Kind::tables, record.name, "handle", {}, record.name } );
@@ -24,7 +21,7 @@ class Walk {
             visit_( { record.selHandle, Kind::tables, record.name, "selHandle", {}, record.selName } );
     }
     void of( BfResource const& record ) const {
-        auto const owner = owners_.of( record.handle, record.name );
+        auto const owner = owners_.of( record );
         visit_( { record.handle, Kind::resources, record.name, "handle", owner.table, record.name,
                   owner.several } );
     }
@@ -38,17 +35,13 @@ class Walk {
                 { record.ownHandle, Kind::counters, record.name, "ownHandle", owner.table, record.name } );
     }
     void of( BfTableMeterInfo const& record ) const {
-        auto const owner = ownerOf( record, record.handle );
-        visit_( { record.handle, Kind::meters, record.name, "handle", owner.table,
-                  record.direct ? std::string_view() : record.name, owner.several } );
-        if( record.direct )
-            ofPlace( Kind::meters, record.name, BfResourceType::meter, record.handle, owner.table );
+        ofAttached( Kind::meters, record, ownerOf( record, record.handle ) );
     }
     void of( BfTableWredInfo const& record ) const {
-        ofAttached( Kind::wreds, record, record.direct, BfResourceType::wred );
+        ofAttached( Kind::wreds, record, owners_.of( record ) );
     }
     void of( BfRegisterInfo const& record ) const {
-        ofAttached( Kind::registers, record, !record.indirect, BfResourceType::stateful );
+        ofAttached( Kind::registers, record, owners_.of( record ) );
     }
     void of( BfLearnQuantaInfo const& record ) const {
         visit_( { record.handle, Kind::learnQuantas, record.name, "handle", {}, record.name } );
@@ -68,15 +61,17 @@ class Walk {
     }
 
   private:
-    /// Records that do not name their table: a direct one has the handle of its match table.
+    /// A direct record has the handle of its match table; its own handle is in none of its fields.
     template<class Record>
-    void ofAttached( Kind kind, Record const& record, bool direct, BfResourceType type ) const {
-        auto const owner =
-            direct ? Owners::Owner{ placedAt( record.handle ) } : owners_.of( record.handle, record.name );
+    void ofAttached( Kind kind, Record const& record, Owners::Owner const& owner ) const {
+        bool const direct = isDirect( record );
         visit_( { record.handle, kind, record.name, "handle", owner.table,
                   direct ? std::string_view() : record.name, owner.several } );
-        if( direct )
-            ofPlace( kind, record.name, type, record.handle, owner.table );
+        if( !direct )
+            return;
+        BfResourceType const type = kindOf( kind ).attachment->type;
+        if( auto const* const place = relations_.placeOf( type, record.handle, record.name ) )
+            visit_( { place->handle, kind, record.name, "", owner.table, record.name } );
     }
     template<class Handles>
     void ofReferences( BfZelResource const& resource, char const* field, Handles const& references ) const {
@@ -90,33 +85,10 @@ class Walk {
         return record.associatedTable.empty() ? owners_.of( ownHandle, record.name )
                                               : Owners::Owner{ record.associatedTable };
     }
-    std::string_view placedAt( U32 handle ) const {
-        BfZelResource const* const resource = parser_.resourceHandles().find( handle );
-        return resource ? resource->name : std::string_view();
-    }
-    /// The resource of a direct record, which has the record's own handle: the one with its name and type, in
-    /// its context file.
-    BfResource const* placeOf( String const& name, BfResourceType type, U32 handle ) const {
-        auto const& all = parser_.bfResources();
-        for( U32 i = all.first<BfByName<BfResource>>( name ); i < all.size(); ++i ) {
-            BfResource const& resource = all.at( i );
-            if( resource.name == name && resource.type == static_cast<U32>( type ) &&
-                relations_.sameFile( resource.handle, handle ) )
-                return &resource;
-        }
-        return nullptr;
-    }
-    /// For a direct record: its own handle, which is in none of its fields.
-    void ofPlace( Kind kind, String const& name, BfResourceType type, U32 handle,
-                  std::string_view table ) const {
-        if( BfResource const* const place = placeOf( name, type, handle ) )
-            visit_( { place->handle, kind, name, "", table, name } );
-    }
 
-    BfResourceParser const& parser_;
     std::function<void( HandleUse const& )> const& visit_;
-    Relations const relations_{ parser_ };
-    Owners const owners_{ parser_ };
+    Relations const relations_;
+    Owners const owners_;
 };
 
 } // namespace

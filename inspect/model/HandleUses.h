@@ -2,12 +2,9 @@
 
 // Which records have which handles.
 
-#include "inspect/model/Kinds.h"
-#include "resourceinfo/parser/BfResourceParser.h"
+#include "inspect/model/RecordKinds.h"
 
 #include <functional>
-#include <optional>
-#include <string_view>
 
 namespace Bfri {
 
@@ -25,8 +22,7 @@ struct HandleUse {
 /// Calls `visit` with every handle of every record, kind by kind in the order of the recordKinds. If a
 /// counter's handle is its own handle, it is visited once. The own handle of a direct meter, WRED table or
 /// register is only in its resource; both have it.
-void eachHandleUse( BfResourceInfo::BfResourceParser const& parser,
-                    std::function<void( HandleUse const& )> const& visit );
+void eachHandleUse( BfResourceParser const& parser, std::function<void( HandleUse const& )> const& visit );
 
 /// The handle in a word, decimal, or hexadecimal with 0x; nothing for any other word.
 std::optional<U32> handleIn( std::string_view word );
@@ -35,6 +31,6 @@ std::optional<U32> handleIn( std::string_view word );
 std::optional<U32> handleBehind0x( std::string_view word );
 
 /// The same if a record has it.
-std::optional<U32> handleWithout0x( BfResourceInfo::BfResourceParser const& parser, std::string_view word );
+std::optional<U32> handleWithout0x( BfResourceParser const& parser, std::string_view word );
 
 } // namespace Bfri

@@ -1,8 +1,11 @@
 #include "inspect/model/Names.h"
 
+#include "inspect/model/HandleUses.h"
+
 #include <algorithm>
 #include <cctype>
 #include <limits>
+#include <map>
 #include <numeric>
 #include <set>
 #include <tuple>
@@ -133,7 +136,7 @@ Meaning meaningOf( std::vector<String> const& names, String const& word ) {
     return { Meaning::Is::missing, std::move( similar ), count };
 }
 
-std::vector<NameOfKind> namesOfKinds( BfResourceInfo::BfResourceParser const& parser ) {
+std::vector<NameOfKind> namesOfKinds( BfResourceParser const& parser ) {
     std::vector<NameOfKind> names;
     for( RecordKind const& kind : recordKinds() ) {
         std::unordered_set<String> seen;
@@ -146,7 +149,7 @@ std::vector<NameOfKind> namesOfKinds( BfResourceInfo::BfResourceParser const& pa
     return names;
 }
 
-std::vector<String> allNames( BfResourceInfo::BfResourceParser const& parser ) {
+std::vector<String> allNames( BfResourceParser const& parser ) {
     std::vector<String> names;
     std::unordered_set<String> seen;
     for( NameOfKind& one : namesOfKinds( parser ) ) {
@@ -154,6 +157,113 @@ std::vector<String> allNames( BfResourceInfo::BfResourceParser const& parser ) {
             names.push_back( std::move( one.name ) );
     }
     return names;
+}
+
+namespace {
+
+using Actions = std::vector<BfActionInfo const*>;
+
+constexpr std::string_view between = " of ";
+
+String wordFor( BfActionInfo const& action ) {
+    return String( action.name ).append( between ).append( action.tableName );
+}
+
+template<class Rule>
+Actions actionsWhere( BfResourceParser const& parser, Rule rule ) {
+    Actions actions;
+    for( BfActionInfo const& action : parser.bfActions() ) {
+        if( rule( action ) )
+            actions.push_back( &action );
+    }
+    return actions;
+}
+
+/// The actions that the first half of a reading means.
+Actions actionsNamed( BfResourceParser const& parser, String const& word ) {
+    std::vector<String> names;
+    for( BfActionInfo const& action : parser.bfActions() )
+        names.push_back( action.name );
+    auto const meant = namesMeant( names, word );
+    auto const handle = handleIn( word );
+    return actionsWhere( parser, [ & ]( BfActionInfo const& action ) {
+        return meant.empty() ? handle == action.handle
+                             : std::binary_search( meant.begin(), meant.end(), action.name );
+    } );
+}
+
+Actions actionsRead( BfResourceParser const& parser, ActionWord const& word ) {
+    Actions actions = actionsNamed( parser, word.action );
+    std::vector<String> tables;
+    for( BfActionInfo const* const action : actions )
+        tables.push_back( action->tableName );
+    auto const meant = namesMeant( tables, word.table );
+    std::erase_if( actions, [ & ]( BfActionInfo const* action ) {
+        return !std::binary_search( meant.begin(), meant.end(), action->tableName );
+    } );
+    return actions;
+}
+
+bool areOne( Actions const& actions ) {
+    return std::all_of( actions.begin(), actions.end(), [ & ]( BfActionInfo const* action ) {
+        return action->name == actions.front()->name && action->tableName == actions.front()->tableName;
+    } );
+}
+
+} // namespace
+
+std::vector<ActionWord> actionWordsIn( String const& word ) {
+    std::vector<ActionWord> words;
+    for( auto at = word.find( between ); at != String::npos; at = word.find( between, at + 1 ) )
+        words.push_back( { word.substr( 0, at ), word.substr( at + between.size() ) } );
+    return words;
+}
+
+ActionsMeant actionsMeant( BfResourceParser const& parser, String const& word ) {
+    auto const words = actionWordsIn( word );
+    if( words.empty() )
+        return {};
+    Actions exact =
+        actionsWhere( parser, [ & ]( BfActionInfo const& action ) { return wordFor( action ) == word; } );
+    if( !exact.empty() )
+        return exact;
+    std::set<BfActionInfo const*> found; // in the order of the model
+    for( ActionWord const& reading : words ) {
+        auto const actions = actionsRead( parser, reading );
+        found.insert( actions.begin(), actions.end() );
+    }
+    Actions actions( found.begin(), found.end() );
+    if( areOne( actions ) )
+        return actions;
+    return SeveralRecords{ &kindOf( Kind::actions ), actions.size(), wordsForActions( actions ) };
+}
+
+std::vector<String> wordsForActions( std::vector<BfActionInfo const*> const& actions ) {
+    std::map<String, std::set<U32>> handles;
+    for( BfActionInfo const* const action : actions )
+        handles[ wordFor( *action ) ].insert( action->handle );
+    std::set<String> words;
+    for( BfActionInfo const* const action : actions ) {
+        String const word = wordFor( *action );
+        bool const tells = handles.at( word ).size() == 1;
+        words.insert( tells ? word
+                            : hexText( action->handle ).append( between ).append( action->tableName ) );
+    }
+    return { words.begin(), words.end() };
+}
+
+std::vector<String> actionsLike( BfResourceParser const& parser, String const& word ) {
+    for( ActionWord const& reading : actionWordsIn( word ) ) {
+        auto words = wordsForActions( actionsNamed( parser, reading.action ) );
+        if( words.empty() )
+            continue;
+        auto near = nearest( words, word );
+        if( !near.empty() )
+            return near;
+        words.resize( std::min<std::size_t>( 5, words.size() ) );
+        return words;
+    }
+    return {};
 }
 
 } // namespace Bfri

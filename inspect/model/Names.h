@@ -1,9 +1,10 @@
 #pragma once
 
+// Names, and what words mean among them.
+
 #include "inspect/model/RecordKinds.h"
 
-#include <string_view>
-#include <vector>
+#include <variant>
 
 namespace Bfri {
 
@@ -38,9 +39,43 @@ struct NameOfKind {
 };
 
 /// Every name of the model with its kinds, in the order of the recordKinds, each pair once.
-std::vector<NameOfKind> namesOfKinds( BfResourceInfo::BfResourceParser const& parser );
+std::vector<NameOfKind> namesOfKinds( BfResourceParser const& parser );
 
 /// Every name of the model, once, in that order.
-std::vector<String> allNames( BfResourceInfo::BfResourceParser const& parser );
+std::vector<String> allNames( BfResourceParser const& parser );
+
+// An action with its table, as people tell actions with the same name apart: "permit of ipv4_acl".
+
+/// One way to read an argument: names, or the ends of names.
+struct ActionWord {
+    String action; ///< or a handle
+    String table;
+};
+
+/// Every way to read a word, as names may contain " of ", too; none without it.
+std::vector<ActionWord> actionWordsIn( String const& word );
+
+/// A word that means several records, and what to type for each.
+struct SeveralRecords {
+    RecordKind const* kind;
+    std::size_t count;
+    std::vector<String> words;
+    bool tellApart = true; ///< each word means exactly one of them
+};
+
+/// What 'ACTION of TABLE' means: actions of the model that have one name and table, or none; or several.
+using ActionsMeant = std::variant<std::vector<BfActionInfo const*>, SeveralRecords>;
+
+/// The actions with exactly these names, in any reading of the word; else those whose names and tables' names
+/// end in them.
+ActionsMeant actionsMeant( BfResourceParser const& parser, String const& word );
+
+/// What to type for each action, so that every word means one: 'NAME of TABLE', or with the handle in place
+/// of the name if several actions have the same name and table. In byte order.
+std::vector<String> wordsForActions( std::vector<BfActionInfo const*> const& actions );
+
+/// If a word names a known action and a table that does not have it: words for the actions that may be meant,
+/// at most five. Else empty.
+std::vector<String> actionsLike( BfResourceParser const& parser, String const& word );
 
 } // namespace Bfri

@@ -1,11 +1,11 @@
 #include "inspect/model/Omissions.h"
 
-#include "inspect/model/ActionWord.h"
 #include "inspect/model/HandleUses.h"
 #include "inspect/model/Names.h"
-#include "inspect/model/RecordKinds.h"
 #include "inspect/model/Relations.h"
 #include "inspect/rows/Utf8.h"
+
+#include <fmt/format.h>
 
 namespace Bfri {
 
@@ -25,38 +25,23 @@ bool isMeant( Context::SurveyedTable const& table, Context::SurveyedAction const
     } );
 }
 
-} // namespace
-
-String sentenceOf( Omission const& omission ) {
-    static constexpr char const* lost[] = { "which", "whose references", "whose handle" };
-    String const action = omission.action.empty() ? "" : "action " + quoted( omission.action ) + " of the ";
-    char const* const has = omission.isOwner ? " has it with the " : " has the ";
-    return omission.contextFile + has + action + omission.type + " table " + quoted( omission.table ) + ", " +
-           lost[ static_cast<int>( omission.omitted ) ] + " the model leaves out: " + omission.reason;
+String reasonOf( Omission const& one ) {
+    return one.omitted == Omitted::record ? whyOmitted( *one.table ) : "it has no stage table";
 }
 
-String sentencesOf( Omissions const& all ) {
-    String text;
-    for( Omission const& one : all )
-        text += ( text.empty() ? "" : "; " ) + sentenceOf( one );
-    return text;
-}
-
-namespace {
-
-Row rowOf( Omission const& omission ) {
+Row rowOf( Omission const& one ) {
     static constexpr char const* lost[] = { "record", "references", "handle" };
-    bool const isAction = !omission.action.empty();
-    bool const isMatch = omission.type == "match";
-    return { { "kind", isAction  ? "action"
-                       : isMatch ? "table"
-                                 : "resource" },
-             { "name", isAction ? omission.action : omission.table },
-             { "table", isAction ? Value( omission.table ) : Value() },
-             { "handle", omission.handle ? Value( Hex( *omission.handle ) ) : Value() },
-             { "contextFile", omission.contextFile },
-             { "missing", lost[ static_cast<int>( omission.omitted ) ] },
-             { "reason", omission.reason } };
+    auto const& [ file, table, omitted, action, isOwner ] = one;
+    auto const& handle = action ? action->handle : table->handle;
+    return { { "kind", action                   ? "action"
+                       : table->type == "match" ? "table"
+                                                : "resource" },
+             { "name", action ? action->name : table->name },
+             { "table", action ? Value( table->name ) : Value() },
+             { "handle", handle ? Value( Hex( *handle ) ) : Value() },
+             { "contextFile", file->path },
+             { "missing", lost[ static_cast<int>( omitted ) ] },
+             { "reason", reasonOf( one ) } };
 }
 
 /// The parts of a table that the model lacks.
@@ -68,95 +53,25 @@ std::optional<Omitted> omittedOf( Context::SurveyedTable const& table ) {
     return table.type == "match" ? Omitted::references : Omitted::handle;
 }
 
-} // namespace
-
-List valuesOf( Omissions const& all ) {
-    return listOf( all, []( Omission const& one ) { return rowOf( one ); } );
-}
-
-String whyOmitted( Context::SurveyedTable const& table ) {
-    if( !table.isOmitted )
-        return "";
-    String why;
-    if( table.staticEntries > 0 )
-        why = "it has " + std::to_string( table.staticEntries ) +
-              ( table.staticEntries == 1 ? " static entry" : " static entries" );
-    if( !table.isControllable )
-        why += String( why.empty() ? "" : ", and " ) + "its \"is_resource_controllable\" is false";
-    return why;
-}
-
-OmittedTables::OmittedTables( Configuration const& configuration ) : parser_( configuration.parser() ) {
-    for( Context::FileSurvey const& file : configuration.files ) {
-        for( Context::SurveyedTable const& table : file.tables ) {
-            if( auto const omitted = omittedOf( table ) )
-                tables_.push_back( { &table, &file, *omitted } );
-        }
-    }
-}
-
-Omission OmittedTables::omission( Table const& table, Context::SurveyedAction const* action ) {
-    return { table.file->path,
-             table.omitted,
-             table.survey->type,
-             table.survey->name,
-             action ? action->name : "",
-             action ? action->handle : table.survey->handle,
-             table.omitted == Omitted::record ? whyOmitted( *table.survey ) : "it has no stage table" };
-}
-
-std::optional<Omission> OmittedTables::named( String const& word ) const {
-    for( Table const& table : tables_ ) {
-        if( table.omitted != Omitted::record )
-            continue;
-        if( isMeant( table.survey->name, word ) )
-            return omission( table );
-        for( Context::SurveyedAction const& action : table.survey->actions ) {
-            if( isMeant( *table.survey, action, word ) )
-                return omission( table, &action );
-        }
-    }
-    return std::nullopt;
-}
-
-Omissions OmittedTables::withHandle( U32 handle ) const {
-    Omissions all;
-    for( Table const& table : tables_ ) {
-        if( table.omitted == Omitted::references ) // the model has its own handle and those of its actions
-            continue;
-        if( table.survey->handle == handle )
-            all.push_back( omission( table ) );
-        for( Context::SurveyedAction const& action : table.survey->actions ) {
-            if( table.omitted == Omitted::record && action.handle == handle )
-                all.push_back( omission( table, &action ) );
-        }
-    }
-    return all;
-}
-
-namespace {
-
 /// The handle that a direct counter, meter, WRED table or register has from its table.
-std::optional<U32> tableOfDirect( BfResourceInfo::BfResourceParser const& parser, U32 handle,
-                                  String const& name ) {
+std::optional<U32> tableOfDirect( BfResourceParser const& parser, U32 handle, String const& name ) {
     Relations const relations( parser );
     std::optional<U32> table;
-    auto const findIn = [ & ]( auto const& all, auto const& isDirect ) {
+    auto const findIn = [ & ]( auto const& all ) {
         for( auto const& record : all ) {
             if( record.name == name && isDirect( record ) && relations.sameFile( record.handle, handle ) )
                 table = record.handle;
         }
     };
-    auto const isDirect = []( auto const& record ) { return record.direct; };
-    findIn( parser.bfCounters(), isDirect );
-    findIn( parser.bfMeters(), isDirect );
-    findIn( parser.bfWreds(), isDirect );
-    findIn( parser.bfRegisterInfos(), []( BfRegisterInfo const& record ) { return !record.indirect; } );
+    findIn( parser.bfCounters() );
+    findIn( parser.bfMeters() );
+    findIn( parser.bfWreds() );
+    findIn( parser.bfRegisterInfos() );
     return table;
 }
 
 /// Whether it is direct, so of one table, and the model has that: the files know no more.
-bool isSettled( BfResourceInfo::BfResourceParser const& parser, U32 handle, String const& name ) {
+bool isSettled( BfResourceParser const& parser, U32 handle, String const& name ) {
     auto const table = tableOfDirect( parser, handle, name );
     if( !table || parser.bfTables().first<BfByHandle<BfTableInfo>>( *table ) == parser.bfTables().size() )
         return false;
@@ -172,10 +87,6 @@ bool isSettled( BfResourceInfo::BfResourceParser const& parser, U32 handle, Stri
     return isListed && !byOthers;
 }
 
-} // namespace
-
-namespace {
-
 /// Whether the model lacks a reference of a table to a handle. It has the action data and the selection of a
 /// table on no stage.
 bool lacksReference( Context::SurveyedTable const& table, Omitted omitted, U32 handle ) {
@@ -186,43 +97,8 @@ bool lacksReference( Context::SurveyedTable const& table, Omitted omitted, U32 h
     } );
 }
 
-} // namespace
-
-Omissions OmittedTables::of( U32 handle, String const& name ) const {
-    if( isSettled( parser_, handle, name ) )
-        return {};
-    String const* const parent = parser_.parentTable().find( name );
-    Relations const relations( parser_ );
-    Omissions all;
-    for( Table const& table : tables_ ) {
-        auto const& survey = *table.survey;
-        bool const isItself =
-            table.omitted == Omitted::record && survey.name == name && survey.handle == handle;
-        bool const isNamed =
-            parent && *parent == survey.name && relations.sameFile( handle, table.file->handlePipeBits );
-        if( table.omitted == Omitted::handle ||
-            !( isItself || isNamed || lacksReference( survey, table.omitted, handle ) ) )
-            continue;
-        all.push_back( omission( table ) );
-        all.back().isOwner = !isItself;
-    }
-    return all;
-}
-
-std::optional<U32> OmittedTables::ownHandle( String const& name, U32 handleInFile ) const {
-    Relations const relations( parser_ );
-    for( Table const& table : tables_ ) {
-        bool const isIt = table.omitted == Omitted::handle && table.survey->name == name;
-        if( isIt && table.survey->handle && relations.sameFile( handleInFile, table.file->handlePipeBits ) )
-            return table.survey->handle;
-    }
-    return std::nullopt;
-}
-
-namespace {
-
 /// Whose handle it is: "that is the handle of the meter ..."; of a placed record itself, not of its resource.
-String whoHas( BfResourceInfo::BfResourceParser const& parser, U32 handle ) {
+String whoHas( BfResourceParser const& parser, U32 handle ) {
     HandleUse owner;
     eachHandleUse( parser, [ & ]( HandleUse const& bearer ) {
         bool const isOwn = bearer.handle == handle && bearer.owner == bearer.name;
@@ -236,8 +112,109 @@ String whoHas( BfResourceInfo::BfResourceParser const& parser, U32 handle ) {
 
 } // namespace
 
+String sentenceOf( Omission const& one ) {
+    static constexpr char const* lost[] = { "which", "whose references", "whose handle" };
+    return fmt::format( "{} has {}the {}{} table {}, {} the model leaves out: {}", one.file->path,
+                        one.isOwner ? "it with " : "",
+                        one.action ? "action " + quoted( one.action->name ) + " of the " : "",
+                        one.table->type, quoted( one.table->name ), lost[ static_cast<int>( one.omitted ) ],
+                        reasonOf( one ) );
+}
+
+String sentencesOf( Omissions const& all ) {
+    String text;
+    for( Omission const& one : all )
+        text += ( text.empty() ? "" : "; " ) + sentenceOf( one );
+    return text;
+}
+
+List valuesOf( Omissions const& all ) {
+    return listOf( all, []( Omission const& one ) { return rowOf( one ); } );
+}
+
+String whyOmitted( Context::SurveyedTable const& table ) {
+    if( !table.isOmitted )
+        return "";
+    String why;
+    if( table.staticEntries > 0 )
+        why = fmt::format( "it has {} static {}", table.staticEntries,
+                           table.staticEntries == 1 ? "entry" : "entries" );
+    if( !table.isControllable )
+        why += String( why.empty() ? "" : ", and " ) + "its \"is_resource_controllable\" is false";
+    return why;
+}
+
+OmittedTables::OmittedTables( Configuration const& configuration ) : parser_( configuration.parser() ) {
+    for( Context::FileSurvey const& file : configuration.files ) {
+        for( Context::SurveyedTable const& table : file.tables ) {
+            if( auto const omitted = omittedOf( table ) )
+                tables_.push_back( { &file, &table, *omitted } );
+        }
+    }
+}
+
+std::optional<Omission> OmittedTables::named( String const& word ) const {
+    for( Omission one : tables_ ) {
+        if( one.omitted != Omitted::record )
+            continue;
+        if( isMeant( one.table->name, word ) )
+            return one;
+        for( Context::SurveyedAction const& action : one.table->actions ) {
+            one.action = &action;
+            if( isMeant( *one.table, action, word ) )
+                return one;
+        }
+    }
+    return std::nullopt;
+}
+
+Omissions OmittedTables::withHandle( U32 handle ) const {
+    Omissions all;
+    for( Omission one : tables_ ) {
+        if( one.omitted == Omitted::references ) // the model has its own handle and those of its actions
+            continue;
+        if( one.table->handle == handle )
+            all.push_back( one );
+        for( Context::SurveyedAction const& action : one.table->actions ) {
+            one.action = &action;
+            if( one.omitted == Omitted::record && action.handle == handle )
+                all.push_back( one );
+        }
+    }
+    return all;
+}
+
+Omissions OmittedTables::of( U32 handle, String const& name ) const {
+    if( isSettled( parser_, handle, name ) )
+        return {};
+    String const* const parent = parser_.parentTable().find( name );
+    Relations const relations( parser_ );
+    Omissions all;
+    for( Omission one : tables_ ) {
+        auto const& table = *one.table;
+        bool const isItself = one.omitted == Omitted::record && table.name == name && table.handle == handle;
+        bool const isNamed =
+            parent && *parent == table.name && relations.sameFile( handle, one.file->handlePipeBits );
+        one.isOwner = !isItself;
+        if( one.omitted != Omitted::handle &&
+            ( isItself || isNamed || lacksReference( table, one.omitted, handle ) ) )
+            all.push_back( one );
+    }
+    return all;
+}
+
+std::optional<U32> OmittedTables::ownHandle( String const& name, U32 handleInFile ) const {
+    Relations const relations( parser_ );
+    for( auto const& [ file, table, omitted, action, isOwner ] : tables_ ) {
+        if( omitted == Omitted::handle && table->name == name && table->handle &&
+            relations.sameFile( handleInFile, file->handlePipeBits ) )
+            return table->handle;
+    }
+    return std::nullopt;
+}
+
 String whyMissing( Configuration const& configuration, String const& word ) {
-    BfResourceInfo::BfResourceParser const& parser = configuration.parser();
+    BfResourceParser const& parser = configuration.parser();
     OmittedTables const tables( configuration );
     auto const handle = handleIn( word );
     if( auto const found = tables.named( word ) )

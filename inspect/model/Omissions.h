@@ -14,16 +14,14 @@ namespace Bfri {
 /// handle.
 enum class Omitted { record, references, handle };
 
-/// A table of which the model lacks something, or an action of an omitted match table.
+/// A table of which the model lacks something, or an action of an omitted match table. The survey is the
+/// configuration's.
 struct Omission {
-    String contextFile;
+    Context::FileSurvey const* file;
+    Context::SurveyedTable const* table;
     Omitted omitted;
-    String type; ///< of the table, as the file says: "match", "stateful"
-    String table;
-    String action;             ///< empty if it is the table itself
-    std::optional<U32> handle; ///< as it would be in the model
-    String reason;
-    bool isOwner = false; ///< of the record that was asked for
+    Context::SurveyedAction const* action = nullptr; ///< null if it is the table itself
+    bool isOwner = false;                            ///< of the record that was asked for
 };
 
 using Omissions = std::vector<Omission>; ///< in the order of the context files
@@ -59,15 +57,8 @@ class OmittedTables {
     std::optional<U32> ownHandle( String const& name, U32 handleInFile ) const;
 
   private:
-    struct Table {
-        Context::SurveyedTable const* survey;
-        Context::FileSurvey const* file;
-        Omitted omitted;
-    };
-    static Omission omission( Table const& table, Context::SurveyedAction const* action = nullptr );
-
     BfResourceInfo::BfResourceParser const& parser_;
-    std::vector<Table> tables_ = {};
+    Omissions tables_ = {};
 };
 
 /// Why no record has a word as its name or handle: what has it is omitted or of another kind, or a handle

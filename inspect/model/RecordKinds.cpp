@@ -1,187 +1,256 @@
 #include "inspect/model/RecordKinds.h"
 
-#include "inspect/model/KindRows.h"
-#include "inspect/model/Records.h"
+#include "inspect/model/RecordFields.h"
+#include "inspect/model/Relations.h"
 
 namespace Bfri {
 
 namespace {
 
-// Meanings that fields of several kinds share.
+// What the model has of a kind. The accessors of a collection are several functions of one name; here is the
+// one that reads.
 
-constexpr char const* ofName = "name in the P4 program";
-constexpr char const* ofHandle = "handle; with a runtime_config, the pipe is in its upper 4 bits";
-constexpr char const* ofTableHandle = "its table's handle if direct, else its own";
-constexpr char const* ofDirect = "whether each entry of its table has its own";
-constexpr char const* ofLogicalPipe = "logical pipe, such as a or b, if the context file states it";
-constexpr char const* ofParent = "table that it belongs to, if the model knows just one";
-constexpr char const* ofSeveralParents = "whether actions of several tables name it";
-constexpr char const* ofOwner = "the table that references it, or whose actions name it";
-constexpr char const* ofSeveralOwners = "whether there are several such tables";
+#define COLLECTION( name )                                                                                   \
+    []( BfResourceParser const& parser ) -> auto const& { return parser.name(); }
 
-// Match tables and what they take.
+/// Of both directions.
+std::map<String, Fields::PhvBytes> phvFieldsOf( BfResourceParser const& parser ) {
+    std::map<String, Fields::PhvBytes> fields;
+    for( auto const& entry : parser.ingressPhvContainers() )
+        fields[ entry.key() ].ingress = entry.value();
+    for( auto const& entry : parser.egressPhvContainers() )
+        fields[ entry.key() ].egress = entry.value();
+    return fields;
+}
 
-constexpr FieldInfo tableFields[] = {
-    { "handle", ofHandle },
-    { "size", "entries that it holds" },
-    { "totalEntries", "entries that its hit-bit range is sized for" },
-    { "idleTimePrecision", "bits of idle time that an entry has; 0 without hit bits" },
-    { "hitBitSmashOffset", "first slot in the hit-bit space; 0 without hit bits" },
-    { "hitBitSmashLast", "last slot in it; 0 without hit bits" },
-    { "maxPartitions", "partitions of an algorithmic TCAM, else 0" },
-    { "adtHandle", "handle of its indirect action-data table; 0 without one" },
-    { "selHandle", "handle of its selection table; 0 without one" },
-    { "logicalPipe", ofLogicalPipe },
-    { "name", ofName },
-    { "hitBitSupported", "whether its entries have hit bits, for idle time" },
-    { "maxEntries", "the same as size" },
-    { "maxPrios", "priorities of entries, always 255" },
-    { "hasActionProfile", "whether it has an action profile" },
-    { "maxAdtEntries", "entries of its indirect action-data table; 0 without one" },
-    { "maxSelGroups", "2 with a selection table, else 0" },
-    { "maxSelEntries", "entries of its selection table; 0 without one" },
-    { "adtName", "name of its indirect action-data table" },
-    { "selName", "name of its selection table" },
+/// What a list shows of an element: of placed tables by handle the table, as it has the handle itself.
+template<class Element>
+Element const& recordIn( Element const& element ) {
+    return element;
+}
+BfZelResource const& recordIn( std::pair<U32 const, BfZelResource> const& entry ) { return entry.second; }
+
+/// Calls `visit` with each record, by ascending key if the model keeps them in a hash map.
+template<class All, class Visit>
+void eachIn( All const& all, Visit const& visit ) {
+    if constexpr( requires { all.begin()->first; } ) {
+        for( auto const* const entry : sortedByKey( all ) )
+            visit( recordIn( *entry ) );
+    } else {
+        for( auto const& record : all )
+            visit( record );
+    }
+}
+
+template<auto collection>
+using RecordIn = std::remove_cvref_t<decltype( recordIn(
+    *collection( std::declval<BfResourceParser const&>() ).begin() ) )>;
+
+// What lists add to the records that belong to tables: the table if there is just one, or that there are
+// several.
+
+/// Counters and meters name their table themselves.
+template<class Record>
+constexpr bool namesItsTable = requires( Record const& record ) {
+    record.associatedTable;
 };
 
-constexpr FieldInfo resourceFields[] = {
-    { "handle", ofHandle },
-    { "size", "entries that it holds" },
-    { "type", "what it is for; in JSON and CSV a number" },
-    { "ingress", "its direction; in JSON and CSV whether it is ingress" },
-    { "stageStart", "stage of its first stage table, from 0" },
-    { "stages", "number of its stage tables, over all units" },
-    { "name", ofName },
-    { "typeName", "the type in words, as in the context file" },
+/// Of the others, the relations tell it.
+template<class Record>
+constexpr bool hasOwner = std::is_same_v<Record, BfTableWredInfo> || std::is_same_v<Record, BfRegisterInfo> ||
+                          std::is_same_v<Record, BfZelResource>;
+
+template<class Record>
+constexpr bool isAttached = hasOwner<Record> || namesItsTable<Record>;
+
+template<class Record, class Visit>
+void eachListed( Record const& record, Owners::Owner const& owner, Visit const& field ) {
+    Fields::each( record, field );
+    if constexpr( hasOwner<Record> )
+        field( "parent", owner.table, Fields::ofOwner );
+    if constexpr( isAttached<Record> )
+        field( "severalParents", owner.several,
+               namesItsTable<Record> ? Fields::ofSeveralParents : Fields::ofSeveralOwners );
+}
+
+template<class Record>
+Row listedRow( Record const& record, Owners::Owner const& owner ) {
+    constexpr std::size_t room = isAttached<Record> ? 1 : 3; // resources get stages, all of them pipes
+    return Fields::rowFrom( [ & ]( auto const& field ) { eachListed( record, owner, field ); }, room );
+}
+
+// The functions of a kind.
+
+template<auto collection>
+std::size_t sizeOf( BfResourceParser const& parser ) {
+    return collection( parser ).size();
+}
+
+template<auto collection>
+std::vector<Row> rowsOf( BfResourceParser const& parser ) {
+    using Record = RecordIn<collection>;
+    auto const& all = collection( parser );
+    std::vector<Row> rows;
+    rows.reserve( all.size() );
+    if constexpr( hasOwner<Record> ) {
+        Owners const owners( parser );
+        eachIn( all, [ & ]( Record const& record ) {
+            rows.push_back( listedRow( record, owners.of( record ) ) );
+        } );
+    } else {
+        eachIn( all, [ & ]( Record const& record ) {
+            Owners::Owner owner;
+            if constexpr( namesItsTable<Record> )
+                owner.several = parser.multipleParentTablesHas( record.name );
+            rows.push_back( listedRow( record, owner ) );
+        } );
+    }
+    return rows;
+}
+
+template<auto collection>
+Row blankOf() {
+    return listedRow( RecordIn<collection>(), {} );
+}
+
+template<auto collection>
+std::vector<FieldInfo> fieldsOf() {
+    std::vector<FieldInfo> fields;
+    eachListed( RecordIn<collection>(), {}, [ & ]( char const* name, auto const&, char const* meaning ) {
+        fields.push_back( { name, meaning } );
+    } );
+    return fields;
+}
+
+template<auto collection>
+constexpr RecordType recordsOf = { sizeOf<collection>, rowsOf<collection>, blankOf<collection>,
+                                   fieldsOf<collection> };
+
+constexpr Attachment allAttachments[] = {
+    { Kind::counters, BfResourceType::statistics, &BfZelResource::statReferences },
+    { Kind::meters, BfResourceType::meter, &BfZelResource::meterReferences },
+    { Kind::wreds, BfResourceType::wred, &BfZelResource::meterReferences },
+    { Kind::registers, BfResourceType::stateful, &BfZelResource::statefulReferences },
 };
 
-// What belongs to match tables. If something belongs to several tables, the model knows no parent.
-
-constexpr FieldInfo counterFields[] = {
-    { "handle", ofTableHandle },
-    { "ownHandle", "its own handle, direct or not" },
-    { "size", "entries that it holds" },
-    { "direct", ofDirect },
-    { "bytes", "whether it counts bytes" },
-    { "packets", "whether it counts packets" },
-    { "logicalPipe", ofLogicalPipe },
-    { "name", ofName },
-    { "associatedTable", ofParent },
-    { "severalParents", ofSeveralParents },
-};
-
-constexpr FieldInfo meterFields[] = {
-    { "handle", ofTableHandle },
-    { "direct", ofDirect },
-    { "pps", "whether it meters packets per second, not bytes" },
-    { "hasPreColor", "whether packets arrive pre-coloured" },
-    { "logicalPipe", ofLogicalPipe },
-    { "name", ofName },
-    { "associatedTable", ofParent },
-    { "severalParents", ofSeveralParents },
-};
-
-constexpr FieldInfo wredFields[] = {
-    { "handle", ofTableHandle }, { "direct", ofDirect }, { "logicalPipe", ofLogicalPipe },
-    { "name", ofName },          { "parent", ofOwner },  { "severalParents", ofSeveralOwners },
-};
-
-constexpr FieldInfo registerFields[] = {
-    { "handle", ofTableHandle },
-    { "indirect", "whether tables reach it by an index, not entry by entry" },
-    { "dataType", "C type of a cell; *uint8 (bytes) if the ALU is wider than 32 bits" },
-    { "width", "bits that its ALU works on" },
-    { "dualWidth", "whether a cell is a pair of such values" },
-    { "name", ofName },
-    { "parent", ofOwner },
-    { "severalParents", ofSeveralOwners },
-};
-
-constexpr FieldInfo actionFields[] = {
-    { "handle", ofHandle },
-    { "name", ofName },
-    { "tableName", "name of the table that it belongs to" },
-};
-
-// What does not belong to tables.
-
-constexpr FieldInfo learnQuantaFields[] = {
-    { "handle", ofHandle },
-    { "name", ofName },
-};
-
-constexpr FieldInfo headerFields[] = {
-    { "name", ofName },
-    { "size", "bytes of all its fields" },
-};
-
-constexpr FieldInfo hashFields[] = {
-    { "name", ofName },
-    { "tableHdl", ofHandle },
-    { "fieldListHdl", "handle of its list of fields" },
-    { "fieldCount", "number of its fields" },
-    { "fieldNames", "their names, in the order of the hash's input" },
-};
-
-// The PHV: one row per field, for both directions.
-
-constexpr FieldInfo phvFields[] = {
-    { "name", "name of the field" },
-    { "ingressBytes", "bytes that it takes in ingress; absent if it has no place there" },
-    { "egressBytes", "the same in egress" },
-};
-
-// Placed tables by handle.
-
-constexpr FieldInfo handleFields[] = {
-    { "handle", ofHandle },
-    { "size", "entries that it holds" },
-    { "stageStart", "stage of its first stage table, from 0" },
-    { "statReferences", "handles of the counters that it references" },
-    { "meterReferences", "handles of its meters and WRED tables" },
-    { "statefulReferences", "handles of its registers" },
-    { "name", ofName },
-    { "parent", ofOwner },
-    { "severalParents", ofSeveralOwners },
-};
-
-constexpr RecordKind table_[] = {
-    { Kind::tables, "table", "tables", "match table", "match tables", "bfTables", blankTable, tableRows,
-      tableFields, true },
-    { Kind::resources, "resource", "resources", "hardware resource", "hardware resources", "bfResources",
-      blankResource, resourceRows, resourceFields, true },
-    { Kind::counters, "counter", "counters", "counter", "counters", "bfCounters", blankCounter, counterRows,
-      counterFields, true, true, &allAttachments[ 0 ] },
-    { Kind::meters, "meter", "meters", "meter", "meters", "bfMeters", blankMeter, meterRows, meterFields,
-      true, true, &allAttachments[ 1 ] },
-    { Kind::wreds, "wred", "wreds", "WRED table", "WRED tables", "bfWreds", blankWred, wredRows, wredFields,
+constexpr RecordKind allKinds[] = {
+    { recordsOf<COLLECTION( bfTables )>, Kind::tables, "table", "tables", "match table", "match tables",
+      "bfTables", true },
+    { recordsOf<COLLECTION( bfResources )>, Kind::resources, "resource", "resources", "hardware resource",
+      "hardware resources", "bfResources", true },
+    { recordsOf<COLLECTION( bfCounters )>, Kind::counters, "counter", "counters", "counter", "counters",
+      "bfCounters", true, true, &allAttachments[ 0 ] },
+    { recordsOf<COLLECTION( bfMeters )>, Kind::meters, "meter", "meters", "meter", "meters", "bfMeters", true,
+      true, &allAttachments[ 1 ] },
+    { recordsOf<COLLECTION( bfWreds )>, Kind::wreds, "wred", "wreds", "WRED table", "WRED tables", "bfWreds",
       true, true, &allAttachments[ 2 ] },
-    { Kind::registers, "register", "registers", "register", "registers", "bfRegisterInfos", blankRegister,
-      registerRows, registerFields, true, true, &allAttachments[ 3 ] },
-    { Kind::learnQuantas, "learn-quanta", "learn-quantas", "learn quanta", "learn quantas",
-      "bfLearnQuantaInfos", blankLearnQuanta, learnQuantaRows, learnQuantaFields },
-    { Kind::actions, "action", "actions", "action", "actions", "bfActions", blankAction, actionRows,
-      actionFields, true },
-    { Kind::headers, "header", "headers", "flexible header", "flexible headers", "bfHeaders", blankHeader,
-      headerRows, headerFields },
-    { Kind::hashes, "hash", "hashes", "hash", "hashes", "bfDynamicHashInfo", blankHash, hashRows,
-      hashFields },
-    { Kind::phvFields, "phv", "phv", "PHV field", "PHV fields", "phvContainers", blankPhv, phvRows, phvFields,
+    { recordsOf<COLLECTION( bfRegisterInfos )>, Kind::registers, "register", "registers", "register",
+      "registers", "bfRegisterInfos", true, true, &allAttachments[ 3 ] },
+    { recordsOf<COLLECTION( bfLearnQuantaInfos )>, Kind::learnQuantas, "learn-quanta", "learn-quantas",
+      "learn quanta", "learn quantas", "bfLearnQuantaInfos" },
+    { recordsOf<COLLECTION( bfActions )>, Kind::actions, "action", "actions", "action", "actions",
+      "bfActions", true },
+    { recordsOf<COLLECTION( bfHeaders )>, Kind::headers, "header", "headers", "flexible header",
+      "flexible headers", "bfHeaders" },
+    { recordsOf<COLLECTION( bfDynamicHashInfo )>, Kind::hashes, "hash", "hashes", "hash", "hashes",
+      "bfDynamicHashInfo" },
+    { recordsOf<phvFieldsOf>, Kind::phvFields, "phv", "phv", "PHV field", "PHV fields", "phvContainers",
       false, false },
-    { Kind::handles, "handle", "handles", "placed table", "placed tables", "resourceHandles", blankHandle,
-      handleRows, handleFields, true, false } };
+    { recordsOf<COLLECTION( resourceHandles )>, Kind::handles, "handle", "handles", "placed table",
+      "placed tables", "resourceHandles", true, false },
+};
+
+// The collections as a dump has them.
+
+Value dumped( String const& text ) { return text; }
+Value dumped( BfHeaderInfo const& header ) { return U32{ header.size() }; }
+
+template<class Record>
+Value dumped( Record const& record ) {
+    Row row = Fields::rowFrom( [ & ]( auto const& field ) { Fields::each( record, field ); }, 0 );
+    std::erase_if( row, []( Field const& field ) { return field.name == "typeName"; } ); // not in the record
+    return row;
+}
+
+template<auto collection>
+Value contentOf( BfResourceParser const& parser ) {
+    List records;
+    Row byName;
+    eachIn( collection( parser ), [ & ]( auto const& record ) {
+        if constexpr( requires { record.key(); } )
+            byName.push_back( { record.key(), U32{ record.value() } } );
+        else if constexpr( requires { record.first; } )
+            byName.push_back( { record.first, dumped( record.second ) } );
+        else
+            records.push_back( dumped( record ) );
+    } );
+    using Record = RecordIn<collection>;
+    constexpr bool isByName = requires( Record const& record ) { record.key(); }
+    || requires( Record const& record ) { record.first; };
+    return isByName ? Value( std::move( byName ) ) : Value( std::move( records ) );
+}
+
+/// In byte order.
+Value severalParents( BfResourceParser const& parser ) {
+    auto const& all = parser.multipleParentTables();
+    std::vector<String> names( all.begin(), all.end() );
+    std::sort( names.begin(), names.end() );
+    return listOf( names );
+}
+
+template<auto collection>
+constexpr Collection collectionOf( char const* member, char const* title, std::optional<Kind> kind = {} ) {
+    return { member, title, kind, sizeOf<collection>, contentOf<collection> };
+}
+
+/// The only collection of a kind.
+template<auto collection>
+constexpr Collection onlyOf( Kind kind, char const* title = nullptr ) {
+    RecordKind const& known = allKinds[ static_cast<std::size_t>( kind ) ];
+    return collectionOf<collection>( known.member, title ? title : known.nouns, kind );
+}
+
+constexpr Collection allCollections[] = {
+    onlyOf<COLLECTION( bfResources )>( Kind::resources ),
+    onlyOf<COLLECTION( bfTables )>( Kind::tables ),
+    onlyOf<COLLECTION( bfCounters )>( Kind::counters ),
+    onlyOf<COLLECTION( bfMeters )>( Kind::meters ),
+    onlyOf<COLLECTION( bfWreds )>( Kind::wreds ),
+    onlyOf<COLLECTION( bfRegisterInfos )>( Kind::registers ),
+    onlyOf<COLLECTION( bfLearnQuantaInfos )>( Kind::learnQuantas ),
+    onlyOf<COLLECTION( bfActions )>( Kind::actions ),
+    onlyOf<COLLECTION( bfHeaders )>( Kind::headers ),
+    onlyOf<COLLECTION( bfDynamicHashInfo )>( Kind::hashes, "dynamic hash calculations" ),
+    collectionOf<COLLECTION( ingressPhvContainers )>( "ingressPhvContainers", "ingress fields in PHV",
+                                                      Kind::phvFields ),
+    collectionOf<COLLECTION( egressPhvContainers )>( "egressPhvContainers", "egress fields in PHV",
+                                                     Kind::phvFields ),
+    onlyOf<COLLECTION( resourceHandles )>( Kind::handles, "placed tables, by handle" ),
+    collectionOf<COLLECTION( parentTable )>( "parentTable", "resources with one parent table" ),
+    { "multipleParentTables",
+      "resources with several",
+      {},
+      sizeOf<COLLECTION( multipleParentTables )>,
+      severalParents },
+};
+
+#undef COLLECTION
 
 } // namespace
 
-std::span<RecordKind const> recordKinds() { return table_; }
+std::span<Attachment const> attachments() { return allAttachments; }
 
-RecordKind const& kindOf( Kind kind ) { return table_[ static_cast<std::size_t>( kind ) ]; }
+std::span<RecordKind const> recordKinds() { return allKinds; }
+
+RecordKind const& kindOf( Kind kind ) { return allKinds[ static_cast<std::size_t>( kind ) ]; }
 
 RecordKind const* kindOf( std::string_view word ) {
     auto const found =
-        std::find_if( std::begin( table_ ), std::end( table_ ),
+        std::find_if( std::begin( allKinds ), std::end( allKinds ),
                       [ & ]( RecordKind const& kind ) { return word == kind.many || word == kind.one; } );
-    return found == std::end( table_ ) ? nullptr : found;
+    return found == std::end( allKinds ) ? nullptr : found;
 }
+
+std::span<Collection const> collections() { return allCollections; }
 
 } // namespace Bfri

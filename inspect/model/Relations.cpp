@@ -28,16 +28,7 @@ bool Relations::belongs( Attachment const& attachment, Row const& record, BfZelR
     return parent && *parent == table.name;
 }
 
-BfResource const* Relations::placeOf( U32 handle, String const& name ) const {
-    auto const& all = parser_.bfResources();
-    for( U32 i = all.first<BfByHandle<BfResource>>( handle ); i < all.size(); ++i ) {
-        if( all.at( i ).handle == handle && all.at( i ).name == name )
-            return &all.at( i );
-    }
-    return nullptr;
-}
-
-Owners::Owners( BfResourceInfo::BfResourceParser const& parser ) : parser_( parser ) {
+Owners::Owners( BfResourceParser const& parser ) : parser_( parser ) {
     for( BfTableInfo const& table : parser.bfTables() ) {
         add( table.adtHandle, table.adtName, table.name );
         add( table.selHandle, table.selName, table.name );
@@ -62,7 +53,11 @@ void Owners::add( U32 handle, std::string_view name, std::string_view table ) {
         known->owner = { .several = true };
 }
 
-Owners::Owner Owners::of( U32 handle, String const& name ) const {
+Owners::Owner Owners::of( U32 handle, String const& name, bool direct ) const {
+    if( direct ) {
+        BfZelResource const* const table = parser_.resourceHandles().find( handle );
+        return { table ? table->name : std::string_view() };
+    }
     if( parser_.multipleParentTablesHas( name ) )
         return { {}, true };
     if( auto const used = used_.find( handle ); used != used_.end() ) {

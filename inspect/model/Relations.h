@@ -3,36 +3,26 @@
 // What belongs to what, by the model's own relations: the handles that placed tables reference, and the
 // parents of resources by name.
 
-#include "inspect/model/Kinds.h"
-#include "inspect/model/Records.h"
+#include "inspect/model/RecordKinds.h"
 
-#include <span>
-#include <string_view>
 #include <unordered_map>
 
 namespace Bfri {
 
-/// A kind of record that belongs to tables.
-struct Attachment {
-    Kind kind;
-    BfResourceType type;
-    Vessa::Queue<U32> const& ( BfZelResource::*references )() const; ///< where tables list its handle
-};
-
-inline constexpr Attachment allAttachments[] = {
-    { Kind::counters, BfResourceType::statistics, &BfZelResource::statReferences },
-    { Kind::meters, BfResourceType::meter, &BfZelResource::meterReferences },
-    { Kind::wreds, BfResourceType::wred, &BfZelResource::meterReferences },
-    { Kind::registers, BfResourceType::stateful, &BfZelResource::statefulReferences },
-};
-
-/// Counters, meters, WRED tables and registers.
-inline std::span<Attachment const> attachments() { return allAttachments; }
+/// Whether a record belongs to one table, whose handle it has. Registers say the contrary; places say
+/// nothing.
+template<class Record>
+bool isDirect( Record const& record ) {
+    return record.direct;
+}
+inline bool isDirect( BfRegisterInfo const& record ) { return !record.indirect; }
+inline bool isDirect( BfResource const& ) { return false; }
+inline bool isDirect( BfZelResource const& ) { return false; }
 
 /// Follows the relations of one model, which must outlive this object.
 class Relations {
   public:
-    explicit Relations( BfResourceInfo::BfResourceParser const& parser ) : parser_( parser ) {}
+    explicit Relations( BfResourceParser const& parser ) : parser_( parser ) {}
 
     /// Whether a counter, meter, WRED table or register belongs to a placed table: it is direct and has the
     /// table's handle, or the table references it, or the table is its parent by name.
@@ -45,7 +35,23 @@ class Relations {
     }
 
     /// The resource of a record with that handle and name; null if it is not placed.
-    BfResource const* placeOf( U32 handle, String const& name ) const;
+    BfResource const* placeOf( U32 handle, String const& name ) const {
+        return firstNamed( parser_.bfResources(), name,
+                           [ & ]( BfResource const& resource ) { return resource.handle == handle; } );
+    }
+    /// The resource of a record that may be direct: the one with its name and type, in its context file.
+    BfResource const* placeOf( BfResourceType type, U32 handle, String const& name ) const {
+        return firstNamed( parser_.bfResources(), name, [ & ]( BfResource const& resource ) {
+            return resource.type == static_cast<U32>( type ) && sameFile( resource.handle, handle );
+        } );
+    }
+    /// The first record of a name in the file that a handle is of.
+    template<class Record>
+    Record const* firstInFile( BfResourceInfo::RecordSequence<Record> const& all, U32 handleInFile,
+                               String const& name ) const {
+        return firstNamed(
+            all, name, [ & ]( Record const& record ) { return sameFile( record.handle, handleInFile ); } );
+    }
 
     /// Whether two handles may be from one context file. Without a run-time configuration, any two may.
     bool sameFile( U32 handle, U32 other ) const {
@@ -53,22 +59,37 @@ class Relations {
     }
 
   private:
-    BfResourceInfo::BfResourceParser const& parser_;
+    template<class Record, class Rule>
+    static Record const* firstNamed( BfResourceInfo::RecordSequence<Record> const& all, String const& name,
+                                     Rule const& rule ) {
+        for( U32 i = all.template first<BfByName<Record>>( name ); i < all.size(); ++i ) {
+            if( all.at( i ).name == name && rule( all.at( i ) ) )
+                return &all.at( i );
+        }
+        return nullptr;
+    }
+
+    BfResourceParser const& parser_;
 };
 
 /// The tables that the placed resources of a model belong to. The model must outlive this object.
 /// Construction is linear in the model.
 class Owners {
   public:
-    explicit Owners( BfResourceInfo::BfResourceParser const& parser );
+    explicit Owners( BfResourceParser const& parser );
 
     /// The only table, or that there are several; neither if the model knows none.
     struct Owner {
         std::string_view table = {};
         bool several = false;
     };
-    /// Among the tables that use or reference the resource, else among those whose actions name it.
-    Owner of( U32 handle, String const& name ) const;
+    /// Among the tables that use or reference the resource, else among those whose actions name it. A direct
+    /// record has its table's handle.
+    Owner of( U32 handle, String const& name, bool direct = false ) const;
+    template<class Record>
+    Owner of( Record const& record ) const {
+        return of( record.handle, record.name, isDirect( record ) );
+    }
 
   private:
     struct Resource {
@@ -77,7 +98,7 @@ class Owners {
     };
     void add( U32 handle, std::string_view name, std::string_view table );
 
-    BfResourceInfo::BfResourceParser const& parser_;
+    BfResourceParser const& parser_;
     std::unordered_map<U32, std::vector<Resource>> used_; // by handle
 };
 

@@ -9,7 +9,6 @@ namespace Bfri {
 
 namespace {
 
-using BfResourceInfo::BfResourceParser;
 using Uses = std::vector<HandleUse>;
 using UsesByHandle = std::unordered_map<U32, Uses>;
 
@@ -17,11 +16,11 @@ constexpr U32 withoutPipe = 0x0FFFFFFF; ///< of a handle, the bits that no pipe 
 
 /// Uses of the handles that are asked for, of those that differ in the pipe's bits alone, and of what a word
 /// means after a 0x.
-UsesByHandle usesLike( BfResourceParser const& parser, std::span<HandleWord const> words ) {
+UsesByHandle usesLike( BfResourceParser const& parser, std::span<String const> words ) {
     UsesByHandle like;
-    for( HandleWord const& one : words ) {
-        like[ one.handle & withoutPipe ];
-        if( auto const hexadecimal = handleBehind0x( one.word ) )
+    for( String const& word : words ) {
+        like[ *handleIn( word ) & withoutPipe ];
+        if( auto const hexadecimal = handleBehind0x( word ) )
             like[ *hexadecimal & withoutPipe ];
     }
     eachHandleUse( parser, [ & ]( HandleUse const& use ) {
@@ -30,11 +29,6 @@ UsesByHandle usesLike( BfResourceParser const& parser, std::span<HandleWord cons
             bucket->second.push_back( use );
     } );
     return like;
-}
-
-/// Whether the record may belong to a match table, or be one's resource.
-bool isAttachable( HandleUse const& use ) {
-    return use.kind == Kind::resources || kindOf( use.kind ).attachment;
 }
 
 /// Tables that the model omits and that have what has the handle as its own; where nothing does, what they
@@ -49,17 +43,17 @@ Omissions omittedOf( U32 handle, Uses const& uses, OmittedTables const& tables )
         if( use.kind == Kind::tables )
             return {};
         isOwned = true;
-        if( isAttachable( use ) )
+        if( use.kind == Kind::resources || kindOf( use.kind ).attachment ) // may belong to a match table
             names.emplace( use.name );
     }
     if( !isOwned ) {
         all = tables.withHandle( handle );
         bool const isResource = !all.empty() && all.front().omitted == Omitted::handle;
-        names.insert( isResource ? all.front().table : "" );
+        names.insert( isResource ? all.front().table->name : "" );
     }
     for( String const& name : names ) {
-        for( Omission& one : tables.of( handle, name ) )
-            all.push_back( std::move( one ) );
+        for( Omission const& one : tables.of( handle, name ) )
+            all.push_back( one );
     }
     return all;
 }
@@ -82,20 +76,19 @@ Uses usesOf( U32 handle, UsesByHandle const& like ) {
     return uses;
 }
 
-HandleAnswer answerFor( BfResourceParser const& parser, HandleWord const& word, UsesByHandle const& like,
+HandleAnswer answerFor( BfResourceParser const& parser, String const& word, UsesByHandle const& like,
                         OmittedTables const& tables ) {
-    HandleAnswer answer{ word.handle, usesOf( word.handle, like ) };
-    answer.omitted = omittedOf( word.handle, answer.uses, tables );
+    U32 const handle = *handleIn( word );
+    HandleAnswer answer{ handle, usesOf( handle, like ) };
+    answer.omitted = omittedOf( handle, answer.uses, tables );
     if( !answer.uses.empty() )
         return answer;
-    answer.others = othersLike( parser, word.handle, like.at( word.handle & withoutPipe ) );
-    auto const hexadecimal = handleBehind0x( word.word );
+    answer.others = othersLike( parser, handle, like.at( handle & withoutPipe ) );
+    auto const hexadecimal = handleBehind0x( word );
     if( hexadecimal && !usesOf( *hexadecimal, like ).empty() )
         answer.without0x = hexadecimal;
     return answer;
 }
-
-Value textOrNone( std::string_view text ) { return text.empty() ? Value() : Value( String( text ) ); }
 
 Row useRow( HandleUse const& use ) {
     return { { "kind", kindOf( use.kind ).one },
@@ -120,12 +113,12 @@ List suggestionsOf( HandleAnswer const& answer ) {
 
 } // namespace
 
-std::vector<HandleAnswer> lookUp( Configuration const& configuration, std::span<HandleWord const> words ) {
+std::vector<HandleAnswer> lookUp( Configuration const& configuration, std::span<String const> words ) {
     auto const& parser = configuration.parser();
     auto const like = usesLike( parser, words );
     OmittedTables const tables( configuration );
     std::vector<HandleAnswer> answers;
-    for( HandleWord const& word : words )
+    for( String const& word : words )
         answers.push_back( answerFor( parser, word, like, tables ) );
     return answers;
 }

@@ -19,14 +19,9 @@ struct HandleAnswer {
     std::optional<U32> without0x = {}; ///< if unknown: the known handle that the word is with 0x, if any
 };
 
-/// A word, and the handle that it means.
-struct HandleWord {
-    String word;
-    U32 handle;
-};
-
-/// An answer for each, from one pass over the model. The texts are the model's.
-std::vector<HandleAnswer> lookUp( Configuration const& configuration, std::span<HandleWord const> words );
+/// An answer for each word, which must be a handle (see handleIn), from one pass over the model. The texts
+/// are the model's.
+std::vector<HandleAnswer> lookUp( Configuration const& configuration, std::span<String const> words );
 
 /// A row for each use of a handle: the fields of a CSV line.
 std::vector<Row> rowsOf( std::vector<HandleAnswer> const& answers );

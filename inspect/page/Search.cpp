@@ -1,18 +1,12 @@
 #include "inspect/page/Search.h"
 
-#include "inspect/model/ActionWord.h"
 #include "inspect/model/HandleUses.h"
 
 namespace Bfri {
 
 namespace {
 
-using BfResourceInfo::BfResourceParser;
 using Rows = std::vector<Row const*>;
-
-SeveralRecords severalActions( ActionsMeant const& meant ) {
-    return { &kindOf( Kind::actions ), meant.places.size(), meant.words };
-}
 
 PagesFound pagesOfHandle( Configuration const& configuration, U32 handle ) {
     std::set<String> owners;
@@ -42,14 +36,12 @@ Page actionsOf( Page page, std::set<std::pair<String, U32>> const& asked ) {
 }
 
 PagesFound pagesOfActions( Configuration const& configuration, String const& word ) {
-    auto const& actions = configuration.parser().bfActions();
     ActionsMeant const meant = actionsMeant( configuration.parser(), word );
-    if( !meant.words.empty() )
-        return severalActions( meant );
+    if( auto const* const several = std::get_if<SeveralRecords>( &meant ) )
+        return *several;
     std::map<String, std::set<std::pair<String, U32>>> asked; // by name: tables and handles
-    for( U32 const place : meant.places )
-        asked[ actions.at( place ).name ].emplace( actions.at( place ).tableName,
-                                                   actions.at( place ).handle );
+    for( BfActionInfo const* const action : std::get<0>( meant ) )
+        asked[ action->name ].emplace( action->tableName, action->handle );
     std::vector<Page> pages;
     pages.reserve( asked.size() );
     for( auto const& [ name, tables ] : asked )
@@ -135,10 +127,10 @@ RecordFound recordFor( BfResourceParser const& parser, RecordKind const& kind, s
         meant = withHandle( rows, word );
     if( meant.empty() && kind.kind == Kind::actions ) {
         ActionsMeant const actions = actionsMeant( parser, word );
-        if( !actions.words.empty() )
-            return severalActions( actions );
-        for( U32 const place : actions.places )
-            meant.push_back( &rows.at( place ) );
+        if( auto const* const several = std::get_if<SeveralRecords>( &actions ) )
+            return *several;
+        for( BfActionInfo const* const action : std::get<0>( actions ) )
+            meant.push_back( &rows[ static_cast<std::size_t>( action - &parser.bfActions().at( 0 ) ) ] );
     }
     if( meant.empty() ) {
         Meaning meaning = meaningOf( namesIn( rows ), word );

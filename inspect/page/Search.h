@@ -9,14 +9,6 @@
 
 namespace Bfri {
 
-/// A word that means several records, and what to type for each.
-struct SeveralRecords {
-    RecordKind const* kind;
-    std::size_t count;
-    std::vector<String> words;
-    bool tellApart = true; ///< each word means exactly one of them
-};
-
 /// A handle that is not any record's own.
 struct OnlyReferredTo {
     U32 handle;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -26,6 +27,9 @@ struct Hex {
 /// As people read it: "0x01000001".
 String hexText( U32 number );
 
+template<class Type, class... Types>
+concept OneOf = ( std::same_as<Type, Types> || ... );
+
 struct Value;
 struct Field;
 using List = std::vector<Value>;
@@ -34,14 +38,9 @@ using Row = std::vector<Field>;
 /// One value; default-constructed it is absent.
 struct Value {
     Value() = default;
-    Value( bool flag );
-    Value( U32 number );
-    Value( std::int64_t number );
-    Value( Hex number );
     Value( char const* text );
-    Value( String text );
-    Value( List list );
-    Value( Row row );
+    template<OneOf<bool, U32, std::int64_t, Hex, String, List, Row> Type>
+    Value( Type value ) : is( std::move( value ) ) {}
 
     std::variant<std::monostate, bool, U32, std::int64_t, Hex, String, List, Row> is;
 };
@@ -52,14 +51,10 @@ struct Field {
     Value value;
 };
 
-inline Value::Value( bool flag ) : is( flag ) {}
-inline Value::Value( U32 number ) : is( number ) {}
-inline Value::Value( std::int64_t number ) : is( number ) {}
-inline Value::Value( Hex number ) : is( number ) {}
 inline Value::Value( char const* text ) : is( String( text ) ) {}
-inline Value::Value( String text ) : is( std::move( text ) ) {}
-inline Value::Value( List list ) : is( std::move( list ) ) {}
-inline Value::Value( Row row ) : is( std::move( row ) ) {}
+
+/// An empty text is absent.
+inline Value textOrNone( std::string_view text ) { return text.empty() ? Value() : Value( String( text ) ); }
 
 /// Numbers by value, texts by their bytes, false first, lists by their first difference; absent values before
 /// all others.
@@ -88,8 +83,8 @@ struct RowList {
 };
 
 /// Any elements as a list of values.
-template<class Elements, class ToValue>
-List listOf( Elements const& elements, ToValue const& toValue ) {
+template<class Elements, class ToValue = std::identity>
+List listOf( Elements const& elements, ToValue const& toValue = {} ) {
     List list;
     list.reserve( std::size( elements ) );
     for( auto const& element : elements )

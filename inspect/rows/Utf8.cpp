@@ -3,20 +3,13 @@
 #include <algorithm>
 
 #include <fmt/format.h>
+#include <unistr.h>
 
 namespace Bfri {
 
 namespace {
 
 using Vessa::U8;
-
-std::size_t sequenceLength( U8 lead ) {
-    if( lead < 0x80 )
-        return 1;
-    if( lead < 0xC0 || lead > 0xF7 )
-        return 0;
-    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-}
 
 /// Marks and overrides of the writing direction.
 bool changesDirection( U32 code ) {
@@ -47,23 +40,15 @@ std::size_t plainLength( std::string_view text ) {
 } // namespace
 
 Character firstCharacter( std::string_view text ) {
-    static constexpr U32 smallest[] = { 0, 0, 0x80, 0x800, 0x10000 };
-    U8 const lead = static_cast<U8>( text[ 0 ] );
-    Character const stray{ Character::Kind::strayByte, lead, 1 };
-    std::size_t const length = sequenceLength( lead );
-    if( length == 0 || length > text.size() )
-        return stray;
-    U32 code = length == 1 ? lead : lead & 0x7FU >> length;
-    for( std::size_t i = 1; i < length; ++i ) {
-        U8 const next = static_cast<U8>( text[ i ] );
-        if( ( next & 0xC0 ) != 0x80 )
-            return stray;
-        code = code << 6 | ( next & 0x3FU );
-    }
-    if( code < smallest[ length ] || code > 0x10FFFF )
-        return stray;
-    bool const surrogate = code >= 0xD800 && code <= 0xDFFF;
-    return { surrogate ? Character::Kind::surrogate : Character::Kind::regular, code, length };
+    auto const* const bytes = reinterpret_cast<U8 const*>( text.data() );
+    ucs4_t code = 0;
+    if( int const length = u8_mbtoucr( &code, bytes, text.size() ); length > 0 )
+        return { Character::Kind::regular, code, static_cast<std::size_t>( length ) };
+    bool const isSurrogate =
+        text.size() > 2 && bytes[ 0 ] == 0xED && bytes[ 1 ] >> 5 == 5 && bytes[ 2 ] >> 6 == 2;
+    if( !isSurrogate )
+        return { Character::Kind::strayByte, bytes[ 0 ], 1 };
+    return { Character::Kind::surrogate, 0xD000U | ( bytes[ 1 ] & 0x3FU ) << 6 | ( bytes[ 2 ] & 0x3FU ), 3 };
 }
 
 String escaped( std::string_view text, String ( *escapeOf )( Character const& ) ) {

@@ -1,4 +1,3 @@
-#include "inspect/model/Collections.h"
 #include "inspect/model/RecordKinds.h"
 #include "tests/cli/Inputs.h"
 

@@ -15,7 +15,7 @@ using testing::Pair;
 
 class HandleLookup : public InFolder {
   protected:
-    std::vector<HandleAnswer> lookUp( std::vector<Bfri::HandleWord> const& words ) {
+    std::vector<HandleAnswer> lookUp( std::vector<String> const& words ) {
         return Bfri::lookUp( *model, words );
     }
 
@@ -25,7 +25,7 @@ class HandleLookup : public InFolder {
 TEST_F( HandleLookup, HasAnAnswerForEachHandleInTheirOrder ) {
     model->parser().bfTablesPush( named<BfTableInfo>( "acl", 1 ) );
     model->parser().bfTablesPush( named<BfTableInfo>( "lpm", 2 ) );
-    auto const answers = lookUp( { { "2", 2 }, { "7", 7 }, { "1", 1 } } );
+    auto const answers = lookUp( { "2", "7", "1" } );
     ASSERT_EQ( answers.size(), 3U );
     EXPECT_EQ( answers[ 0 ].uses.at( 0 ).name, "lpm" );
     EXPECT_EQ( answers[ 0 ].uses.at( 0 ).kind, Kind::tables );
@@ -37,7 +37,7 @@ TEST_F( HandleLookup, HasAnAnswerForEachHandleInTheirOrder ) {
 
 TEST_F( HandleLookup, OfAnUnknownHandleHasWhatMayBeMeant ) {
     model->parser().bfTablesPush( named<BfTableInfo>( "acl", 0x10 ) );
-    auto const answers = lookUp( { { "0x30000010", 0x30000010 }, { "10", 10 }, { "0x10", 0x10 } } );
+    auto const answers = lookUp( { "0x30000010", "10", "0x10" } );
     EXPECT_THAT( answers[ 0 ].others, ElementsAre( Pair( 0x10U, "acl" ) ) ); // the pipe is lost in the model
     EXPECT_THAT( answers[ 1 ].others, IsEmpty() );
     EXPECT_EQ( answers[ 1 ].without0x, 0x10U );
@@ -48,11 +48,10 @@ TEST_F( HandleLookup, OfAnUnknownHandleHasWhatMayBeMeant ) {
 TEST_F( HandleLookup, HasWhatTheModelOmits ) {
     auto const omitting = modelOf( Support::ContextBuilder().table(
         Support::matchTable( "acl" ).with( "/is_resource_controllable", "false" ) ) );
-    U32 const handle = Support::handleOf( "acl" );
-    std::vector<Bfri::HandleWord> const words{ { "acl", handle } };
+    std::vector<String> const words{ std::to_string( Support::handleOf( "acl" ) ) };
     auto const answers = Bfri::lookUp( *omitting, words );
     ASSERT_EQ( answers.at( 0 ).omitted.size(), 1U );
-    EXPECT_EQ( answers[ 0 ].omitted[ 0 ].table, "acl" );
+    EXPECT_EQ( answers[ 0 ].omitted[ 0 ].table->name, "acl" );
 }
 
 } // namespace

@@ -1,4 +1,3 @@
-#include "inspect/stages/PhvLoads.h"
 #include "inspect/stages/StageMap.h"
 #include "tests/inspect/Inputs.h"
 
@@ -8,7 +7,6 @@ namespace {
 
 using Support::StageTable;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// Stage tables of a resource or a load, those that state a size, and the sum of these sizes.
 template<class Load>
@@ -64,21 +62,6 @@ TEST_F( StagesWithEntries, OfAllUnitsCount ) {
     auto const maps = Bfri::stageMapsOf( *modelOf( Support::ContextBuilder().table( table ) ) );
     EXPECT_THAT( entriesOf( maps.at( 0 ).loads.at( 0 ) ), ElementsAre( 2U, 2U, 30U ) );
     EXPECT_THAT( entriesOf( maps.at( 0 ).loads.at( 1 ) ), ElementsAre( 1U, 1U, 5U ) );
-}
-
-TEST_F( StagesWithEntries, HavePhvBytesByDirection ) {
-    auto const configuration = modelOf( Support::ContextBuilder()
-                                            .phvStage( "hdr.a", 4 )
-                                            .phvStage( "hdr.wide", 40 )
-                                            .with( "/phv_allocation/1/egress", "[]" ) );
-    auto const stages = Bfri::phvStagesOf( configuration->files.at( 0 ) );
-    ASSERT_EQ( stages.size(), 2U );
-    EXPECT_EQ( stages[ 0 ].ingress.bytes, 4U );
-    EXPECT_EQ( stages[ 0 ].egress.bytes, 4U );
-    EXPECT_EQ( stages[ 1 ].ingress.bytes, 40U ); // the model counts modulo 32
-    EXPECT_EQ( stages[ 1 ].ingress.fields, 1U );
-    EXPECT_EQ( stages[ 1 ].egress.fields, 0U );
-    EXPECT_THAT( Bfri::phvStagesOf( {} ), IsEmpty() );
 }
 
 } // namespace
