@@ -1,9 +1,9 @@
 #include "cli/commands/Answers.h"
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/CheckReport.h"
-#include "inspect/check/Sarif.h"
 #include "inspect/load/FaultDetails.h"
 #include "inspect/load/Load.h"
+#include "inspect/model/Codes.h"
 #include "inspect/rows/JsonFormat.h"
 
 #include <algorithm>
@@ -29,9 +29,9 @@ std::vector<String> partsOf( String const& text ) {
 using Kinds = std::vector<FindingKind const*>;
 
 FindingKind const& kindMeant( String const& word ) {
-    if( FindingKind const* const kind = findingKindOf( word ) )
+    if( FindingKind const* const kind = codedAs( findingKinds(), word ) )
         return *kind;
-    auto const suggestions = findingsLike( word );
+    auto const suggestions = codesLike( findingKinds(), word );
     throw Failure( ExitStatus::usage,
                    fmt::format( "no finding has the code '{}'; {}", escapeForTerminal( word ),
                                 suggestions.empty() ? "'--explain all' lists them" : "codes like it:" ),

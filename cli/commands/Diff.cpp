@@ -2,6 +2,7 @@
 #include "cli/commands/Loading.h"
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/DiffText.h"
+#include "inspect/model/Codes.h"
 #include "inspect/rows/JsonFormat.h"
 
 namespace Bfri {
@@ -22,9 +23,9 @@ void printNoticeExplanation( NoticeKind const& kind, std::ostream& out ) {
 }
 
 NoticeKind const& noticeMeant( String const& word ) {
-    if( NoticeKind const* const kind = noticeKindOf( word ) )
+    if( NoticeKind const* const kind = codedAs( noticeKinds(), word ) )
         return *kind;
-    auto const suggestions = noticesLike( word );
+    auto const suggestions = codesLike( noticeKinds(), word );
     throw Failure( ExitStatus::usage,
                    "no notice has the code '" + escapeForTerminal( word ) + "'; " +
                        ( suggestions.empty() ? "'--explain all' lists them" : "codes like it:" ),

@@ -123,14 +123,6 @@ std::vector<HandleUse> allTables( CheckContext const& facts ) {
     return bearers;
 }
 
-template<class TextOf>
-String listOfAtMost( std::size_t most, Group const& group, TextOf textOf ) {
-    String text;
-    for( std::size_t i = 0; i < std::min( most, group.size() ); ++i )
-        text += ( i == 0 ? "" : ", " ) + textOf( group[ i ] );
-    return text + ( group.size() > most ? ", ..." : "" );
-}
-
 String handlesOf( Group const& group ) {
     String const count = std::to_string( group.size() ) + " have this name, ";
     bool const oneHandle = std::all_of( group.begin(), group.end(), [ & ]( HandleUse const& b ) {
@@ -140,11 +132,11 @@ String handlesOf( Group const& group ) {
         return count + ( group.size() == 2 ? "both" : "all" ) + " with the handle " +
                hexText( group.front().handle );
     return count + "with the handles " +
-           listOfAtMost( 8, group, []( HandleUse const& b ) { return hexText( b.handle ); } );
+           firstFew( 8, group, []( HandleUse const& b ) { return hexText( b.handle ); } );
 }
 
 String namesOf( Group const& group ) {
-    return listOfAtMost( 4, group, []( HandleUse const& b ) { return quoted( *b.name ); } );
+    return firstFew( 4, group, []( HandleUse const& b ) { return quoted( *b.name ); } );
 }
 
 void addNames( CheckContext const& facts, std::vector<HandleUse> bearers, char const* what,

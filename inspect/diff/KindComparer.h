@@ -3,43 +3,25 @@
 // Compares the records of one kind, program by program.
 
 #include "inspect/diff/FieldComparer.h"
-#include "inspect/diff/Join.h"
-#include "inspect/diff/Owners.h"
-
-#include <map>
+#include "inspect/diff/KindRecords.h"
 
 namespace Bfri {
 
-/// Two programs that run on the same pipes; or, for merged records, all programs together.
-struct ProgramsOfPipes {
-    ProgramPair pair;
-    Renames renames = {};       ///< of tables
-    Renames quantaRenames = {}; ///< of learn quantas
-    ActionRenames actionRenames = {};
-    bool findsRenames = false;
-    bool isAnyTableTold = false;
-};
-
-/// The records of a kind in both configurations.
-struct RowsOfKind {
-    RecordKind const& kind;
-    std::vector<Row> old;
-    std::vector<Row> now;
-};
-
 class KindComparer {
   public:
-    KindComparer( FieldComparer& fields, RowsOfKind rows, bool isOnly )
+    KindComparer( FieldComparer& fields, RecordKind const& kind, KindRecords old, KindRecords now,
+                  bool isOnly )
         : fields_( fields ),
-          rows_( std::move( rows ) ),
-          isOnly_( isOnly ),
-          fates_( rows_.old.size() ),
-          newFates_( rows_.now.size() ) {}
+          kind_( kind ),
+          old_( std::move( old ) ),
+          now_( std::move( now ) ),
+          isOnly_( isOnly ) {}
 
-    /// Compares the records of two programs, or merged ones.
-    void compare( ComparedPrograms& compared, ProgramsOfPipes& programs, Renames const& renames,
-                  P4Programs::Positions const& old, P4Programs::Positions const& now );
-    /// All that was found. The rows move into it.
+    /// Compares the records of two programs at these positions.
+    void compare( ProgramPair& programs, Positions const& old, Positions const& now );
+    /// Compares merged records, or those of configurations without a survey.
+    void compareAll( ProgramPair& programs );
+    /// All that was found.
     KindComparison result();
 
   private:
@@ -51,30 +33,39 @@ class KindComparer {
         bool differs = false;
         std::optional<OmissionReason> omitted = {}; ///< why it is left out in the other configuration
     };
-    struct Found {
-        ChangedRecord record;
+    /// The records of one configuration with their fates.
+    struct Side {
+        Side( KindRecords ofKind ) : records( std::move( ofKind ) ), fates( records.size() ) {}
+
+        KindRecords records;
+        std::vector<Fate> fates;
+    };
+    struct Joined {
         std::size_t old;
         std::size_t now;
+        std::size_t programs; ///< which pair, from 1
         U32 pipes;
     };
 
-    void addPair( ComparedPrograms& compared, ProgramsOfPipes& programs, Join::Pair const& pair );
-    void addGone( std::vector<Fate>& fates, std::vector<Row> const& rows, ComparedPrograms& compared,
-                  std::vector<std::size_t> const& positions, bool isNew );
-    std::optional<OmissionReason> whyOmitted( Row const& row, ComparedPrograms const& compared,
+    void addPair( ProgramPair& programs, std::size_t old, std::size_t now );
+    void addGone( Side& side, ProgramPair& programs, Positions const& positions );
+    std::optional<OmissionReason> whyOmitted( Identity const& identity, ProgramPair const& programs,
                                               bool isNew ) const;
-    static bool isStillPlaced( Row const& row, ComparedPrograms const& compared, bool isNew );
+    bool isStillPlaced( std::size_t position, ProgramPair const& programs, bool isNew ) const;
     void findDisplaced();
-    static Row withPipes( Row row, U32 pipes );
+    void addAlone( Side const& side, std::vector<Row>& alone, std::vector<OmittedRecord>& omitted ) const;
+    Row rowOf( Side const& side, std::size_t position, U32 pipes ) const;
 
     FieldComparer& fields_;
-    RowsOfKind rows_;
+    RecordKind const& kind_;
+    Side old_;
+    Side now_;
     bool const isOnly_;
-    std::vector<Fate> fates_;
-    std::vector<Fate> newFates_;
-    std::vector<Found> found_;
-    std::vector<std::pair<Join::Pair, U32>> joined_; ///< with their pipes
-    std::size_t programs_ = 0;                       ///< pairs of programs that were compared
+    std::vector<Joined> joined_ = {};
+    /// By old position and pair of programs.
+    std::map<std::pair<std::size_t, std::size_t>, ChangedRecord> changed_ = {};
+    std::vector<U32> handles_ = {}; ///< of a record
+    std::size_t programs_ = 0;      ///< pairs of programs that were compared
     bool isReordered_ = false;
     bool isMerged_ = false;
 };

@@ -28,12 +28,6 @@ struct NoticeKind {
 /// Every kind, by ascending code.
 std::span<NoticeKind const> noticeKinds();
 
-/// The kind with that code or title, ignoring case; null if there is none.
-NoticeKind const* noticeKindOf( String const& word );
-
-/// The codes, else the titles, that are most like a word; nearest first.
-std::vector<String> noticesLike( String const& word );
-
 /// One difference, and the record that it is about.
 struct Notice {
     NoticeKind const* kind;
@@ -64,6 +58,10 @@ class FoldedRenames {
     explicit FoldedRenames( Comparison const& comparison );
 
     bool has( RecordKind const& kind, ChangedRecord const& record ) const;
+    /// Whether nothing else differs.
+    bool hasAll( RecordKind const& kind, ChangedRecord const& record ) const {
+        return record.renamed && !record.hasChanged() && !record.move && has( kind, record );
+    }
 
   private:
     std::unordered_set<std::string_view> names_; ///< of all kinds except placed tables and actions
@@ -76,8 +74,7 @@ String textOf( UnreadTable const& table );
 /// The placed tables that are new or gone, and not reported as resources.
 KindComparison placedAlone( KindComparison placed, Comparison const& comparison );
 
-/// The members of JSON objects: of a verdict, and of a comparison with its verdict.
-Row rowOf( Verdict const& verdict );
+/// The members of the JSON object of a comparison with its verdict.
 Row rowOf( Comparison const& comparison, Verdict const& verdict );
 
 } // namespace Bfri

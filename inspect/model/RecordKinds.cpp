@@ -1,7 +1,6 @@
 #include "inspect/model/RecordKinds.h"
 
-#include "inspect/model/RecordFields.h"
-#include "inspect/model/Relations.h"
+#include "inspect/model/ListedRow.h"
 
 namespace Bfri {
 
@@ -45,39 +44,6 @@ void eachIn( All const& all, Visit const& visit ) {
 template<auto collection>
 using RecordIn = std::remove_cvref_t<decltype( recordIn(
     *collection( std::declval<BfResourceParser const&>() ).begin() ) )>;
-
-// What lists add to the records that belong to tables: the table if there is just one, or that there are
-// several.
-
-/// Counters and meters name their table themselves.
-template<class Record>
-constexpr bool namesItsTable = requires( Record const& record ) {
-    record.associatedTable;
-};
-
-bool isDirect( BfTableWredInfo const& record ) { return record.direct; }
-bool isDirect( BfRegisterInfo const& record ) { return !record.indirect; }
-bool isDirect( BfZelResource const& ) { return false; }
-
-template<class Record>
-constexpr bool hasOwner = requires( Record const& record ) {
-    isDirect( record );
-};
-
-template<class Record, class Visit>
-void eachListed( Record const& record, Owners::Owner const& owner, Visit const& field ) {
-    Fields::each( record, field );
-    if constexpr( hasOwner<Record> )
-        field( "parent", owner.table, Fields::ofOwner );
-    if constexpr( hasOwner<Record> || namesItsTable<Record> )
-        field( "severalParents", owner.several,
-               namesItsTable<Record> ? Fields::ofSeveralParents : Fields::ofSeveralOwners );
-}
-
-template<class Record>
-Row listedRow( Record const& record, Owners::Owner const& owner ) {
-    return Fields::rowFrom( [ & ]( auto const& field ) { eachListed( record, owner, field ); } );
-}
 
 // The functions of a kind.
 

@@ -12,6 +12,8 @@ bool isStage( std::optional<std::int64_t> number ) {
            *number <= std::numeric_limits<U32>::max();
 }
 
+} // namespace
+
 std::optional<std::vector<PlacedStage>> stagesOf( Context::SurveyedTable const& table ) {
     std::map<Stage, PlacedStage> stages;
     for( Context::SurveyedStageTable const& stageTable : table.stageTables ) {
@@ -29,8 +31,6 @@ std::optional<std::vector<PlacedStage>> stagesOf( Context::SurveyedTable const& 
         ascending.push_back( placed );
     return ascending;
 }
-
-} // namespace
 
 std::vector<std::optional<std::vector<PlacedStage>>> placedStages( Configuration const& configuration ) {
     std::vector<std::optional<std::vector<PlacedStage>>> placed(

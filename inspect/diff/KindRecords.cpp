@@ -1,0 +1,165 @@
+#include "inspect/diff/KindRecords.h"
+
+#include "inspect/model/ListedRow.h"
+#include "inspect/stages/PlacedStages.h"
+
+namespace Bfri {
+
+namespace {
+
+/// The stages of a resource, which the survey knows, and its entries in each where the file states them all.
+void addStages( Row& row, SurveyedTable const* table ) {
+    auto const placed = table ? stagesOf( *table ) : std::nullopt;
+    Value numbers;
+    Value sizes;
+    if( placed ) {
+        auto const isStated = []( PlacedStage const& stage ) { return stage.stated == stage.tables; };
+        numbers =
+            listOf( *placed, []( PlacedStage const& stage ) { return static_cast<U32>( stage.stage ); } );
+        if( std::all_of( placed->begin(), placed->end(), isStated ) )
+            sizes = listOf( *placed, []( PlacedStage const& stage ) {
+                return Row{ { "stage", static_cast<U32>( stage.stage ) },
+                            { "size", static_cast<U32>( stage.entries ) } };
+            } );
+    }
+    row.push_back( { "stageNumbers", std::move( numbers ) } );
+    row.push_back( { "stageSizes", std::move( sizes ) } );
+}
+
+bool haveSameStages( SurveyedTable const* a, SurveyedTable const* b ) {
+    if( !a || !b )
+        return a == b;
+    return std::equal( a->stageTables.begin(), a->stageTables.end(), b->stageTables.begin(),
+                       b->stageTables.end(), []( auto const& one, auto const& other ) {
+                           return one.stage == other.stage && one.size == other.size;
+                       } );
+}
+
+} // namespace
+
+KindRecords::KindRecords( RecordKind const& kind, Configuration const& configuration, Owners const& owners )
+    : parser_( configuration.parser() ), owners_( owners ) {
+    switch( kind.kind ) {
+    case Kind::tables:
+        addAll( parser_.bfTables() );
+        break;
+    case Kind::resources:
+        addAll( parser_.bfResources() );
+        addTables( configuration );
+        break;
+    case Kind::counters:
+        addAll( parser_.bfCounters() );
+        break;
+    case Kind::meters:
+        addAll( parser_.bfMeters() );
+        break;
+    case Kind::wreds:
+        addAll( parser_.bfWreds() );
+        break;
+    case Kind::registers:
+        addAll( parser_.bfRegisterInfos() );
+        break;
+    case Kind::learnQuantas:
+        addAll( parser_.bfLearnQuantaInfos() );
+        break;
+    case Kind::actions:
+        addAll( parser_.bfActions() );
+        break;
+    case Kind::handles:
+        for( auto const* const entry : sortedByKey( parser_.resourceHandles() ) )
+            records_.emplace_back( &entry->second );
+        break;
+    case Kind::headers:
+    case Kind::hashes:
+    case Kind::phvFields:
+        rows_ = kind.rows( parser_ );
+    }
+}
+
+void KindRecords::addTables( Configuration const& configuration ) {
+    tables_.resize( records_.size() );
+    for( FileSurvey const& file : configuration.files ) {
+        for( SurveyedTable const& table : file.tables ) {
+            if( table.resource )
+                tables_[ *table.resource ] = &table;
+        }
+    }
+}
+
+template<class Sequence>
+void KindRecords::addAll( Sequence const& records ) {
+    records_.reserve( records.size() );
+    for( auto const& record : records )
+        records_.emplace_back( &record );
+}
+
+template<class OneRecord>
+Owners::Owner KindRecords::ownerOf( OneRecord const& record ) const {
+    if constexpr( hasOwner<OneRecord> )
+        return owners_.of( record.handle, record.name, isDirect( record ) );
+    else if constexpr( namesItsTable<OneRecord> )
+        return { .several = parser_.multipleParentTablesHas( record.name ) };
+    else
+        return {};
+}
+
+Identity KindRecords::identityOf( std::size_t position ) const {
+    auto const identity = []( auto const* record ) {
+        if constexpr( requires { record->tableName; } )
+            return Identity( record->name, &record->tableName );
+        else
+            return Identity( record->name );
+    };
+    return rows_.empty() ? std::visit( identity, records_[ position ] ) : Identity( rows_[ position ] );
+}
+
+Row KindRecords::rowOf( std::size_t position ) const {
+    if( !rows_.empty() )
+        return rows_[ position ];
+    Row row = std::visit( [ & ]( auto const* record ) { return listedRow( *record, ownerOf( *record ) ); },
+                          records_[ position ] );
+    if( !tables_.empty() )
+        addStages( row, tables_[ position ] );
+    return row;
+}
+
+bool KindRecords::equals( std::size_t position, KindRecords const& other, std::size_t otherPosition ) const {
+    if( !rows_.empty() ||
+        ( !tables_.empty() && !haveSameStages( tables_[ position ], other.tables_[ otherPosition ] ) ) )
+        return false;
+    auto const isSame = [ & ]( auto const* record ) {
+        auto const* const counterpart = std::get<decltype( record )>( other.records_[ otherPosition ] );
+        Owners::Owner const owner = ownerOf( *record );
+        Owners::Owner const otherOwner = other.ownerOf( *counterpart );
+        return *record == *counterpart && owner.table == otherOwner.table &&
+               owner.several == otherOwner.several;
+    };
+    return std::visit( isSame, records_[ position ] );
+}
+
+U32 KindRecords::handleOf( std::size_t position ) const {
+    return std::visit( []( auto const* record ) { return record->handle; }, records_[ position ] );
+}
+
+void KindRecords::addHandles( std::size_t position, std::vector<U32>& handles ) const {
+    auto const add = [ & ]( auto const* record ) {
+        handles.push_back( record->handle );
+        if constexpr( requires { record->adtHandle; } )
+            handles.insert( handles.end(), { record->adtHandle, record->selHandle } );
+        if constexpr( requires { record->ownHandle; } )
+            handles.push_back( record->ownHandle );
+        if constexpr( requires { record->statReferences(); } ) {
+            for( auto const* const list :
+                 { &record->statReferences(), &record->meterReferences(), &record->statefulReferences() } )
+                handles.insert( handles.end(), list->begin(), list->end() );
+        }
+    };
+    std::visit( add, records_[ position ] );
+}
+
+bool KindRecords::hasHitBits( std::size_t position ) const {
+    auto const* const table = std::get_if<BfTableInfo const*>( &records_[ position ] );
+    return table && ( *table )->hitBitSupported;
+}
+
+} // namespace Bfri
