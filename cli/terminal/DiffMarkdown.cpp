@@ -73,7 +73,7 @@ void addSection( MarkdownText& markdown, DiffSection const& section, std::size_t
 
 DiffSection handlesSection( Comparison const& comparison ) {
     DiffSection section{ "handles", {} };
-    for( ReusedHandle const& one : comparison.handles.reused )
+    for( ReusedHandle const& one : reusedHandles( comparison ) )
         section.lines.push_back( { '~', false, Bfri::lineOf( one ), "" } );
     for( Renumbering const& one : comparison.handles.renumbered )
         section.lines.push_back( { '~', false, Bfri::lineOf( one ), "" } );
@@ -134,7 +134,7 @@ void printMarkdown( std::ostream& out, Comparison const& comparison, Verdict con
     }
     sections.push_back( duplicatesSection( verdict ) );
     sections.push_back( handlesSection( comparison ) );
-    sections.push_back( unreadSection( comparison.unread ) );
+    sections.push_back( unreadSection( comparison ) );
     std::size_t leftOut = 0;
     for( DiffSection const& section : sections )
         addSection( markdown, section, leftOut );

@@ -44,13 +44,14 @@ bool printHandles( std::ostream& out, TerminalStyle const& look, Comparison cons
         printFew( out, handles.renumbered,
                   []( Renumbering const& one ) { return escapeForTerminal( lineOf( one ) ); } );
     }
-    if( !handles.reused.empty() ) {
-        out << "handles that now belong to another record: " << handles.reused.size() << '\n';
-        printFew( out, handles.reused, [ & ]( ReusedHandle const& one ) {
+    auto const reused = reusedHandles( comparison );
+    if( !reused.empty() ) {
+        out << "handles that now belong to another record: " << reused.size() << '\n';
+        printFew( out, reused, [ & ]( ReusedHandle const& one ) {
             return painted( look, Paint::red, escapeForTerminal( lineOf( one ) ) );
         } );
     }
-    return !renumbered.empty() || !handles.reused.empty();
+    return !renumbered.empty() || !reused.empty();
 }
 
 bool printDuplicates( std::ostream& out, TerminalStyle const& look, Verdict const& verdict ) {
@@ -80,7 +81,7 @@ void printFolded( std::ostream& out, TerminalStyle const& look, Comparison const
         out << line << '\n';
         isAny = true;
     }
-    Unread const& unread = comparison.unread;
+    Unread const unread = unreadValues( comparison );
     if( unread.differs() && !allUnread ) {
         out << "not read by the library: " << unreadCounts( unread ) << " ("
             << escapeForTerminal( unreadNames( unread ) ) << "); --unread lists all\n";
@@ -89,7 +90,7 @@ void printFolded( std::ostream& out, TerminalStyle const& look, Comparison const
     if( isAny )
         out << '\n';
     if( unread.differs() && allUnread )
-        printSection( out, look, unreadSection( unread ) );
+        printSection( out, look, unreadSection( comparison ) );
 }
 
 } // namespace
@@ -103,7 +104,7 @@ void printDiff( std::ostream& out, TerminalStyle const& look, Comparison const& 
             out << ( allUnread ? ":" : ": " + escapeForTerminal( unreadNames( unread ) ) );
         out << '\n';
         if( unread.differs() && allUnread )
-            printSection( out, look, unreadSection( unread ) );
+            printSection( out, look, unreadSection( comparison ) );
         return;
     }
     for( DiffSection const& section : sectionsOf( comparison, verdict ) )

@@ -1,7 +1,6 @@
 #include "cli/terminal/DiffWords.h"
 
 #include "inspect/diff/ChangeText.h"
-#include "inspect/diff/Join.h"
 
 #include <set>
 
@@ -9,19 +8,38 @@ namespace Bfri {
 
 namespace {
 
+U32 maskOf( List const& pipes ) {
+    U32 mask = 0;
+    for( Value const& pipe : pipes )
+        mask |= U32{ 1 } << std::get<U32>( pipe.is );
+    return mask;
+}
+
 U32 maskOf( Row const& row ) {
     List const* const pipes = std::get_if<List>( &valueOf( row, "pipes" ).is );
+    return pipes ? maskOf( *pipes ) : 0;
+}
+
+/// The pipes that run another program: what differs there is not listed, since nearly everything does.
+U32 replacedPipes( Comparison const& comparison ) {
     U32 mask = 0;
-    for( std::size_t i = 0; pipes && i < pipes->size(); ++i )
-        mask |= U32{ 1 } << std::get<U32>( ( *pipes )[ i ].is );
+    for( PipeComparison const& pipe : comparison.pipes )
+        mask |= U32{ pipe.is == PipeComparison::Is::replaced } << pipe.pipe;
     return mask;
+}
+
+bool isWithin( U32 pipes, U32 others ) { return pipes != 0 && ( pipes & ~others ) == 0; }
+
+/// The pipes, where there are several programs.
+String pipesIn( Comparison const& comparison, U32 mask ) {
+    return comparison.programs > 1 && mask ? " (pipes " + pipesText( mask ) + ')' : "";
 }
 
 /// The lines of one comparison.
 class Lines {
   public:
     Lines( Comparison const& comparison, Verdict const& verdict )
-        : comparison_( comparison ), folded_( comparison ) {
+        : comparison_( comparison ), folded_( comparison ), replaced_( replacedPipes( comparison ) ) {
         for( Notice const& notice : verdict.notices ) {
             std::string_view const code = notice.kind->code;
             bool const isDuplicate = code == "BD107" || code == "BD108"; // has a line of its own
@@ -34,7 +52,7 @@ class Lines {
         DiffSection section{ "pipes", {} };
         std::vector<PipeComparison> groups; // pipe has a mask
         for( PipeComparison const& pipe : comparison_.pipes ) {
-            auto known = std::find_if( groups.begin(), groups.end(), [ & ]( PipeComparison const& group ) {
+            auto known = std::ranges::find_if( groups, [ & ]( PipeComparison const& group ) {
                 return group.is == pipe.is && group.from == pipe.from && group.to == pipe.to;
             } );
             if( known == groups.end() )
@@ -51,22 +69,25 @@ class Lines {
 
     DiffSection ofKind( KindComparison const& kind ) const {
         DiffSection section{ kind.kind->many, {} };
-        auto& lines = section.lines;
+        auto const add = [ & ]( char mark, bool isMarked, Row const& row, String label, String text ) {
+            if( !isWithin( maskOf( row ), replaced_ ) )
+                section.lines.push_back( { mark, isMarked, std::move( label ), std::move( text ) } );
+        };
         for( Row const& row : kind.removed )
-            lines.push_back( { '-', isNoticed( kind, row ), labelOf( row ), briefOf( row ) } );
+            add( '-', isNoticed( kind, row ), row, labelOf( row ), briefOf( row ) );
         for( OmittedRecord const& one : kind.leftOut )
-            lines.push_back( { '-', true, labelOf( one.row ), "left out: " + one.reason.text } );
+            add( '-', true, one.row, labelOf( one.row ), "left out: " + one.reason.text );
         for( Row const& row : kind.added )
-            lines.push_back( { '+', false, labelOf( row ), briefOf( row ) } );
+            add( '+', false, row, labelOf( row ), briefOf( row ) );
         for( OmittedRecord const& one : kind.cameBack )
-            lines.push_back( { '+', false, labelOf( one.row ), "was left out: " + one.reason.text } );
+            add( '+', false, one.row, labelOf( one.row ), "was left out: " + one.reason.text );
         for( ChangedRecord const& record : kind.changed ) {
-            if( record.hasChanged() || record.move || !folded_.has( *kind.kind, record ) )
-                lines.push_back(
-                    { '~', isNoticed( kind, record.row ), labelOf( *kind.kind, record ), textOf( record ) } );
+            if( !folded_.hasAll( *kind.kind, record ) )
+                add( '~', isNoticed( kind, record.row ), record.row, labelOf( *kind.kind, record ),
+                     textOf( record ) );
         }
         if( kind.reordered )
-            lines.push_back( { '~', false, "(all)", "in another order" } );
+            section.lines.push_back( { '~', false, "(all)", "in another order" } );
         return section;
     }
 
@@ -75,7 +96,7 @@ class Lines {
 
     static Key key( String const& what, String const& name, std::optional<String> const& table,
                     List const& pipes ) {
-        return { what, name, table.value_or( "" ), maskOf( { { "pipes", pipes } } ) };
+        return { what, name, table.value_or( "" ), maskOf( pipes ) };
     }
     bool isNoticed( KindComparison const& kind, Row const& row ) const {
         Identity const identity( row );
@@ -98,10 +119,8 @@ class Lines {
     /// With the pipes, where there are several programs.
     String labelOf( Row const& row, String const& newName = {} ) const {
         Identity const identity( row );
-        U32 const mask = maskOf( row );
-        return identity.name + ( identity.table ? " of " + *identity.table : "" ) +
-               ( newName.empty() ? "" : " -> " + newName ) +
-               ( comparison_.programs > 1 && mask ? " (pipes " + pipesText( mask ) + ')' : "" );
+        return identity.label() + ( newName.empty() ? "" : " -> " + newName ) +
+               pipesIn( comparison_, maskOf( row ) );
     }
     String labelOf( RecordKind const& kind, ChangedRecord const& record ) const {
         bool const isNew = record.renamed && !( kind.kind == Kind::actions && folded_.has( kind, record ) );
@@ -130,6 +149,7 @@ class Lines {
 
     Comparison const& comparison_;
     FoldedRenames const folded_;
+    U32 const replaced_; ///< mask
     std::set<Key> noticed_;
 };
 
@@ -148,16 +168,38 @@ std::vector<DiffSection> sectionsOf( Comparison const& comparison, Verdict const
     return sections;
 }
 
-DiffSection unreadSection( Unread const& unread ) {
+namespace {
+
+template<class Element>
+std::vector<Element> onOtherPipes( std::vector<Element> all, Comparison const& comparison ) {
+    U32 const replaced = replacedPipes( comparison );
+    std::erase_if( all, [ & ]( Element const& one ) { return isWithin( one.pipes, replaced ); } );
+    return all;
+}
+
+} // namespace
+
+std::vector<ReusedHandle> reusedHandles( Comparison const& comparison ) {
+    return onOtherPipes( comparison.handles.reused, comparison );
+}
+
+Unread unreadValues( Comparison const& comparison ) {
+    return { onOtherPipes( comparison.unread.tables, comparison ),
+             onOtherPipes( comparison.unread.members, comparison ) };
+}
+
+DiffSection unreadSection( Comparison const& comparison ) {
     DiffSection section{ "not read by the library", {} };
+    Unread const unread = unreadValues( comparison );
     for( UnreadTable const& table : unread.tables ) {
-        char const mark = table.is == UnreadTable::Is::added     ? '+'
-                          : table.is == UnreadTable::Is::removed ? '-'
-                                                                 : '~';
-        section.lines.push_back( { mark, false, "table " + table.name, mark == '~' ? textOf( table ) : "" } );
+        static constexpr char marks[] = { '~', '+', '-' };
+        char const mark = marks[ static_cast<int>( table.is ) ];
+        section.lines.push_back( { mark, false, "table " + table.name + pipesIn( comparison, table.pipes ),
+                                   mark == '~' ? Bfri::textOf( table ) : "" } );
     }
     for( UnreadMember const& member : unread.members )
-        section.lines.push_back( { '~', false, "section " + member.name, "" } );
+        section.lines.push_back(
+            { '~', false, "section " + member.name + pipesIn( comparison, member.pipes ), "" } );
     return section;
 }
 
@@ -165,19 +207,22 @@ namespace {
 
 U32 number( std::size_t count ) { return static_cast<U32>( count ); }
 
-template<class Is>
-U32 countIf( std::vector<ChangedRecord> const& records, Is is ) {
-    return number( static_cast<std::size_t>( std::count_if( records.begin(), records.end(), is ) ) );
-}
-
 } // namespace
 
 RowList totalsOf( Comparison const& comparison ) {
-    bool const anyOmitted =
-        std::any_of( comparison.kinds.begin(), comparison.kinds.end(),
-                     []( auto const& kind ) { return !kind.leftOut.empty() || !kind.cameBack.empty(); } );
+    bool const anyOmitted = std::ranges::any_of( comparison.kinds, []( auto const& kind ) {
+        return !kind.leftOut.empty() || !kind.cameBack.empty();
+    } );
+    FoldedRenames const folded( comparison );
     RowList totals;
     for( KindComparison const& kind : comparison.kinds ) {
+        auto const countIf = [ & ]( auto is ) {
+            return number( static_cast<std::size_t>( std::ranges::count_if( kind.changed, is ) ) );
+        };
+        auto const isRenamed = [ & ]( ChangedRecord const& one ) {
+            return one.renamed && !folded.has( *kind.kind, one );
+        };
+        auto const isSame = [ & ]( ChangedRecord const& one ) { return folded.hasAll( *kind.kind, one ); };
         bool const isMovable = kind.kind->kind == Kind::resources;
         Row row{ { "KIND", kind.kind->many },
                  { "ADDED", number( kind.added.size() ) },
@@ -186,15 +231,12 @@ RowList totalsOf( Comparison const& comparison ) {
             row.push_back( { "LEFT OUT", number( kind.leftOut.size() ) } );
             row.push_back( { "BACK", number( kind.cameBack.size() ) } );
         }
+        row.push_back( { "RENAMED", countIf( isRenamed ) } );
+        row.push_back( { "CHANGED", countIf( []( auto const& one ) { return one.hasChanged(); } ) } );
         row.push_back(
-            { "RENAMED", countIf( kind.changed, []( auto const& one ) { return one.renamed; } ) } );
-        row.push_back(
-            { "CHANGED", countIf( kind.changed, []( auto const& one ) { return one.hasChanged(); } ) } );
-        row.push_back(
-            { "MOVED", isMovable ? Value( countIf( kind.changed,
-                                                   []( auto const& one ) { return one.move.has_value(); } ) )
+            { "MOVED", isMovable ? Value( countIf( []( auto const& one ) { return one.move.has_value(); } ) )
                                  : Value() } );
-        row.push_back( { "SAME", number( kind.same ) } );
+        row.push_back( { "SAME", number( kind.same ) + countIf( isSame ) } );
         totals.rows.push_back( std::move( row ) );
     }
     if( !totals.rows.empty() )
@@ -227,20 +269,38 @@ String verdictSentence( Verdict const& verdict, NoticeLevel level, char const* a
 
 } // namespace
 
+/// What differs on pipes with another program counts as those pipes.
 String countsOf( Verdict const& verdict, NoticeLevel level ) {
+    std::vector<Notice const*> replaced;
+    U32 replacedMask = 0;
+    for( Notice const& notice : verdict.notices ) {
+        if( notice.kind->code == std::string_view( "BD109" ) ) {
+            replaced.push_back( &notice );
+            replacedMask |= maskOf( notice.pipes );
+        }
+    }
     using Record = std::tuple<String, String, U32>;
     std::vector<std::pair<Notice const*, std::set<Record>>> counts;
-    for( Notice const& notice : verdict.notices ) {
-        bool const isHandle = level == NoticeLevel::handle;
-        std::string_view const code = notice.kind->code;
-        if( notice.kind->level != level && !( isHandle && ( code == "BD101" || code == "BD103" ) ) )
-            continue;
-        auto const alike = std::find_if( counts.begin(), counts.end(), [ & ]( auto const& count ) {
-            return count.first->what == notice.what && count.first->kind == notice.kind;
+    auto const count = [ & ]( Notice const& notice ) {
+        auto const alike = std::ranges::find_if( counts, [ & ]( auto const& one ) {
+            return one.first->what == notice.what && one.first->kind == notice.kind;
         } );
         std::set<Record>& records =
             alike == counts.end() ? counts.emplace_back( &notice, std::set<Record>() ).second : alike->second;
-        records.emplace( notice.name, notice.table.value_or( "" ), maskOf( { { "pipes", notice.pipes } } ) );
+        records.emplace( notice.name, notice.table.value_or( "" ), maskOf( notice.pipes ) );
+    };
+    for( Notice const& notice : verdict.notices ) {
+        std::string_view const code = notice.kind->code;
+        bool const isGone = level == NoticeLevel::handle && ( code == "BD101" || code == "BD103" );
+        if( notice.kind->level != level && !isGone )
+            continue;
+        U32 const pipes = maskOf( notice.pipes );
+        if( !isWithin( pipes, replacedMask ) )
+            count( notice );
+        for( Notice const* const pipe : replaced ) {
+            if( isWithin( pipes, replacedMask ) && ( pipes & maskOf( pipe->pipes ) ) )
+                count( *pipe );
+        }
     }
     String text;
     for( auto const& [ notice, records ] : counts )
@@ -285,10 +345,9 @@ String unreadNames( Unread const& unread ) {
 String sameness( Comparison const& comparison ) {
     bool const hasLines =
         comparison.modelDiffers() ||
-        std::any_of( comparison.kinds.begin(), comparison.kinds.end(),
-                     []( auto const& kind ) { return kind.differs(); } ) ||
-        std::any_of( comparison.pipes.begin(), comparison.pipes.end(),
-                     []( auto const& pipe ) { return pipe.is != PipeComparison::Is::edited; } );
+        std::ranges::any_of( comparison.kinds, []( auto const& kind ) { return kind.differs(); } ) ||
+        std::ranges::any_of( comparison.pipes,
+                             []( auto const& pipe ) { return pipe.is != PipeComparison::Is::edited; } );
     if( hasLines )
         return "";
     if( !comparison.unread.differs() )

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <fmt/format.h>
 #include <limits>
+#include <set>
 #include <span>
 
 namespace Bfri {
@@ -52,12 +53,12 @@ class Judge {
 
     Budget judge() {
         if( rules_.chip )
-            each( std::span( &*rules_.chip, 1 ), &Judge::judgeChip );
+            each( std::span( &*rules_.chip, 1 ), &Judge::judgeProgram );
         each( std::span( rules_.capacities ), &Judge::judgeCapacity );
         each( std::span( rules_.sizes ), &Judge::judgeSize );
         each( std::span( rules_.programs ), &Judge::judgeProgram );
         each( std::span( rules_.growths ), &Judge::judgeGrowth );
-        std::stable_sort( budget_.uses.begin(), budget_.uses.end(), isWorse );
+        std::ranges::stable_sort( budget_.uses, isWorse );
         return std::move( budget_ );
     }
 
@@ -83,26 +84,21 @@ class Judge {
     }
 
     /// The stages from 0 up to the last one that is used.
-    void judgeStages( Rule const& rule, StageMap const& map, U32 available ) {
-        std::int64_t const used = map.stages.empty() ? 0 : static_cast<std::int64_t>( map.stages.back() ) + 1;
-        budget_.uses.push_back( { &rule, "stages", map.files.front()->value(), {}, used, available } );
-    }
-    void judgeChip( ChipRule const& rule ) {
-        for( StageMap const& map : maps_ )
-            judgeStages( rule, map, rule.stages );
-        if( maps_.empty() )
-            fail( rule, "matches nothing: there is no context file" );
-    }
     void judgeProgram( ProgramRule const& rule ) {
         bool any = false;
         for( StageMap const& map : maps_ ) {
-            if( isFile( rule.contextFile, map.files.front()->value() ) ) {
-                judgeStages( rule, map, rule.stages );
-                any = true;
-            }
+            String const& file = map.files.front()->value();
+            if( !isFile( rule.contextFile, file ) )
+                continue;
+            any = true;
+            Stage const used = map.stages.empty() ? 0 : map.stages.back() + 1;
+            budget_.uses.push_back(
+                { &rule, "stages", file, {}, static_cast<std::int64_t>( used ), rule.stages } );
         }
         if( !any )
-            fail( rule, "matches nothing: no context file is " + quoted( rule.contextFile ) );
+            fail( rule, rule.kind == RuleKind::chip
+                            ? "matches nothing: there is no context file"
+                            : "matches nothing: no context file is " + quoted( rule.contextFile ) );
     }
     void judgeCapacity( CapacityRule const& rule ) {
         bool any = rules_.chip.has_value() && !maps_.empty(); // its stages are known, taken or not
@@ -121,12 +117,10 @@ class Judge {
     /// The names that a rule means; a problem where there is none, or where it is the end of several.
     std::vector<String> namesFor( Rule const& rule, String const& name,
                                   std::vector<NamedTable> const& tables ) {
-        std::vector<String> all;
-        all.reserve( tables.size() );
+        std::set<String> unique;
         for( NamedTable const& table : tables )
-            all.push_back( table.name );
-        std::sort( all.begin(), all.end() );
-        all.erase( std::unique( all.begin(), all.end() ), all.end() );
+            unique.insert( table.name );
+        std::vector<String> all( unique.begin(), unique.end() );
         if( isPattern( name ) ) {
             std::erase_if( all, [ & ]( String const& one ) { return !matches( name, one ); } );
             if( all.empty() )
@@ -148,7 +142,7 @@ class Judge {
     void judgeSize( SizeRule const& rule ) {
         auto const names = namesFor( rule, rule.name, tables_ );
         for( NamedTable const& table : tables_ ) {
-            if( !std::binary_search( names.begin(), names.end(), table.name ) )
+            if( !std::ranges::binary_search( names, table.name ) )
                 continue;
             auto const add = [ & ]( char const* of, std::int64_t used, std::int64_t available ) {
                 budget_.uses.push_back( { &rule,
@@ -193,8 +187,8 @@ class Judge {
         return static_cast<std::int64_t>( tables.size() );
     }
     static std::int64_t count( std::vector<NamedTable> const& tables, std::vector<String> const& names ) {
-        return std::count_if( tables.begin(), tables.end(), [ & ]( NamedTable const& table ) {
-            return std::binary_search( names.begin(), names.end(), table.name );
+        return std::ranges::count_if( tables, [ & ]( NamedTable const& table ) {
+            return std::ranges::binary_search( names, table.name );
         } );
     }
     /// Of those with a name, or of all.
@@ -225,12 +219,10 @@ std::optional<std::int64_t> Use::percent() const {
 }
 
 std::size_t Budget::broken( RuleLevel level ) const {
-    auto const over = std::count_if( uses.begin(), uses.end(), [ & ]( Use const& use ) {
-        return use.isOver() && use.rule->level == level;
-    } );
-    auto const unjudged =
-        std::count_if( problems.begin(), problems.end(),
-                       [ & ]( RuleProblem const& problem ) { return problem.level == level; } );
+    auto const over = std::ranges::count_if(
+        uses, [ & ]( Use const& use ) { return use.isOver() && use.rule->level == level; } );
+    auto const unjudged = std::ranges::count_if(
+        problems, [ & ]( RuleProblem const& problem ) { return problem.level == level; } );
     return static_cast<std::size_t>( over + unjudged );
 }
 

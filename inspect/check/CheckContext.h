@@ -40,6 +40,9 @@ String firstFew( std::size_t most, All const& all, TextOf textOf ) {
     return text + ( all.size() > most ? ", ..." : "" );
 }
 
+/// What a table of a context file is in the model: "match table".
+char const* recordOf( Context::SurveyedTable const& table );
+
 /// Calls `step` with kind, name and handle of every record; for a table of several kinds, once for each.
 void forEachName( CheckContext const& facts,
                   std::function<void( char const*, String const&, std::optional<U32> )> const& step );

@@ -255,9 +255,10 @@ class RecordPlaces {
             return ( finding.handle && candidate.handle == finding.handle ? 2 : 0 ) +
                    ( candidate.file->path == finding.contextFile ? 1 : 0 );
         };
-        auto const best = std::max_element(
-            found->second.begin(), found->second.end(),
-            [ & ]( Candidate const& a, Candidate const& b ) { return agreed( a ) < agreed( b ); } );
+        auto const best =
+            std::ranges::max_element( found->second, [ & ]( Candidate const& a, Candidate const& b ) {
+                return agreed( a ) < agreed( b );
+            } );
         return FindingPlace{ best->file->path, best->element->place };
     }
 
@@ -287,9 +288,8 @@ std::vector<Finding> findingsOf( Configuration const& configuration ) {
         if( !finding.place )
             finding.place = places.of( finding );
     }
-    std::stable_sort( all.begin(), all.end(), []( Finding const& a, Finding const& b ) {
-        return a.kind->severity > b.kind->severity;
-    } );
+    std::ranges::stable_sort(
+        all, []( Finding const& a, Finding const& b ) { return a.kind->severity > b.kind->severity; } );
     return all;
 }
 

@@ -115,7 +115,7 @@ void findReferencesOfWrongKind( CheckContext const& facts, Findings& findings ) 
         if( found == facts.placed.end() )
             return;
         auto const type = static_cast<BfResourceType>( found->second->type );
-        if( std::find( types.begin(), types.end(), type ) == types.end() )
+        if( std::ranges::find( types, type ) == types.end() )
             findings.add( "table", name, table,
                           String( "its \"" ) + list + "\" hold " + hexText( reference ) + ", which is " +
                               quoted( found->second->name ) + ", of another kind" );

@@ -49,16 +49,16 @@ Change inWords( Change const& change ) {
 }
 
 String lineOf( std::vector<Change> const& changes ) {
-    bool const hasTypeName = std::any_of( changes.begin(), changes.end(),
-                                          []( Change const& one ) { return one.field == "typeName"; } );
+    bool const hasTypeName =
+        std::ranges::any_of( changes, []( Change const& one ) { return one.field == "typeName"; } );
     std::vector<std::pair<String, String>> groups;
     for( Change const& one : changes ) {
         if( hasTypeName && one.field == "type" ) // a number
             continue;
         Change const change = inWords( one );
         String const values = fromTo( change.from, change.to );
-        auto const alike = std::find_if( groups.begin(), groups.end(),
-                                         [ & ]( auto const& group ) { return group.second == values; } );
+        auto const alike =
+            std::ranges::find_if( groups, [ & ]( auto const& group ) { return group.second == values; } );
         if( alike == groups.end() )
             groups.emplace_back( change.field, values );
         else

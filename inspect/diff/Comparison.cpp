@@ -63,8 +63,8 @@ class Comparer {
         result.handles = { fields_.handles(), fields_.renumbered() };
         for( ProgramPair const& pair : pairs_ )
             addOwnerChanges( pair, scope_.only, result );
-        std::stable_sort( result.handles.reused.begin(), result.handles.reused.end(),
-                          []( auto const& a, auto const& b ) { return a.handle < b.handle; } );
+        std::ranges::stable_sort( result.handles.reused,
+                                  []( auto const& a, auto const& b ) { return a.handle < b.handle; } );
         result.shifted = fields_.shifted();
         if( scope_.only )
             return result;
@@ -121,20 +121,20 @@ Identity::Identity( Row const& row )
 
 bool Comparison::differs() const {
     return !pipes.empty() || unread.differs() || modelDiffers() ||
-           std::any_of( kinds.begin(), kinds.end(), []( auto const& kind ) { return kind.differs(); } );
+           std::ranges::any_of( kinds, []( auto const& kind ) { return kind.differs(); } );
 }
 
 bool Comparison::modelDiffers() const {
     auto const differsInModel = []( ChangedRecord const& record ) {
         return record.move || record.displaced || record.renamed ||
-               !std::all_of( record.fields.begin(), record.fields.end(), isOfSurvey );
+               !std::ranges::all_of( record.fields, isOfSurvey );
     };
     return !configuration.empty() || handles.tally.differing > 0 || !handles.reused.empty() ||
            !duplicates.empty() || shifted.differing > 0 ||
-           std::any_of( kinds.begin(), kinds.end(), [ & ]( KindComparison const& kind ) {
+           std::ranges::any_of( kinds, [ & ]( KindComparison const& kind ) {
                return kind.reordered || !kind.removed.empty() || !kind.added.empty() ||
                       !kind.leftOut.empty() || !kind.cameBack.empty() ||
-                      std::any_of( kind.changed.begin(), kind.changed.end(), differsInModel );
+                      std::ranges::any_of( kind.changed, differsInModel );
            } );
 }
 

@@ -244,7 +244,7 @@ bool FieldComparer::countIfSame( ProgramPair const& programs, std::vector<U32> c
         return standForTheSame( programs, old_.nameOf( *programs.old, handle ),
                                 now_.nameOf( *programs.now, handle ), true );
     };
-    if( !std::all_of( handles.begin(), handles.end(), isSame ) )
+    if( !std::ranges::all_of( handles, isSame ) )
         return false;
     for( U32 const handle : handles )
         count( programs, { {}, handle, handle } );

@@ -44,12 +44,12 @@ struct Join {
         matchFirst( oldKey, newKey );
         if( !removed.empty() && !added.empty() )
             matchRest( oldKey, newKey );
-        std::sort( both.begin(), both.end() );
+        std::ranges::sort( both );
     }
     /// Whether those that are joined are in another order now.
     bool isReordered() const {
-        return !std::is_sorted( both.begin(), both.end(),
-                                []( auto const& a, auto const& b ) { return a.second < b.second; } );
+        return !std::ranges::is_sorted( both,
+                                        []( auto const& a, auto const& b ) { return a.second < b.second; } );
     }
 
   private:

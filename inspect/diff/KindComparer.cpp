@@ -156,9 +156,8 @@ std::optional<OmissionReason> KindComparer::whyOmitted( Identity const& identity
         return std::nullopt;
     if( kind_.kind == Kind::learnQuantas ) {
         auto const& all = other.file()->learnQuantas;
-        bool const isOmitted = std::any_of( all.begin(), all.end(), [ & ]( auto const& quanta ) {
-            return quanta.isOmitted && quanta.name == identity.name;
-        } );
+        bool const isOmitted = std::ranges::any_of(
+            all, [ & ]( auto const& quanta ) { return quanta.isOmitted && quanta.name == identity.name; } );
         return isOmitted ? std::optional( OmissionReason{ "it has no \"lq_cfg_type\"", { "lq_cfg_type" } } )
                          : std::nullopt;
     }

@@ -16,7 +16,7 @@ void addStages( Row& row, SurveyedTable const* table ) {
         auto const isStated = []( PlacedStage const& stage ) { return stage.stated == stage.tables; };
         numbers =
             listOf( *placed, []( PlacedStage const& stage ) { return static_cast<U32>( stage.stage ); } );
-        if( std::all_of( placed->begin(), placed->end(), isStated ) )
+        if( std::ranges::all_of( *placed, isStated ) )
             sizes = listOf( *placed, []( PlacedStage const& stage ) {
                 return Row{ { "stage", static_cast<U32>( stage.stage ) },
                             { "size", static_cast<U32>( stage.entries ) } };
@@ -39,36 +39,33 @@ bool haveSameStages( SurveyedTable const* a, SurveyedTable const* b ) {
 
 KindRecords::KindRecords( RecordKind const& kind, Configuration const& configuration, Owners const& owners )
     : parser_( configuration.parser() ), owners_( owners ) {
+    addRecords( kind );
+    if( kind.kind == Kind::resources )
+        addTables( configuration );
+}
+
+void KindRecords::addRecords( RecordKind const& kind ) {
     switch( kind.kind ) {
     case Kind::tables:
-        addAll( parser_.bfTables() );
-        break;
+        return addAll( parser_.bfTables() );
     case Kind::resources:
-        addAll( parser_.bfResources() );
-        addTables( configuration );
-        break;
+        return addAll( parser_.bfResources() );
     case Kind::counters:
-        addAll( parser_.bfCounters() );
-        break;
+        return addAll( parser_.bfCounters() );
     case Kind::meters:
-        addAll( parser_.bfMeters() );
-        break;
+        return addAll( parser_.bfMeters() );
     case Kind::wreds:
-        addAll( parser_.bfWreds() );
-        break;
+        return addAll( parser_.bfWreds() );
     case Kind::registers:
-        addAll( parser_.bfRegisterInfos() );
-        break;
+        return addAll( parser_.bfRegisterInfos() );
     case Kind::learnQuantas:
-        addAll( parser_.bfLearnQuantaInfos() );
-        break;
+        return addAll( parser_.bfLearnQuantaInfos() );
     case Kind::actions:
-        addAll( parser_.bfActions() );
-        break;
+        return addAll( parser_.bfActions() );
     case Kind::handles:
         for( auto const* const entry : sortedByKey( parser_.resourceHandles() ) )
             records_.emplace_back( &entry->second );
-        break;
+        return;
     case Kind::headers:
     case Kind::hashes:
     case Kind::phvFields:

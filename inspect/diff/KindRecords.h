@@ -33,6 +33,7 @@ class KindRecords {
                                 BfTableMeterInfo const*, BfTableWredInfo const*, BfRegisterInfo const*,
                                 BfLearnQuantaInfo const*, BfActionInfo const*, BfZelResource const*>;
 
+    void addRecords( RecordKind const& kind );
     template<class Sequence>
     void addAll( Sequence const& records );
     void addTables( Configuration const& configuration );

@@ -1,10 +1,10 @@
 // Which records have the handles of a program, and which names and handles occur more than once.
 
 #include "inspect/diff/Programs.h"
+#include "inspect/rows/Runs.h"
 
 #include <array>
 #include <set>
-#include <span>
 
 namespace Bfri {
 
@@ -54,33 +54,27 @@ Spaces spacesOf( P4Program const& program, RecordKind const* only ) {
 template<class KeyOf>
 class Groups {
   public:
-    using Key = std::invoke_result_t<KeyOf, Owner const&>;
     using Group = std::span<Owner const* const>;
 
     Groups( std::vector<Owner> const& owners, KeyOf keyOf ) : keyOf_( keyOf ) {
         for( Owner const& owner : owners )
             sorted_.push_back( &owner );
-        std::stable_sort( sorted_.begin(), sorted_.end(),
-                          [ & ]( Owner const* a, Owner const* b ) { return keyOf_( *a ) < keyOf_( *b ); } );
+        std::ranges::stable_sort( sorted_, {}, keyOf );
     }
-    Group of( Key const& key ) const {
-        auto const first = std::partition_point( sorted_.begin(), sorted_.end(),
-                                                 [ & ]( Owner const* one ) { return keyOf_( *one ) < key; } );
-        auto const last =
-            std::find_if( first, sorted_.end(), [ & ]( Owner const* one ) { return key < keyOf_( *one ); } );
+    /// Those that share what an owner has.
+    Group of( Owner const& owner ) const {
+        auto const [ first, last ] =
+            std::equal_range( sorted_.begin(), sorted_.end(), &owner,
+                              [ & ]( Owner const* a, Owner const* b ) { return keyOf_( a ) < keyOf_( b ); } );
         return { first, last };
     }
     /// Hands each group of at least so many owners to `step`, by ascending keys.
     template<class Step>
     void each( std::size_t least, Step step ) const {
-        for( auto first = sorted_.begin(); first != sorted_.end(); ) {
-            auto const last = std::find_if( first, sorted_.end(), [ & ]( Owner const* one ) {
-                return keyOf_( **first ) < keyOf_( *one );
-            } );
-            if( last - first >= static_cast<std::ptrdiff_t>( least ) )
-                step( Group( first, last ) );
-            first = last;
-        }
+        eachRun( sorted_, keyOf_, [ & ]( Group group ) {
+            if( group.size() >= least )
+                step( group );
+        } );
     }
 
   private:
@@ -88,8 +82,8 @@ class Groups {
     std::vector<Owner const*> sorted_ = {};
 };
 
-auto const byHandle = []( Owner const& owner ) { return owner.handle; };
-auto const byName = []( Owner const& owner ) { return owner.nameKey(); };
+auto const byHandle = []( Owner const* owner ) { return owner->handle; };
+auto const byName = []( Owner const* owner ) { return owner->nameKey(); };
 using ByHandle = Groups<decltype( byHandle )>;
 using ByName = Groups<decltype( byName )>;
 
@@ -107,13 +101,13 @@ class OwnerChanges {
         ByHandle const present( now, byHandle );
         ByHandle( old, byHandle ).each( 1, [ & ]( ByHandle::Group former ) {
             auto const handle = former.front()->handle;
-            auto const owners = present.of( handle );
+            auto const owners = present.of( *former.front() );
             if( !handle || owners.empty() || owners.front()->key() == newKeyOf( *former.front(), renames ) )
                 return;
             std::set<RecordKey> keys;
             for( Owner const* const owner : owners )
                 keys.insert( owner->key() );
-            if( std::none_of( former.begin(), former.end(), [ & ]( Owner const* owner ) {
+            if( std::ranges::none_of( former, [ & ]( Owner const* owner ) {
                     return keys.count( newKeyOf( *owner, renames ) ) > 0;
                 } ) )
                 comparison_.handles.reused.push_back( { *handle, former.front()->asHandleOwner(),
@@ -130,7 +124,7 @@ class OwnerChanges {
         ByName( now, byName ).each( 2, [ & ]( ByName::Group owners ) {
             Owner const& first = *owners.front();
             names.insert( first.is.name );
-            if( former.of( first.nameKey() ).size() >= owners.size() ||
+            if( former.of( first ).size() >= owners.size() ||
                 ( first.is.table && mixed.count( *first.is.table ) > 0 ) )
                 return;
             NewDuplicate duplicate{ first.asHandleOwner() };
@@ -156,7 +150,7 @@ class OwnerChanges {
                 addFormer( former, old );
             if( wereTogether( names, former ) )
                 return;
-            auto const taker = std::find_if( owners.begin(), owners.end(), [ & ]( Owner const* owner ) {
+            auto const taker = std::ranges::find_if( owners, [ & ]( Owner const* owner ) {
                 return former.count( { owner->is.name, *handle } ) == 0;
             } );
             comparison_.duplicates.push_back(
@@ -187,7 +181,7 @@ class OwnerChanges {
         std::string_view const first = *names.begin();
         for( auto one = former.lower_bound( { first, 0 } ); one != former.end() && one->first == first;
              ++one ) {
-            if( std::all_of( names.begin(), names.end(), [ & ]( String const& name ) {
+            if( std::ranges::all_of( names, [ & ]( String const& name ) {
                     return former.count( { name, one->second } ) > 0;
                 } ) )
                 return true;

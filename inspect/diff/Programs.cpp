@@ -58,8 +58,8 @@ SurveyedTable const* P4Program::withHandle( U32 handle ) const {
 }
 
 std::size_t P4Program::namesSharedWith( P4Program const& other ) const {
-    return static_cast<std::size_t>( std::count_if(
-        byName_.begin(), byName_.end(), [ & ]( auto const& entry ) { return other.named( entry.first ); } ) );
+    return static_cast<std::size_t>(
+        std::ranges::count_if( byName_, [ & ]( auto const& entry ) { return other.named( entry.first ); } ) );
 }
 
 std::vector<P4Program> programsOf( Configuration const& configuration ) {
@@ -94,7 +94,7 @@ bool isReplaced( P4Program const& now, P4Program const& former, std::vector<P4Pr
     if( haveSameValues( now, former ) )
         return false;
     std::size_t const kept = now.namesSharedWith( former );
-    return std::any_of( old.begin(), old.end(), [ & ]( P4Program const& other ) {
+    return std::ranges::any_of( old, [ & ]( P4Program const& other ) {
         return !haveSameValues( other, former ) && &other != &former &&
                ( haveSameValues( now, other ) || now.namesSharedWith( other ) > kept );
     } );
@@ -110,9 +110,8 @@ std::vector<ProgramPair> pairsOf( std::vector<P4Program> const& old, std::vector
         for( std::size_t i = 0; i < std::max( from.size(), to.size() ); ++i ) {
             P4Program const* const one = i < from.size() ? from[ i ] : &noProgram;
             P4Program const* const other = i < to.size() ? to[ i ] : &noProgram;
-            auto known = std::find_if( pairs.begin(), pairs.end(), [ & ]( ProgramPair const& pair ) {
-                return pair.old == one && pair.now == other;
-            } );
+            auto known = std::ranges::find_if(
+                pairs, [ & ]( ProgramPair const& pair ) { return pair.old == one && pair.now == other; } );
             if( known == pairs.end() )
                 known = pairs.insert( pairs.end(), { one, other } );
             if( pipe < 32 )
@@ -145,8 +144,8 @@ std::vector<PipeComparison> pipesOf( std::vector<ProgramPair> const& pairs ) {
                 pipes.push_back( one );
         }
     }
-    std::stable_sort( pipes.begin(), pipes.end(),
-                      []( PipeComparison const& a, PipeComparison const& b ) { return a.pipe < b.pipe; } );
+    std::ranges::stable_sort(
+        pipes, []( PipeComparison const& a, PipeComparison const& b ) { return a.pipe < b.pipe; } );
     return pipes;
 }
 

@@ -21,8 +21,8 @@ Elements withoutNamesake( Elements const& all, Elements const& others ) {
     for( SurveyedElement const* const one : others )
         names.insert( one->name );
     Elements alone;
-    std::copy_if( all.begin(), all.end(), std::back_inserter( alone ),
-                  [ & ]( auto const* one ) { return names.count( one->name ) == 0; } );
+    std::ranges::copy_if( all, std::back_inserter( alone ),
+                          [ & ]( auto const* one ) { return names.count( one->name ) == 0; } );
     return alone;
 }
 
@@ -105,9 +105,8 @@ bool areTablesAlike( SurveyedElement const& one, SurveyedElement const& other ) 
 /// What tables with different handles must agree in.
 auto contentOf( SurveyedElement const& element ) {
     SurveyedTable const& table = asTable( element );
-    auto const keys = std::find_if( table.digests.begin(), table.digests.end(), []( PartDigest const& part ) {
-        return part.path == "match_attributes/key_fields";
-    } );
+    auto const keys = std::ranges::find_if(
+        table.digests, []( PartDigest const& part ) { return part.path == "match_attributes/key_fields"; } );
     Digest const digest = keys == table.digests.end() ? Digest() : keys->digest;
     return std::tuple( table.type, table.direction, table.size, stageNumbersOf( table ), actionsOf( table ),
                        digest.low, digest.high );
@@ -120,7 +119,7 @@ auto membersOf( SurveyedElement const& element ) {
         if( part.path != "name" )
             parts.emplace_back( part.path, part.digest.low, part.digest.high );
     }
-    std::sort( parts.begin(), parts.end() );
+    std::ranges::sort( parts );
     return parts;
 }
 

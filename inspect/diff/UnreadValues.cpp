@@ -140,7 +140,7 @@ class UnreadTables {
     /// Whether a list of references differs since one of them is to a table with another name or number now,
     /// which is told there.
     bool refersToRenamed( SurveyedTable const& table, String const& member ) const {
-        return std::any_of( table.references.begin(), table.references.end(), [ & ]( auto const& reference ) {
+        return std::ranges::any_of( table.references, [ & ]( auto const& reference ) {
             SurveyedTable const* const to = pair_.old->withHandle( reference.handle );
             return reference.list == member && to && isTouched( to->name );
         } );

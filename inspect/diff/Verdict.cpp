@@ -11,7 +11,7 @@ namespace {
 
 template<std::size_t Size>
 bool isOneOf( std::string_view const ( &words )[ Size ], std::string_view word ) {
-    return std::find( std::begin( words ), std::end( words ), word ) != std::end( words );
+    return std::ranges::find( words, word ) != std::end( words );
 }
 
 /// Whether a field depends only on placement.
@@ -75,8 +75,8 @@ class Noticed {
             addDuplicate( duplicate );
         addHandles();
         addFolded();
-        std::stable_sort( notices_.begin(), notices_.end(),
-                          []( Notice const& a, Notice const& b ) { return a.kind->level > b.kind->level; } );
+        std::ranges::stable_sort(
+            notices_, []( Notice const& a, Notice const& b ) { return a.kind->level > b.kind->level; } );
         return std::move( notices_ );
     }
 

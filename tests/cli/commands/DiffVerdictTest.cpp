@@ -76,7 +76,12 @@ TEST_F( DiffVerdict, SaysWhatTheLibraryDoesNotRead ) {
 TEST_F( DiffVerdict, FoldsARenameIntoOneLine ) {
     ContextBuilder renamed = program();
     renamed.with( "/tables/0/name", "\"tt\"" );
-    EXPECT_THAT( diff( program(), renamed ).out, StartsWith( "tables\n  ~! t -> tt\n\nKIND " ) );
+    String const text = diff( program(), renamed ).out;
+    EXPECT_THAT( text, StartsWith( "tables\n  ~! t -> tt\n\nKIND " ) );
+    EXPECT_THAT( text, HasSubstr( "\ntables             0        0        1        0      -     1\n" ) );
+    EXPECT_THAT( text, HasSubstr( "\nresources          0        0        0        0      0     2\n" ) );
+    EXPECT_THAT( text, HasSubstr( "\nactions            0        0        0        0      -     2\n" ) );
+    EXPECT_THAT( text, HasSubstr( " notices: 1 table renamed\n" ) );
     auto const json = parsed( diff( program(), renamed, { "--json" } ).out );
     EXPECT_EQ( compact( json[ "kinds" ][ "bfTables" ][ "renamed" ] ),
                R"([{"from":"t","to":"tt","pipes":[0]}])" );
@@ -85,6 +90,46 @@ TEST_F( DiffVerdict, FoldsARenameIntoOneLine ) {
     String const apart = diff( program(), renamed, { "--no-renames" } ).out;
     EXPECT_THAT( apart, StartsWith( "tables\n  -! t  size 1024\n  +  tt  size 1024\n" ) );
     EXPECT_THAT( apart, HasSubstr( "handles that now belong to another record: 1\n" ) );
+}
+
+TEST_F( DiffVerdict, CountsWhatIsRenamedAndChanged ) {
+    ContextBuilder renamed = program();
+    renamed.with( "/tables/0/name", "\"tt\"" ).with( "/tables/0/size", "2048" );
+    EXPECT_THAT( diff( program(), renamed ).out,
+                 HasSubstr( "\nresources          0        0        0        1      0     1\n" ) );
+}
+
+TEST_F( DiffVerdict, TellsOfHitBitsInOtherSlots ) {
+    auto const tables = []( Support::Table const& t, Support::Table const& u ) {
+        return ContextBuilder().table( t ).table( u );
+    };
+    auto const t = Support::matchTable( "t" ).size( 1024 );
+    auto const withBits = Support::Table( t ).idleTime( 3 );
+    auto const larger = Support::Table( withBits ).size( 2048 );
+    auto const u = Support::matchTable( "u" ).idleTime( 3 );
+    struct {
+        ContextBuilder old, now;
+        std::vector<String> texts;
+    } const rows[] = {
+        { tables( withBits, u ),
+          tables( larger, u ),
+          { "hitBitSmashLast 33 -> 65", "1 of 2 hit-bit ranges start elsewhere" } },
+        { tables( u, larger ), tables( u, withBits ), { "hitBitSmashLast 99 -> 67" } },
+        { tables( u, withBits ), tables( u, t ), { "hitBitSmashOffset 34 -> 0", "hitBitSmashLast 67 -> 0" } },
+    };
+    for( auto const& row : rows ) {
+        auto const json = parsed( diff( row.old, row.now, { "--json" } ).out );
+        std::vector<String> texts;
+        for( auto const& notice : json[ "verdict" ][ "notices" ].GetArray() ) {
+            if( notice[ "code" ] == "BD305" )
+                texts.push_back( notice[ "text" ].GetString() );
+        }
+        EXPECT_EQ( texts, row.texts );
+    }
+    String const meaning = bfri( { "diff", "--explain", "BD305" } ).out;
+    for( char const* const part : { "start elsewhere", "end elsewhere", "new or gone" } )
+        EXPECT_THAT( meaning, HasSubstr( part ) );
+    EXPECT_THAT( meaning, Not( HasSubstr( "as long as" ) ) );
 }
 
 TEST_F( DiffVerdict, SaysWhyATableIsLeftOut ) {
