@@ -170,7 +170,7 @@ void writeTally( Html& html, Comparison const& comparison ) {
     for( char const* const title : { "+ added", "− removed", "~ changed", "→ moved", "renamed", "same" } )
         html.leaf( "th", { { "scope", "col" } }, title );
     html.close().close().open( "tbody" );
-    FoldedRenames const folded( comparison );
+    Folded const folded( comparison );
     for( KindComparison const& kind : comparison.kinds ) {
         if( !kind.differs() )
             continue;

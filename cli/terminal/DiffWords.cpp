@@ -73,12 +73,16 @@ class Lines {
             if( !isWithin( maskOf( row ), replaced_ ) )
                 section.lines.push_back( { mark, isMarked, std::move( label ), std::move( text ) } );
         };
-        for( Row const& row : kind.removed )
-            add( '-', isNoticed( kind, row ), row, labelOf( row ), briefOf( row ) );
+        for( Row const& row : kind.removed ) {
+            if( !folded_.has( *kind.kind, row, false ) )
+                add( '-', isNoticed( kind, row ), row, labelOf( row ), briefOf( row ) );
+        }
         for( OmittedRecord const& one : kind.leftOut )
             add( '-', true, one.row, labelOf( one.row ), "left out: " + one.reason.text );
-        for( Row const& row : kind.added )
-            add( '+', false, row, labelOf( row ), briefOf( row ) );
+        for( Row const& row : kind.added ) {
+            if( !folded_.has( *kind.kind, row, true ) )
+                add( '+', false, row, labelOf( row ), briefOf( row ) );
+        }
         for( OmittedRecord const& one : kind.cameBack )
             add( '+', false, one.row, labelOf( one.row ), "was left out: " + one.reason.text );
         for( ChangedRecord const& record : kind.changed ) {
@@ -107,13 +111,13 @@ class Lines {
     static DiffLine lineOf( PipeComparison const& group ) {
         static constexpr char const* words[] = { "", ", another program", ", no program any more",
                                                  ", a first program" };
-        auto const path = []( std::optional<String> const& file ) { return file ? Value( *file ) : Value(); };
         using Is = PipeComparison::Is;
         return { group.is == Is::removed ? '-'
                  : group.is == Is::added ? '+'
                                          : '~',
                  group.is == Is::replaced || group.is == Is::removed, pipesText( group.pipe ),
-                 fromTo( path( group.from ), path( group.to ) ) + words[ static_cast<int>( group.is ) ] };
+                 fromTo( valueIf( group.from ), valueIf( group.to ) ) +
+                     words[ static_cast<int>( group.is ) ] };
     }
 
     /// With the pipes, where there are several programs.
@@ -148,7 +152,7 @@ class Lines {
     }
 
     Comparison const& comparison_;
-    FoldedRenames const folded_;
+    Folded const folded_;
     U32 const replaced_; ///< mask
     std::set<Key> noticed_;
 };
@@ -162,8 +166,7 @@ std::vector<DiffSection> sectionsOf( Comparison const& comparison, Verdict const
         sections.back().lines.push_back(
             { '~', false, String( change.field ) + ' ' + fromTo( change.from, change.to ), "" } );
     for( KindComparison const& kind : comparison.kinds )
-        sections.push_back(
-            lines.ofKind( kind.kind->kind == Kind::handles ? placedAlone( kind, comparison ) : kind ) );
+        sections.push_back( lines.ofKind( kind ) );
     std::erase_if( sections, []( DiffSection const& section ) { return section.lines.empty(); } );
     return sections;
 }
@@ -213,7 +216,7 @@ RowList totalsOf( Comparison const& comparison ) {
     bool const anyOmitted = std::ranges::any_of( comparison.kinds, []( auto const& kind ) {
         return !kind.leftOut.empty() || !kind.cameBack.empty();
     } );
-    FoldedRenames const folded( comparison );
+    Folded const folded( comparison );
     RowList totals;
     for( KindComparison const& kind : comparison.kinds ) {
         auto const countIf = [ & ]( auto is ) {

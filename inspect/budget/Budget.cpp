@@ -273,7 +273,7 @@ Row rowOf( Use const& use ) {
              { "stage", use.stage ? Value( static_cast<U32>( *use.stage ) ) : Value() },
              { "used", use.used },
              { "available", use.available },
-             { "percent", use.percent() ? Value( *use.percent() ) : Value() },
+             { "percent", valueIf( use.percent() ) },
              { "slack", use.slack() },
              { "unstated", use.unstated },
              { "over", use.isOver() } };

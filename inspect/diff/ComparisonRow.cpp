@@ -74,10 +74,9 @@ Row rowOf( NewDuplicate const& duplicate ) {
 
 Row rowOf( PipeComparison const& pipe ) {
     static constexpr char const* words[] = { "edited", "replaced", "removed", "added" };
-    auto const path = []( std::optional<String> const& file ) { return file ? Value( *file ) : Value(); };
     return { { "pipe", pipe.pipe },
-             { "from", path( pipe.from ) },
-             { "to", path( pipe.to ) },
+             { "from", valueIf( pipe.from ) },
+             { "to", valueIf( pipe.to ) },
              { "change", words[ static_cast<int>( pipe.is ) ] } };
 }
 

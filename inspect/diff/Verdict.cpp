@@ -3,8 +3,6 @@
 #include "inspect/diff/ChangeText.h"
 #include "inspect/model/Codes.h"
 
-#include <set>
-
 namespace Bfri {
 
 namespace {
@@ -49,13 +47,6 @@ char const* codeOf( RecordKind const& kind, Change const& change ) {
     if( change.field == "fieldNames" && keepsPositions( change.from, change.to ) )
         return "BD303";
     return "BD105";
-}
-
-std::set<std::string_view> namesIn( std::vector<Row> const& rows ) {
-    std::set<std::string_view> names;
-    for( Row const& row : rows )
-        names.insert( valueAs<String>( row, "name" ) );
-    return names;
 }
 
 /// Collects the notices of a comparison.
@@ -108,19 +99,11 @@ class Noticed {
         notice.table = owner.table;
         notice.pipes = pipesOf( pipes );
     }
-    void addAll( char const* code, RecordKind const& kind, std::vector<Row> const& rows, char const* text ) {
-        for( Row const& row : rows )
-            add( code, kind, row, text );
-    }
-
     void addPipe( PipeComparison const& pipe ) {
         using Is = PipeComparison::Is;
         static constexpr char const* codes[] = { "BD309", "BD109", "BD110", "BD310" };
-        auto const valueOf = []( std::optional<String> const& path ) {
-            return path ? Value( *path ) : Value();
-        };
-        Value const from = valueOf( pipe.from );
-        Value const to = valueOf( pipe.to );
+        Value const from = valueIf( pipe.from );
+        Value const to = valueIf( pipe.to );
         add( codes[ static_cast<int>( pipe.is ) ], "pipe", std::to_string( pipe.pipe ),
              pipe.is == Is::removed ? "ran " + *pipe.from
              : pipe.is == Is::added ? "runs " + *pipe.to
@@ -130,12 +113,15 @@ class Noticed {
     }
 
     void addKind( KindComparison const& kind ) {
-        bool const isPlaced = kind.kind->kind == Kind::handles;
-        auto const placed =
-            isPlaced ? std::optional( placedAlone( kind, comparison_ ) ) : std::optional<KindComparison>();
-        KindComparison const& alone = placed ? *placed : kind;
-        addAll( isPlaced ? "BD203" : "BD101", *kind.kind, alone.removed, "is gone" );
-        addAll( "BD301", *kind.kind, alone.added, "is new" );
+        char const* const gone = kind.kind->kind == Kind::handles ? "BD203" : "BD101";
+        for( Row const& row : kind.removed ) {
+            if( !folded_.has( *kind.kind, row, false ) )
+                add( gone, *kind.kind, row, "is gone" );
+        }
+        for( Row const& row : kind.added ) {
+            if( !folded_.has( *kind.kind, row, true ) )
+                add( "BD301", *kind.kind, row, "is new" );
+        }
         for( OmittedRecord const& one : kind.leftOut )
             add( "BD103", *kind.kind, one.row, "is left out: " + one.reason.text );
         for( OmittedRecord const& one : kind.cameBack )
@@ -208,23 +194,29 @@ class Noticed {
     }
 
     Comparison const& comparison_;
-    FoldedRenames const folded_;
+    Folded const folded_;
     std::vector<Notice> notices_;
 };
 
 } // namespace
 
-FoldedRenames::FoldedRenames( Comparison const& comparison ) {
+Folded::Folded( Comparison const& comparison ) {
     for( KindComparison const& kind : comparison.kinds ) {
         Kind const is = kind.kind->kind;
         for( ChangedRecord const& record : kind.changed ) {
             if( record.renamed && is != Kind::actions && is != Kind::handles )
                 ( is == Kind::resources ? resources_ : names_ ).insert( Identity( record.row ).name );
         }
+        if( is != Kind::resources )
+            continue;
+        for( Row const& row : kind.removed )
+            alone_.emplace( false, Identity( row ).name );
+        for( Row const& row : kind.added )
+            alone_.emplace( true, Identity( row ).name );
     }
 }
 
-bool FoldedRenames::has( RecordKind const& kind, ChangedRecord const& record ) const {
+bool Folded::has( RecordKind const& kind, ChangedRecord const& record ) const {
     Identity const from( record.row );
     if( kind.kind == Kind::actions )
         return from.name == Identity( record.now ).name;
@@ -240,21 +232,6 @@ String textOf( UnreadTable const& table ) {
     for( String const& member : table.members )
         text += ( text.empty() ? "" : ", " ) + member;
     return text;
-}
-
-KindComparison placedAlone( KindComparison placed, Comparison const& comparison ) {
-    for( KindComparison const& kind : comparison.kinds ) {
-        if( kind.kind->kind != Kind::resources )
-            continue;
-        auto const leaveOut = []( std::vector<Row>& rows, std::vector<Row> const& others ) {
-            auto const names = namesIn( others );
-            std::erase_if(
-                rows, [ & ]( Row const& row ) { return names.count( valueAs<String>( row, "name" ) ) > 0; } );
-        };
-        leaveOut( placed.removed, kind.removed );
-        leaveOut( placed.added, kind.added );
-    }
-    return placed;
 }
 
 Verdict verdictOf( Comparison const& comparison ) {

@@ -4,6 +4,7 @@
 
 #include "inspect/diff/Comparison.h"
 
+#include <set>
 #include <span>
 #include <unordered_set>
 
@@ -50,29 +51,32 @@ struct Verdict {
 
 Verdict verdictOf( Comparison const& comparison );
 
-/// The renamed records that are not reported by themselves: resources and placed tables whose table, counter
-/// or the like is renamed, and actions whose table is renamed.
-class FoldedRenames {
+/// What is not reported by itself, since it is told with other records: renamed resources and placed tables
+/// whose table, counter or the like is renamed, actions whose table is renamed, and placed tables that are
+/// new or gone as resources.
+class Folded {
   public:
     /// The comparison must outlive this object.
-    explicit FoldedRenames( Comparison const& comparison );
+    explicit Folded( Comparison const& comparison );
 
     bool has( RecordKind const& kind, ChangedRecord const& record ) const;
     /// Whether nothing else differs.
     bool hasAll( RecordKind const& kind, ChangedRecord const& record ) const {
         return record.renamed && !record.hasChanged() && !record.move && has( kind, record );
     }
+    /// For a record that is new or gone.
+    bool has( RecordKind const& kind, Row const& row, bool isNew ) const {
+        return kind.kind == Kind::handles && alone_.count( { isNew, valueAs<String>( row, "name" ) } ) > 0;
+    }
 
   private:
     std::unordered_set<std::string_view> names_; ///< of all kinds except placed tables and actions
     std::unordered_set<std::string_view> resources_;
+    std::set<std::pair<bool, std::string_view>> alone_; ///< resources, whether they are new
 };
 
 /// Which members of a table differ, or that the table is new or gone.
 String textOf( UnreadTable const& table );
-
-/// The placed tables that are new or gone, and not reported as resources.
-KindComparison placedAlone( KindComparison placed, Comparison const& comparison );
 
 /// The members of the JSON object of a comparison with its verdict.
 Row rowOf( Comparison const& comparison, Verdict const& verdict );
