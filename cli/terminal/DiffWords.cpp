@@ -1,6 +1,5 @@
 #include "cli/terminal/DiffWords.h"
 
-#include "inspect/diff/ChangeText.h"
 
 #include <set>
 

@@ -165,39 +165,34 @@ class Judge {
                 { &rule, rule.level, "not judged: growth needs an older configuration (--against OLD)" } );
             return;
         }
+        auto const add = [ & ]( String const& what, auto const& isMeant ) {
+            std::int64_t const old = amountIn( oldTables_, rule.of, isMeant );
+            std::int64_t const now = amountIn( tables_, rule.of, isMeant );
+            std::int64_t const available = rule.most ? *rule.most : old * *rule.percent / 100;
+            budget_.uses.push_back( { &rule, "growth of " + what, {}, {}, now - old, available } );
+        };
+        bool const isNumber = rule.of == StageMeasure::tables;
         if( rule.name.empty() )
-            return rule.of == StageMeasure::tables
-                       ? addGrowth( rule, "resources", countOf( oldTables_ ), countOf( tables_ ) )
-                       : addGrowth( rule, "entries", sizeIn( oldTables_ ), sizeIn( tables_ ) );
+            return add( isNumber ? "resources" : "entries", []( auto const& ) { return true; } );
         auto both = tables_;
         both.insert( both.end(), oldTables_.begin(), oldTables_.end() );
         auto const names = namesFor( rule, rule.name, both );
-        if( rule.of == StageMeasure::tables )
-            return addGrowth( rule, "resources like " + quoted( rule.name ), count( oldTables_, names ),
-                              count( tables_, names ) );
+        if( isNumber )
+            return add( "resources like " + quoted( rule.name ), [ & ]( NamedTable const& table ) {
+                return std::ranges::binary_search( names, table.name );
+            } );
         for( String const& name : names )
-            addGrowth( rule, "size of " + quoted( name ), sizeIn( oldTables_, name ),
-                       sizeIn( tables_, name ) );
+            add( "size of " + quoted( name ), [ & ]( auto const& table ) { return table.name == name; } );
     }
-    void addGrowth( GrowthRule const& rule, String const& what, std::int64_t old, std::int64_t now ) {
-        std::int64_t const available = rule.most ? *rule.most : old * *rule.percent / 100;
-        budget_.uses.push_back( { &rule, "growth of " + what, {}, {}, now - old, available } );
-    }
-    static std::int64_t countOf( std::vector<NamedTable> const& tables ) {
-        return static_cast<std::int64_t>( tables.size() );
-    }
-    static std::int64_t count( std::vector<NamedTable> const& tables, std::vector<String> const& names ) {
-        return std::ranges::count_if( tables, [ & ]( NamedTable const& table ) {
-            return std::ranges::binary_search( names, table.name );
-        } );
-    }
-    /// Of those with a name, or of all.
-    static std::int64_t sizeIn( std::vector<NamedTable> const& tables,
-                                std::optional<String> const& name = std::nullopt ) {
-        std::int64_t size = 0;
-        for( NamedTable const& table : tables )
-            size += !name || table.name == *name ? table.size : 0;
-        return size;
+    /// The number of those that are meant, or the sum of their sizes.
+    static std::int64_t amountIn( std::vector<NamedTable> const& tables, StageMeasure of,
+                                  auto const& isMeant ) {
+        std::int64_t amount = 0;
+        for( NamedTable const& table : tables ) {
+            if( isMeant( table ) )
+                amount += of == StageMeasure::tables ? 1 : table.size;
+        }
+        return amount;
     }
 
     Rules const& rules_;

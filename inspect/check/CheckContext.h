@@ -7,7 +7,6 @@
 #include "inspect/rows/Row.h"
 #include "inspect/rows/Utf8.h"
 
-#include <functional>
 #include <unordered_set>
 
 namespace Bfri {
@@ -42,10 +41,6 @@ String firstFew( std::size_t most, All const& all, TextOf textOf ) {
 
 /// What a table of a context file is in the model: "match table".
 char const* recordOf( Context::SurveyedTable const& table );
-
-/// Calls `step` with kind, name and handle of every record; for a table of several kinds, once for each.
-void forEachName( CheckContext const& facts,
-                  std::function<void( char const*, String const&, std::optional<U32> )> const& step );
 
 struct CheckContext {
     explicit CheckContext( Configuration const& configuration );

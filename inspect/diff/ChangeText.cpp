@@ -1,4 +1,4 @@
-#include "inspect/diff/ChangeText.h"
+#include "inspect/diff/Verdict.h"
 
 namespace Bfri {
 
@@ -33,12 +33,7 @@ struct InLine {
     String operator()( Row const& row ) const { return rowInLine( row ); }
 };
 
-} // namespace
-
-String lineOf( Value const& value ) { return std::visit( InLine(), value.is ); }
-
-String fromTo( Value const& from, Value const& to ) { return lineOf( from ) + " -> " + lineOf( to ); }
-
+/// As texts show it: the field's name for people, and a resource's direction and type in words.
 Change inWords( Change const& change ) {
     auto const direction = []( Value const& isIngress ) {
         return std::get<bool>( isIngress.is ) ? "ingress" : "egress";
@@ -47,6 +42,12 @@ Change inWords( Change const& change ) {
         return { "direction", direction( change.from ), direction( change.to ) };
     return { change.field == "typeName" ? "type" : change.field, change.from, change.to };
 }
+
+} // namespace
+
+String lineOf( Value const& value ) { return std::visit( InLine(), value.is ); }
+
+String fromTo( Value const& from, Value const& to ) { return lineOf( from ) + " -> " + lineOf( to ); }
 
 String lineOf( std::vector<Change> const& changes ) {
     bool const hasTypeName =

@@ -35,39 +35,31 @@ bool haveMoved( Row const& from, Row const& to ) {
            std::equal( old->begin(), old->end(), now->begin(), now->end(), isThere );
 }
 
+/// The name of the table with a handle in a program, or in the model if there is no program; null for none.
+String const* nameOf( BfResourceParser const& parser, P4Program const& program, U32 handle ) {
+    if( !program.file() ) {
+        BfZelResource const* const placed = parser.resourceHandles().find( handle );
+        return placed ? &placed->name : nullptr;
+    }
+    SurveyedTable const* const table = program.withHandle( handle );
+    return table ? &table->name : nullptr;
+}
+
+/// A handle with the name of its table; absent for 0 if no table has it.
+Value referentOf( BfResourceParser const& parser, P4Program const& program, Value const& handle ) {
+    U32 const number = std::get<Hex>( handle.is ).value;
+    String const* const name = nameOf( parser, program, number );
+    if( number == 0 && !name )
+        return {};
+    return Row{ { "handle", handle }, { "name", name ? Value( *name ) : Value() } };
+}
+
 /// The same record, or the same number when neither configuration knows a name.
 bool standForTheSame( ProgramPair const& programs, String const* old, String const* now, bool isSameNumber ) {
     return old && now ? programs.tables.renames.of( *old ) == *now : !old && !now && isSameNumber;
 }
 
 } // namespace
-
-FieldComparer::Referents::Referents( Configuration const& configuration )
-    : parser_( configuration.parser() ) {
-    if( !configuration.files.empty() )
-        return;
-    for( BfTableInfo const& table : parser_.bfTables() )
-        unplaced_.try_emplace( table.handle, &table.name );
-}
-
-String const* FieldComparer::Referents::nameOf( P4Program const& program, U32 handle ) const {
-    if( program.file() ) {
-        SurveyedTable const* const table = program.withHandle( handle );
-        return table ? &table->name : nullptr;
-    }
-    if( auto const* const placed = parser_.resourceHandles().find( handle ) )
-        return &placed->name;
-    auto const table = unplaced_.find( handle );
-    return table == unplaced_.end() ? nullptr : table->second;
-}
-
-Value FieldComparer::Referents::standsFor( P4Program const& program, Value const& handle ) const {
-    U32 const number = std::get<Hex>( handle.is ).value;
-    String const* const name = nameOf( program, number );
-    if( number == 0 && !name )
-        return {};
-    return Row{ { "handle", handle }, { "name", name ? Value( *name ) : Value() } };
-}
 
 /// A record's rows while their fields are compared.
 class FieldComparer::RecordPair {
@@ -154,24 +146,24 @@ class FieldComparer::RecordPair {
     bool areSame( Value const& from, Value const& to ) const {
         U32 const old = std::get<Hex>( from.is ).value;
         U32 const now = std::get<Hex>( to.is ).value;
-        return standForTheSame( programs_, all_.old_.nameOf( *programs_.old, old ),
-                                all_.now_.nameOf( *programs_.now, now ), old == now );
+        return standForTheSame( programs_, nameOf( all_.old_, *programs_.old, old ),
+                                nameOf( all_.now_, *programs_.now, now ), old == now );
     }
 
     void compareReference( Field const& from, Field const& to ) {
         if( areSame( from.value, to.value ) )
             countReference( from.value, to.value );
         else
-            add( from.name, all_.old_.standsFor( *programs_.old, from.value ),
-                 all_.now_.standsFor( *programs_.now, to.value ) );
+            add( from.name, referentOf( all_.old_, *programs_.old, from.value ),
+                 referentOf( all_.now_, *programs_.now, to.value ) );
     }
 
     void compareReferences( Field const& from, Field const& to ) {
         List const& old = std::get<List>( from.value.is );
         List const& now = std::get<List>( to.value.is );
-        auto const referents = []( Referents const& all, P4Program const& program, List const& handles ) {
+        auto const referents = []( auto const& parser, P4Program const& program, List const& handles ) {
             return listOf( handles,
-                           [ & ]( Value const& handle ) { return all.standsFor( program, handle ); } );
+                           [ & ]( Value const& handle ) { return referentOf( parser, program, handle ); } );
         };
         if( !std::equal( old.begin(), old.end(), now.begin(), now.end(),
                          [ & ]( Value const& a, Value const& b ) { return areSame( a, b ); } ) )
@@ -182,7 +174,7 @@ class FieldComparer::RecordPair {
     }
 
     void countReference( Value const& from, Value const& to ) {
-        String const* const name = all_.old_.nameOf( *programs_.old, std::get<Hex>( from.is ).value );
+        String const* const name = nameOf( all_.old_, *programs_.old, std::get<Hex>( from.is ).value );
         count( { Kind::handles, name ? *name : "", {} }, from, to );
     }
 
@@ -241,8 +233,8 @@ ChangedRecord FieldComparer::compare( ProgramPair& programs, RecordKind const& k
 
 bool FieldComparer::countIfSame( ProgramPair const& programs, std::vector<U32> const& handles ) {
     auto const isSame = [ & ]( U32 handle ) {
-        return standForTheSame( programs, old_.nameOf( *programs.old, handle ),
-                                now_.nameOf( *programs.now, handle ), true );
+        return standForTheSame( programs, nameOf( old_, *programs.old, handle ),
+                                nameOf( now_, *programs.now, handle ), true );
     };
     if( !std::ranges::all_of( handles, isSame ) )
         return false;

@@ -16,7 +16,8 @@ inline bool same( Value const& a, Value const& b ) {
 /// One for all kinds and programs, so that a handle counts once.
 class FieldComparer {
   public:
-    FieldComparer( Configuration const& old, Configuration const& now ) : old_( old ), now_( now ) {}
+    FieldComparer( Configuration const& old, Configuration const& now )
+        : old_( old.parser() ), now_( now.parser() ) {}
 
     /// Whether numbers are the handles of the same records in both programs; then they are counted.
     bool countIfSame( ProgramPair const& programs, std::vector<U32> const& handles );
@@ -35,23 +36,8 @@ class FieldComparer {
 
     void count( ProgramPair const& programs, Renumbering const& handle );
 
-    /// Which name a handle belongs to in one configuration.
-    class Referents {
-      public:
-        explicit Referents( Configuration const& configuration );
-        /// The name of the table with the handle in a program, or in the model if there is no program; null
-        /// for none.
-        String const* nameOf( P4Program const& program, U32 handle ) const;
-        /// The handle with its name; absent for 0 if no table has it.
-        Value standsFor( P4Program const& program, Value const& handle ) const;
-
-      private:
-        BfResourceParser const& parser_;
-        std::unordered_map<U32, String const*> unplaced_; ///< of a configuration without a survey
-    };
-
-    Referents const old_;
-    Referents const now_;
+    BfResourceParser const& old_;
+    BfResourceParser const& now_;
     /// By the programs' pipes and the old number: whether it differs for any record now.
     std::unordered_map<std::uint64_t, bool> handles_;
     std::map<std::tuple<U32, U32, String>, Renumbering> renumbered_; ///< by old number, pipes and name

@@ -1,4 +1,4 @@
-#include "inspect/diff/KindRecords.h"
+#include "inspect/diff/KindComparer.h"
 
 #include "inspect/model/ListedRow.h"
 #include "inspect/stages/PlacedStages.h"

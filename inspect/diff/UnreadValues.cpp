@@ -47,10 +47,10 @@ void addParts( DifferingParts& parts, PartDigest const* DifferingPart::*side,
                std::vector<PartDigest> const& digests, SurveyedTable const* table ) {
     for( PartDigest const& part : digests ) {
         String const path = pathOf( part, table );
-        String unique = path;
-        for( int i = 2; parts[ unique ].*side; ++i )
-            unique = path + " (" + std::to_string( i ) + ')';
-        parts[ unique ].*side = &part;
+        auto* place = &( parts[ path ].*side );
+        for( int i = 2; *place; ++i )
+            place = &( parts[ path + " (" + std::to_string( i ) + ')' ].*side );
+        *place = &part;
     }
 }
 

@@ -1,6 +1,5 @@
 #include "inspect/diff/Verdict.h"
 
-#include "inspect/diff/ChangeText.h"
 #include "inspect/model/Codes.h"
 
 namespace Bfri {

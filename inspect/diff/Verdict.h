@@ -78,6 +78,20 @@ class Folded {
 /// Which members of a table differ, or that the table is new or gone.
 String textOf( UnreadTable const& table );
 
+// What differs, in words. Names are bytes, as everywhere.
+
+/// Lists in brackets, a handle with the name of its record, absent and empty values as "-".
+String lineOf( Value const& value );
+
+/// "1024 -> 512".
+String fromTo( Value const& from, Value const& to );
+
+/// Changes in words; fields that change alike are together: "size, totalEntries 512 -> 1024".
+String lineOf( std::vector<Change> const& changes );
+
+/// "0-1 3": consecutive pipes as the first and the last.
+String pipesText( U32 mask );
+
 /// The members of the JSON object of a comparison with its verdict.
 Row rowOf( Comparison const& comparison, Verdict const& verdict );
 
