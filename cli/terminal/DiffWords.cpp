@@ -1,6 +1,5 @@
 #include "cli/terminal/DiffWords.h"
 
-
 #include <set>
 
 namespace Bfri {

@@ -216,8 +216,7 @@ std::optional<std::int64_t> Use::percent() const {
 std::size_t Budget::broken( RuleLevel level ) const {
     auto const over = std::ranges::count_if(
         uses, [ & ]( Use const& use ) { return use.isOver() && use.rule->level == level; } );
-    auto const unjudged = std::ranges::count_if(
-        problems, [ & ]( RuleProblem const& problem ) { return problem.level == level; } );
+    auto const unjudged = std::ranges::count( problems, level, &RuleProblem::level );
     return static_cast<std::size_t>( over + unjudged );
 }
 

@@ -63,8 +63,7 @@ class Comparer {
         result.handles = { fields_.handles(), fields_.renumbered() };
         for( ProgramPair const& pair : pairs_ )
             addOwnerChanges( pair, scope_.only, result );
-        std::ranges::stable_sort( result.handles.reused,
-                                  []( auto const& a, auto const& b ) { return a.handle < b.handle; } );
+        std::ranges::stable_sort( result.handles.reused, {}, &ReusedHandle::handle );
         result.shifted = fields_.shifted();
         if( scope_.only )
             return result;
@@ -121,7 +120,7 @@ Identity::Identity( Row const& row )
 
 bool Comparison::differs() const {
     return !pipes.empty() || unread.differs() || modelDiffers() ||
-           std::ranges::any_of( kinds, []( auto const& kind ) { return kind.differs(); } );
+           std::ranges::any_of( kinds, &KindComparison::differs );
 }
 
 bool Comparison::modelDiffers() const {
@@ -132,9 +131,7 @@ bool Comparison::modelDiffers() const {
     return !configuration.empty() || handles.tally.differing > 0 || !handles.reused.empty() ||
            !duplicates.empty() || shifted.differing > 0 ||
            std::ranges::any_of( kinds, [ & ]( KindComparison const& kind ) {
-               return kind.reordered || !kind.removed.empty() || !kind.added.empty() ||
-                      !kind.leftOut.empty() || !kind.cameBack.empty() ||
-                      std::ranges::any_of( kind.changed, differsInModel );
+               return kind.hasOtherRecords() || std::ranges::any_of( kind.changed, differsInModel );
            } );
 }
 

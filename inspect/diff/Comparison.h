@@ -69,10 +69,11 @@ struct KindComparison {
     bool reordered = false;                   ///< records in both configurations are in another order
     std::size_t same = 0; ///< records that differ in nothing, or only in what is folded: handles, hit bits
 
-    bool differs() const {
-        return reordered || !removed.empty() || !added.empty() || !leftOut.empty() || !cameBack.empty() ||
-               !changed.empty();
+    /// Whether records came or went, or are in another order.
+    bool hasOtherRecords() const {
+        return reordered || !removed.empty() || !added.empty() || !leftOut.empty() || !cameBack.empty();
     }
+    bool differs() const { return hasOtherRecords() || !changed.empty(); }
 };
 
 /// Differences that mean little one by one, and are so many that they are only counted.

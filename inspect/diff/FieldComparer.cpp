@@ -10,7 +10,7 @@ bool has( Row const& row, std::string_view flag, bool value ) {
 }
 
 /// Direct counters and the like have the handle of their match table.
-bool bearsItsTablesHandle( Row const& row ) {
+bool hasItsTablesHandle( Row const& row ) {
     return has( row, "direct", true ) || has( row, "indirect", false );
 }
 
@@ -135,7 +135,7 @@ class FieldComparer::RecordPair {
     }
 
     void compareOwnHandle( Field const& from, Field const& to ) {
-        if( bearsItsTablesHandle( record_.row ) || bearsItsTablesHandle( record_.now ) )
+        if( hasItsTablesHandle( record_.row ) || hasItsTablesHandle( record_.now ) )
             return compareReference( from, to );
         Identity const identity( record_.row );
         count(

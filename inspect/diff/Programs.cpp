@@ -144,8 +144,7 @@ std::vector<PipeComparison> pipesOf( std::vector<ProgramPair> const& pairs ) {
                 pipes.push_back( one );
         }
     }
-    std::ranges::stable_sort(
-        pipes, []( PipeComparison const& a, PipeComparison const& b ) { return a.pipe < b.pipe; } );
+    std::ranges::stable_sort( pipes, {}, &PipeComparison::pipe );
     return pipes;
 }
 

@@ -105,8 +105,7 @@ bool areTablesAlike( SurveyedElement const& one, SurveyedElement const& other ) 
 /// What tables with different handles must agree in.
 auto contentOf( SurveyedElement const& element ) {
     SurveyedTable const& table = asTable( element );
-    auto const keys = std::ranges::find_if(
-        table.digests, []( PartDigest const& part ) { return part.path == "match_attributes/key_fields"; } );
+    auto const keys = std::ranges::find( table.digests, "match_attributes/key_fields", &PartDigest::path );
     Digest const digest = keys == table.digests.end() ? Digest() : keys->digest;
     return std::tuple( table.type, table.direction, table.size, stageNumbersOf( table ), actionsOf( table ),
                        digest.low, digest.high );

@@ -15,19 +15,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
-/// A switch of some context files, each on one pipe, in the order of the pipes.
-void writeSwitch( String const& conf, std::vector<String> const& contexts, bool withRuntimeConfig = false ) {
-    DeviceBuilder device;
-    if( withRuntimeConfig )
-        device.runtimeConfig( "bfrt.json" );
-    for( std::size_t pipe = 0; pipe < contexts.size(); ++pipe ) {
-        String const file = conf + std::to_string( pipe ) + ".json";
-        writeFile( file, contexts[ pipe ] );
-        device.pipeline( file, { static_cast<std::uint32_t>( pipe ) } );
-    }
-    writeFile( conf, SwitchConfBuilder().device( device ).text() );
-}
-
 /// The same context, but every handle in it is another one.
 String renumbered( String const& context ) {
     static std::regex const handle( R"(("handle"\s*:\s*)(\d+))" );
@@ -209,49 +196,6 @@ INSTANTIATE_TEST_SUITE_P(
                  "tables\n  -! \\x1b[2J  size 1024\n",
                  "1 table removed, 1 resource removed, 1 action removed" } ),
     []( auto const& row ) { return row.param.name; } );
-
-TEST_F( Diff, OfProgramsThatExchangedPipesIsOneLineForEach ) {
-    auto const one = contextWith( { matchTable( "a" ), matchTable( "b" ) } ).flexibleHeader( "h", 16 );
-    auto const other = contextWith( { matchTable( "c" ), matchTable( "d" ), matchTable( "e" ) } );
-    writeSwitch( "old", { one.text(), other.text() } );
-    writeSwitch( "new", { other.text(), one.text() } );
-    String const text = diffAsWritten().out;
-    EXPECT_EQ( withoutTotals( text ), "pipes\n"
-                                      "  ~! 0  old0.json -> new0.json, another program\n"
-                                      "  ~! 1  old1.json -> new1.json, another program\n" +
-                                          verdict( "2 pipes with another program" ) );
-    EXPECT_THAT( text, HasSubstr( "\ntables             5        5        0        0      -     0\n" ) );
-    EXPECT_THAT( text, EndsWith( "an agent that keeps handles notices: 2 pipes with another program\n" ) );
-    String const markdown = diffAsWritten( { "--markdown" } ).out;
-    EXPECT_THAT( markdown, HasSubstr( "<summary>pipes (2)</summary>" ) );
-    EXPECT_THAT( markdown, Not( HasSubstr( "<summary>tables" ) ) );
-    EXPECT_THAT( markdown, Not( HasSubstr( "<summary>handles" ) ) );
-    auto const json = parsed( diffAsWritten( { "--json" } ).out );
-    EXPECT_EQ( json[ "kinds" ][ "bfTables" ][ "removed" ].Size(), 5U );
-    EXPECT_EQ( json[ "verdict" ][ "notices" ][ 2 ][ "code" ], "BD101" );
-}
-
-TEST_F( Diff, ListsWhatDiffersOnOtherPipesThanThoseOfReplacedPrograms ) {
-    auto const one = contextWith( { matchTable( "a" ) } );
-    auto const other = contextWith( { matchTable( "c" ), matchTable( "d" ) } );
-    auto const third = contextWith( { matchTable( "x" ), matchTable( "y" ) } );
-    writeSwitch( "old", { one.text(), other.text(), third.text() } );
-    writeSwitch( "new", { other.text(), one.text(), contextWith( { matchTable( "x" ) } ).text() } );
-    String const text = diffAsWritten().out;
-    EXPECT_THAT( text, HasSubstr( "\ntables\n  -! y (pipes 2)  size 1024\n\nresources" ) );
-    EXPECT_THAT( text, HasSubstr( "by name notices: 2 pipes with another program, 1 table removed, " ) );
-}
-
-TEST_F( Diff, SaysOnWhichPipesUnreadValuesDiffer ) {
-    auto const program = contextWith( { matchTable( "t" ) } ).with( "/parser", "1" );
-    auto edited = program;
-    edited.with( "/parser", "2" ).with( "/tables/0/memory", "[]" );
-    writeSwitch( "old", { program.text(), program.text() } );
-    writeSwitch( "new", { program.text(), edited.text() } );
-    EXPECT_THAT( diffAsWritten( { "--unread" } ).out, HasSubstr( "not read by the library\n"
-                                                                 "  ~  table t (pipes 1)  memory\n"
-                                                                 "  ~  section parser (pipes 1)\n" ) );
-}
 
 struct Others {
     char const* name;
