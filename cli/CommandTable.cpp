@@ -1,9 +1,7 @@
-#include "cli/CommandTable.h"
+#include "cli/Program.h"
 
 #include "cli/CommandTexts.h"
 #include "cli/commands/Answers.h"
-#include "cli/grammar/ListTexts.h"
-#include "cli/schema/AnswerSchemas.h"
 #include "inspect/model/RecordKinds.h"
 
 namespace Bfri {
@@ -23,13 +21,17 @@ constexpr char const* unlisted = "";
 
 constexpr char const* severities[] = { "error", "warning", "note" };
 constexpr char const* failuresOfDiff[] = { "any", "breaking", "handles", "never" };
+constexpr char const* measures[] = { "tables", "entries" };
 constexpr ValueType failures = { ValueKind::choice, "", failuresOfDiff };
 constexpr ValueType severity = { ValueKind::choice, "", severities };
-constexpr char const* measures[] = { "tables", "entries" };
+constexpr ValueType measure = { ValueKind::choice, "", measures };
 constexpr ValueType path = { ValueKind::file, "the path of a switch configuration" };
 constexpr ValueType rulesPath = { ValueKind::file, "the path of a budget's rules" };
 constexpr ValueType baselinePath = { ValueKind::file, "the path of an earlier answer" };
+constexpr ValueType reportPath = { ValueKind::file, "the path of a file" };
 constexpr ValueType stage = { ValueKind::number, "the number of a stage" };
+constexpr ValueType condition = { ValueKind::condition };
+constexpr ValueType codesOrAll = { ValueKind::codesOrAll };
 
 // Arguments.
 
@@ -71,10 +73,7 @@ constexpr Argument typedWords[] = {
 // Options, besides those that optionsOf adds.
 
 constexpr Option stagesOptions[] = {
-    { "--by",
-      "MEASURE",
-      "Measure the stages by tables (the default) or by entries",
-      { ValueKind::choice, "", measures } },
+    { "--by", "MEASURE", "Measure the stages by tables (the default) or by entries", measure },
     { "--budget", "RULES", "Show how full the stages are, by the capacities in this file of rules",
       rulesPath },
     { "--list", nullptr, "Print one line per resource, with a bar over its stages" },
@@ -82,16 +81,13 @@ constexpr Option stagesOptions[] = {
 constexpr Option namesOptions[] = {
     { "--kind", "KIND", "Only names of this kind", { ValueKind::recordKind } },
     { "--filter", "REGEX", "Only names that match somewhere (ECMAScript syntax)" },
-    { "--where", "EXPRESSION", "Only names for which this holds: 'kinds=table and name~=^l3'" } };
+    { "--where", "EXPRESSION", "Only names for which this holds: 'kinds=table and name~=^l3'", condition } };
 constexpr Option checkOptions[] = {
     { "--all", nullptr, "Show every finding, not just the first ones of each code" },
     { "--baseline", "FILE", "Count only findings that are not in this earlier answer of 'check --json'",
       baselinePath },
-    { "--explain",
-      "CODES",
-      "Explain these findings, and what to do about them; 'all' lists every finding",
-      { ValueKind::codesOrAll },
-      true },
+    { "--explain", "CODES", "Explain these findings, and what to do about them; 'all' lists every finding",
+      codesOrAll, true },
     { "--ignore", "CODES", "Ignore these findings", { ValueKind::codes }, true },
     { "--fail-on", "SEVERITY", "Lowest severity for exit status 1: error, warning or note (the default)",
       severity },
@@ -101,7 +97,7 @@ constexpr Option reportOptions[] = {
     { .name = "--output",
       .label = "FILE",
       .description = "Write this file instead of report.html; '-' is standard output",
-      .type = { ValueKind::file, "the path of a file" },
+      .type = reportPath,
       .shortName = "-o" },
     { "--budget", "RULES", "Show the map also in shares of the capacities in this file of rules", rulesPath },
     { .name = "--svg",
@@ -118,208 +114,91 @@ constexpr Option diffOptions[] = {
     { "--unread", nullptr, "List all differences in what the library does not read" },
     { "--fail-on", "WHAT", "When the exit status is 1: any (the default), breaking, handles or never",
       failures },
-    { .name = "--markdown",
-      .label = nullptr,
-      .description = "Print Markdown for a pull request, of at most 60 kB",
-      .excludes = "--json" },
+    { "--markdown", nullptr, "Print Markdown for a pull request, of at most 60 kB", {}, false, "--json" },
     { "--explain", "CODE", "Explain this notice; 'all' lists every notice", { ValueKind::noticeCode } } };
 
 constexpr Command withArguments[] = {
     { .word = "summary",
       .group = inspecting,
-      .description = "Show the files, the pipelines, and the number of records of each kind",
       .arguments = oneConfOrMore,
       .json = true,
-      .details = summaryText,
-      .examples = "bfri summary switch.conf\n"
-                  "bfri summary switch.conf --json | jq .counts",
-      .schema = Schema::summary,
       .show = summary,
-      .showAll = summaryOfAll },
-    { .word = "show",
-      .group = inspecting,
-      .description = "Show everything about a record, by name, unique end of a name, or handle",
-      .arguments = confAndName,
-      .json = true,
-      .details = showText,
-      .examples = "bfri show switch.conf ipv4_acl\n"
-                  "bfri show switch.conf 0x01000031\n"
-                  "bfri show switch.conf 'permit of ipv4_acl'\n"
-                  "bfri show switch.conf ipv4_acl --json | jq '.bfTables[].counters[].name'",
-      .schema = Schema::show,
-      .show = show },
-    { .word = "table",
-      .group = inspecting,
-      .description = "Show the record of one match table",
-      .arguments = confAndTable,
-      .json = true,
-      .details = tableText,
-      .examples = "bfri table switch.conf ipv4_acl\n"
-                  "bfri table switch.conf ipv4_acl --json | jq .size",
-      .schema = Schema::table,
-      .show = table },
+      .rows = summaryRows,
+      .print = printSummaries },
+    { .word = "show", .group = inspecting, .arguments = confAndName, .json = true, .show = show },
+    { .word = "table", .group = inspecting, .arguments = confAndTable, .json = true, .show = table },
     { .word = "stages",
       .group = inspecting,
-      .description = "Map the stages: which resources start where, and how far they span",
       .arguments = oneConf,
       .options = stagesOptions,
       .json = true,
-      .details = stagesText,
-      .examples = "bfri stages switch.conf\n"
-                  "bfri stages switch.conf --by entries\n"
-                  "bfri stages switch.conf --stage 8",
-      .schema = Schema::stages,
       .show = stages },
     { .word = "report",
       .group = inspecting,
-      .description = "Write a page for the browser: stages, room, tables and findings, or a difference",
       .arguments = oneOrTwoConfs,
       .options = reportOptions,
-      .details = reportText,
-      .examples = "bfri report switch.conf\n"
-                  "bfri report old/switch.conf new/switch.conf -o difference.html\n"
-                  "bfri report switch.conf --svg -o floor-plan.svg",
       .run = report },
-    { .word = "dump",
-      .group = inspecting,
-      .description = "Print the whole model as one JSON object",
-      .arguments = oneConf,
-      .onBadData = OnBadData::dieAsLibrary,
-      .details = dumpText,
-      .examples = "bfri dump switch.conf\n"
-                  "bfri dump switch.conf | jq '.bfTables | length'",
-      .schema = Schema::dump,
-      .show = dump },
+    { .word = "dump", .group = inspecting, .arguments = oneConf, .abortsOnBadData = true, .show = dump },
     { .word = "lookup",
       .group = finding,
-      .description = "Find every record that has one of the handles",
       .arguments = confAndHandles,
       .json = true,
       .csv = true,
-      .details = lookupText,
-      .examples = "bfri lookup switch.conf 0x1000001\n"
-                  "bfri lookup switch.conf 16777224 0x21400002 --json",
-      .schema = Schema::lookup,
       .show = lookup },
-    { .word = "annotate",
-      .group = finding,
-      .description = "Copy standard input, adding the owner's name after each known handle",
-      .arguments = oneConf,
-      .details = annotateText,
-      .examples = "bfri annotate switch.conf < agent.log\n"
-                  "tail -f agent.log | bfri annotate switch.conf",
-      .show = annotate },
+    { .word = "annotate", .group = finding, .arguments = oneConf, .show = annotate },
     { .word = "field",
       .group = finding,
-      .description = "Print one field of one record and nothing else, for scripts",
       .arguments = confKindNameField,
-      .details = fieldText,
-      .examples = "bfri field switch.conf table ipv4_acl size\n"
-                  "bfri field switch.conf action 'permit of ipv4_acl' handle\n"
-                  "bfri field switch.conf phv hdr.ethernet.dst_addr ingressBytes",
-      .show = field,
-      .showAll = fieldOfAll },
+      .rows = fieldRows,
+      .print = printValues },
     { .word = "names",
       .group = finding,
-      .description = "Print every name, one per line",
       .arguments = oneConfOrMore,
       .options = namesOptions,
       .json = true,
       .csv = true,
-      .details = namesText,
-      .examples = "bfri names switch.conf --kind table\n"
-                  "bfri show switch.conf \"$(bfri names switch.conf | fzf)\"",
-      .schema = Schema::names,
-      .show = names,
-      .showAll = namesOfAll },
-    { .word = "normalize",
-      .group = finding,
-      .description = "Print names of fields as the model compares them",
-      .arguments = fieldNames,
-      .details = normalizeText,
-      .examples = "bfri normalize 'hdr.vlan[0].vid' 'hdr.stack$3.field'",
-      .run = normalize },
+      .blank = blankName,
+      .rows = nameRows,
+      .print = printNames },
+    { .word = "normalize", .group = finding, .arguments = fieldNames, .run = normalize },
     { .word = "check",
       .group = judging,
-      .description = "Check whether configurations are sound, and if not, say where",
       .arguments = someConfs,
       .options = checkOptions,
       .json = true,
-      .details = checkText,
-      .examples = "bfri check build/*/switch.conf --ignore BF304,BF305 --fail-on warning\n"
-                  "bfri check switch.conf --baseline baseline.json --fail-on warning\n"
-                  "bfri check switch.conf --sarif | jq '.runs[].results[].ruleId'\n"
-                  "bfri check switch.conf --json | jq '.configurations[].findings[].code'\n"
-                  "bfri check --explain BF304",
-      .schema = Schema::check,
       .run = check },
     { .word = "budget",
       .group = judging,
-      .description = "Compare what a configuration takes with what the rules of a budget allow",
       .arguments = confAndRules,
       .options = budgetOptions,
       .json = true,
-      .details = budgetText,
-      .examples = "bfri budget switch.conf budget.toml\n"
-                  "bfri budget switch.conf budget.toml --against old/switch.conf --json | jq .errors",
-      .schema = Schema::budget,
       .run = budget },
     { .word = "diff",
       .group = judging,
-      .description = "Compare two configurations by name: what changed, and what an agent would notice",
       .arguments = oldAndNew,
       .options = diffOptions,
       .json = true,
-      .details = diffText,
-      .examples = "bfri diff old/switch.conf new/switch.conf\n"
-                  "bfri diff old/switch.conf new/switch.conf --only tables --json\n"
-                  "bfri diff old/switch.conf new/switch.conf --fail-on breaking\n"
-                  "bfri diff old/switch.conf new/switch.conf --markdown\n"
-                  "bfri diff --explain BD105",
-      .schema = Schema::diff,
       .run = diff },
 };
 
 constexpr Command aboutTheProgram[] = {
-    { .word = "help",
-      .group = helping,
-      .description = "Print the arguments and options of a command, with examples",
-      .arguments = maybeCommand,
-      .details = helpText,
-      .examples = "bfri help show",
-      .run = help },
-    { .word = "schema",
-      .group = helping,
-      .description = "Print the JSON Schema of a command's answer",
-      .arguments = oneCommand,
-      .options = schemaOptions,
-      .details = schemaText,
-      .examples = "bfri schema check\n"
-                  "bfri schema tables --keys",
-      .run = schema },
-    { .word = "complete",
-      .group = unlisted,
-      .description = "Print completions of the last word of a command line, for shells",
-      .arguments = typedWords,
-      .run = complete },
-    { .word = "man",
-      .group = unlisted,
-      .description = "Print the manual page, for man",
-      .arguments = {},
-      .run = manual },
+    { .word = "help", .group = helping, .arguments = maybeCommand, .run = help },
+    { .word = "schema", .group = helping, .arguments = oneCommand, .options = schemaOptions, .run = schema },
+    { .word = "complete", .group = unlisted, .arguments = typedWords, .run = complete },
+    { .word = "man", .group = unlisted, .arguments = {}, .run = manual },
 };
 
 /// Every kind of record has a list.
 Command listCommand( RecordKind const& kind ) {
     return { .word = kind.many,
              .group = listing,
-             .description = listTextOf( kind.kind ).description,
              .arguments = oneConfOrMore,
              .json = true,
              .csv = true,
              .listing = &kind,
-             .show = list,
-             .showAll = listAll };
+             .blank = kind.blank,
+             .rows = recordRows,
+             .print = printRecords };
 }
 
 std::vector<Command> allCommands() {
@@ -352,6 +231,7 @@ Program const& program() {
                                   .description =
                                       "Shows what the P4 compiler's context files say about a switch chip.",
                                   .usage = "COMMAND CONF [ARG...] [OPTIONS]",
+                                  .texts = commandTexts,
                                   .exitStatuses = exitStatuses,
                                   .environment = environment,
                                   .commands = commands };

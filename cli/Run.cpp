@@ -1,11 +1,9 @@
-#include "cli/Run.h"
-#include "cli/terminal/Characters.h"
+#include "cli/Program.h"
 
-#include "cli/CommandTable.h"
 #include "cli/commands/Loading.h"
 #include "cli/grammar/Help.h"
 #include "cli/grammar/LineParser.h"
-#include "cli/grammar/UsageMessage.h"
+#include "cli/terminal/Characters.h"
 #include "inspect/rows/JsonFormat.h"
 
 #include <cerrno>
@@ -34,10 +32,12 @@ ExitStatus answered( Request const& request, Streams const& io ) {
     Command const& command = *request.command;
     if( command.run )
         return command.run( request, io );
-    if( command.showAll && request.confs > 1 )
-        return command.showAll( request, io );
-    Configuration const configuration = load( request.words.front(), command, io.err );
-    return command.show( configuration, request, io );
+    if( command.show && ( request.confs == 1 || !command.rows ) )
+        return command.show( load( request.words.front(), command, io.err ), request, io );
+    Answers answers = answersOf( request, io.err );
+    ExitStatus const status = answers.status;
+    command.print( std::move( answers ), request, io );
+    return status;
 }
 
 ExitStatus answered( ParsedLine const& line, Streams const& io ) {
@@ -70,9 +70,7 @@ ExitStatus answeredInFormat( ParsedLine const& line, Streams const& io ) {
 }
 
 ExitStatus report( Failure const& failure, ParsedLine const& line, std::ostream& err ) {
-    fmt::print( err, "{}: {}\n", program().name, failure.what() );
-    for( String const& name : failure.suggestions )
-        fmt::print( err, "  {}\n", escapeForTerminal( name ) );
+    print( err, failure );
     if( failure.status == ExitStatus::usage )
         fmt::print( err, "Run '{}{}{} --help' to see how it is used.\n", program().name,
                     line.command ? " " : "", line.command ? line.command->word : "" );

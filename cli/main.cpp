@@ -1,4 +1,4 @@
-#include "cli/Run.h"
+#include "cli/Program.h"
 
 #include <csignal>
 #include <iostream>

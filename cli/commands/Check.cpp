@@ -1,4 +1,5 @@
 #include "cli/commands/Answers.h"
+#include "cli/commands/Meant.h"
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/CheckReport.h"
 #include "inspect/load/FaultDetails.h"
@@ -8,49 +9,40 @@
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <sstream>
 
 namespace Bfri {
 
 namespace {
 
-String withoutBlanksAround( String const& word ) {
-    auto const first = word.find_first_not_of( ' ' );
-    return first == String::npos ? "" : word.substr( first, word.find_last_not_of( ' ' ) + 1 - first );
-}
-
-/// The parts of a text between commas, the empty ones, too.
+/// The parts of a text between commas, without blanks around them; the empty ones, too.
 std::vector<String> partsOf( String const& text ) {
     std::vector<String> parts;
-    for( std::size_t from = 0; from <= text.size(); from += parts.back().size() + 1 )
-        parts.push_back( text.substr( from, text.find( ',', from ) - from ) );
+    std::istringstream rest( text + ',' );
+    for( String part; std::getline( rest, part, ',' ); ) {
+        part.erase( 0, part.find_first_not_of( ' ' ) );
+        part.erase( part.find_last_not_of( ' ' ) + 1 );
+        parts.push_back( part );
+    }
     return parts;
 }
 
 using Kinds = std::vector<FindingKind const*>;
-
-FindingKind const& kindMeant( String const& word ) {
-    if( FindingKind const* const kind = codedAs( findingKinds(), word ) )
-        return *kind;
-    auto const suggestions = codesLike( findingKinds(), word );
-    throw Failure( ExitStatus::usage,
-                   fmt::format( "no finding has the code '{}'; {}", escapeForTerminal( word ),
-                                suggestions.empty() ? "'--explain all' lists them" : "codes like it:" ),
-                   suggestions );
-}
 
 /// The kinds in an option's codes or titles, each once; none without the option.
 Kinds kindsOf( Request const& request, char const* option ) {
     Kinds kinds;
     if( !request.has( option ) )
         return kinds;
-    for( String const& part : partsOf( request.option( option ) ) ) {
-        String const word = withoutBlanksAround( part );
+    for( String const& word : partsOf( request.option( option ) ) ) {
         if( word.empty() )
             throw Failure( ExitStatus::usage, String( option ) +
                                                   " takes codes or titles with commas between, not '" +
                                                   escapeForTerminal( request.option( option ) ) + "'" );
-        FindingKind const* const kind = &kindMeant( word );
-        if( std::find( kinds.begin(), kinds.end(), kind ) == kinds.end() )
+        FindingKind const* const kind = codedAs( findingKinds(), word );
+        if( !kind )
+            refuseCode( "finding", word, codesLike( findingKinds(), word ) );
+        if( std::ranges::find( kinds, kind ) == kinds.end() )
             kinds.push_back( kind );
     }
     return kinds;
@@ -65,7 +57,7 @@ Checked checkedOf( String const& conf, Kinds const& ignored, std::ostream& err )
     auto const& configuration = std::get<Configuration>( loaded );
     Checked checked{ conf, {}, countsOf( configuration ), findingsOf( configuration ) };
     std::erase_if( checked.findings, [ & ]( Finding const& finding ) {
-        return std::find( ignored.begin(), ignored.end(), finding.kind ) != ignored.end();
+        return std::ranges::find( ignored, finding.kind ) != ignored.end();
     } );
     return checked;
 }
@@ -73,9 +65,9 @@ Checked checkedOf( String const& conf, Kinds const& ignored, std::ostream& err )
 ExitStatus statusOf( Checked const& checked, Severity failOn ) {
     if( checked.fault )
         return ExitStatus::notLoadable;
-    bool const fails =
-        std::any_of( checked.findings.begin(), checked.findings.end(),
-                     [ & ]( Finding const& f ) { return !f.isKnown && f.kind->severity >= failOn; } );
+    bool const fails = std::ranges::any_of( checked.findings, [ & ]( Finding const& finding ) {
+        return !finding.isKnown && finding.kind->severity >= failOn;
+    } );
     return fails ? ExitStatus::no : ExitStatus::done;
 }
 
@@ -90,21 +82,7 @@ std::optional<Baseline> baselineOf( Request const& request ) {
     return std::get<Baseline>( std::move( baseline ) );
 }
 
-/// The result of checking several configurations.
-struct CheckAnswer {
-    std::vector<Checked> checked = {};
-    std::optional<std::vector<KnownFinding>> gone = {}; ///< of the baseline, where there is one
-};
-
-/// Nothing is gone of configurations that can't be loaded.
-std::vector<KnownFinding> goneOf( Baseline const& baseline, std::vector<Checked> const& checked,
-                                  Kinds const& ignored ) {
-    auto gone = baseline.gone( ignored );
-    if( std::any_of( checked.begin(), checked.end(),
-                     []( Checked const& one ) { return one.fault.has_value(); } ) )
-        gone.clear();
-    return gone;
-}
+using Gone = std::optional<std::vector<KnownFinding>>; ///< of the baseline, where there is one
 
 Value goneRow( KnownFinding const& known ) {
     return Row{ { "code", known.code },
@@ -114,23 +92,23 @@ Value goneRow( KnownFinding const& known ) {
                 { "message", known.message } };
 }
 
-void printJson( CheckAnswer const& answer, bool isSummary, std::ostream& out ) {
+void printJson( std::vector<Checked> const& all, Gone const& gone, bool isSummary, std::ostream& out ) {
     JsonAnswer json( out );
     json.member( "configurations",
-                 listOf( answer.checked, [ & ]( Checked const& one ) { return rowOf( one, isSummary ); } ) );
-    if( answer.gone )
-        json.member( "gone", listOf( *answer.gone, goneRow ) );
+                 listOf( all, [ & ]( Checked const& one ) { return rowOf( one, isSummary ); } ) );
+    if( gone )
+        json.member( "gone", listOf( *gone, goneRow ) );
 }
 
-void printText( CheckAnswer const& answer, ReportView const& view, Streams const& io ) {
+void printText( std::vector<Checked> const& all, Gone const& gone, ReportView const& view,
+                Streams const& io ) {
     bool anyNew = false;
-    for( Checked const& one : answer.checked ) {
+    for( Checked const& one : all ) {
         print( one, view, io );
-        anyNew |= std::any_of( one.findings.begin(), one.findings.end(),
-                               []( auto const& f ) { return !f.isKnown; } );
+        anyNew |= !std::ranges::all_of( one.findings, &Finding::isKnown );
     }
-    if( answer.gone )
-        printGone( *answer.gone, view.all, io.out );
+    if( gone )
+        printGone( *gone, view.all, io.out );
     if( anyNew )
         io.out << "'bfri check --explain CODE' says what a finding means, and what to do.\n";
 }
@@ -138,24 +116,25 @@ void printText( CheckAnswer const& answer, ReportView const& view, Streams const
 ExitStatus checkAll( Request const& request, Streams const& io ) {
     Kinds const ignored = kindsOf( request, "--ignore" );
     Severity const failOn = severityOf( request.option( "--fail-on" ) ).value_or( Severity::note );
+    bool const isSummary = request.has( "--summary" );
     auto baseline = baselineOf( request );
-    CheckAnswer answer;
+    std::vector<Checked> all;
     ExitStatus worst = ExitStatus::done;
     for( String const& conf : request.words ) {
-        Checked& checked = answer.checked.emplace_back( checkedOf( conf, ignored, io.err ) );
+        Checked& checked = all.emplace_back( checkedOf( conf, ignored, io.err ) );
         if( baseline )
             baseline->mark( checked.findings, conf );
         worst = std::max( worst, statusOf( checked, failOn ) );
     }
-    if( baseline )
-        answer.gone = goneOf( *baseline, answer.checked, ignored );
+    Gone gone;
+    if( baseline ) // nothing is gone of configurations that can't be loaded
+        gone = worst == ExitStatus::notLoadable ? std::vector<KnownFinding>() : baseline->gone( ignored );
     if( request.has( "--sarif" ) )
-        printJsonObject( io.out,
-                         sarifOf( answer.checked, BFRI_VERSION, answer.gone ? &*answer.gone : nullptr ) );
+        printJsonObject( io.out, sarifOf( all, BFRI_VERSION, gone ? &*gone : nullptr ) );
     else if( request.format == Format::json )
-        printJson( answer, request.has( "--summary" ), io.out );
+        printJson( all, gone, isSummary, io.out );
     else
-        printText( answer, { request.has( "--summary" ), request.has( "--all" ), baseline.has_value() }, io );
+        printText( all, gone, { isSummary, request.has( "--all" ), baseline.has_value() }, io );
     return worst;
 }
 
@@ -165,38 +144,19 @@ Row explanationRow( FindingKind const* kind ) {
         { "meaning", kind->meaning }, { "matters", kind->matters }, { "advice", kind->advice } };
 }
 
-void printExplanation( FindingKind const& kind, std::ostream& out ) {
-    out << kind.code << ' ' << kind.title << " (" << wordOf( kind.severity ) << ")\n\n"
-        << kind.meaning << "\n\nWhy it matters: " << kind.matters << "\n\nWhat to do: " << kind.advice
-        << '\n';
-}
-
-void printOverview( std::ostream& out ) {
-    for( FindingKind const& kind : findingKinds() )
-        out << kind.code << "  " << kind.title << '\n' << "       " << kind.meaning << '\n';
-}
-
-Kinds allKinds() {
-    Kinds kinds;
-    for( FindingKind const& kind : findingKinds() )
-        kinds.push_back( &kind );
-    return kinds;
-}
-
 void explain( Request const& request, std::ostream& out ) {
     auto const words = partsOf( request.option( "--explain" ) );
-    bool const all = std::find( words.begin(), words.end(), "all" ) != words.end();
-    Kinds const kinds = all ? allKinds() : kindsOf( request, "--explain" );
-    if( request.format == Format::json ) {
-        JsonAnswer( out ).member( "codes", listOf( kinds, explanationRow ) );
-        return;
-    }
-    if( all )
-        return printOverview( out );
-    for( FindingKind const* const kind : kinds ) {
-        out << ( kind == kinds.front() ? "" : "\n\n" );
-        printExplanation( *kind, out );
-    }
+    bool const areAll = std::ranges::find( words, "all" ) != words.end();
+    Kinds kinds;
+    if( areAll )
+        for( FindingKind const& kind : findingKinds() )
+            kinds.push_back( &kind );
+    else
+        kinds = kindsOf( request, "--explain" );
+    if( request.format == Format::json || !areAll )
+        return printExplanations( listOf( kinds, explanationRow ), request.format, out );
+    for( FindingKind const* const kind : kinds )
+        out << kind->code << "  " << kind->title << "\n       " << kind->meaning << '\n';
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "cli/commands/Answers.h"
 #include "cli/commands/Loading.h"
-#include "cli/terminal/Characters.h"
+#include "cli/commands/Meant.h"
 #include "cli/terminal/DiffText.h"
 #include "inspect/model/Codes.h"
 #include "inspect/rows/JsonFormat.h"
@@ -17,33 +17,15 @@ Row noticeExplanationRow( NoticeKind const& kind ) {
              { "advice", kind.advice } };
 }
 
-void printNoticeExplanation( NoticeKind const& kind, std::ostream& out ) {
-    out << kind.code << ' ' << kind.title << " (" << wordOf( kind.level ) << ")\n\n"
-        << kind.meaning << "\n\nWhat to do: " << kind.advice << '\n';
-}
-
-NoticeKind const& noticeMeant( String const& word ) {
-    if( NoticeKind const* const kind = codedAs( noticeKinds(), word ) )
-        return *kind;
-    auto const suggestions = codesLike( noticeKinds(), word );
-    throw Failure( ExitStatus::usage,
-                   "no notice has the code '" + escapeForTerminal( word ) + "'; " +
-                       ( suggestions.empty() ? "'--explain all' lists them" : "codes like it:" ),
-                   suggestions );
-}
-
 void explainNotice( Request const& request, std::ostream& out ) {
     String const word = request.option( "--explain" );
-    auto const all = noticeKinds();
-    NoticeKind const* const one = word == "all" ? nullptr : &noticeMeant( word );
-    auto const kinds = one ? std::span( one, 1 ) : all;
-    if( request.format == Format::json ) {
-        JsonAnswer( out ).member( "codes", listOf( kinds, noticeExplanationRow ) );
-        return;
-    }
-    if( one )
-        return printNoticeExplanation( *one, out );
-    for( NoticeKind const& kind : all )
+    NoticeKind const* const one = codedAs( noticeKinds(), word );
+    if( word != "all" && !one )
+        refuseCode( "notice", word, codesLike( noticeKinds(), word ) );
+    auto const kinds = one ? std::span( one, 1 ) : noticeKinds();
+    if( request.format == Format::json || one )
+        return printExplanations( listOf( kinds, noticeExplanationRow ), request.format, out );
+    for( NoticeKind const& kind : kinds )
         out << kind.code << "  " << kind.title << " (" << wordOf( kind.level ) << ")\n       " << kind.meaning
             << '\n';
 }

@@ -1,11 +1,10 @@
 #include "cli/commands/Answers.h"
+#include "cli/commands/Loading.h"
 #include "cli/commands/Meant.h"
-#include "cli/commands/Several.h"
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/RecordText.h"
 
 #include <fmt/format.h>
-#include <sstream>
 
 namespace Bfri {
 
@@ -32,16 +31,15 @@ bool isNothing( Value const& value ) {
            ( list && list->empty() );
 }
 
-/// The lines of a value.
+/// The lines of a value, each with the same start.
 struct Lines {
     std::ostream& out;
+    String const& start;
 
     void operator()( std::monostate ) const {}
-    void operator()( bool flag ) const { out << ( flag ? "true\n" : "false\n" ); }
-    void operator()( U32 number ) const { out << number << '\n'; }
-    void operator()( std::int64_t number ) const { out << number << '\n'; }
-    void operator()( Hex number ) const { out << number.value << '\n'; }
-    void operator()( String const& text ) const { out << escapeForTerminal( text ) << '\n'; }
+    void operator()( bool flag ) const { out << start << ( flag ? "true\n" : "false\n" ); }
+    void operator()( Hex number ) const { out << start << number.value << '\n'; }
+    void operator()( String const& text ) const { out << start << escapeForTerminal( text ) << '\n'; }
     void operator()( List const& list ) const {
         for( Value const& value : list )
             std::visit( *this, value.is );
@@ -50,14 +48,13 @@ struct Lines {
         for( Field const& field : row )
             std::visit( *this, field.value.is );
     }
+    void operator()( auto number ) const { out << start << number << '\n'; }
 };
 
 } // namespace
 
-namespace {
-
 /// The value of the field that the words after the configurations ask for.
-Value fieldIn( Configuration const& configuration, Request const& request ) {
+std::vector<Row> fieldRows( Configuration const& configuration, Request const& request ) {
     String const* const words = &request.words[ request.confs ];
     RecordKind const& kind = *kindOf( words[ 0 ] );
     String const& field = words[ 2 ];
@@ -68,29 +65,16 @@ Value fieldIn( Configuration const& configuration, Request const& request ) {
         throw Failure( ExitStatus::no,
                        fmt::format( "{} '{}' has no {}", kind.one,
                                     escapeForTerminal( valueAs<String>( row, "name" ) ), field ) );
-    return value;
+    return { { { "value", value } } };
 }
 
-} // namespace
-
-ExitStatus field( Configuration const& configuration, Request const& request, Streams const& io ) {
-    std::visit( Lines{ io.out }, fieldIn( configuration, request ).is );
-    return ExitStatus::done;
-}
-
-/// Each line begins with the configuration and a tab.
-ExitStatus fieldOfAll( Request const& request, Streams const& io ) {
-    auto const answers = answersOf( request, io, [ & ]( Configuration const& configuration ) {
-        return std::vector<Row>{ { { "value", fieldIn( configuration, request ) } } };
-    } );
+/// With several configurations, each line begins with its own and a tab.
+void printValues( Answers&& answers, Request const&, Streams const& io ) {
     for( Row const& row : answers.rows ) {
-        std::ostringstream text;
-        std::visit( Lines{ text }, row.back().value.is );
-        std::istringstream lines( text.str() );
-        for( String line; std::getline( lines, line ); )
-            io.out << escapeForTerminal( valueAs<String>( row, "conf" ) ) << '\t' << line << '\n';
+        String const start =
+            answers.areSeveral ? escapeForTerminal( valueAs<String>( row, "conf" ) ) + '\t' : "";
+        std::visit( Lines{ io.out, start }, row.back().value.is );
     }
-    return answers.status;
 }
 
 } // namespace Bfri

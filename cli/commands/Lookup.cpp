@@ -4,8 +4,6 @@
 #include "cli/terminal/TextFormat.h"
 #include "inspect/rows/JsonFormat.h"
 
-#include <fmt/format.h>
-
 namespace Bfri {
 
 namespace {
@@ -15,14 +13,14 @@ std::vector<HandleWord> handlesMeant( BfResourceInfo::BfResourceParser const& pa
     std::vector<HandleWord> handles;
     for( String const& word : words ) {
         auto const handle = handleIn( word );
-        auto const meant = handle ? std::nullopt : handleWithout0x( parser, word );
-        if( !handle )
+        if( !handle ) {
+            auto const meant = handleWithout0x( parser, word );
             throw Failure(
                 ExitStatus::usage,
-                fmt::format(
-                    "'{}' is not a handle: a number up to 0xffffffff, decimal, or hexadecimal with 0x{}",
-                    escapeForTerminal( word ),
-                    meant ? fmt::format( "; did you mean {}?", hexText( *meant ) ) : "" ) );
+                "'" + escapeForTerminal( word ) +
+                    "' is not a handle: a number up to 0xffffffff, decimal, or hexadecimal with 0x" +
+                    ( meant ? "; did you mean " + hexText( *meant ) + "?" : "" ) );
+        }
         handles.push_back( { word, *handle } );
     }
     return handles;

@@ -1,8 +1,9 @@
 #pragma once
 
-// The messages for a word that does not mean exactly one record.
+// The messages for a word that does not mean exactly one record, and what --explain says of codes.
 
 #include "cli/grammar/Failure.h"
+#include "cli/grammar/Request.h"
 #include "cli/terminal/Characters.h"
 #include "inspect/page/Search.h"
 
@@ -23,6 +24,12 @@ struct Named {
 
 /// The same with what to type for each.
 [[noreturn]] void refuse( String const& word, SeveralRecords const& several );
+
+/// Throws Failure with status usage for a word that is no code of a "finding" or "notice".
+[[noreturn]] void refuseCode( char const* noun, String const& word, std::vector<String> const& suggestions );
+
+/// Prints rows of a code's title, severity or level, meaning and advice, perhaps with why it matters.
+void printExplanations( List const& rows, Format format, std::ostream& out );
 
 inline bool isMissing( Meaning const& meaning ) { return meaning.is == Meaning::Is::missing; }
 

@@ -51,9 +51,7 @@ ExitStatus report( Request const& request, Streams const& io ) {
     bool const isSvg = request.has( "--svg" ), isDifference = request.words.size() > 1;
     if( isSvg && isDifference )
         throw Failure( ExitStatus::usage, "--svg draws one configuration, not a difference" );
-    std::optional<Rules> rules;
-    if( request.has( "--budget" ) )
-        rules = loadRules( request.option( "--budget" ) );
+    auto const rules = rulesOf( request );
     Survey const survey = isDifference ? Survey::digests : Survey::facts;
     std::optional<Configuration> old;
     if( isDifference )

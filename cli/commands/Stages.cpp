@@ -24,10 +24,6 @@ std::optional<Stage> stageAskedFor( Request const& request ) {
     return stage;
 }
 
-StageMeasure measureOf( Request const& request ) {
-    return request.option( "--by" ) == "entries" ? StageMeasure::entries : StageMeasure::tables;
-}
-
 /// The stages of all maps: from the first to the last.
 void requireStage( Stage asked, std::vector<StageMap> const& maps ) {
     std::set<Stage> stages;
@@ -55,8 +51,7 @@ Row mapRow( StageMap const& map, std::optional<Stage> asked, Rules const* budget
 
 ExitStatus stages( Configuration const& configuration, Request const& request, Streams const& io ) {
     auto const asked = stageAskedFor( request );
-    auto const rules =
-        request.has( "--budget" ) ? std::optional( loadRules( request.option( "--budget" ) ) ) : std::nullopt;
+    auto const rules = rulesOf( request );
     Rules const* const budget = rules ? &*rules : nullptr;
     auto const maps = budget ? stageMapsByProgram( configuration ) : stageMapsOf( configuration );
     if( asked )
@@ -65,9 +60,10 @@ ExitStatus stages( Configuration const& configuration, Request const& request, S
         JsonAnswer( io.out ).member( "pipelines", listOf( maps, [ & ]( StageMap const& map ) {
                                          return mapRow( map, asked, budget );
                                      } ) );
-    else
-        printStages( io.out, io.look, maps,
-                     { measureOf( request ), asked, request.has( "--list" ), budget } );
+    else {
+        auto const by = request.option( "--by" ) == "entries" ? StageMeasure::entries : StageMeasure::tables;
+        printStages( io.out, io.look, maps, { by, asked, request.has( "--list" ), budget } );
+    }
     return ExitStatus::done;
 }
 

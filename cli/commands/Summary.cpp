@@ -1,5 +1,5 @@
 #include "cli/commands/Answers.h"
-#include "cli/commands/Several.h"
+#include "cli/commands/Loading.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/RecordKinds.h"
 #include "inspect/rows/JsonFormat.h"
@@ -18,13 +18,6 @@ Row countsOfRecords( BfResourceParser const& parser ) {
     for( Collection const& collection : collections() )
         counts.push_back( { collection.member, static_cast<U32>( collection.size( parser ) ) } );
     return counts;
-}
-
-String titleOf( RecordKind const& kind ) {
-    String title = kind.many;
-    std::transform( title.begin(), title.end(), title.begin(),
-                    []( unsigned char c ) { return static_cast<char>( std::toupper( c ) ); } );
-    return title;
 }
 
 /// "WRED tables", "WRED table" of one.
@@ -72,22 +65,21 @@ ExitStatus summary( Configuration const& configuration, Request const& request, 
     return ExitStatus::done;
 }
 
+std::vector<Row> summaryRows( Configuration const& configuration, Request const& ) {
+    return { summaryRow( configuration ) };
+}
+
 /// A line for each configuration, with the number of context files and of the records of each kind.
-ExitStatus summaryOfAll( Request const& request, Streams const& io ) {
-    auto answers = answersOf( request, io, []( Configuration const& configuration ) {
-        return std::vector<Row>{ summaryRow( configuration ) };
-    } );
-    if( request.format == Format::json ) {
-        JsonAnswer json( io.out );
-        json.member( "configurations", listOf( answers.rows, []( Row const& row ) { return row; } ) );
-        json.member( "failures", std::move( answers.failures ) );
-        return answers.status;
-    }
+void printSummaries( Answers&& answers, Request const& request, Streams const& io ) {
+    if( request.format == Format::json )
+        return printForPrograms( std::move( answers ), "configurations", request, io );
     RowList list{ { { "CONF", "" }, { "FILES", {} } }, {} };
     std::deque<String> titles; // which the header refers to
     for( RecordKind const& kind : recordKinds() ) {
+        String& title = titles.emplace_back( kind.many );
+        std::ranges::transform( title, title.begin(), []( unsigned char c ) { return std::toupper( c ); } );
         if( kind.isCounted )
-            list.header.push_back( { titles.emplace_back( titleOf( kind ) ), {} } );
+            list.header.push_back( { title, {} } );
     }
     for( Row const& row : answers.rows ) {
         Row& line = list.rows.emplace_back( Row{ row.front() } );
@@ -98,7 +90,6 @@ ExitStatus summaryOfAll( Request const& request, Streams const& io ) {
         }
     }
     printColumns( io.out, list, io.look );
-    return answers.status;
 }
 
 } // namespace Bfri

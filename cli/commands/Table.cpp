@@ -11,13 +11,6 @@ namespace Bfri {
 
 namespace {
 
-std::vector<String> tableNames( Configuration const& configuration ) {
-    std::vector<String> names;
-    for( BfTableInfo const& record : configuration.parser().bfTables() )
-        names.push_back( record.name );
-    return names;
-}
-
 /// Referenced handles, with the names of their tables.
 List named( BfResourceInfo::BfResourceParser const& parser, Vessa::Queue<U32> const& handles ) {
     return listOf( handles, [ & ]( U32 handle ) {
@@ -30,22 +23,21 @@ List named( BfResourceInfo::BfResourceParser const& parser, Vessa::Queue<U32> co
 Row placement( Configuration const& configuration, U32 handle ) {
     auto const& parser = configuration.parser();
     BfZelResource const* const resource = parser.resourceHandles().find( handle );
-    if( !resource )
-        return { { "stageStart", {} },
-                 { "statReferences", {} },
-                 { "meterReferences", {} },
-                 { "statefulReferences", {} } };
-    return { { "stageStart", U32{ resource->stageStart } },
-             { "statReferences", named( parser, resource->statReferences() ) },
-             { "meterReferences", named( parser, resource->meterReferences() ) },
-             { "statefulReferences", named( parser, resource->statefulReferences() ) } };
+    using References = Vessa::Queue<U32> const& (BfZelResource::*)() const;
+    auto const references = [ & ]( References all ) {
+        return resource ? Value( named( parser, ( resource->*all )() ) ) : Value();
+    };
+    return { { "stageStart", resource ? Value( U32{ resource->stageStart } ) : Value() },
+             { "statReferences", references( &BfZelResource::statReferences ) },
+             { "meterReferences", references( &BfZelResource::meterReferences ) },
+             { "statefulReferences", references( &BfZelResource::statefulReferences ) } };
 }
 
 /// The place of the table that is meant: the first of its name, else of its handle. Says on err where there
 /// are others.
 U32 placeMeant( Configuration const& configuration, String const& word, std::ostream& err ) {
     auto const& tables = configuration.parser().bfTables();
-    auto const names = tableNames( configuration );
+    auto const names = textsOf( tables, &BfTableInfo::name );
     auto const handle = handleIn( word );
     bool const isName = tables.first<BfByName<BfTableInfo>>( word ) < tables.size();
     if( U32 const first =

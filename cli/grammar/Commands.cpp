@@ -14,8 +14,10 @@ constexpr char const* colorChoices[] = { "auto", "always", "never" };
 
 constexpr Option filterOption = { "--filter", "REGEX",
                                   "Only rows whose name matches somewhere (ECMAScript syntax)" };
-constexpr Option whereOption = { "--where", "EXPRESSION",
-                                 "Only rows for which this holds: 'size<4096 and not name~=^l3'" };
+constexpr Option whereOption = { "--where",
+                                 "EXPRESSION",
+                                 "Only rows for which this holds: 'size<4096 and not name~=^l3'",
+                                 { ValueKind::condition } };
 constexpr Option sortOption = {
     "--sort", "FIELD", "Sort by a field; --sort=-FIELD sorts in descending order", { ValueKind::order } };
 constexpr Option countOption = {
@@ -35,8 +37,7 @@ Option const versionOption = { "--version", nullptr, "Print the version" };
 Option const jsonOption = { "--json", nullptr, "Print one JSON object" };
 
 Command const* findCommand( Program const& program, std::string_view word ) {
-    auto const found = std::find_if( program.commands.begin(), program.commands.end(),
-                                     [ & ]( Command const& command ) { return word == command.word; } );
+    auto const found = std::ranges::find( program.commands, word, &Command::word );
     return found == program.commands.end() ? nullptr : &*found;
 }
 
@@ -73,19 +74,7 @@ std::vector<String> commandWords( Program const& program ) {
     return words;
 }
 
-std::vector<String> fieldsOf( RecordKind const& kind ) {
-    std::vector<String> names;
-    for( Field const& field : kind.blank() )
-        names.emplace_back( field.name );
-    return names;
-}
-
-std::vector<String> kindWords() {
-    std::vector<String> words;
-    for( RecordKind const& kind : recordKinds() )
-        words.emplace_back( kind.one );
-    return words;
-}
+std::vector<String> kindWords() { return textsOf( recordKinds(), &RecordKind::one ); }
 
 String alternatives( std::span<String const> words ) {
     return fmt::format( "{} or {}", fmt::join( words.first( words.size() - 1 ), ", " ), words.back() );

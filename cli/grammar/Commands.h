@@ -11,6 +11,7 @@
 
 namespace Bfri {
 
+struct Answers;
 struct RecordKind;
 
 /// The kind of a value decides what the parser accepts, and what completion offers.
@@ -26,6 +27,7 @@ enum class ValueKind {
     recordKind, ///< "table", "tables"
     field,      ///< a field of the record kind on the line
     order,      ///< a field of the rows that the command lists; after a dash: descending
+    condition,  ///< on the fields of these rows
     codes,      ///< codes or titles of findings, separated by commas
     codesOrAll, ///< the same, or "all"
     noticeCode, ///< the code or title of a notice of a difference, or "all"
@@ -62,28 +64,26 @@ struct Option {
     char const* shortName = nullptr;
 };
 
-/// What bad context data does to a command.
-enum class OnBadData { explain, dieAsLibrary };
-
-/// A command. It has either show or run.
+/// A command. It has one of show, run, and rows with print; or show for one configuration, and rows with
+/// print for several.
 struct Command {
     char const* word;
     char const* group; ///< its heading in the help; empty for commands that the help does not list
-    char const* description;
     std::span<Argument const> arguments;
     std::span<Option const> options = {}; ///< its own; optionsOf() has all
     bool json = false;                    ///< takes --json
     bool csv = false;                     ///< takes --csv
-    OnBadData onBadData = OnBadData::explain;
-    RecordKind const* listing =
-        nullptr;                 ///< what a list command lists, with --filter, --sort and -n; else null
-    char const* details = "";    ///< for the help: paragraphs, separated by blank lines
-    char const* examples = "";   ///< for the help: command lines, one per line
-    Row ( *schema )() = nullptr; ///< of its JSON answer; null for lists, and without JSON
+    bool abortsOnBadData = false;         ///< bad context data ends the process, as it would end an agent
+    /// What a list command lists, with --filter, --where, --sort and -n; else null.
+    RecordKind const* listing = nullptr;
+    /// A row of those that --filter and --where choose from; of its values only the types count.
+    Row ( *blank )() = nullptr;
     /// Answers from the configuration that the first argument names.
     ExitStatus ( *show )( Configuration const&, Request const&, Streams const& ) = nullptr;
-    /// Answers from several configurations; null for commands that take one.
-    ExitStatus ( *showAll )( Request const&, Streams const& ) = nullptr;
+    /// What a configuration adds to the answer of one or of several.
+    std::vector<Row> ( *rows )( Configuration const&, Request const& ) = nullptr;
+    /// Prints the rows of all.
+    void ( *print )( Answers&&, Request const&, Streams const& ) = nullptr;
     /// Answers without a configuration, or loads its own.
     ExitStatus ( *run )( Request const&, Streams const& ) = nullptr;
 };
@@ -102,6 +102,9 @@ struct Program {
     char const* title = "";       ///< for the manual page: "inspector of ..."
     char const* description = ""; ///< a sentence
     char const* usage = ""; ///< what the program's own help shows after its name: "COMMAND CONF [ARG...]"
+    /// About the commands: lines of the form "command: what it does", and below each, indented, paragraphs
+    /// with blank lines between them, and examples after a $.
+    char const* texts = "";
     std::span<Explanation const> exitStatuses = {};
     std::span<Explanation const> environment = {}; ///< variables
     std::span<Command const> commands;             ///< in the order of the help
@@ -125,11 +128,17 @@ String argumentsOf( Command const& command, char const* before = "", char const*
 /// The names of the commands that the help lists.
 std::vector<String> commandWords( Program const& program );
 
-/// The names of the fields of a kind of record.
-std::vector<String> fieldsOf( RecordKind const& kind );
-
 /// The names of the kinds of record, singular.
 std::vector<String> kindWords();
+
+/// A text of each element: a member, or what a function says of it.
+std::vector<String> textsOf( auto const& elements, auto const& text ) {
+    std::vector<String> texts;
+    texts.reserve( std::size( elements ) );
+    for( auto const& element : elements )
+        texts.emplace_back( std::invoke( text, element ) );
+    return texts;
+}
 
 /// "auto, always or never".
 String alternatives( std::span<String const> words );

@@ -1,13 +1,10 @@
 #pragma once
 
-#include "vessa/Types.h"
+#include "inspect/load/Fault.h"
 
 #include <stdexcept>
-#include <vector>
 
 namespace Bfri {
-
-using Vessa::String;
 
 /// The exit status of the process; scripts branch on the numbers.
 enum class ExitStatus {
@@ -19,13 +16,17 @@ enum class ExitStatus {
 };
 
 /// Ends the command with a message for people, and below it the names that they may have meant.
-class Failure : public std::runtime_error {
-  public:
-    Failure( ExitStatus exitStatus, String const& message, std::vector<String> names = {} )
-        : std::runtime_error( message ), status( exitStatus ), suggestions( std::move( names ) ) {}
+struct Failure : std::runtime_error {
+    Failure( ExitStatus exitStatus, String const& message, std::vector<String> names = {},
+             std::optional<Fault> unloadable = {} )
+        : std::runtime_error( message ),
+          status( exitStatus ),
+          suggestions( std::move( names ) ),
+          fault( std::move( unloadable ) ) {}
 
     ExitStatus status;
     std::vector<String> suggestions;
+    std::optional<Fault> fault; ///< of a configuration that can't be loaded
 };
 
 } // namespace Bfri

@@ -4,15 +4,12 @@
 
 #include <filesystem>
 
-#include "cli/grammar/ValueCheck.h"
-
 namespace Bfri {
 
 namespace {
 
-template<class Range, class Element>
-bool contains( Range const& range, Element const& element ) {
-    return std::find( range.begin(), range.end(), element ) != range.end();
+bool contains( auto const& range, auto const& element ) {
+    return std::ranges::find( range, element ) != range.end();
 }
 
 bool isDashed( String const& text ) { return text.size() > 1 && text[ 0 ] == '-'; }
@@ -49,7 +46,48 @@ bool startsKind( String const& text ) {
            ( text.find_first_of( "./" ) == String::npos && !std::filesystem::exists( text, ignored ) );
 }
 
+bool isOfType( Program const& program, ParsedLine const& line, ValueType const& type, String const& value ) {
+    switch( type.kind ) {
+    case ValueKind::number:
+        return !value.empty() && value.find_first_not_of( "0123456789" ) == String::npos;
+    case ValueKind::choice:
+        return contains( type.choices, value );
+    case ValueKind::file:
+        return !value.empty();
+    case ValueKind::command:
+        return findCommand( program, value );
+    case ValueKind::recordKind:
+        return kindOf( value );
+    case ValueKind::field: // with an unknown kind of record on the line, that is the mistake
+        return line.fields().empty() || contains( line.fields(), value );
+    case ValueKind::order:
+        return contains( line.fields(), value.substr( value.starts_with( '-' ) ? 1 : 0 ) );
+    default: // the command says what is wrong with it
+        return true;
+    }
+}
+
 } // namespace
+
+std::vector<String> ParsedLine::argumentsOf( ValueKind kind ) const {
+    std::vector<String> texts;
+    for( Word const& word : words ) {
+        if( word.role == Role::argument && word.type().kind == kind )
+            texts.push_back( word.text );
+    }
+    return texts;
+}
+
+RecordKind const* ParsedLine::recordKind() const {
+    auto const kinds = argumentsOf( ValueKind::recordKind );
+    return kinds.empty() ? nullptr : kindOf( kinds.front() );
+}
+
+std::vector<String> ParsedLine::fields() const {
+    RecordKind const* const kind = recordKind();
+    auto* const blank = kind ? kind->blank : command->blank;
+    return textsOf( blank ? blank() : Row(), &Field::name );
+}
 
 LineParser::LineParser( Program const& program )
     : program_( program ), known_{ &helpOption, &versionOption } {}
@@ -134,8 +172,8 @@ Word LineParser::argumentWord( String const& text ) const {
 }
 
 Option const* LineParser::optionNamed( std::string_view name ) const {
-    auto const found = std::find_if( known_.begin(), known_.end(),
-                                     [ & ]( Option const* option ) { return isNamed( *option, name ); } );
+    auto const found =
+        std::ranges::find_if( known_, [ & ]( Option const* option ) { return isNamed( *option, name ); } );
     return found == known_.end() ? nullptr : *found;
 }
 
@@ -196,11 +234,10 @@ void LineParser::take( String const& text ) {
 std::vector<Option const*> LineParser::possibleOptions() const {
     std::vector<Option const*> options;
     if( takesOptions() )
-        std::copy_if( known_.begin(), known_.end(), std::back_inserter( options ),
-                      [ & ]( Option const* option ) {
-                          bool const isOver = !option->repeatable && contains( given_, option );
-                          return !isOver && !conflictOf( *option, given_ );
-                      } );
+        std::ranges::copy_if( known_, std::back_inserter( options ), [ & ]( Option const* option ) {
+            bool const isOver = !option->repeatable && contains( given_, option );
+            return !isOver && !conflictOf( *option, given_ );
+        } );
     return options;
 }
 
@@ -222,11 +259,22 @@ std::optional<UsageError> LineParser::arityError() const {
     return missing;
 }
 
+std::optional<UsageError> LineParser::wrongValue() const {
+    for( std::size_t i = 0; i < line_.words.size(); ++i ) {
+        Word const& word = line_.words[ i ];
+        if( !word.valueAt || isOfType( program_, line_, word.type(), word.value() ) )
+            continue;
+        Option const* const option = word.argument ? nullptr : word.options.back();
+        return UsageError{ Mistake::wrongValue, word.value(), option, nullptr, word.argument, i };
+    }
+    return std::nullopt;
+}
+
 ParsedLine LineParser::finish() && {
     if( line_.asked == ParsedLine::Asked::answer && !line_.error )
         line_.error = arityError();
     if( line_.asked == ParsedLine::Asked::answer && !line_.error )
-        line_.error = wrongValueIn( program_, line_ );
+        line_.error = wrongValue();
     return std::move( line_ );
 }
 

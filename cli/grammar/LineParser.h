@@ -2,9 +2,76 @@
 
 // The meaning of the words of a command line. Commands and completion use the same parser.
 
-#include "cli/grammar/ParsedLine.h"
+#include "cli/grammar/Commands.h"
+
+#include <optional>
 
 namespace Bfri {
+
+enum class Mistake {
+    noCommand,          ///< the line is empty or has only options
+    unknownCommand,     ///< text is not a command
+    optionTooEarly,     ///< text comes before the command
+    unknownOption,      ///< text is not an option of the command
+    missingValue,       ///< of the option
+    unexpectedValue,    ///< the option is a flag
+    repeatedOption,     ///< the option may be given once
+    conflictingOptions, ///< the option can't be combined with the other one, which comes first
+    missingArgument,    ///< the line ends too early
+    unexpectedArgument, ///< the command takes no further argument
+    wrongValue,         ///< text is not of the type of the option or argument
+};
+
+/// A mistake in a line, and its place. Members that do not apply are null or empty.
+struct UsageError {
+    Mistake mistake;
+    String text = {};
+    Option const* option = nullptr;
+    Option const* other = nullptr;
+    Argument const* argument = nullptr;
+    std::size_t position = 0; ///< of the word, from 0; if something is missing, the number of words
+};
+
+enum class Role {
+    command,
+    option,       ///< one option or several short ones, perhaps with the value of the last one
+    optionValue,  ///< of the option in the previous word
+    endOfOptions, ///< "--": arguments may start with a dash from here on
+    argument,
+    wrong, ///< none of these; the error says why, unless only the command is unknown
+};
+
+/// One word of a line, understood.
+struct Word {
+    String text;
+    Role role;
+    std::vector<Option const*> options = {}; ///< that the word sets, or whose value it is
+    Argument const* argument = nullptr;
+    std::optional<std::size_t> valueAt = {}; ///< where the value of the option or argument begins in the text
+    std::optional<UsageError> error = {};    ///< of this word; its value is not checked
+
+    /// The option or argument that the value is for.
+    ValueType const& type() const { return argument ? argument->type : options.back()->type; }
+    String value() const { return text.substr( *valueAt ); }
+};
+
+/// A command line, understood as far as possible.
+struct ParsedLine {
+    enum class Asked { answer, help, version };
+
+    std::vector<Word> words;          ///< every word of the line
+    Command const* command = nullptr; ///< null if the line names none
+    Asked asked = Asked::answer;      ///< help means the command's, if there is one
+    bool json = false;                ///< the line has --json, whether or not the rest is understood
+    std::optional<UsageError> error;  ///< the first mistake; after --help there are none
+
+    /// The arguments of a kind.
+    std::vector<String> argumentsOf( ValueKind kind ) const;
+    /// The kind of record that the line names; null if there is none.
+    RecordKind const* recordKind() const;
+    /// The fields that the line may name: of the kind of record on it, or of the rows that the command lists.
+    std::vector<String> fields() const;
+};
 
 /// Takes the words of a line one by one. The program's table must outlive parser and lines.
 class LineParser {
@@ -27,7 +94,8 @@ class LineParser {
     /// The line so far; its only mistakes are those within one word.
     ParsedLine const& line() const { return line_; }
 
-    /// The whole line, including mistakes such as missing arguments and values of the wrong type.
+    /// The whole line, including mistakes such as missing arguments and values of the wrong type. Names and
+    /// handles are not checked, as only the configuration knows them.
     ParsedLine finish() &&;
 
   private:
@@ -40,6 +108,7 @@ class LineParser {
     void takeOptions( Word const& word );
     void takeError( UsageError error );
     std::optional<UsageError> arityError() const;
+    std::optional<UsageError> wrongValue() const;
 
     Program const& program_;
     ParsedLine line_;
@@ -54,5 +123,9 @@ class LineParser {
 
 /// The words after the program's name.
 ParsedLine parseLine( Program const& program, std::span<char const* const> words );
+
+/// The message for a line that has an error, with what may have been meant: "no command 'tabels'; did you
+/// mean 'tables'?". Control characters are escaped.
+String usageMessage( Program const& program, ParsedLine const& line );
 
 } // namespace Bfri

@@ -1,5 +1,4 @@
 #include "cli/grammar/Pattern.h"
-#include "cli/terminal/Characters.h"
 
 #include "cli/grammar/Failure.h"
 #include "cli/terminal/Characters.h"
@@ -35,14 +34,12 @@ using Owned = std::unique_ptr<T, void ( * )( T* )>;
 
 } // namespace
 
-void Pattern::Free::operator()( pcre2_real_code_8* code ) const { pcre2_code_free( code ); }
-
 Pattern::Pattern( String expression, char const* option )
     : expression_( std::move( expression ) ), option_( option ) {
     int error = 0;
     PCRE2_SIZE offset = 0;
-    code_.reset(
-        pcre2_compile( units( expression_ ), expression_.size(), syntax, &error, &offset, nullptr ) );
+    code_.reset( pcre2_compile( units( expression_ ), expression_.size(), syntax, &error, &offset, nullptr ),
+                 pcre2_code_free );
     if( !code_ )
         fail( option_, expression_, " at offset " + std::to_string( offset ), error );
 }

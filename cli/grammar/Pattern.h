@@ -11,8 +11,8 @@ namespace Bfri {
 
 using Vessa::String;
 
-/// A regular expression in ECMAScript syntax. It matches UTF-8 characters; stray bytes match nothing.
-/// Matching is limited in steps and in memory, and uses no stack.
+/// A regular expression in ECMAScript syntax, which copies share. It matches UTF-8 characters; stray bytes
+/// match nothing. Matching is limited in steps and in memory, and uses no stack.
 class Pattern {
   public:
     /// An expression that is none is a Failure of status usage that says why, and names the option.
@@ -22,13 +22,9 @@ class Pattern {
     bool isIn( std::string_view text ) const;
 
   private:
-    struct Free {
-        void operator()( pcre2_real_code_8* code ) const;
-    };
-
     String expression_;
     char const* option_;
-    std::unique_ptr<pcre2_real_code_8, Free> code_;
+    std::shared_ptr<pcre2_real_code_8> code_;
 };
 
 } // namespace Bfri

@@ -1,8 +1,7 @@
 #include "cli/grammar/Request.h"
 
-#include "cli/grammar/ParsedLine.h"
+#include "cli/grammar/LineParser.h"
 #include "inspect/load/ConfPath.h"
-#include "inspect/model/RecordKinds.h"
 
 #include <charconv>
 
@@ -10,16 +9,14 @@ namespace Bfri {
 
 namespace {
 
-void addOption( Request& request, Option const& option, String const& value ) {
-    auto const [ former, isFirst ] = request.options.try_emplace( option.name, value );
-    if( !isFirst && option.label )
-        former->second += ',' + value;
-}
-
 void addOptions( Request& request, Word const& word ) {
     for( Option const* const option : word.options ) {
-        if( !option->label || word.valueAt )
-            addOption( request, *option, option->label ? word.value() : String() );
+        if( option->label && !word.valueAt )
+            continue; // the next word is the value
+        auto const [ former, isFirst ] =
+            request.options.try_emplace( option->name, option->label ? word.value() : String() );
+        if( !isFirst && option->label )
+            former->second += ',' + word.value();
     }
 }
 
@@ -33,38 +30,43 @@ void addArgument( Request& request, Word const& word ) {
     request.confs += word.argument == &first ? words.size() : 0;
 }
 
-Order orderBy( String const& word ) {
-    bool const descending = word.starts_with( '-' );
-    return { word.substr( descending ? 1 : 0 ), descending };
-}
-
-/// A number too large to be counted is as good as all.
-std::size_t countIn( String const& digits ) {
-    std::size_t count = RowSelection().most;
-    std::from_chars( digits.data(), digits.data() + digits.size(), count );
-    return count;
-}
-
-/// With several configurations, rows have the one that they are of.
-Row withConf( Row blank, bool several ) {
-    if( several )
-        blank.insert( blank.begin(), { "conf", "" } );
-    return blank;
-}
-
-} // namespace
-
+/// The selection that the options ask for, among rows with the fields of a blank one.
 RowSelection selectionOf( Request const& request, Row const& blank ) {
     RowSelection choice;
     if( request.has( "--filter" ) )
         choice.filter.emplace( request.option( "--filter" ) );
     if( request.has( "--where" ) )
-        choice.where.emplace( request.option( "--where" ), withConf( blank, request.confs > 1 ) );
-    if( request.has( "--sort" ) )
-        choice.order = orderBy( request.option( "--sort" ) );
-    if( request.has( "-n" ) )
-        choice.most = countIn( request.option( "-n" ) );
+        choice.where = conditionOf( request.option( "--where" ), withConf( blank, "", request.confs > 1 ) );
+    if( String const field = request.option( "--sort" ); request.has( "--sort" ) )
+        choice.order = { field.substr( field.starts_with( '-' ) ? 1 : 0 ), field.starts_with( '-' ) };
+    String const most = request.option( "-n" ); // a number too large to be counted is as good as all
+    std::from_chars( most.data(), most.data() + most.size(), choice.most );
     return choice;
+}
+
+} // namespace
+
+void choose( std::vector<Row>& rows, RowSelection const& choice ) {
+    if( choice.filter )
+        std::erase_if( rows, [ & ]( Row const& row ) {
+            return !choice.filter->isIn( valueAs<String>( row, "name" ) );
+        } );
+    if( choice.where )
+        std::erase_if( rows, std::not_fn( choice.where ) );
+    if( auto const& order = choice.order )
+        std::stable_sort( rows.begin(), rows.end(), [ & ]( Row const& a, Row const& b ) {
+            Value const& left = valueOf( a, order->field );
+            Value const& right = valueOf( b, order->field );
+            return order->descending ? right < left : left < right;
+        } );
+    if( rows.size() > choice.most )
+        rows.resize( choice.most );
+}
+
+Row withConf( Row row, String const& conf, bool areSeveral ) {
+    if( areSeveral )
+        row.insert( row.begin(), { "conf", conf } );
+    return row;
 }
 
 Request requestOf( ParsedLine const& line ) {
@@ -74,12 +76,9 @@ Request requestOf( ParsedLine const& line ) {
             addArgument( request, word );
         addOptions( request, word );
     }
-    if( request.has( "--csv" ) )
-        request.format = Format::csv;
-    if( line.json )
-        request.format = Format::json;
-    if( line.command->listing )
-        request.choice = selectionOf( request, line.command->listing->blank() );
+    request.format = line.json ? Format::json : request.has( "--csv" ) ? Format::csv : Format::text;
+    if( line.command->blank )
+        request.choice = selectionOf( request, line.command->blank() );
     return request;
 }
 

@@ -1,4 +1,4 @@
-#include "cli/grammar/UsageMessage.h"
+#include "cli/grammar/LineParser.h"
 
 #include "cli/terminal/Characters.h"
 #include "inspect/model/Names.h"
@@ -9,9 +9,6 @@
 namespace Bfri {
 
 namespace {
-
-/// "name, handle, size".
-String joined( std::vector<String> const& words ) { return fmt::format( "{}", fmt::join( words, ", " ) ); }
 
 /// "; did you mean 'size'?"; empty when no word is near.
 String suggestion( std::vector<String> const& words, std::string_view word ) {
@@ -25,7 +22,8 @@ String suggestion( std::vector<String> const& words, std::string_view word ) {
 String noneOf( String const& sentence, std::vector<String> const& words, std::string_view word,
                char const* what ) {
     String const meant = suggestion( words, word );
-    return fmt::format( "{}{} The {} are {}", sentence, meant.empty() ? "." : meant, what, joined( words ) );
+    return fmt::format( "{}{} The {} are {}", sentence, meant.empty() ? "." : meant, what,
+                        fmt::join( words, ", " ) );
 }
 
 /// What a value may be: "a number of rows", "auto, always or never".
@@ -40,29 +38,18 @@ String labelOf( UsageError const& error ) {
 }
 
 bool takesNames( Command const& command ) {
-    return std::any_of( command.arguments.begin(), command.arguments.end(),
-                        []( Argument const& argument ) { return argument.type.kind != ValueKind::file; } );
+    return std::ranges::any_of(
+        command.arguments, []( Argument const& argument ) { return argument.type.kind != ValueKind::file; } );
 }
 
 String unknownOption( Command const& command, String const& name ) {
-    std::vector<String> known = { "-h", "--help" };
-    for( Option const* const option : optionsOf( command ) )
-        known.emplace_back( option->name );
+    auto known = textsOf( optionsOf( command ), &Option::name );
+    known.insert( known.begin(), { "-h", "--help" } );
     String const meant = suggestion( known, name );
     String sentence = fmt::format( "'{}' has no option '{}'{}", command.word, name, meant );
     if( !takesNames( command ) || ( name.starts_with( "--" ) && !meant.empty() ) )
         return sentence;
     return sentence + ( meant.empty() ? ". " : " " ) + "Put '--' before names that start with a dash";
-}
-
-String wrongField( RecordKind const& kind, String const& field ) {
-    return noneOf( fmt::format( "{} has no field '{}'", kind.one, field ), fieldsOf( kind ), field,
-                   "fields" );
-}
-
-String wrongOrder( RecordKind const& listing, String const& order ) {
-    String const field = order.substr( order.starts_with( '-' ) ? 1 : 0 );
-    return noneOf( fmt::format( "can't sort by '{}'", field ), fieldsOf( listing ), field, "fields" );
 }
 
 String unknownCommand( Program const& program, String const& word ) {
@@ -77,9 +64,12 @@ String wrongValue( Program const& program, ParsedLine const& line, UsageError co
     case ValueKind::recordKind:
         return noneOf( fmt::format( "no kind '{}'", error.text ), kindWords(), error.text, "kinds" );
     case ValueKind::field:
-        return wrongField( *line.recordKind(), error.text );
-    case ValueKind::order:
-        return wrongOrder( *line.command->listing, error.text );
+        return noneOf( fmt::format( "{} has no field '{}'", line.recordKind()->one, error.text ),
+                       line.fields(), error.text, "fields" );
+    case ValueKind::order: {
+        String const field = error.text.substr( error.text.starts_with( '-' ) ? 1 : 0 );
+        return noneOf( fmt::format( "can't sort by '{}'", field ), line.fields(), field, "fields" );
+    }
     case ValueKind::file:
         return fmt::format( "{} is empty; it must be {}", labelOf( error ), type.description );
     default:

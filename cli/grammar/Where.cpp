@@ -1,141 +1,105 @@
 #include "cli/grammar/Where.h"
 
-#include "cli/grammar/Failure.h"
+#include "cli/grammar/Commands.h"
+#include "cli/grammar/Pattern.h"
 #include "cli/terminal/Characters.h"
 
+#include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <fmt/format.h>
-#include <functional>
-#include <optional>
 
 namespace Bfri {
 
 namespace {
 
-using Condition = Where::Condition;
-using ConditionPtr = std::shared_ptr<Condition const>;
-
-[[noreturn]] void refuseWhere( String const& problem ) {
-    throw Failure( ExitStatus::usage, "--where: " + problem );
-}
-
-/// Decimal, or hexadecimal with 0x.
-std::optional<std::int64_t> numberIn( String const& text ) {
-    bool const isHexadecimal = text.starts_with( "0x" ) || text.starts_with( "0X" );
-    std::int64_t number = 0;
-    char const* const end = text.data() + text.size();
-    auto const [ rest, error ] =
-        std::from_chars( text.data() + ( isHexadecimal ? 2 : 0 ), end, number, isHexadecimal ? 16 : 10 );
-    return error == std::errc() && rest == end ? std::optional( number ) : std::nullopt;
-}
-
-/// How two values compare: below, at, above 0.
-template<class Type>
-int order( Type const& a, Type const& b ) {
-    return a < b ? -1 : b < a ? 1 : 0;
-}
-
-enum class Operator { equal, unequal, less, most, more, least, matches };
-
 /// A value of a condition, in every type that a field may have.
 struct Operand {
-    explicit Operand( String const& word ) : text( word ), number( numberIn( word ) ) {}
+    explicit Operand( String const& word ) : text( word ) {
+        bool const isHexadecimal = text.starts_with( "0x" ) || text.starts_with( "0X" );
+        std::int64_t value = 0;
+        char const* const end = text.data() + text.size();
+        auto const [ rest, error ] =
+            std::from_chars( text.data() + ( isHexadecimal ? 2 : 0 ), end, value, isHexadecimal ? 16 : 10 );
+        if( error == std::errc() && rest == end )
+            number = value;
+        if( text == "true" || text == "yes" || text == "false" || text == "no" )
+            flag = text == "true" || text == "yes";
+    }
     String text;
     std::optional<std::int64_t> number;
-    std::optional<bool> flag() const {
-        if( text == "true" || text == "yes" )
-            return true;
-        return text == "false" || text == "no" ? std::optional( false ) : std::nullopt;
-    }
+    std::optional<bool> flag;
 };
 
-/// How a value compares with an operand; nothing where it can't.
+/// How a value compares with an operand: below, at, above 0; nothing where it can't.
 struct ComparedWith {
     Operand const& operand;
 
-    using Result = std::optional<int>;
-    Result operator()( std::monostate ) const { return {}; }
-    Result operator()( bool flag ) const {
-        return operand.flag() ? Result( order( flag, *operand.flag() ) ) : Result();
+    template<class Type>
+    static std::optional<int> order( Type const& a, std::optional<Type> const& b ) {
+        return b ? std::optional( a < *b ? -1 : *b < a ? 1 : 0 ) : std::nullopt;
     }
-    Result operator()( U32 number ) const { return ( *this )( std::int64_t{ number } ); }
-    Result operator()( Hex number ) const { return ( *this )( number.value ); }
-    Result operator()( std::int64_t number ) const {
-        return operand.number ? Result( order( number, *operand.number ) ) : Result();
+    auto operator()( bool flag ) const { return order( flag, operand.flag ); }
+    auto operator()( std::int64_t number ) const { return order( number, operand.number ); }
+    auto operator()( U32 number ) const { return order( std::int64_t{ number }, operand.number ); }
+    auto operator()( Hex number ) const { return ( *this )( number.value ); }
+    auto operator()( String const& text ) const { return std::optional( text.compare( operand.text ) ); }
+    template<class Other>
+    std::optional<int> operator()( Other const& ) const {
+        return {};
     }
-    Result operator()( String const& text ) const { return order( text, operand.text ); }
-    Result operator()( List const& ) const { return {}; }
-    Result operator()( Row const& ) const { return {}; }
 };
 
-class FieldCondition : public Condition {
-  public:
-    FieldCondition( String field, Operator is, String const& word )
-        : field_( std::move( field ) ), operator_( is ), operand_( word ) {
-        if( is == Operator::matches )
-            pattern_.emplace( word, "--where" );
-    }
-    bool holds( Row const& row ) const override {
-        bool const isNegation = operator_ == Operator::unequal;
-        return anyIs( valueOf( row, field_ ) ) != isNegation;
-    }
+/// Whether a value, or one in it, is as wanted.
+template<class Wanted>
+bool anyIs( Value const& value, Wanted const& wanted ) {
+    auto const isIn = [ & ]( Value const& one ) { return anyIs( one, wanted ); };
+    if( auto const* const list = std::get_if<List>( &value.is ) )
+        return std::ranges::any_of( *list, isIn );
+    if( auto const* const row = std::get_if<Row>( &value.is ) )
+        return std::ranges::any_of( *row, isIn, &Field::value );
+    return wanted( value );
+}
 
-  private:
-    bool anyIs( Value const& value ) const {
-        if( auto const* const list = std::get_if<List>( &value.is ) )
-            return std::any_of( list->begin(), list->end(),
-                                [ & ]( Value const& one ) { return anyIs( one ); } );
-        if( auto const* const row = std::get_if<Row>( &value.is ) )
-            return std::any_of( row->begin(), row->end(),
-                                [ & ]( Field const& one ) { return anyIs( one.value ); } );
-        if( pattern_ ) {
-            auto const* const text = std::get_if<String>( &value.is );
-            return text && pattern_->isIn( *text );
-        }
-        auto const compared = std::visit( ComparedWith{ operand_ }, value.is );
-        return compared && is( *compared );
-    }
-    bool is( int compared ) const {
-        switch( operator_ ) {
-        case Operator::less:
-            return compared < 0;
-        case Operator::most:
-            return compared <= 0;
-        case Operator::more:
-            return compared > 0;
-        case Operator::least:
-            return compared >= 0;
-        default:
-            return compared == 0;
-        }
-    }
-
-    String field_;
-    Operator operator_;
-    Operand operand_;
-    std::optional<Pattern> pattern_ = {};
+struct Operator {
+    std::string_view text;
+    bool ( *holds )( int compared ); ///< null for ~=
 };
 
-/// Not one, both, or one of two.
-struct Combined : Condition {
-    Combined( ConditionPtr a, ConditionPtr b,
-              bool ( *are )( Condition const&, Condition const&, Row const& ) )
-        : left( std::move( a ) ), right( std::move( b ) ), combine( are ) {}
-    bool holds( Row const& row ) const override { return combine( *left, *right, row ); }
+constexpr Operator operators[] = {
+    { "==", []( int compared ) { return compared == 0; } },
+    { "!=", []( int compared ) { return compared == 0; } }, // negated as a whole
+    { "<=", []( int compared ) { return compared <= 0; } },
+    { ">=", []( int compared ) { return compared >= 0; } },
+    { "~=", nullptr },
+    { "=", []( int compared ) { return compared == 0; } },
+    { "<", []( int compared ) { return compared < 0; } },
+    { ">", []( int compared ) { return compared > 0; } } };
 
-    ConditionPtr left;
-    ConditionPtr right;
-    bool ( *combine )( Condition const&, Condition const&, Row const& );
-};
+Condition comparison( std::string_view field, Operator const& is, String const& word ) {
+    if( !is.holds )
+        return [ field, pattern = Pattern( word, "--where" ) ]( Row const& row ) {
+            return anyIs( valueOf( row, field ), [ & ]( Value const& value ) {
+                auto const* const text = std::get_if<String>( &value.is );
+                return text && pattern.isIn( *text );
+            } );
+        };
+    return [ field, is, operand = Operand( word ) ]( Row const& row ) {
+        bool const isSo = anyIs( valueOf( row, field ), [ & ]( Value const& value ) {
+            auto const compared = std::visit( ComparedWith{ operand }, value.is );
+            return compared && is.holds( *compared );
+        } );
+        return isSo != ( is.text == "!=" );
+    };
+}
 
 bool isFieldCharacter( char c ) { return std::isalnum( static_cast<unsigned char>( c ) ) || c == '_'; }
 
 class WhereParser {
   public:
-    WhereParser( std::string_view text, Row const& blank ) : rest_( text ), blank_( blank ) {}
+    WhereParser( std::string_view text, Row const& blank ) : text_( text ), rest_( text ), blank_( blank ) {}
 
-    ConditionPtr whole() {
+    Condition whole() {
         auto condition = disjunction();
         skipBlanks();
         if( !rest_.empty() )
@@ -143,79 +107,68 @@ class WhereParser {
         return condition;
     }
 
+    /// Where the name of a field starts that may go on after the end of the text.
+    std::optional<std::size_t> fieldAtEnd() const { return fieldAtEnd_; }
+
   private:
     static constexpr int deepest = 100;
 
-    ConditionPtr disjunction() {
+    Condition disjunction() {
         auto left = conjunction();
         while( takeWord( "or" ) )
-            left = std::make_shared<Combined>( left, conjunction(),
-                                               []( auto const& a, auto const& b, Row const& row ) {
-                                                   return a.holds( row ) || b.holds( row );
-                                               } );
+            left = [ a = std::move( left ), b = conjunction() ]( Row const& row ) {
+                return a( row ) || b( row );
+            };
         return left;
     }
-    ConditionPtr conjunction() {
+    Condition conjunction() {
         auto left = negation();
         while( takeWord( "and" ) )
-            left = std::make_shared<Combined>( left, negation(),
-                                               []( auto const& a, auto const& b, Row const& row ) {
-                                                   return a.holds( row ) && b.holds( row );
-                                               } );
+            left = [ a = std::move( left ), b = negation() ]( Row const& row ) {
+                return a( row ) && b( row );
+            };
         return left;
     }
-    ConditionPtr negation() {
+    Condition negation() {
         if( ++depth_ > deepest )
-            refuseWhere( "too many parentheses and nots" );
-        ConditionPtr condition;
-        if( takeWord( "not" ) ) {
-            auto const inner = negation();
-            condition = std::make_shared<Combined>(
-                inner, inner, []( auto const& a, auto const&, Row const& row ) { return !a.holds( row ); } );
-        } else if( takeCharacter( '(' ) ) {
+            refuse( "too many parentheses and nots" );
+        Condition condition;
+        if( takeWord( "not" ) )
+            condition = [ a = negation() ]( Row const& row ) { return !a( row ); };
+        else if( take( "(" ) ) {
             condition = disjunction();
-            if( !takeCharacter( ')' ) )
+            if( !take( ")" ) )
                 refuseExpected( "')'" );
-        } else
-            condition = comparison();
+        } else {
+            Field const& field = takeField();
+            Operator const& is = takeOperator();
+            String const word = takeValue();
+            requireFit( field, is, word );
+            condition = comparison( field.name, is, word );
+        }
         --depth_;
         return condition;
     }
-    ConditionPtr comparison() {
-        String const field = takeField();
-        Operator const is = takeOperator();
-        String const word = takeValue();
-        requireFit( field, is, word );
-        return std::make_shared<FieldCondition>( field, is, word );
-    }
-    String takeField() {
+    Field const& takeField() {
         skipBlanks();
-        std::size_t length = 0;
-        while( length < rest_.size() && isFieldCharacter( rest_[ length ] ) )
-            ++length;
-        String name( rest_.substr( 0, length ) );
-        std::vector<String> names;
-        for( Field const& field : blank_ )
-            names.emplace_back( field.name );
-        if( std::find( names.begin(), names.end(), name ) == names.end() )
-            refuseWhere( fmt::format( "{}; the fields are {}",
-                                      name.empty() ? "expected a field, found " + here()
-                                                   : fmt::format( "no field '{}'", name ),
-                                      fmt::join( names, ", " ) ) );
-        rest_.remove_prefix( length );
-        return name;
+        std::string_view const name = ahead( std::ranges::find_if_not( rest_, isFieldCharacter ) );
+        bool const isApart = !name.empty() || text_.empty() || !isFieldCharacter( text_.back() );
+        if( name.size() == rest_.size() && isApart )
+            fieldAtEnd_ = text_.size() - rest_.size();
+        auto const found = std::ranges::find( blank_, name, &Field::name );
+        if( found == blank_.end() ) {
+            String const problem =
+                name.empty() ? "expected a field, found " + here() : fmt::format( "no field '{}'", name );
+            refuse( fmt::format( "{}; the fields are {}", problem,
+                                 fmt::join( textsOf( blank_, &Field::name ), ", " ) ) );
+        }
+        rest_.remove_prefix( name.size() );
+        return *found;
     }
-    Operator takeOperator() {
-        static constexpr std::pair<std::string_view, Operator> operators[] = {
-            { "==", Operator::equal }, { "!=", Operator::unequal }, { "<=", Operator::most },
-            { ">=", Operator::least }, { "~=", Operator::matches }, { "=", Operator::equal },
-            { "<", Operator::less },   { ">", Operator::more } };
-        skipBlanks();
-        for( auto const& [ text, is ] : operators ) {
-            if( rest_.starts_with( text ) ) {
-                rest_.remove_prefix( text.size() );
-                return is;
-            }
+    Operator const& takeOperator() {
+        for( Operator const& one : operators ) {
+            if( take( one.text ) )
+                return one;
         }
         refuseExpected( "=, !=, <, <=, >, >= or ~=" );
     }
@@ -224,70 +177,78 @@ class WhereParser {
         if( rest_.starts_with( '\'' ) || rest_.starts_with( '"' ) ) {
             auto const end = rest_.find( rest_[ 0 ], 1 );
             if( end == rest_.npos )
-                refuseWhere( "unterminated quote at " + here() );
+                refuse( "unterminated quote at " + here() );
             String value( rest_.substr( 1, end - 1 ) );
             rest_.remove_prefix( end + 1 );
             return value;
         }
-        std::size_t length = 0;
-        for( int open = 0; length < rest_.size() && rest_[ length ] != ' '; ++length ) {
-            open += rest_[ length ] == '(' ? 1 : rest_[ length ] == ')' ? -1 : 0;
-            if( open < 0 ) // it closes what is around the comparison
-                break;
-        }
-        if( length == 0 )
+        int open = 0; // a parenthesis too many closes what is around the comparison
+        String value( ahead( std::ranges::find_if( rest_, [ & ]( char c ) {
+            open += c == '(' ? 1 : c == ')' ? -1 : 0;
+            return c == ' ' || open < 0;
+        } ) ) );
+        if( value.empty() )
             refuseExpected( "a value" );
-        String value( rest_.substr( 0, length ) );
-        rest_.remove_prefix( length );
+        rest_.remove_prefix( value.size() );
         return value;
     }
     /// Numbers and flags have values of their own, and flags no order.
-    void requireFit( String const& field, Operator is, String const& word ) const {
-        Value const& value = valueOf( blank_, field );
-        bool const isFlag = std::holds_alternative<bool>( value.is );
-        bool const isNumber =
-            std::holds_alternative<U32>( value.is ) || std::holds_alternative<Hex>( value.is );
+    static void requireFit( Field const& field, Operator const& is, String const& word ) {
+        auto const& value = field.value.is;
+        bool const isFlag = std::holds_alternative<bool>( value );
+        bool const isNumber = std::holds_alternative<U32>( value ) || std::holds_alternative<Hex>( value );
         char const* const type = isFlag ? "true or false" : "a number";
         Operand const operand( word );
-        if( is == Operator::matches && ( isFlag || isNumber ) )
-            refuseWhere( fmt::format( "~= needs a text field; {} is {}", field, type ) );
-        if( isFlag && is != Operator::equal && is != Operator::unequal )
-            refuseWhere( fmt::format( "{} is {}, which takes = and != only", field, type ) );
-        if( ( isFlag && !operand.flag() ) || ( isNumber && !operand.number ) )
-            refuseWhere( fmt::format( "{} is {}, not '{}'", field, type, escapeForTerminal( word ) ) );
+        if( !is.holds && ( isFlag || isNumber ) )
+            refuse( fmt::format( "~= needs a text field; {} is {}", field.name, type ) );
+        if( isFlag && ( is.text[ 0 ] == '<' || is.text[ 0 ] == '>' ) )
+            refuse( fmt::format( "{} is {}, which takes = and != only", field.name, type ) );
+        if( ( isFlag && !operand.flag ) || ( isNumber && !operand.number ) )
+            refuse( fmt::format( "{} is {}, not '{}'", field.name, type, escapeForTerminal( word ) ) );
     }
+    std::string_view ahead( std::string_view::iterator end ) const { return { rest_.begin(), end }; }
     bool takeWord( std::string_view word ) {
         skipBlanks();
-        bool const isWhole = rest_.size() == word.size() ||
-                             ( rest_.size() > word.size() && !isFieldCharacter( rest_[ word.size() ] ) );
-        if( !rest_.starts_with( word ) || !isWhole )
+        if( rest_.size() > word.size() && isFieldCharacter( rest_[ word.size() ] ) )
             return false;
-        rest_.remove_prefix( word.size() );
-        return true;
+        return take( word );
     }
-    bool takeCharacter( char c ) {
+    bool take( std::string_view text ) {
         skipBlanks();
-        if( !rest_.starts_with( c ) )
-            return false;
-        rest_.remove_prefix( 1 );
-        return true;
+        bool const isNext = rest_.starts_with( text );
+        rest_.remove_prefix( isNext ? text.size() : 0 );
+        return isNext;
     }
     void skipBlanks() { rest_.remove_prefix( std::min( rest_.find_first_not_of( ' ' ), rest_.size() ) ); }
+    [[noreturn]] static void refuse( String const& problem ) {
+        throw Failure( ExitStatus::usage, "--where: " + problem );
+    }
     [[noreturn]] void refuseExpected( char const* what ) const {
-        refuseWhere( fmt::format( "expected {}, found {}", what, here() ) );
+        refuse( fmt::format( "expected {}, found {}", what, here() ) );
     }
     /// What comes next, for a message.
     String here() const {
         return rest_.empty() ? String( "the end" ) : "'" + escapeForTerminal( rest_ ) + "'";
     }
 
+    std::string_view const text_;
     std::string_view rest_;
     Row const& blank_;
     int depth_ = 0;
+    std::optional<std::size_t> fieldAtEnd_ = {};
 };
 
 } // namespace
 
-Where::Where( String const& text, Row const& blank ) : condition_( WhereParser( text, blank ).whole() ) {}
+Condition conditionOf( String const& text, Row const& blank ) { return WhereParser( text, blank ).whole(); }
+
+std::optional<std::size_t> fieldAtEnd( String const& text, Row const& blank ) {
+    WhereParser parser( text, blank );
+    try {
+        parser.whole();
+    } catch( Failure const& ) { // the condition is not finished
+    }
+    return parser.fieldAtEnd();
+}
 
 } // namespace Bfri

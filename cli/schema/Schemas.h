@@ -6,6 +6,9 @@ namespace Bfri {
 
 struct Command;
 
+/// The keys of every answer and their meanings, in the notation that AnswerKeys.cpp explains.
+extern char const* const answerKeys;
+
 /// Whether a command prints JSON.
 bool hasSchema( Command const& command );
 

@@ -1,6 +1,6 @@
 #include "tests/cli/Inputs.h"
 
-#include "cli/Run.h"
+#include "cli/commands/Loading.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -29,6 +29,8 @@ String answerOf( char const* word, Bfri::Configuration const& configuration, Bfr
     Bfri::Request const request{ command, { "switch.conf", name }, format };
     if( command->show )
         command->show( configuration, request, { out, err } );
+    else if( command->rows )
+        command->print( { command->rows( configuration, request ) }, request, { out, err } );
     else
         command->run( request, { out, err } );
     if( format == Bfri::Format::json || word == String( "dump" ) )

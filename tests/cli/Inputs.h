@@ -2,7 +2,7 @@
 
 // Ways to run a command within the process of a test, and what the tests of the inspector share.
 
-#include "cli/CommandTable.h"
+#include "cli/Program.h"
 #include "tests/inspect/Inputs.h"
 
 /// What a command says of a model.

@@ -1,4 +1,4 @@
-#include "cli/Run.h"
+#include "cli/Program.h"
 #include "cli/terminal/Paint.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/RecordKinds.h"

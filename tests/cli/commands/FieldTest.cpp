@@ -2,6 +2,7 @@
 #include "tests/cli/Inputs.h"
 
 #include "cli/commands/Answers.h"
+#include "cli/commands/Loading.h"
 #include "inspect/model/RecordKinds.h"
 
 #include <gmock/gmock.h>
@@ -37,8 +38,8 @@ class FieldOfARecord : public InFolder {
     String answer( String const& kind, String const& name, String const& field ) {
         std::ostringstream out;
         std::ostringstream err;
-        EXPECT_EQ( Bfri::field( *model, { nullptr, { "switch.conf", kind, name, field } }, { out, err } ),
-                   ExitStatus::done );
+        Bfri::Request const request{ nullptr, { "switch.conf", kind, name, field } };
+        Bfri::printValues( { Bfri::fieldRows( *model, request ) }, request, { out, err } );
         notes = err.str();
         return out.str();
     }

@@ -1,4 +1,4 @@
-#include "cli/grammar/RowSelection.h"
+#include "cli/grammar/Request.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

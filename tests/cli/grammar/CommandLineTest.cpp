@@ -1,6 +1,7 @@
 #include "tests/cli/Inputs.h"
 
-#include "cli/Run.h"
+#include "cli/Program.h"
+#include "cli/grammar/Help.h"
 #include "inspect/model/RecordKinds.h"
 
 #include <gmock/gmock.h>
@@ -55,6 +56,19 @@ TEST( Help, IsACommandWithHelpOfItsOwn ) {
                                                         HasSubstr( "bfri help show" ) ) );
     EXPECT_EQ( bfri( { "help", "--help" } ).out, bfri( { "help", "help" } ).out );
     EXPECT_THAT( bfri( { "--help" } ).out, HasSubstr( "\n  help  " ) );
+}
+
+TEST( Help, HasTextsOfEveryCommandAndOfNothingElse ) {
+    std::istringstream lines( Bfri::program().texts );
+    std::set<String> commands;
+    for( String line; std::getline( lines, line ); ) {
+        if( line.empty() || line.starts_with( "  " ) )
+            continue;
+        String const command = line.substr( 0, line.find( ": " ) );
+        EXPECT_TRUE( Bfri::findCommand( Bfri::program(), command ) ) << line;
+        EXPECT_TRUE( commands.insert( command ).second ) << line;
+    }
+    EXPECT_EQ( commands.size(), Bfri::program().commands.size() );
 }
 
 TEST( Help, OfTheTablesSaysWhichOnesTheModelLeavesOut ) {
@@ -237,7 +251,8 @@ TEST( Help, OfEveryCommandNamesItsArguments ) {
     for( Bfri::Command const& command : Bfri::program().commands ) {
         auto const outcome = bfri( { command.word, "--help" } );
         EXPECT_EQ( outcome.status, 0 );
-        EXPECT_THAT( outcome.out, StartsWith( command.description ) );
+        EXPECT_THAT( outcome.out,
+                     StartsWith( Bfri::textOf( Bfri::program(), command ).description + "\nUsage: bfri " ) );
         EXPECT_THAT( outcome.out, HasSubstr( String( "bfri " ) + command.word + " [OPTIONS]" ) );
         for( Bfri::Argument const& argument : command.arguments )
             EXPECT_THAT( outcome.out, testing::ContainsRegex( String( "\n  " ) + argument.label +

@@ -78,7 +78,7 @@ bool isListed( Word const& word ) {
         return word.role != Role::endOfOptions;
     ValueKind const kind = word.type().kind;
     return kind != ValueKind::text && kind != ValueKind::number && kind != ValueKind::file &&
-           kind != ValueKind::handle;
+           kind != ValueKind::handle && kind != ValueKind::condition;
 }
 
 TEST_F( CompletionAgrees, LinesAreUnderstood ) {

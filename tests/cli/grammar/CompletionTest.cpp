@@ -60,6 +60,33 @@ TEST_F( Completion, OfAnArgumentOffersWhatTheModelHas ) {
         EXPECT_THAT( wordsFor( row.line ), IsSupersetOf( row.some ) ) << testing::PrintToString( row.line );
 }
 
+TEST_F( Completion, OfAConditionOffersFieldsWhereItMayHaveOne ) {
+    for( char const* const start :
+         { "", " ", "(", "size>1 and ", "size>1 or not (", "not ", "((name=a) or ", "name='and ' and " } ) {
+        auto const offered = candidatesFor( { "headers", "switch.conf", "--where", start } );
+        EXPECT_EQ( offered.written, start );
+        EXPECT_THAT( offered.words, ElementsAre( "name", "size" ) ) << start;
+    }
+    for( char const* const start : { "size>", "size>1 ", "size>1 and", "size>1 na", "name='", "name=' and ",
+                                     "siz =1 and ", "not", "size>1)" } )
+        EXPECT_THAT( wordsFor( { "headers", "switch.conf", "--where", start } ), IsEmpty() ) << start;
+    struct {
+        std::vector<char const*> line;
+        char const* offered;
+    } const rows[] = { { { "headers", "switch.conf", "--where", "na" }, "name\n" },
+                       { { "headers", "switch.conf", "--where=not (s" }, "--where=not (size\n" },
+                       { { "tables", "switch.conf", "--where", "size>1 and adt" },
+                         "size>1 and adtHandle\nsize>1 and adtName\n" },
+                       { { "names", "switch.conf", "--where", "k" }, "kinds\n" },
+                       { { "headers", "switch.conf", "--where", "co" }, "" },
+                       { { "headers", "switch.conf", "switch.conf", "--where", "co" }, "conf\n" } };
+    for( auto const& row : rows ) {
+        std::vector<char const*> line = { "complete", "--" };
+        line.insert( line.end(), row.line.begin(), row.line.end() );
+        EXPECT_EQ( bfri( line ).out, row.offered ) << row.line.back();
+    }
+}
+
 TEST_F( Completion, OfAHandleOffersThoseOfPlacedTables ) {
     writeFile( "context.json", contextOf( matchTable( "a", 1 ) + "," + matchTable( "b", 0x2000010 ) ) );
     EXPECT_THAT( wordsFor( { "lookup", "switch.conf", "1", "" } ),

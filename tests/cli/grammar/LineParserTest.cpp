@@ -1,5 +1,4 @@
 #include "cli/grammar/LineParser.h"
-#include "cli/grammar/UsageMessage.h"
 
 #include <gmock/gmock.h>
 #include <sstream>
@@ -29,19 +28,10 @@ constexpr Argument anyArguments[] = { { "WHAT", "", {}, Arity::anyTimes } };
 
 Program const& toy() {
     static Command const commands[] = {
-        { .word = "copy",
-          .group = "All",
-          .description = "",
-          .arguments = copyArguments,
-          .options = copyOptions },
-        { .word = "maybe", .group = "All", .description = "", .arguments = maybeArguments, .json = true },
-        { .word = "any",
-          .group = "All",
-          .description = "",
-          .arguments = anyArguments,
-          .json = true,
-          .csv = true },
-        { .word = "none", .group = "All", .description = "", .arguments = {} } };
+        { .word = "copy", .group = "All", .arguments = copyArguments, .options = copyOptions },
+        { .word = "maybe", .group = "All", .arguments = maybeArguments, .json = true },
+        { .word = "any", .group = "All", .arguments = anyArguments, .json = true, .csv = true },
+        { .word = "none", .group = "All", .arguments = {} } };
     static Program const program = { .name = "toy", .commands = commands };
     return program;
 }

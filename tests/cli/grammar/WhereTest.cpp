@@ -26,7 +26,7 @@ Row rowOfATable() {
 
 bool holds( char const* condition ) {
     Row const row = rowOfATable();
-    return Bfri::Where( condition, row ).holds( row );
+    return Bfri::conditionOf( condition, row )( row );
 }
 
 TEST( AConditionOnRows, HoldsByTheFieldsType ) {
@@ -58,7 +58,7 @@ TEST( AConditionOnRows, HasAndBeforeOrAndNotBeforeBoth ) {
 
 String refusal( String const& condition ) {
     try {
-        Bfri::Where const where( condition, rowOfATable() );
+        Bfri::conditionOf( condition, rowOfATable() );
         return "none";
     } catch( Bfri::Failure const& failure ) {
         EXPECT_EQ( failure.status, Bfri::ExitStatus::usage );

@@ -1,5 +1,7 @@
-#include "cli/CommandTable.h"
+#include "cli/Program.h"
 #include "cli/commands/Answers.h"
+#include "cli/grammar/Completion.h"
+#include "cli/grammar/Help.h"
 #include "cli/schema/Schemas.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/rows/JsonFormat.h"
@@ -47,6 +49,31 @@ void printKeys( Row const& schema, Streams const& io ) {
 }
 
 } // namespace
+
+ExitStatus help( Request const& request, Streams const& io ) {
+    Command const* const command =
+        request.words.empty() ? nullptr : findCommand( program(), request.words.front() );
+    command ? printHelp( io.out, program(), *command ) : printHelp( io.out, program() );
+    return ExitStatus::done;
+}
+
+ExitStatus manual( Request const&, Streams const& io ) {
+    printManual( io.out, program() );
+    return ExitStatus::done;
+}
+
+/// One completion per line; ":files" where paths will do. A name with a line break in it has no line.
+ExitStatus complete( Request const& request, Streams const& io ) {
+    Candidates const candidates = candidatesFor( program(), request.words );
+    if( candidates.files )
+        io.out << ":files\n";
+    String const rest = request.words.back().substr( candidates.written.size() );
+    for( String const& word : beginningLike( rest, candidates.words ) ) {
+        if( word.find( '\n' ) == String::npos )
+            io.out << candidates.written << word << '\n';
+    }
+    return ExitStatus::done;
+}
 
 ExitStatus schema( Request const& request, Streams const& io ) {
     String const& word = request.words.front();

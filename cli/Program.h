@@ -8,4 +8,8 @@ namespace Bfri {
 /// and the manual page read it.
 Program const& program();
 
+/// The whole program except the process around it. Every failure ends in a message on err and a status; with
+/// --json on the line, also in a JSON object on out.
+ExitStatus run( int argc, char const* const* argv, Streams const& io );
+
 } // namespace Bfri
