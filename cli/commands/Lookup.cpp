@@ -1,6 +1,6 @@
 #include "cli/commands/Answers.h"
 #include "cli/terminal/Characters.h"
-#include "cli/terminal/LookupText.h"
+#include "cli/terminal/PageText.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/rows/JsonFormat.h"
 

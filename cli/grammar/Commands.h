@@ -4,7 +4,7 @@
 
 #include "cli/grammar/Failure.h"
 #include "cli/grammar/Request.h"
-#include "cli/terminal/Streams.h"
+#include "cli/terminal/TerminalStyle.h"
 #include "inspect/model/Configuration.h"
 
 #include <span>

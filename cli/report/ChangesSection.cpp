@@ -1,4 +1,4 @@
-#include "cli/report/Sections.h"
+#include "cli/report/Parts.h"
 
 #include "inspect/diff/Comparison.h"
 
@@ -8,69 +8,62 @@ namespace {
 
 /// What differs of a resource, or of a match table that is not placed.
 struct ChangeRow {
-    Marks marks;
-    std::string_view name, oldName; ///< the old one where it is another
-    std::optional<ChipLink> link;   ///< none of what is removed
-    ChipResource const* now;        ///< null of what is removed, or has no place
-    ChipResource const* old;
-    std::optional<std::uint64_t> size, oldSize;
+    Marks marks = {};
+    std::string_view name = {}, oldName = {}; ///< the old one where it is another
+    std::optional<ChipLink> link = {};        ///< none of what is removed
+    ChipResource const* now = nullptr;        ///< null of what is removed, or has no place
+    ChipResource const* old = nullptr;
+    std::optional<std::uint64_t> size = {}, oldSize = {};
 
     ChipResource const* shown() const { return now ? now : old; }
     std::uint64_t distance() const {
-        std::uint64_t const a = size.value_or( 0 ), b = oldSize.value_or( 0 );
-        return std::max( a, b ) - std::min( a, b );
+        auto const [ least, most ] = std::minmax( { size.value_or( 0 ), oldSize.value_or( 0 ) } );
+        return most - least;
     }
 };
 
-ChangeRow rowOf( ChipResource const& resource ) {
-    ChangeRow row{ resource.marks, resource.name(), {}, resource.link(), &resource,
-                   resource.old,   resource.size,   {} };
-    if( resource.old )
-        row.oldSize = resource.old->size;
-    if( resource.isRenamed() )
-        row.oldName = resource.old->name();
-    return row;
-}
+ChipResource const* placeOf( ChipResource const* resource ) { return resource; }
+ChipResource const* placeOf( ChipTable const* ) { return nullptr; }
+std::uint64_t sizeOf( ChipResource const& resource ) { return resource.size; }
+std::uint64_t sizeOf( ChipTable const& table ) { return table.record->size; }
 
-ChangeRow rowOf( ChipTable const& table ) {
-    ChangeRow row{
-        table.marks, table.record->name, {}, ChipLink{ ChipLink::To::table, table.number }, nullptr,
-        nullptr,     table.record->size, {} };
-    if( table.old )
-        row.oldSize = table.old->record->size;
-    if( table.old && table.old->record->name != row.name )
-        row.oldName = table.old->record->name;
-    return row;
-}
-
-ChangeRow removedRowOf( ChipResource const& old ) {
-    ChangeRow row{ {}, old.name(), {}, {}, nullptr, &old, {}, old.size };
-    add( row.marks, Mark::removed );
-    return row;
-}
-
-ChangeRow removedRowOf( ChipTable const& old ) {
-    ChangeRow row{ {}, old.record->name, {}, {}, nullptr, nullptr, {}, old.record->size };
-    add( row.marks, Mark::removed );
+/// One of the two may be null.
+template<class Part>
+ChangeRow rowOf( Part const* now, Part const* old ) {
+    ChangeRow row;
+    row.name = ( now ? now : old )->name();
+    row.now = placeOf( now );
+    row.old = placeOf( old );
+    if( now ) {
+        row.marks = now->marks;
+        row.link = now->link();
+        row.size = sizeOf( *now );
+    } else
+        add( row.marks, Mark::removed );
+    if( old ) {
+        row.oldSize = sizeOf( *old );
+        row.oldName = old->name() == row.name ? "" : std::string_view( old->name() );
+    }
     return row;
 }
 
 /// By the gravest mark; the largest differences first.
 std::array<std::vector<ChangeRow>, markCount> changesOf( Chip const& chip ) {
     std::array<std::vector<ChangeRow>, markCount> groups;
-    auto const put = [ & ]( ChangeRow const& row ) {
+    auto const put = [ & ]( auto const* now, decltype( now ) old ) {
+        ChangeRow const row = rowOf( now, old );
         if( row.marks.any() )
-            groups[ static_cast<std::size_t>( gravest( row.marks ) ) ].push_back( row );
+            groups[ static_cast<std::size_t>( marksIn( row.marks ).front() ) ].push_back( row );
     };
     for( ChipResource const* const old : chip.removed )
-        put( removedRowOf( *old ) );
+        put( static_cast<ChipResource const*>( nullptr ), old );
     for( ChipTable const* const old : chip.removedTables )
-        put( removedRowOf( *old ) );
+        put( static_cast<ChipTable const*>( nullptr ), old );
     for( ChipResource const& resource : chip.resources )
-        put( rowOf( resource ) );
+        put( &resource, resource.old );
     for( ChipTable const& table : chip.tables ) {
         if( !table.resource )
-            put( rowOf( table ) );
+            put( &table, table.old );
     }
     for( auto& group : groups )
         std::stable_sort( group.begin(), group.end(),
@@ -78,92 +71,39 @@ std::array<std::vector<ChangeRow>, markCount> changesOf( Chip const& chip ) {
     return groups;
 }
 
-String sizesText( ChangeRow const& row ) {
-    if( row.size == row.oldSize )
-        return grouped( *row.size );
-    return ( row.oldSize ? grouped( *row.oldSize ) : "–" ) + " → " +
-           ( row.size ? grouped( *row.size ) : "–" );
-}
+/// "was → is", or once if they are the same.
+String fromTo( String const& was, String const& is ) { return was == is ? is : was + " → " + is; }
 
-String stagesText( ChangeRow const& row ) {
-    auto const text = []( ChipResource const* resource ) {
-        return resource && !resource->stages.empty() ? stagesText( resource->stages ) : String( "–" );
-    };
-    String const was = text( row.old ), is = text( row.now );
-    return was == is ? is : was + " → " + is;
-}
+String sizeText( std::optional<std::uint64_t> size ) { return size ? grouped( *size ) : "–"; }
 
-void writeSizes( Html& html, ChangeRow const& row, std::uint64_t most ) {
-    auto const width = [ & ]( std::optional<std::uint64_t> size ) {
-        return own( "width:{:.2f}%",
-                    100 * static_cast<double>( size.value_or( 0 ) ) / static_cast<double>( most ) );
-    };
-    Literal const css = row.shown() ? styleOf( row.shown()->type ).css : Literal( "ot" );
-    html.open( "td" ).open( "span", { { "class", "ob" } } );
-    html.leaf( "i", { { "class", "was" }, { "style", width( row.oldSize ) } }, "" );
-    html.leaf( "i", { { "class", own( "now {}", css ) }, { "style", width( row.size ) } }, "" )
-        .close()
-        .close();
+String stagesOf( ChipResource const* resource ) {
+    return resource && !resource->stages.empty() ? stagesText( resource->stages ) : "–";
 }
 
 void writeChange( Html& html, ChangeRow const& row, std::uint64_t most ) {
-    html.open( "tr" ).open( "td", { { "class", "dm" } } );
-    writeMarks( html, row.marks );
-    html.close().open( "td" );
-    if( row.link )
-        html.open( "a", { linkTo( *row.link ) } );
-    else
-        html.open( "span", { { "class", "a" } } );
-    writeName( html, row.name );
-    html.close();
+    auto const width = [ & ]( std::optional<std::uint64_t> size ) {
+        return 100 * static_cast<double>( size.value_or( 0 ) ) / static_cast<double>( most );
+    };
+    ChipResource const* const shown = row.shown();
+    html.add( "<tr><td class=dm>{}<td>{}", marksOf( row.marks ), linkedName( row.link, row.name ) );
     if( !row.oldName.empty() )
-        html.open( "small" ).text( "was " ).text( row.oldName ).close();
-    html.close().open( "td" );
-    if( row.shown() ) {
-        writeSwatch( html, row.shown()->type );
-        html.text( styleOf( row.shown()->type ).word.view() );
-    } else
-        html.text( "match table" );
-    html.close().leaf( "td", row.shown() ? directionWord( row.shown()->ingress ).view() : "–" );
-    html.leaf( "td", { { "class", "n" } }, sizesText( row ) );
-    writeSizes( html, row, most );
-    html.leaf( "td", stagesText( row ) ).close();
-}
-
-void writeChangeTable( Html& html, std::span<ChangeRow const> rows, std::uint64_t most ) {
-    static constexpr U32 widths[] = { 44, 0, 150, 70, 150, 130, 110 };
-    html.open( "div", { { "class", "x" } } ).open( "table", { { "class", "ls" } } ).open( "colgroup" );
-    for( U32 const width : widths ) {
-        Attributes attributes;
-        if( width )
-            attributes.push_back( { "style", own( "width:{}px", width ) } );
-        html.empty( "col", attributes );
-    }
-    html.close().open( "thead", { { "class", "vh" } } ).open( "tr" );
-    for( char const* const title :
-         { "change", "name", "kind", "direction", "entries", "old and new size", "stages" } )
-        html.leaf( "th", { { "scope", "col" } }, title );
-    html.close().close().open( "tbody" );
-    for( ChangeRow const& row : rows )
-        writeChange( html, row, most );
-    html.close().close().close();
-}
-
-/// The first ones, and the others folded.
-template<class Rows, class Write>
-void writeFolded( Html& html, Rows const& rows, std::size_t most, Write write ) {
-    std::size_t const shown = std::min( most, rows.size() );
-    write( rows.first( shown ) );
-    if( shown == rows.size() )
-        return;
-    html.open( "details" ).leaf( "summary", grouped( rows.size() - shown ) + " more" );
-    write( rows.subspan( shown ) );
-    html.close();
+        html.add( "<small>was {}</small>", row.oldName );
+    html.add( "<td>{}<td>{}<td class=n>{}<td><span class=ob><i class=was style=width:{:.2f}%></i>"
+              "<i class=\"now {}\" style=width:{:.2f}%></i></span><td>{}",
+              shown ? typeWord( shown->type ) : markup( "match table" ),
+              shown ? directionWord( shown->ingress ) : Literal( "–" ),
+              fromTo( sizeText( row.oldSize ), sizeText( row.size ) ), width( row.oldSize ),
+              shown ? styleOf( shown->type ).css : Literal( "ot" ), width( row.size ),
+              fromTo( stagesOf( row.old ), stagesOf( row.now ) ) );
 }
 
 void writeGroups( Html& html, Chip const& chip ) {
-    static constexpr char const* titles[ markCount ] = { "Removed", "Shrank", "Added",
-                                                         "Grew",    "Moved",  "Changed otherwise" };
+    static constexpr Literal titles[ markCount ] = { "Removed", "Shrank", "Added",
+                                                     "Grew",    "Moved",  "Changed otherwise" };
+    static constexpr ListColumn columns[] = { { "change", 44 },   { "name" },
+                                              { "kind", 150 },    { "direction", 70 },
+                                              { "entries", 150 }, { "old and new size", 130 },
+                                              { "stages", 110 } };
     auto const groups = changesOf( chip );
     std::uint64_t most = 1;
     for( auto const& group : groups ) {
@@ -173,44 +113,42 @@ void writeGroups( Html& html, Chip const& chip ) {
     for( std::size_t i = 0; i < markCount; ++i ) {
         if( groups[ i ].empty() )
             continue;
-        html.open( "h3" )
-            .text( titles[ i ] )
-            .text( " " )
-            .leaf( "small", grouped( groups[ i ].size() ) )
-            .close();
-        writeFolded( html, std::span( groups[ i ] ), 40,
-                     [ & ]( auto const& rows ) { writeChangeTable( html, rows, most ); } );
+        html.add( "<h3>{} <small>{}</small></h3>", titles[ i ], grouped( groups[ i ].size() ) );
+        writeFolded( html, std::span( groups[ i ] ), 40, [ & ]( std::span<ChangeRow const> rows ) {
+            openTable( html, columns, " class=vh" );
+            for( ChangeRow const& row : rows )
+                writeChange( html, row, most );
+            html.add( "</table></div>" );
+        } );
     }
 }
 
-struct ActionChange {
-    Mark mark;
-    Row const* row;
-};
-
 void writeActionChanges( Html& html, KindComparison const& actions ) {
-    std::vector<ActionChange> changes;
+    std::vector<std::pair<Mark, Row const*>> changes;
     for( Row const& row : actions.removed )
-        changes.push_back( { Mark::removed, &row } );
+        changes.emplace_back( Mark::removed, &row );
     for( Row const& row : actions.added )
-        changes.push_back( { Mark::added, &row } );
+        changes.emplace_back( Mark::added, &row );
     if( changes.empty() )
         return;
-    html.open( "h3" ).text( "Actions " ).leaf( "small", grouped( changes.size() ) ).close();
+    html.add( "<h3>Actions <small>{}</small></h3>", grouped( changes.size() ) );
     writeFolded( html, std::span( changes ), 60, [ & ]( auto const& some ) {
-        html.open( "ul", { { "class", "acts" } } );
-        for( ActionChange const& change : some ) {
-            html.open( "li" );
-            writeMark( html, change.mark );
-            html.leaf( "b", valueAs<String>( *change.row, "name" ) )
-                .text( " of " + valueAs<String>( *change.row, "tableName" ) )
-                .close();
-        }
-        html.close();
+        html.add( "<ul class=acts>" );
+        for( auto const& [ mark, row ] : some )
+            html.add( "<li>{}<b>{}</b> of {}", markOf( mark ), valueAs<String>( *row, "name" ),
+                      valueAs<String>( *row, "tableName" ) );
+        html.add( "</ul>" );
     } );
 }
 
 } // namespace
+
+std::size_t countChanges( Chip const& chip ) {
+    std::size_t count = 0;
+    for( auto const& group : changesOf( chip ) )
+        count += group.size();
+    return count;
+}
 
 void writeChanges( Html& html, ReportData const& data ) {
     Comparison const& comparison = *data.comparison;
@@ -220,10 +158,9 @@ void writeChanges( Html& html, ReportData const& data ) {
             writeActionChanges( html, kind );
     }
     Tally const &handles = comparison.handles.tally, &shifted = comparison.shifted;
-    html.leaf( "p", { { "class", "lead2" } },
-               "Renumbered handles: " + grouped( handles.differing ) + " of " + grouped( handles.all ) +
-                   ". Shifted hit-bit ranges: " + grouped( shifted.differing ) + " of " +
-                   grouped( shifted.all ) + "." );
+    html.add( "<p class=lead2>Renumbered handles: {} of {}. Shifted hit-bit ranges: {} of {}.</p>",
+              grouped( handles.differing ), grouped( handles.all ), grouped( shifted.differing ),
+              grouped( shifted.all ) );
 }
 
 } // namespace Bfri

@@ -1,6 +1,6 @@
 #include "cli/report/Report.h"
 
-#include "cli/report/Sections.h"
+#include "cli/report/Parts.h"
 
 namespace Bfri {
 
@@ -8,126 +8,84 @@ namespace {
 
 struct Section {
     Literal id;
-    char const* title;
+    Literal title;
     std::optional<std::size_t> count;
-    char const* subtitle;
+    Literal subtitle;
     void ( *write )( Html&, ReportData const& );
 };
 
-/// The rows of the lists of changes.
-std::size_t countChanges( Chip const& chip ) {
-    auto const isMarked = []( auto const& part ) { return part.marks.any(); };
-    auto const count =
-        std::count_if( chip.resources.begin(), chip.resources.end(), isMarked ) +
-        std::count_if( chip.tables.begin(), chip.tables.end(),
-                       [ & ]( ChipTable const& table ) { return !table.resource && isMarked( table ); } );
-    return chip.removed.size() + chip.removedTables.size() + static_cast<std::size_t>( count );
-}
-
 std::vector<Section> sectionsOf( ReportData const& data ) {
     Chip const& chip = data.chip;
-    std::vector<Section> sections;
-    if( data.isDiff() )
-        sections.push_back( { "changes", "Changes", countChanges( chip ),
-                              "What was added, removed, resized or moved.", writeChanges } );
-    sections.insert(
-        sections.end(),
-        { { "stages", "Stages", chip.stages.size(),
-            data.hasBudget()
-                ? "Where the chip is full, also as shares of the budget's capacities."
-                : "Where the chip is full. Percentages are of what the program takes: the chip's capacities "
-                  "are not in the files.",
-            writeStages },
-          { "room", "What takes the room", {}, "", writeRoom },
-          { "findings", "Findings", chip.findings.size(), "What 'bfri check' reports, most severe first.",
-            writeFindings },
-          { "tables", "Match tables", chip.tables.size(), "Tables that an agent can program.", writeTables },
-          { "attached", "Other parts", chip.countOthers(),
-            "Counters, meters, registers, action data, selectors, and tables that an agent cannot program. "
-            "Those that are not placed do not count as resources.",
-            writeAttached },
-          { "phv", "PHV bytes", chip.fields.size(), "", writeFields },
-          { "hitbits", "Hit-bit space", {}, "", writeHitBits },
-          { "other", "Hashes, headers, learning", {}, "", writeOthers } } );
+    std::vector<Section> sections{
+        { "changes", "Changes", countChanges( chip ), "What was added, removed, resized or moved.",
+          writeChanges },
+        { "stages", "Stages", chip.stages.size(),
+          data.hasBudget()
+              ? Literal( "Where the chip is full, also as shares of the budget's capacities." )
+              : Literal( "Where the chip is full. Percentages are of what the program takes: the chip's "
+                         "capacities are not in the files." ),
+          writeStages },
+        { "room", "What takes the room", {}, "", writeRoom },
+        { "findings", "Findings", chip.findings.size(), "What 'bfri check' reports, most severe first.",
+          writeFindings },
+        { "tables", "Match tables", chip.tables.size(), "Tables that an agent can program.", writeTables },
+        { "attached", "Other parts", chip.countOthers(),
+          "Counters, meters, registers, action data, selectors, and tables that an agent cannot program. "
+          "Those that are not placed do not count as resources.",
+          writeAttached },
+        { "phv", "PHV bytes", chip.fields.size(), "", writeFields },
+        { "hitbits", "Hit-bit space", {}, "", writeHitBits },
+        { "other", "Hashes, headers, learning", {}, "", writeOthers } };
+    if( !data.isDiff() )
+        sections.erase( sections.begin() );
     return sections;
 }
 
 void writeHead( Html& html, ReportData const& data ) {
-    String const& path = data.chip.configuration->path;
-    html.open( "head" ).empty( "meta", { { "charset", "utf-8" } } );
-    html.empty( "meta",
-                { { "http-equiv", "Content-Security-Policy" },
-                  { "content", own( "default-src 'none'; style-src 'unsafe-inline'; script-src 'sha256-{}'; "
-                                    "base-uri 'none'; form-action 'none'",
-                                    scriptHash() ) } } );
-    html.empty( "meta", { { "name", "viewport" }, { "content", "width=device-width,initial-scale=1" } } );
-    html.empty( "meta", { { "name", "color-scheme" }, { "content", "light dark" } } );
-    html.empty( "meta", { { "name", "referrer" }, { "content", "no-referrer" } } );
-    html.leaf( "title", ( data.isDiff() ? data.chip.old->configuration->path + " → " : "" ) + path +
-                            " – bfri report" );
-    html.styleSheet().close();
-}
-
-void writeSearch( Html& html ) {
-    html.open( "div", { { "class", "srch" }, { "hidden", "" } } );
-    html.empty( "input", { { "type", "search" },
-                           { "id", "q" },
-                           { "placeholder", "Name or handle" },
-                           { "aria-label", "Search names and handles" },
-                           { "autocomplete", "off" },
-                           { "spellcheck", "false" },
-                           { "role", "combobox" },
-                           { "aria-expanded", "false" },
-                           { "aria-controls", "hits_" },
-                           { "aria-autocomplete", "list" } } );
-    html.leaf( "kbd", "/" )
-        .leaf( "ul", { { "id", "hits_" }, { "role", "listbox" }, { "hidden", "" } }, "" )
-        .close();
+    html.add( R"(<head><meta charset=utf-8><meta http-equiv=Content-Security-Policy content=")"
+              R"(default-src 'none'; style-src 'unsafe-inline'; script-src 'sha256-{}'; )"
+              R"(base-uri 'none'; form-action 'none'">)"
+              R"(<meta name=viewport content="width=device-width,initial-scale=1">)"
+              R"(<meta name=color-scheme content="light dark"><meta name=referrer content=no-referrer>)",
+              scriptHashInBase64() );
+    html.add( "<title>{}{} – bfri report</title><style>{}</style></head>",
+              data.isDiff() ? data.chip.old->configuration->path + " → " : "", data.chip.configuration->path,
+              styleSheet );
 }
 
 void writeRail( Html& html, ReportData const& data, std::vector<Section> const& sections ) {
-    html.open( "aside", { { "class", "rail" } } ).leaf( "p", { { "class", "mk" } }, "bfri report" );
-    writeSearch( html );
-    html.open( "nav", { { "aria-label", "Sections" } } ).open( "ul" );
+    html.add(
+        R"(<aside class=rail><p class=mk>bfri report</p><div class=srch hidden><input type=search id=q )"
+        R"(placeholder="Name or handle" aria-label="Search names and handles" autocomplete=off )"
+        R"(spellcheck=false role=combobox aria-expanded=false aria-controls=hits_ )"
+        R"(aria-autocomplete=list><kbd>/</kbd><ul id=hits_ role=listbox hidden></ul></div>)"
+        R"(<nav aria-label=Sections><ul>)" );
     for( Section const& section : sections ) {
-        html.open( "li" ).open( "a", { { "href", own( "#{}", section.id ) } } ).text( section.title );
-        if( section.count )
-            html.leaf( "u", grouped( *section.count ) );
-        html.close();
-        if( section.write == writeStages ) {
-            html.open( "ul" );
-            for( std::size_t i = 0; i < data.chip.programs.size(); ++i ) {
-                html.open( "li" ).open( "a", { { "href", own( "#p{}", i ) } } );
-                writePipes( html, data.chip.programs[ i ] );
-                html.text( data.chip.programs[ i ].name ).close().close();
-            }
-            html.close();
-        }
-        html.close();
+        html.add( "<li><a href=#{}>{}{}</a>", section.id, section.title,
+                  section.count ? markup( "<u>{}</u>", grouped( *section.count ) ) : Html() );
+        if( section.write != writeStages )
+            continue;
+        html.add( "<ul>" );
+        for( ChipProgram const& program : data.chip.programs )
+            html.add( "<li><a href=#p{}>{}{}</a>", &program - data.chip.programs.data(), pipeBoxes( program ),
+                      program.name );
+        html.add( "</ul>" );
     }
-    html.close().close().close();
+    html.add( "</ul></nav></aside>" );
 }
 
 void writeMain( Html& html, ReportData const& data, std::vector<Section> const& sections ) {
-    html.open( "main", { { "id", "main" } } );
-    writeTop( html, data );
-    if( data.isDiff() )
-        writeVerdict( html, data );
-    else
-        writeSoundness( html, data );
-    writePrograms( html, data );
-    writeFacts( html, data );
+    html.add( "<main id=main>" );
+    writeOverview( html, data );
     for( Section const& section : sections ) {
-        html.open( "section", { { "id", section.id }, { "class", "s" } } )
-            .open( "header" )
-            .leaf( "h2", section.title );
-        if( *section.subtitle )
-            html.leaf( "p", section.subtitle );
-        html.close();
+        html.add( "<section id={} class=s><header><h2>{}</h2>", section.id, section.title );
+        if( section.subtitle != "" )
+            html.add( "<p>{}</p>", section.subtitle );
+        html.add( "</header>" );
         section.write( html, data );
-        html.close();
+        html.add( "</section>" );
     }
-    html.close();
+    html.add( "</main>" );
 }
 
 ReportData dataOf( Chip const& chip, Comparison const* comparison, Rules const* rules ) {
@@ -145,14 +103,13 @@ String htmlReport( Chip const& chip, Comparison const* comparison, Rules const* 
     ReportData const data = dataOf( chip, comparison, rules );
     auto const sections = sectionsOf( data );
     Html html;
-    html.doctype().open( "html", { { "lang", "en" }, { "class", when( data.isDiff(), "diff" ) } } );
+    html.add( "<!DOCTYPE html>\n<html lang=en{}>", when( data.isDiff(), " class=diff" ) );
     writeHead( html, data );
-    html.open( "body" ).leaf( "a", { { "class", "skip" }, { "href", "#main" } }, "To the content" );
-    html.leaf( "i", { { "id", "_" } }, "" );
+    html.add( "<body><a class=skip href=#main>To the content</a><i id=_></i>" );
     writeRail( html, data, sections );
     writeMain( html, data, sections );
     writeTablePages( html, data );
-    html.script().close().close();
+    html.add( "<script>{}</script></body></html>", script );
     return std::move( html ).take();
 }
 

@@ -1,12 +1,10 @@
 // The floor plans as a picture of their own, for papers and wikis: what the page shows, in SVG alone.
 
-#include "cli/report/Embedded.h"
+#include "cli/report/Parts.h"
 #include "cli/report/Report.h"
-#include "cli/report/Text.h"
 #include "inspect/report/FloorPlan.h"
 
 #include <charconv>
-#include <map>
 
 namespace Bfri {
 
@@ -19,9 +17,9 @@ constexpr U32 severalTypes = ~U32(); // no type's number: the colour of several
 /// The light colour of a kind, which the style sheet has first: "--te:#fbd093".
 OwnText fillOf( U32 type ) {
     constexpr std::size_t digits = 6;
-    String const name = "--" + String( styleOf( type ).css.view() ) + ":#";
-    std::string_view const colour =
-        embeddedStyleSheet.substr( embeddedStyleSheet.find( name ) + name.size(), digits );
+    String const name = fmt::format( "--{}:#", styleOf( type ).css );
+    std::string_view const sheet = styleSheet,
+                           colour = sheet.substr( sheet.find( name ) + name.size(), digits );
     U32 number = 0;
     std::from_chars( colour.data(), colour.data() + colour.size(), number, 16 );
     return own( "#{:06x}", number );
@@ -56,52 +54,44 @@ String cut( std::string_view text, double width ) {
 }
 
 void writeText( Html& svg, double x, double y, Literal css, std::string_view text ) {
-    svg.leaf( "text", { { "x", own( "{:.1f}", x ) }, { "y", own( "{:.1f}", y ) }, { "class", css } }, text );
+    svg.add( R"(<text x="{:.1f}" y="{:.1f}" class="{}">{}</text>)", x, y, css, text );
 }
 
 void drawBlock( Drawing const& drawing, PlanBlock const& block, std::size_t column, Stage stage ) {
     Html& svg = drawing.svg;
     double const left = drawing.left( column ), top = drawing.top + block.top;
+    String const several = grouped( block.several );
     bool const isEven = block.resource && !block.resource->isStated;
-    svg.open( "g" ).leaf( "title", block.several
-                                       ? grouped( block.several ) + " more"
-                                       : block.resource->name() + ", stage " + std::to_string( stage ) +
-                                             ": " + counted( block.entries, "entry", "entries" ) );
-    svg.empty( "rect", { { "x", own( "{:.1f}", left ) },
-                         { "y", own( "{:.1f}", top ) },
-                         { "width", own( "{:.1f}", drawing.width() ) },
-                         { "height", own( "{}", block.height - 1 ) },
-                         { "fill", fillOf( block.several ? block.type.value_or( severalTypes )
-                                                         : block.resource->type ) },
-                         { "class", isEven ? Literal( "even" ) : Literal( "block" ) } } );
-    String const name =
-        block.several ? "+" + grouped( block.several ) : String( SplitName( block.resource->name() ).last );
+    svg.add(
+        R"(<g><title>{}</title><rect x="{:.1f}" y="{:.1f}" width="{:.1f}" height="{}" fill="{}" class="{}"/>)",
+        block.several ? several + " more"
+                      : fmt::format( "{}, stage {}: {}", block.resource->name(), stage,
+                                     countedEntries( block.entries ) ),
+        left, top, drawing.width(), block.height - 1,
+        fillOf( block.several ? block.type.value_or( severalTypes ) : block.resource->type ),
+        isEven ? Literal( "even" ) : Literal( "block" ) );
+    String const name = block.several ? "+" + several : String( SplitName( block.resource->name() ).last );
     if( block.height >= 11 )
         writeText( svg, left + 4, top + 11, "name", cut( name, drawing.width() - 6 ) );
     if( block.height >= 31 )
         writeText( svg, left + 4, top + 24, "size", entriesText( block.entries ) );
-    svg.close();
+    svg.add( "</g>" );
 }
 
 void drawBand( Drawing const& drawing, PlanBand const& band ) {
     double const x0 = drawing.left( band.from ) + drawing.width(), x1 = drawing.left( band.to ),
                  middle = ( x0 + x1 ) / 2;
-    auto const top = [ & ]( PlanBlock const& block ) { return drawing.top + block.top; };
-    double const y0 = top( *band.left ), y1 = top( *band.right );
+    double const y0 = drawing.top + band.left->top, y1 = drawing.top + band.right->top;
     double const end0 = y0 + band.left->height - 1, end1 = y1 + band.right->height - 1;
     if( band.to == band.from + 1 )
-        drawing.svg.empty(
-            "path",
-            { { "class", "band" },
-              { "fill", fillOf( band.left->resource->type ) },
-              { "d", own( "M{0:.1f} {3:.1f}C{1:.1f} {3:.1f} {1:.1f} {4:.1f} {2:.1f} {4:.1f}V{6:.1f}C{1:.1f} "
-                          "{6:.1f} {1:.1f} {5:.1f} {0:.1f} {5:.1f}Z",
-                          x0, middle, x1, y0, y1, end0, end1 ) } } );
+        drawing.svg.add(
+            R"(<path class="band" fill="{7}" d="M{0:.1f} {3:.1f}C{1:.1f} {3:.1f} {1:.1f} {4:.1f} )"
+            R"({2:.1f} {4:.1f}V{6:.1f}C{1:.1f} {6:.1f} {1:.1f} {5:.1f} {0:.1f} {5:.1f}Z"/>)",
+            x0, middle, x1, y0, y1, end0, end1, fillOf( band.left->resource->type ) );
     else
-        drawing.svg.empty( "path",
-                           { { "class", "far" },
-                             { "d", own( "M{0:.1f} {3:.1f}C{1:.1f} {3:.1f} {1:.1f} {4:.1f} {2:.1f} {4:.1f}",
-                                         x0, middle, x1, ( y0 + end0 ) / 2, ( y1 + end1 ) / 2 ) } } );
+        drawing.svg.add(
+            R"(<path class="far" d="M{0:.1f} {3:.1f}C{1:.1f} {3:.1f} {1:.1f} {4:.1f} {2:.1f} {4:.1f}"/>)", x0,
+            middle, x1, ( y0 + end0 ) / 2, ( y1 + end1 ) / 2 );
 }
 
 void drawPlan( Drawing const& drawing, Chip const& chip, String const& title ) {
@@ -119,63 +109,22 @@ void drawPlan( Drawing const& drawing, Chip const& chip, String const& title ) {
     }
 }
 
-struct LegendEntry {
-    U32 type;
-    double x;
-    std::size_t line;
-};
-
-/// The kinds that are drawn, in lines as wide as the picture.
-std::vector<LegendEntry> legendOf( Chip const& chip ) {
-    std::map<std::size_t, U32> types;
-    for( ChipResource const& resource : chip.resources ) {
-        if( !resource.stages.empty() )
-            types.emplace( placeOfType( resource.type ), resource.type );
-    }
-    std::vector<LegendEntry> entries;
-    double x = margin;
-    std::size_t line = 0;
-    for( auto const& [ place, type ] : types ) {
-        double const width = 34 + 6.5 * static_cast<double>( styleOf( type ).word.view().size() );
-        if( x + width > pictureWidth - margin ) {
+/// The kinds that are drawn, in lines as wide as the picture. Returns where the last line ends.
+double drawLegend( Html& svg, Chip const& chip, double top ) {
+    double x = margin, y = top - legendLine;
+    for( U32 const type : typesOf( chip, []( auto const& resource ) { return !resource.stages.empty(); } ) ) {
+        double const width =
+            34 + 6.5 * static_cast<double>( std::string_view( styleOf( type ).word ).size() );
+        if( y < top || x + width > pictureWidth - margin ) {
             x = margin;
-            ++line;
+            y += legendLine;
         }
-        entries.push_back( { type, x, line } );
+        svg.add( R"(<rect x="{:.1f}" y="{:.1f}" width="12" height="12" fill="{}" class="block"/>)", x, y - 10,
+                 fillOf( type ) );
+        writeText( svg, x + 17, y, "name", styleOf( type ).word );
         x += width;
     }
-    return entries;
-}
-
-void drawLegend( Html& svg, std::vector<LegendEntry> const& entries, double top ) {
-    for( LegendEntry const& entry : entries ) {
-        double const y = top + legendLine * static_cast<double>( entry.line );
-        svg.empty( "rect", { { "x", own( "{:.1f}", entry.x ) },
-                             { "y", own( "{:.1f}", y - 10 ) },
-                             { "width", "12" },
-                             { "height", "12" },
-                             { "fill", fillOf( entry.type ) },
-                             { "class", "block" } } );
-        writeText( svg, entry.x + 17, y, "name", styleOf( entry.type ).word.view() );
-    }
-}
-
-struct NamedPlan {
-    String title;
-    FloorPlan plan;
-};
-
-std::vector<NamedPlan> plansOf( Chip const& chip ) {
-    std::vector<NamedPlan> plans;
-    for( ChipProgram const& program : chip.programs ) {
-        for( bool const ingress : { true, false } ) {
-            FloorPlan plan = floorPlanOf( chip, program, ingress );
-            if( plan.height > 0 )
-                plans.push_back(
-                    { program.name + ", " + String( directionWord( ingress ).view() ), std::move( plan ) } );
-        }
-    }
-    return plans;
+    return y + legendLine;
 }
 
 constexpr char const* style = "text{font:11px -apple-system,BlinkMacSystemFont,'Segoe "
@@ -189,28 +138,25 @@ constexpr char const* style = "text{font:11px -apple-system,BlinkMacSystemFont,'
 } // namespace
 
 String svgFloorPlans( Chip const& chip ) {
-    auto const plans = plansOf( chip );
-    auto const legend = legendOf( chip );
-    double const legendHeight =
-        legend.empty() ? 0 : legendLine * static_cast<double>( legend.back().line + 1 );
-    double height = margin + 12 + legendHeight;
-    for( NamedPlan const& one : plans )
-        height += headHeight + one.plan.height + planGap;
-    Html svg( Html::Syntax::xml );
-    svg.open( "svg", { { "xmlns", "http://www.w3.org/2000/svg" },
-                       { "viewBox", own( "0 0 {} {}", pictureWidth, height ) },
-                       { "width", own( "{}", pictureWidth ) },
-                       { "height", own( "{}", height ) } } );
-    svg.leaf( "title", "Floor plan: tables by stage, each as high as its share of the entries" )
-        .leaf( "style", style );
-    svg.empty( "rect", { { "width", "100%" }, { "height", "100%" }, { "fill", "#fcfcfa" } } );
+    Html plans;
     double top = margin + headHeight;
-    for( NamedPlan const& one : plans ) {
-        drawPlan( { svg, one.plan, top }, chip, one.title );
-        top += one.plan.height + planGap + headHeight;
+    for( ChipProgram const& program : chip.programs ) {
+        for( bool const ingress : { true, false } ) {
+            FloorPlan const plan = floorPlanOf( chip, program, ingress );
+            if( plan.height == 0 )
+                continue;
+            drawPlan( { plans, plan, top }, chip,
+                      fmt::format( "{}, {}", program.name, directionWord( ingress ) ) );
+            top += plan.height + planGap + headHeight;
+        }
     }
-    drawLegend( svg, legend, height - legendHeight + 2 );
-    return std::move( svg.close() ).take();
+    double const height = drawLegend( plans, chip, top - headHeight + 14 ) - 2;
+    Html svg;
+    svg.add( R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {0} {1}" width="{0}" height="{1}">)"
+             R"(<title>Floor plan: tables by stage, each as high as its share of the entries</title>)"
+             R"(<style>{2}</style><rect width="100%" height="100%" fill="#fcfcfa"/>{3}</svg>)",
+             pictureWidth, height, style, plans );
+    return std::move( svg ).take();
 }
 
 } // namespace Bfri

@@ -266,7 +266,8 @@ for (const plan of $$('.cs,.tm,.hm tbody')) {
     for (const a of all) {
       const q = a.getBoundingClientRect(), x = q.x + q.width / 2 - cx, y = q.y + q.height / 2 - cy;
       const ahead = d[0] ? x * d[0] : y * d[1], off = d[0] ? Math.max(0, Math.abs(y) - q.height / 2) : Math.abs(x);
-      if (a !== cur && ahead > 4 && (d[0] || off < (q.width + r.width) / 2) && ahead + 3 * off < least) { least = ahead + 3 * off; best = a; }
+      const far = ahead + (d[0] ? 1000 : 3) * off;      /* to the side: what is beside it comes first */
+      if (a !== cur && ahead > 4 && (d[0] || off < (q.width + r.width) / 2) && far < least) { least = far; best = a; }
     }
     if (best) { cur.tabIndex = -1; best.tabIndex = 0; best.focus(); }
   });

@@ -1,56 +1,39 @@
 #include "cli/terminal/BudgetText.h"
 
 #include "cli/terminal/Characters.h"
-#include "cli/terminal/Paint.h"
 #include "cli/terminal/TextFormat.h"
 
-#include <algorithm>
 #include <fmt/ostream.h>
+#include <set>
 
 namespace Bfri {
 
 namespace {
 
-String numbered( std::size_t count, char const* what ) {
-    return fmt::format( "{} {}{}", count, what, count == 1 ? "" : "s" );
-}
-
 String outcomeOf( Budget const& budget ) {
-    std::size_t const errors = budget.broken( RuleLevel::error );
-    std::size_t const warnings = budget.broken( RuleLevel::warn );
-    if( errors + warnings == 0 )
-        return "within the budget";
-    return ( errors ? numbered( errors, "error" ) : "" ) + ( errors && warnings ? ", " : "" ) +
-           ( warnings ? numbered( warnings, "warning" ) : "" );
+    std::vector<String> outcome;
+    for( RuleLevel const level : { RuleLevel::error, RuleLevel::warn } ) {
+        if( std::size_t const broken = budget.broken( level ) )
+            outcome.push_back( countText( broken, level == RuleLevel::error ? "error" : "warning" ) );
+    }
+    return outcome.empty() ? "within the budget" : fmt::format( "{}", fmt::join( outcome, ", " ) );
 }
-
-String verdictOf( Use const& use ) { return use.isOver() ? wordOf( use.rule->level ) : "ok"; }
-
-String percentOf( Use const& use ) { return use.percent() ? fmt::format( "{}%", *use.percent() ) : "-"; }
 
 /// "pipe_a/context.json, stage 4: ingress hash_match entries".
 String whatOf( Use const& use ) {
     String const stage = use.stage ? fmt::format( ", stage {}", *use.stage ) : "";
     return ( use.contextFile.empty() ? "" : use.contextFile + stage + ": " ) + use.what +
-           ( use.unstated ? fmt::format( " (and {} not stated)", numbered( use.unstated, "stage table" ) )
+           ( use.unstated ? fmt::format( " (and {} not stated)", countText( use.unstated, "stage table" ) )
                           : "" );
 }
 
-Row columnsOf( Use const& use ) {
-    return { { "", verdictOf( use ) }, { "", use.used },    { "", use.available },
-             { "", percentOf( use ) }, { "", use.slack() }, { "", use.rule->line },
-             { "", whatOf( use ) } };
-}
-
 /// Each broken rule once, with its reason.
-void printReasons( std::vector<Use> const& over, std::ostream& out ) {
-    std::vector<Rule const*> told;
-    for( Use const& use : over ) {
-        if( std::find( told.begin(), told.end(), use.rule ) != told.end() )
-            continue;
-        told.push_back( use.rule );
-        fmt::print( out, "{}line {}: {}\n", told.size() == 1 ? "\n" : "", use.rule->line,
-                    escapeForTerminal( use.rule->reason ) );
+void printReasons( Budget const& budget, std::ostream& out ) {
+    std::set<Rule const*> told;
+    for( Use const& use : budget.uses ) {
+        if( use.isOver() && told.insert( use.rule ).second )
+            fmt::print( out, "{}line {}: {}\n", told.size() == 1 ? "\n" : "", use.rule->line,
+                        escapeForTerminal( use.rule->reason ) );
     }
 }
 
@@ -63,20 +46,12 @@ void print( String const& conf, Rules const& rules, Budget const& budget, Stream
         fmt::print( io.out, "  {}:{}: {}{}\n", escapeForTerminal( rules.path ), problem.rule->line,
                     problem.level == RuleLevel::warn ? "warning: " : "",
                     escapeForTerminal( problem.problem ) );
-    std::vector<Use> over;
-    RowList list{ { { "IS", {} },
-                    { "USED", {} },
-                    { "AVAILABLE", {} },
-                    { "PERCENT", {} },
-                    { "SLACK", {} },
-                    { "LINE", {} },
-                    { "OF", {} } },
-                  {} };
+    TextList list{ "IS", "USED", "AVAILABLE", "PERCENT", "SLACK", "LINE", "OF" };
     for( Use const& use : budget.uses ) {
-        if( use.isOver() )
-            over.push_back( use );
         if( use.isOver() || list.rows.size() < enough )
-            list.rows.push_back( columnsOf( use ) );
+            list.add( { use.isOver() ? wordOf( use.rule->level ) : "ok", use.used, use.available,
+                        use.percent() ? fmt::format( "{}%", *use.percent() ) : "-", use.slack(),
+                        use.rule->line, whatOf( use ) } );
     }
     if( list.rows.empty() )
         return;
@@ -85,7 +60,7 @@ void print( String const& conf, Rules const& rules, Budget const& budget, Stream
     if( budget.uses.size() > list.rows.size() )
         fmt::print( io.out, "and {} more within the budget; --json has all\n",
                     budget.uses.size() - list.rows.size() );
-    printReasons( over, io.out );
+    printReasons( budget, io.out );
 }
 
 String mistakeText( RulesMistake const& mistake ) {

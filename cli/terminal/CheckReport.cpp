@@ -1,86 +1,42 @@
 #include "cli/terminal/CheckReport.h"
 
 #include "cli/terminal/Characters.h"
+#include "cli/terminal/FaultText.h"
+#include "cli/terminal/TextFormat.h"
 
 #include <algorithm>
+#include <fmt/ostream.h>
 #include <span>
 
 namespace Bfri {
 
 namespace {
 
-String counted( std::size_t number, String const& one, String const& several ) {
-    return std::to_string( number ) + " " + ( number == 1 ? one : several );
-}
-
-String counted( std::size_t number, String const& one ) { return counted( number, one, one + "s" ); }
-
 /// " in 33 match tables, 62 hardware resources, ...": what there is none of is left out.
 String countsText( std::vector<Count> const& counts ) {
-    String text;
+    std::vector<String> texts;
     for( Count const& count : counts ) {
         if( count.number )
-            text += ( text.empty() ? "" : ", " ) + counted( count.number, count.noun, count.nouns );
+            texts.push_back( countText( count.number, count.noun, count.nouns ) );
     }
-    return text.empty() ? ", without a context file to look into" : " in " + text;
-}
-
-void printLine( std::ostream& out, String const& label, String const& text ) {
-    if( !text.empty() )
-        out << "  " << label << String( 11 - label.size(), ' ' ) << escapeForTerminal( text ) << '\n';
-}
-
-String placeOf( Fault const& fault ) {
-    String place;
-    if( fault.pointer )
-        place = fault.pointer->empty() ? "the top of the file" : *fault.pointer;
-    if( fault.pointer && !fault.member.empty() )
-        place += ", member \"" + fault.member + '"';
-    if( fault.line && !fault.column )
-        place += ", line " + std::to_string( *fault.line );
-    return place;
-}
-
-void printFault( Fault const& fault, std::ostream& out ) {
-    printLine( out, "file:", fault.file );
-    printLine( out, "problem:", problemOf( fault ) );
-    if( !fault.problem.empty() || !fault.column )
-        printLine( out, "where:", placeOf( fault ) );
-    else
-        printLine( out, "where:",
-                   "line " + std::to_string( *fault.line ) + ", column " + std::to_string( *fault.column ) );
-    if( fault.column ) {
-        printLine( out, "", fault.excerpt.empty() ? " " : fault.excerpt );
-        String const front = escapeForTerminal( fault.excerpt.substr( 0, fault.caret ) );
-        out << String( 13 + width( front ), ' ' ) << "^\n";
-    }
-    if( fault.tableIndex )
-        printLine( out, "table:",
-                   std::to_string( *fault.tableIndex ) +
-                       ( fault.table.empty() ? "" : " \"" + fault.table + '"' ) );
-    printLine( out, "expected:", fault.expected );
-    printLine( out, "handle:", handleOf( fault ) );
-    printLine( out, "found:", fault.found );
-    printLine( out, "hint:", fault.hint );
-    for( String const& text : fault.reported )
-        printLine( out, "reported:", text );
-    printLine( out, "condition:", conditionOf( fault ) );
+    return texts.empty() ? ", without a context file to look into"
+                         : fmt::format( " in {}", fmt::join( texts, ", " ) );
 }
 
 /// "3 findings (1 error, 2 notes)"; with a baseline "3 new findings (1 error, 2 notes), 9 known".
 String totalsText( std::vector<Finding> const& fresh, std::size_t known, bool hasBaseline ) {
-    String text;
+    std::vector<String> texts;
     for( Severity const severity : { Severity::error, Severity::warning, Severity::note } ) {
         auto const count = std::count_if( fresh.begin(), fresh.end(),
                                           [ & ]( auto const& f ) { return f.kind->severity == severity; } );
         if( count > 0 )
-            text += ( text.empty() ? "" : ", " ) +
-                    counted( static_cast<std::size_t>( count ), wordOf( severity ) );
+            texts.push_back( countText( static_cast<std::size_t>( count ), wordOf( severity ) ) );
     }
-    String const before = hasBaseline ? ", " + std::to_string( known ) + " known" : "";
+    String const before = hasBaseline ? fmt::format( ", {} known", known ) : "";
     if( fresh.empty() )
-        return hasBaseline ? "nothing new" + before : "sound";
-    return counted( fresh.size(), hasBaseline ? "new finding" : "finding" ) + " (" + text + ")" + before;
+        return ( hasBaseline ? "nothing new" : "sound" ) + before;
+    return fmt::format( "{} ({}){}", countText( fresh.size(), hasBaseline ? "new finding" : "finding" ),
+                        fmt::join( texts, ", " ), before );
 }
 
 /// A pipeline is called by its context file.
@@ -89,9 +45,9 @@ String subjectIn( Finding const& finding, bool severalFiles ) {
     return finding.subject() + ( tells ? " in " + finding.contextFile : "" );
 }
 
-String headOf( FindingKind const& kind, std::size_t count ) {
-    return String( "  " ) + kind.code + ' ' + wordOf( kind.severity ) + ", " + kind.title + ": " +
-           std::to_string( count );
+String headOf( CodeCount const& count ) {
+    return fmt::format( "  {} {}, {}: {}", count.kind->code, wordOf( count.kind->severity ),
+                        count.kind->title, count.number );
 }
 
 /// How many findings of each kind have a line, so that all have room.
@@ -118,32 +74,25 @@ void printFindings( std::vector<Finding> const& findings, bool severalFiles, Rep
                     Streams const& io ) {
     auto const most = mostOfAKind( findings, view, io.look );
     bool areAll = true;
-    for( auto first = findings.begin(); first != findings.end(); ) {
-        FindingKind const& kind = *first->kind;
-        auto const end =
-            std::find_if( first, findings.end(), [ & ]( auto const& f ) { return f.kind != &kind; } );
-        auto const count = static_cast<std::size_t>( end - first );
-        bool const alike =
-            count > 1 && std::all_of( first, end, [ & ]( auto const& f ) { return f.says == first->says; } );
-        io.out << headOf( kind, count ) << ( alike ? " (" + escapeForTerminal( first->says ) + ")" : "" )
-               << '\n';
-        for( auto const& finding : std::span( first, std::min( most, count ) ) )
-            io.out << "    "
-                   << escapeForTerminal( subjectIn( finding, severalFiles ) +
-                                         ( alike ? "" : ": " + finding.says ) )
-                   << '\n';
-        if( count > most && most > 0 )
-            io.out << "    and " << count - most << " more\n";
-        areAll &= count <= most;
-        first = end;
+    std::span<Finding const> left( findings );
+    for( CodeCount const& count : codeCountsOf( findings ) ) {
+        auto const ofKind = left.first( count.number );
+        left = left.subspan( count.number );
+        bool const alike = count.number > 1 &&
+                           std::all_of( ofKind.begin(), ofKind.end(),
+                                        [ & ]( auto const& f ) { return f.says == ofKind.front().says; } );
+        fmt::print( io.out, "{}{}\n", headOf( count ),
+                    alike ? " (" + escapeForTerminal( ofKind.front().says ) + ")" : "" );
+        for( Finding const& finding : ofKind.first( std::min( most, count.number ) ) )
+            fmt::print( io.out, "    {}\n",
+                        escapeForTerminal( subjectIn( finding, severalFiles ) +
+                                           ( alike ? "" : ": " + finding.says ) ) );
+        if( count.number > most && most > 0 )
+            fmt::print( io.out, "    and {} more\n", count.number - most );
+        areAll &= count.number <= most;
     }
     if( !areAll )
         io.out << "  --all shows all of them\n";
-}
-
-void printSummary( std::vector<Finding> const& findings, std::ostream& out ) {
-    for( CodeCount const& count : codeCountsOf( findings ) )
-        out << headOf( *count.kind, count.number ) << '\n';
 }
 
 } // namespace
@@ -151,24 +100,23 @@ void printSummary( std::vector<Finding> const& findings, std::ostream& out ) {
 void print( Checked const& checked, ReportView const& view, Streams const& io ) {
     io.out << escapeForTerminal( checked.switchConf ) << ": ";
     if( checked.fault ) {
-        io.out << "can't be loaded\n";
-        printFault( *checked.fault, io.out );
+        io.out << "can't be loaded\n" << faultLines( *checked.fault );
         return;
     }
     std::vector<Finding> fresh = checked.findings;
     auto const known = std::erase_if( fresh, []( Finding const& finding ) { return finding.isKnown; } );
     io.out << totalsText( fresh, known, view.hasBaseline ) << countsText( checked.counts ) << '\n';
-    if( view.summary )
-        printSummary( fresh, io.out );
-    else
-        printFindings( fresh, checked.counts.front().number > 1, view, io );
+    if( !view.summary )
+        return printFindings( fresh, checked.counts.front().number > 1, view, io );
+    for( CodeCount const& count : codeCountsOf( fresh ) )
+        io.out << headOf( count ) << '\n';
 }
 
 void printGone( std::vector<KnownFinding> const& gone, bool all, std::ostream& out ) {
     std::size_t const most = all ? gone.size() : 5;
     if( gone.empty() )
         return;
-    out << counted( gone.size(), "finding" ) << " of the baseline " << ( gone.size() == 1 ? "is" : "are" )
+    out << countText( gone.size(), "finding" ) << " of the baseline " << ( gone.size() == 1 ? "is" : "are" )
         << " gone:\n";
     for( KnownFinding const& known : std::span( gone ).first( std::min( most, gone.size() ) ) )
         out << "  " << escapeForTerminal( known.code + ' ' + known.message ) << '\n';

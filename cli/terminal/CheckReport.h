@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/terminal/Streams.h"
+#include "cli/terminal/TerminalStyle.h"
 #include "inspect/check/Baseline.h"
 #include "inspect/check/Checked.h"
 

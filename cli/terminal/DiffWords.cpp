@@ -1,21 +1,20 @@
 #include "cli/terminal/DiffWords.h"
 
+#include "cli/terminal/TextFormat.h"
+
+#include <fmt/format.h>
 #include <set>
 
 namespace Bfri {
 
 namespace {
 
-U32 maskOf( List const& pipes ) {
+/// Of a list of pipes; 0 if it is absent.
+U32 maskOf( Value const& pipes ) {
     U32 mask = 0;
-    for( Value const& pipe : pipes )
+    for( Value const& pipe : std::holds_alternative<List>( pipes.is ) ? std::get<List>( pipes.is ) : List() )
         mask |= U32{ 1 } << std::get<U32>( pipe.is );
     return mask;
-}
-
-U32 maskOf( Row const& row ) {
-    List const* const pipes = std::get_if<List>( &valueOf( row, "pipes" ).is );
-    return pipes ? maskOf( *pipes ) : 0;
 }
 
 /// The pipes that run another program: what differs there is not listed, since nearly everything does.
@@ -33,16 +32,21 @@ String pipesIn( Comparison const& comparison, U32 mask ) {
     return comparison.programs > 1 && mask ? " (pipes " + pipesText( mask ) + ')' : "";
 }
 
+/// Word for its kind, name, table of an action, pipes.
+using RecordKey = std::tuple<String, String, String, U32>;
+
+RecordKey keyOf( Notice const& notice ) {
+    return { notice.what, notice.name, notice.table.value_or( "" ), maskOf( notice.pipes ) };
+}
+
 /// The lines of one comparison.
 class Lines {
   public:
     Lines( Comparison const& comparison, Verdict const& verdict )
         : comparison_( comparison ), folded_( comparison ), replaced_( replacedPipes( comparison ) ) {
         for( Notice const& notice : verdict.notices ) {
-            std::string_view const code = notice.kind->code;
-            bool const isDuplicate = code == "BD107" || code == "BD108"; // has a line of its own
-            if( notice.kind->level == NoticeLevel::breaking && !isDuplicate )
-                noticed_.insert( key( notice.what, notice.name, notice.table, notice.pipes ) );
+            if( notice.kind->level == NoticeLevel::breaking && !isDuplicate( notice ) )
+                noticed_.insert( keyOf( notice ) );
         }
     }
 
@@ -50,16 +54,15 @@ class Lines {
         DiffSection section{ "pipes", {} };
         std::vector<PipeComparison> groups; // pipe has a mask
         for( PipeComparison const& pipe : comparison_.pipes ) {
-            auto known = std::ranges::find_if( groups, [ & ]( PipeComparison const& group ) {
+            auto known = std::find_if( groups.begin(), groups.end(), [ & ]( PipeComparison const& group ) {
                 return group.is == pipe.is && group.from == pipe.from && group.to == pipe.to;
             } );
             if( known == groups.end() )
                 known = groups.insert( groups.end(), { 0, pipe.is, pipe.from, pipe.to } );
             known->pipe |= U32{ 1 } << pipe.pipe;
         }
-        bool const isTold = comparison_.programs > 1;
         for( PipeComparison const& group : groups ) {
-            if( isTold || group.is != PipeComparison::Is::edited )
+            if( comparison_.programs > 1 || group.is != PipeComparison::Is::edited )
                 section.lines.push_back( lineOf( group ) );
         }
         return section;
@@ -68,7 +71,7 @@ class Lines {
     DiffSection ofKind( KindComparison const& kind ) const {
         DiffSection section{ kind.kind->many, {} };
         auto const add = [ & ]( char mark, bool isMarked, Row const& row, String label, String text ) {
-            if( !isWithin( maskOf( row ), replaced_ ) )
+            if( !isWithin( maskOf( valueOf( row, "pipes" ) ), replaced_ ) )
                 section.lines.push_back( { mark, isMarked, std::move( label ), std::move( text ) } );
         };
         for( Row const& row : kind.removed ) {
@@ -94,35 +97,27 @@ class Lines {
     }
 
   private:
-    using Key = std::tuple<String, String, String, U32>;
-
-    static Key key( String const& what, String const& name, std::optional<String> const& table,
-                    List const& pipes ) {
-        return { what, name, table.value_or( "" ), maskOf( pipes ) };
-    }
     bool isNoticed( KindComparison const& kind, Row const& row ) const {
         Identity const identity( row );
         return noticed_.count( { kind.kind->one, identity.name, identity.table ? *identity.table : "",
-                                 maskOf( row ) } ) > 0;
+                                 maskOf( valueOf( row, "pipes" ) ) } ) > 0;
     }
 
     static DiffLine lineOf( PipeComparison const& group ) {
+        using Is = PipeComparison::Is;
+        static constexpr char marks[] = { '~', '~', '-', '+' };
         static constexpr char const* words[] = { "", ", another program", ", no program any more",
                                                  ", a first program" };
-        using Is = PipeComparison::Is;
-        return { group.is == Is::removed ? '-'
-                 : group.is == Is::added ? '+'
-                                         : '~',
-                 group.is == Is::replaced || group.is == Is::removed, pipesText( group.pipe ),
-                 fromTo( valueIf( group.from ), valueIf( group.to ) ) +
-                     words[ static_cast<int>( group.is ) ] };
+        auto const is = static_cast<std::size_t>( group.is );
+        return { marks[ is ], group.is == Is::replaced || group.is == Is::removed, pipesText( group.pipe ),
+                 fromTo( valueIf( group.from ), valueIf( group.to ) ) + words[ is ] };
     }
 
     /// With the pipes, where there are several programs.
     String labelOf( Row const& row, String const& newName = {} ) const {
         Identity const identity( row );
         return identity.label() + ( newName.empty() ? "" : " -> " + newName ) +
-               pipesIn( comparison_, maskOf( row ) );
+               pipesIn( comparison_, maskOf( valueOf( row, "pipes" ) ) );
     }
     String labelOf( RecordKind const& kind, ChangedRecord const& record ) const {
         bool const isNew = record.renamed && !( kind.kind == Kind::actions && folded_.has( kind, record ) );
@@ -152,7 +147,7 @@ class Lines {
     Comparison const& comparison_;
     Folded const folded_;
     U32 const replaced_; ///< mask
-    std::set<Key> noticed_;
+    std::set<RecordKey> noticed_;
 };
 
 } // namespace
@@ -190,13 +185,13 @@ Unread unreadValues( Comparison const& comparison ) {
 }
 
 DiffSection unreadSection( Comparison const& comparison ) {
-    DiffSection section{ "not read by the library", {} };
     Unread const unread = unreadValues( comparison );
+    static constexpr char marks[] = { '~', '+', '-' };
+    DiffSection section{ "not read by the library", {} };
     for( UnreadTable const& table : unread.tables ) {
-        static constexpr char marks[] = { '~', '+', '-' };
-        char const mark = marks[ static_cast<int>( table.is ) ];
+        char const mark = marks[ static_cast<std::size_t>( table.is ) ];
         section.lines.push_back( { mark, false, "table " + table.name + pipesIn( comparison, table.pipes ),
-                                   mark == '~' ? Bfri::textOf( table ) : "" } );
+                                   mark == '~' ? textOf( table ) : "" } );
     }
     for( UnreadMember const& member : unread.members )
         section.lines.push_back(
@@ -204,27 +199,18 @@ DiffSection unreadSection( Comparison const& comparison ) {
     return section;
 }
 
-namespace {
-
-U32 number( std::size_t count ) { return static_cast<U32>( count ); }
-
-} // namespace
-
 RowList totalsOf( Comparison const& comparison ) {
-    bool const anyOmitted = std::ranges::any_of( comparison.kinds, []( auto const& kind ) {
+    auto const& kinds = comparison.kinds;
+    bool const anyOmitted = std::any_of( kinds.begin(), kinds.end(), []( auto const& kind ) {
         return !kind.leftOut.empty() || !kind.cameBack.empty();
     } );
     Folded const folded( comparison );
     RowList totals;
-    for( KindComparison const& kind : comparison.kinds ) {
+    for( KindComparison const& kind : kinds ) {
+        auto const number = []( auto count ) { return static_cast<U32>( count ); };
         auto const countIf = [ & ]( auto is ) {
-            return number( static_cast<std::size_t>( std::ranges::count_if( kind.changed, is ) ) );
+            return number( std::count_if( kind.changed.begin(), kind.changed.end(), is ) );
         };
-        auto const isRenamed = [ & ]( ChangedRecord const& one ) {
-            return one.renamed && !folded.has( *kind.kind, one );
-        };
-        auto const isSame = [ & ]( ChangedRecord const& one ) { return folded.hasAll( *kind.kind, one ); };
-        bool const isMovable = kind.kind->kind == Kind::resources;
         Row row{ { "KIND", kind.kind->many },
                  { "ADDED", number( kind.added.size() ) },
                  { "REMOVED", number( kind.removed.size() ) } };
@@ -232,43 +218,39 @@ RowList totalsOf( Comparison const& comparison ) {
             row.push_back( { "LEFT OUT", number( kind.leftOut.size() ) } );
             row.push_back( { "BACK", number( kind.cameBack.size() ) } );
         }
-        row.push_back( { "RENAMED", countIf( isRenamed ) } );
+        row.push_back( { "RENAMED", countIf( [ & ]( auto const& one ) {
+                             return one.renamed && !folded.has( *kind.kind, one );
+                         } ) } );
         row.push_back( { "CHANGED", countIf( []( auto const& one ) { return one.hasChanged(); } ) } );
-        row.push_back(
-            { "MOVED", isMovable ? Value( countIf( []( auto const& one ) { return one.move.has_value(); } ) )
-                                 : Value() } );
-        row.push_back( { "SAME", number( kind.same ) + countIf( isSame ) } );
+        row.push_back( { "MOVED", countIf( []( auto const& one ) { return one.move.has_value(); } ) } );
+        row.push_back( { "SAME", number( kind.same ) + countIf( [ & ]( auto const& one ) {
+                                     return folded.hasAll( *kind.kind, one );
+                                 } ) } );
+        totals.header = row;
+        if( kind.kind->kind != Kind::resources )
+            row[ row.size() - 2 ].value = {}; // nothing else moves
         totals.rows.push_back( std::move( row ) );
-    }
-    if( !totals.rows.empty() )
-        totals.header = totals.rows.front();
-    for( Field& field : totals.header ) {
-        if( field.name == "MOVED" )
-            field.value = U32{ 0 };
     }
     return totals;
 }
 
 namespace {
 
-/// "1 table", "2 PHV fields"; of what is no kind of record the word itself.
+/// "1 match table", "2 PHV fields"; for what is no kind of record, the word itself.
 String countedWords( String const& what, std::size_t count ) {
     RecordKind const* const kind = kindOf( std::string_view( what ) );
     if( !kind )
-        return std::to_string( count ) + ' ' + what + ( count == 1 ? "" : "s" );
+        return countText( count, what );
     bool const isPhv = kind->kind == Kind::phvFields; // its words in commands are no nouns
-    char const* const one = isPhv ? kind->noun : kind->one;
-    char const* const several = isPhv ? kind->nouns : kind->many;
-    return std::to_string( count ) + ' ' + ( count == 1 ? one : several );
-}
-
-String verdictSentence( Verdict const& verdict, NoticeLevel level, char const* agent, bool isSafe ) {
-    if( isSafe )
-        return String( agent ) + " notices nothing";
-    return String( agent ) + " notices: " + countsOf( verdict, level );
+    return countText( count, isPhv ? kind->noun : kind->one, isPhv ? kind->nouns : kind->many );
 }
 
 } // namespace
+
+bool isDuplicate( Notice const& notice ) {
+    std::string_view const code = notice.kind->code;
+    return code == "BD107" || code == "BD108";
+}
 
 /// What differs on pipes with another program counts as those pipes.
 String countsOf( Verdict const& verdict, NoticeLevel level ) {
@@ -280,20 +262,19 @@ String countsOf( Verdict const& verdict, NoticeLevel level ) {
             replacedMask |= maskOf( notice.pipes );
         }
     }
-    using Record = std::tuple<String, String, U32>;
-    std::vector<std::pair<Notice const*, std::set<Record>>> counts;
+    std::vector<std::pair<Notice const*, std::set<RecordKey>>> counts;
     auto const count = [ & ]( Notice const& notice ) {
-        auto const alike = std::ranges::find_if( counts, [ & ]( auto const& one ) {
+        auto alike = std::ranges::find_if( counts, [ & ]( auto const& one ) {
             return one.first->what == notice.what && one.first->kind == notice.kind;
         } );
-        std::set<Record>& records =
-            alike == counts.end() ? counts.emplace_back( &notice, std::set<Record>() ).second : alike->second;
-        records.emplace( notice.name, notice.table.value_or( "" ), maskOf( notice.pipes ) );
+        if( alike == counts.end() )
+            alike = counts.insert( alike, { &notice, {} } );
+        alike->second.insert( keyOf( notice ) );
     };
     for( Notice const& notice : verdict.notices ) {
         std::string_view const code = notice.kind->code;
-        bool const isGone = level == NoticeLevel::handle && ( code == "BD101" || code == "BD103" );
-        if( notice.kind->level != level && !isGone )
+        bool const takesHandle = level == NoticeLevel::handle && ( code == "BD101" || code == "BD103" );
+        if( notice.kind->level != level && !takesHandle )
             continue;
         U32 const pipes = maskOf( notice.pipes );
         if( !isWithin( pipes, replacedMask ) )
@@ -311,23 +292,23 @@ String countsOf( Verdict const& verdict, NoticeLevel level ) {
 }
 
 String byNameSentence( Verdict const& verdict ) {
-    return verdictSentence( verdict, NoticeLevel::breaking, "an agent that looks everything up by name",
-                            verdict.byName );
+    return "an agent that looks everything up by name notices" +
+           ( verdict.byName ? " nothing" : ": " + countsOf( verdict, NoticeLevel::breaking ) );
 }
 
 String byHandleSentence( Verdict const& verdict ) {
-    if( verdict.byHandle ) // which says nothing of what the records are now
-        return "every handle still means the same record";
-    return verdictSentence( verdict, NoticeLevel::handle, "an agent that keeps handles", false );
+    return verdict.byHandle
+               ? "every handle still means the same record" // whatever these are now
+               : "an agent that keeps handles notices: " + countsOf( verdict, NoticeLevel::handle );
 }
 
 String unreadCounts( Unread const& unread ) {
-    String text;
-    if( std::size_t const count = unread.tables.size() )
-        text = countedWords( "table", count );
-    if( std::size_t const count = unread.members.size() )
-        text += ( text.empty() ? "" : " and " ) + countedWords( "section", count );
-    return text;
+    std::vector<String> counts;
+    if( !unread.tables.empty() )
+        counts.push_back( countedWords( "table", unread.tables.size() ) );
+    if( !unread.members.empty() )
+        counts.push_back( countedWords( "section", unread.members.size() ) );
+    return fmt::format( "{}", fmt::join( counts, " and " ) );
 }
 
 String unreadNames( Unread const& unread ) {
@@ -337,18 +318,18 @@ String unreadNames( Unread const& unread ) {
         names.push_back( table.name );
     for( UnreadMember const& member : unread.members )
         names.push_back( member.name );
-    String text;
-    for( std::size_t i = 0; i < std::min( most, names.size() ); ++i )
-        text += ( i == 0 ? "" : ", " ) + names[ i ];
-    return text + ( names.size() > most ? ", ..." : "" );
+    bool const isCut = names.size() > most;
+    names.resize( std::min( most, names.size() ) );
+    return fmt::format( "{}{}", fmt::join( names, ", " ), isCut ? ", ..." : "" );
 }
 
 String sameness( Comparison const& comparison ) {
     bool const hasLines =
         comparison.modelDiffers() ||
-        std::ranges::any_of( comparison.kinds, []( auto const& kind ) { return kind.differs(); } ) ||
-        std::ranges::any_of( comparison.pipes,
-                             []( auto const& pipe ) { return pipe.is != PipeComparison::Is::edited; } );
+        std::any_of( comparison.kinds.begin(), comparison.kinds.end(),
+                     []( auto const& kind ) { return kind.differs(); } ) ||
+        std::any_of( comparison.pipes.begin(), comparison.pipes.end(),
+                     []( auto const& pipe ) { return pipe.is != PipeComparison::Is::edited; } );
     if( hasLines )
         return "";
     if( !comparison.unread.differs() )
@@ -361,30 +342,35 @@ String sameness( Comparison const& comparison ) {
 }
 
 String renumberedLine( Handles const& handles ) {
-    return handles.tally.differing == 0
-               ? ""
-               : "handles of records that both have: " + std::to_string( handles.tally.differing ) + " of " +
-                     std::to_string( handles.tally.all ) + " renumbered";
+    Tally const& tally = handles.tally;
+    return tally.differing == 0 ? ""
+                                : fmt::format( "handles of records that both have: {} of {} renumbered",
+                                               tally.differing, tally.all );
 }
 
+namespace {
+
+String labelOf( HandleOwner const& owner ) {
+    return fmt::format( "{} {}", kindOf( owner.kind ).one, owner.label() );
+}
+
+} // namespace
+
 String lineOf( Renumbering const& handle ) {
-    return kindOf( handle.kind ).one + ( ' ' + handle.label() ) + ' ' +
-           fromTo( Hex( handle.from ), Hex( handle.to ) );
+    return fmt::format( "{} {}", labelOf( handle ), fromTo( Hex( handle.from ), Hex( handle.to ) ) );
 }
 
 String lineOf( ReusedHandle const& handle ) {
-    auto const label = []( HandleOwner const& owner ) {
-        return kindOf( owner.kind ).one + ( ' ' + owner.label() );
-    };
-    return hexText( handle.handle ) + ' ' + label( handle.from ) + " -> " + label( handle.to );
+    return fmt::format( "{} {} -> {}", hexText( handle.handle ), labelOf( handle.from ),
+                        labelOf( handle.to ) );
 }
 
 String shiftedLine( Comparison const& comparison ) {
     Tally const& shifted = comparison.shifted;
     return shifted.differing == 0
                ? ""
-               : "hit-bit ranges: " + std::to_string( shifted.differing ) + " of " +
-                     std::to_string( shifted.all ) + " shifted, and each is as long as before";
+               : fmt::format( "hit-bit ranges: {} of {} shifted, and each is as long as before",
+                              shifted.differing, shifted.all );
 }
 
 } // namespace Bfri

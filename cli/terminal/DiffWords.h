@@ -35,6 +35,9 @@ DiffSection unreadSection( Comparison const& comparison );
 /// counts as the same.
 RowList totalsOf( Comparison const& comparison );
 
+/// Whether it is about a new duplicate, which has a line of its own.
+bool isDuplicate( Notice const& notice );
+
 /// "2 tables removed, 1 action renamed": the notices of a level, or nothing.
 String countsOf( Verdict const& verdict, NoticeLevel level );
 

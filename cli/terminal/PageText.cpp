@@ -1,9 +1,10 @@
 #include "cli/terminal/PageText.h"
-#include "cli/terminal/Characters.h"
 
+#include "cli/terminal/Characters.h"
 #include "cli/terminal/RecordText.h"
 #include "cli/terminal/TextFormat.h"
 
+#include <fmt/ostream.h>
 #include <sstream>
 
 namespace Bfri {
@@ -19,22 +20,15 @@ constexpr Column ownerColumns[] = { { "HANDLE", "handle" },
 constexpr Column actionLineColumns[] = {
     { "HANDLE", "handle" }, { "TABLE HANDLE", "tableHandle" }, { "OF TABLE", "tableName" } };
 
-void printIndented( std::ostream& out, String const& indent, String const& lines ) {
-    std::istringstream in( lines );
-    for( String line; std::getline( in, line ); )
-        out << indent << line << '\n';
-}
-
-/// The part of a terminal that an indent leaves.
-TerminalStyle within( TerminalStyle look, std::string_view indent ) {
+/// Prints to the part of a terminal that an indent leaves.
+template<class Print>
+void printIndented( std::ostream& out, TerminalStyle look, std::size_t indent, Print print ) {
     if( look.columns > 0 )
-        look.columns -= std::min( look.columns - 1, indent.size() );
-    return look;
-}
-
-bool isSaid( Field const& field ) {
-    String const* const text = std::get_if<String>( &field.value.is );
-    return !std::holds_alternative<std::monostate>( field.value.is ) && !( text && text->empty() );
+        look.columns -= std::min( look.columns - 1, indent );
+    std::stringstream lines;
+    print( lines, look );
+    for( String line; std::getline( lines, line ); )
+        out << String( indent, ' ' ) << line << '\n';
 }
 
 /// Names in their order, with their places in it.
@@ -45,42 +39,28 @@ List numbered( List const& names ) {
     return rows;
 }
 
-/// Where people see "ingress" or "egress", not a flag, it has another name.
-std::string_view labelOf( Field const& field ) {
-    return field.name == "ingress" && std::holds_alternative<String>( field.value.is ) ? "direction"
-                                                                                       : field.name;
-}
-
 void printRecord( std::ostream& out, TerminalStyle const& look, RecordKind const& kind, Entry const& entry ) {
     Row row;
     for( Field const& field : rowForPeople( kind.kind, entry.record ) ) {
         List const* const list = std::get_if<List>( &field.value.is );
-        bool const heading = field.name == "name";
-        bool const saidAlready = field.name == "typeName"; // people see it as the type
-        if( !heading && !saidAlready && isSaid( field ) )
-            row.push_back( { labelOf( field ), list ? Value( numbered( *list ) ) : field.value } );
+        String const* const text = std::get_if<String>( &field.value.is );
+        bool const isAbsent =
+            std::holds_alternative<std::monostate>( field.value.is ) || ( text && text->empty() );
+        bool const isElsewhere = field.name == "name" || field.name == "typeName"; // heading, type
+        bool const isDirection = field.name == "ingress" && text;                  // in words
+        if( !isElsewhere && !isAbsent )
+            row.push_back(
+                { isDirection ? "direction" : field.name, list ? Value( numbered( *list ) ) : field.value } );
     }
     if( entry.placeable )
         row.push_back( { "placed", placeText( entry.place ) } );
-    std::ostringstream lines;
-    printFields( lines, row );
-    printIndented( out, "  ", lines.str() );
+    printIndented( out, look, 2, [ & ]( std::ostream& lines, auto const& ) { printFields( lines, row ); } );
     for( Omission const& table : entry.omitted ) {
         out << '\n';
-        printIndented( out, "  ", inLines( escapeForTerminal( sentenceOf( table ) ), within( look, "  " ) ) );
+        printIndented( out, look, 2, [ & ]( std::ostream& lines, TerminalStyle const& room ) {
+            lines << inLines( escapeForTerminal( sentenceOf( table ) ), room );
+        } );
     }
-}
-
-char const* reasonOf( WhyNone why ) {
-    switch( why ) {
-    case WhyNone::nothing:
-        break;
-    case WhyNone::unknown:
-        return "none that the model knows";
-    case WhyNone::onlyIndirectActionData:
-        return "none that the model knows: it keeps only the tables of indirect action data";
-    }
-    return "";
 }
 
 /// The columns of a list, but for the table that the page is about.
@@ -97,10 +77,10 @@ RowList linesOf( Part const& part ) {
     return inColumns( columns, {}, rows );
 }
 
-void printLines( std::ostream& out, TerminalStyle const& look, String const& indent, RowList const& list ) {
-    std::ostringstream lines;
-    printColumns( lines, list, within( look, indent ) );
-    printIndented( out, indent, lines.str() );
+void printLines( std::ostream& out, TerminalStyle const& look, std::size_t indent, RowList const& list ) {
+    printIndented( out, look, indent, [ & ]( std::ostream& lines, TerminalStyle const& room ) {
+        printColumns( lines, list, room );
+    } );
 }
 
 bool areSame( std::vector<Row> const& a, std::vector<Row> const& b ) { return !( a < b ) && !( b < a ); }
@@ -109,13 +89,15 @@ bool areSame( std::vector<Row> const& a, std::vector<Row> const& b ) { return !(
 void printPart( std::ostream& out, TerminalStyle const& look, Part const& part, Part const* before ) {
     if( part.rows.empty() && part.whyNone == WhyNone::nothing )
         return;
-    out << "\n  " << kindOf( part.kind ).many << '\n';
+    fmt::print( out, "\n  {}\n", kindOf( part.kind ).many );
     if( part.rows.empty() )
-        out << "    " << reasonOf( part.whyNone ) << '\n';
+        fmt::print( out, "    none that the model knows{}\n",
+                    part.whyNone == WhyNone::unknown ? ""
+                                                     : ": it keeps only the tables of indirect action data" );
     else if( before && part.rows.size() > 1 && areSame( part.rows, before->rows ) )
         out << "    the same " << part.rows.size() << " as above\n";
     else
-        printLines( out, look, "    ", linesOf( part ) );
+        printLines( out, look, 4, linesOf( part ) );
 }
 
 /// Actions say little, and many tables have one of a name: a line each.
@@ -127,7 +109,7 @@ void printActions( std::ostream& out, TerminalStyle const& look, Section const& 
         row.push_back( { "tableHandle", tables.empty() ? Value() : valueOf( tables.front(), "handle" ) } );
         rows.push_back( std::move( row ) );
     }
-    printLines( out, look, "  ", inColumns( actionLineColumns, {}, rows ) );
+    printLines( out, look, 2, inColumns( actionLineColumns, {}, rows ) );
 }
 
 void printSection( std::ostream& out, TerminalStyle const& look, Section const& section,
@@ -146,10 +128,10 @@ void printSection( std::ostream& out, TerminalStyle const& look, Section const& 
         before = &entry;
     }
     if( section.moreRecords > 0 )
-        out << "\nand " << section.moreRecords << " more "
-            << ( section.moreRecords == 1 ? section.kind->noun : section.kind->nouns )
-            << " of this name; 'bfri " << section.kind->many
-            << "' lists them all, with handles for 'bfri show'\n";
+        fmt::print( out,
+                    "\nand {} more {} of this name; 'bfri {}' lists them all, with handles for 'bfri show'\n",
+                    section.moreRecords, section.moreRecords == 1 ? section.kind->noun : section.kind->nouns,
+                    section.kind->many );
 }
 
 } // namespace
@@ -157,9 +139,10 @@ void printSection( std::ostream& out, TerminalStyle const& look, Section const& 
 String placeText( BfResource const* place ) {
     if( !place )
         return "no";
-    String const stage = "stage " + std::to_string( place->stageStart );
-    String const several = std::to_string( place->stages ) + " stage tables, the first in " + stage;
-    return ( place->stages > 1 ? several : stage ) + ( place->ingress ? ", ingress" : ", egress" );
+    char const* const direction = place->ingress ? "ingress" : "egress";
+    return place->stages > 1 ? fmt::format( "{} stage tables, the first in stage {}, {}", place->stages,
+                                            place->stageStart, direction )
+                             : fmt::format( "stage {}, {}", place->stageStart, direction );
 }
 
 void printPages( std::ostream& out, TerminalStyle const& look, std::vector<Page> const& pages ) {
@@ -170,6 +153,44 @@ void printPages( std::ostream& out, TerminalStyle const& look, std::vector<Page>
             printSection( out, look, section, page.name );
         }
     }
+}
+
+namespace {
+
+void printUnknown( std::ostream& err, String const& word, HandleAnswer const& answer, bool pipesInHandles ) {
+    err << "bfri: nothing has the handle " << word;
+    char const* before = pipesInHandles
+                             ? "; with another pipe in the upper four bits: "
+                             : "; without a pipe in the upper four bits, as there is no runtime_config: ";
+    for( auto const& [ handle, name ] : answer.others )
+        err << std::exchange( before, ", " ) << hexText( handle ) << " (" << escapeForTerminal( name ) << ")";
+    if( !answer.omitted.empty() )
+        err << "; " << escapeForTerminal( sentencesOf( answer.omitted ) );
+    if( answer.without0x )
+        err << "; did you mean " << hexText( *answer.without0x ) << "?";
+    err << '\n';
+}
+
+} // namespace
+
+void printHandles( std::ostream& out, TerminalStyle const& look, std::vector<HandleAnswer> const& answers ) {
+    constexpr std::size_t fewest = 60; // more than other lists, as names of tables follow names
+    TextList list{ "HANDLE", "KIND", "IN FIELD", "NAME", "TABLE" };
+    list.rows = rowsOf( answers );
+    for( Row& row : list.rows ) {
+        if( valueAs<bool>( row, "severalTables" ) )
+            row[ 4 ].value = "(several)";
+        row.pop_back();
+    }
+    if( !list.rows.empty() )
+        printColumns( out, list, look, fewest );
+}
+
+void printRemarks( std::ostream& err, String const& word, HandleAnswer const& answer, bool pipesInHandles ) {
+    if( answer.uses.empty() )
+        return printUnknown( err, word, answer, pipesInHandles );
+    for( Omission const& omitted : answer.omitted )
+        err << "bfri: " << word << ": " << escapeForTerminal( sentenceOf( omitted ) ) << '\n';
 }
 
 } // namespace Bfri

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "cli/terminal/TerminalStyle.h"
+#include "inspect/page/Lookup.h"
 #include "inspect/page/Page.h"
-
-#include <ostream>
 
 namespace Bfri {
 
@@ -12,5 +11,12 @@ void printPages( std::ostream& out, TerminalStyle const& look, std::vector<Page>
 
 /// Where a record is on the chip; "no" for null.
 String placeText( BfResource const* place );
+
+/// One line for each record that has one of the handles.
+void printHandles( std::ostream& out, TerminalStyle const& look, std::vector<HandleAnswer> const& answers );
+
+/// Notes on a handle that was asked for by a word: what may be meant if nothing has it, and what the model
+/// omits. The wording depends on whether a runtime_config puts pipes into handles.
+void printRemarks( std::ostream& err, String const& word, HandleAnswer const& answer, bool pipesInHandles );
 
 } // namespace Bfri

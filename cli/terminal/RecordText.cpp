@@ -98,14 +98,12 @@ Row resourceForPeople( Row row ) {
 
 /// The row says which table the record belongs to, or that several have it.
 Row ownedForPeople( Row row ) {
-    static Value const several( "(several)" );
-    if( !valueAs<bool>( row, "severalParents" ) )
-        return row;
+    bool const* const hasSeveral = std::get_if<bool>( &valueOf( row, "severalParents" ).is );
     for( Field& field : row ) {
         String const* const table = std::get_if<String>( &field.value.is );
-        bool const known = table && !table->empty();
-        if( ( field.name == "parent" || field.name == "associatedTable" ) && !known )
-            field.value = several;
+        bool const isTable = field.name == "parent" || field.name == "associatedTable";
+        if( hasSeveral && *hasSeveral && isTable && ( !table || table->empty() ) )
+            field.value = "(several)";
     }
     return row;
 }
@@ -113,55 +111,17 @@ Row ownedForPeople( Row row ) {
 } // namespace
 
 std::span<Column const> columnsOf( Kind kind ) {
-    switch( kind ) {
-    case Kind::tables:
-        return tableColumns;
-    case Kind::resources:
-        return resourceColumns;
-    case Kind::counters:
-        return counterColumns;
-    case Kind::meters:
-        return meterColumns;
-    case Kind::wreds:
-        return wredColumns;
-    case Kind::registers:
-        return registerColumns;
-    case Kind::learnQuantas:
-        return learnQuantaColumns;
-    case Kind::actions:
-        return actionColumns;
-    case Kind::headers:
-        return headerColumns;
-    case Kind::hashes:
-        return hashColumns;
-    case Kind::phvFields:
-        return phvColumns;
-    case Kind::handles:
-        return handleColumns;
-    }
-    return {};
+    static constexpr std::span<Column const> columns[] = {
+        // in the order of the kinds
+        tableColumns,       resourceColumns, counterColumns, meterColumns, wredColumns, registerColumns,
+        learnQuantaColumns, actionColumns,   headerColumns,  hashColumns,  phvColumns,  handleColumns };
+    return columns[ static_cast<std::size_t>( kind ) ];
 }
 
 Row rowForPeople( Kind kind, Row row ) {
-    switch( kind ) {
-    case Kind::tables:
-        return tableForPeople( std::move( row ) );
-    case Kind::resources:
-        return resourceForPeople( std::move( row ) );
-    case Kind::counters:
-    case Kind::meters:
-    case Kind::wreds:
-    case Kind::registers:
-    case Kind::handles:
-        return ownedForPeople( std::move( row ) );
-    case Kind::learnQuantas:
-    case Kind::actions:
-    case Kind::headers:
-    case Kind::hashes:
-    case Kind::phvFields:
-        break;
-    }
-    return row;
+    return kind == Kind::tables      ? tableForPeople( std::move( row ) )
+           : kind == Kind::resources ? resourceForPeople( std::move( row ) )
+                                     : ownedForPeople( std::move( row ) );
 }
 
 RowList inColumns( std::span<Column const> columns, Row const& blank, std::vector<Row> const& rows ) {

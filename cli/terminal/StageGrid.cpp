@@ -1,7 +1,5 @@
-#include "cli/terminal/Paint.h"
+#include "cli/terminal/Characters.h"
 #include "cli/terminal/StageText.h"
-#include "cli/terminal/StageWords.h"
-#include "cli/terminal/TextFormat.h"
 
 #include <algorithm>
 #include <utility>
@@ -101,11 +99,9 @@ std::vector<GridLine> capacityLines( StageMap const& map, Rules const& rules, Sy
                                std::vector<unsigned>( map.stages.size() ) } );
         auto const place = std::lower_bound( map.stages.begin(), map.stages.end(), *use.stage );
         auto const stage = static_cast<std::size_t>( place - map.stages.begin() );
-        auto const percent = use.percent();
-        lines.back().cells[ stage + 1 ] = percent ? std::to_string( *percent ) + "%" : "over";
-        lines.back().heat[ stage ] =
-            stepOf( static_cast<std::uint64_t>( std::min<std::int64_t>( percent.value_or( 100 ), 100 ) ), 100,
-                    hottest );
+        auto const percent = std::min<std::int64_t>( use.percent().value_or( 100 ), 100 );
+        lines.back().cells[ stage + 1 ] = percentText( use );
+        lines.back().heat[ stage ] = stepOf( static_cast<std::uint64_t>( percent ), 100, hottest );
     }
     for( GridLine& line : lines )
         line.cells.front().clear();
@@ -145,34 +141,26 @@ struct GridWidths {
     std::vector<std::size_t> cells; ///< the gap before each included
 };
 
-/// The end of the block that begins with a cell: as many cells as fit, at least one.
-std::size_t endOfBlock( GridWidths const& widths, std::size_t first, std::size_t most,
-                        TerminalStyle const& look ) {
-    std::size_t const cells = widths.cells.size();
-    std::size_t end = first;
-    std::size_t taken = widths.label;
-    while( end < cells && end - first < most ) {
-        taken += widths.cells[ end ];
-        if( look.columns > 0 && taken > look.columns && end > first )
-            break;
-        ++end;
+/// Where the blocks of cells end: each has as many as fit, at least one, and at most so many.
+std::vector<std::size_t> blocksOf( GridWidths const& widths, std::size_t most, TerminalStyle const& look ) {
+    std::vector<std::size_t> ends;
+    for( std::size_t end = 0; end < widths.cells.size(); ends.push_back( end ) ) {
+        std::size_t const first = end;
+        std::size_t taken = widths.label;
+        do {
+            taken += widths.cells[ end++ ];
+        } while( end < widths.cells.size() && end - first < most &&
+                 ( look.columns == 0 || taken + widths.cells[ end ] <= look.columns ) );
     }
-    return end;
+    return ends;
 }
 
-std::size_t numberOfBlocks( GridWidths const& widths, std::size_t most, TerminalStyle const& look ) {
-    std::size_t blocks = 0;
-    for( std::size_t first = 0; first < widths.cells.size(); ++blocks )
-        first = endOfBlock( widths, first, most, look );
-    return blocks;
-}
-
-/// The most cells of a block, so that the blocks are even, and as few as the terminal allows.
-std::size_t cellsOfBlock( GridWidths const& widths, TerminalStyle const& look ) {
+/// As few blocks as the terminal allows, and even ones.
+std::vector<std::size_t> evenBlocksOf( GridWidths const& widths, TerminalStyle const& look ) {
     std::size_t const cells = widths.cells.size();
-    std::size_t const blocks = numberOfBlocks( widths, cells, look );
-    std::size_t const even = ( cells + blocks - 1 ) / blocks;
-    return numberOfBlocks( widths, even, look ) == blocks ? even : cells;
+    auto const blocks = blocksOf( widths, cells, look );
+    auto const even = blocksOf( widths, ( cells + blocks.size() - 1 ) / blocks.size(), look );
+    return even.size() == blocks.size() ? even : blocks;
 }
 
 /// Cells are alike, but for a number too long for the others: that of a stage that no chip has, or of all.
@@ -201,7 +189,7 @@ GridWidths widthsOf( std::vector<GridLine> const& lines, TerminalStyle const& lo
     GridWidths const narrow = widthsWithGap( lines, 1, look );
     GridWidths const wide = widthsWithGap( lines, 2, look );
     std::size_t const cells = wide.cells.size();
-    return numberOfBlocks( narrow, cells, look ) < numberOfBlocks( wide, cells, look ) ? narrow : wide;
+    return blocksOf( narrow, cells, look ).size() < blocksOf( wide, cells, look ).size() ? narrow : wide;
 }
 
 /// A space, then the cell, on its heat.
@@ -226,11 +214,10 @@ void printBlock( std::ostream& out, std::vector<GridLine> const& lines, GridWidt
 void printGrid( std::ostream& out, TerminalStyle const& look, StageMap const& map, StageView const& view ) {
     auto const lines = gridOf( map, view, symbolsOf( look ) );
     GridWidths const widths = widthsOf( lines, look );
-    std::size_t const most = cellsOfBlock( widths, look );
-    for( std::size_t first = 0, end = 0; first < widths.cells.size(); first = end ) {
-        end = endOfBlock( widths, first, most, look );
+    std::size_t first = 0;
+    for( std::size_t const end : evenBlocksOf( widths, look ) ) {
         out << ( first == 0 ? "" : "\n" );
-        printBlock( out, lines, widths, first, end, look );
+        printBlock( out, lines, widths, std::exchange( first, end ), end, look );
     }
 }
 

@@ -1,21 +1,39 @@
 #include "cli/terminal/StageText.h"
 
-#include "cli/terminal/StageWords.h"
-#include "cli/terminal/TextFormat.h"
+#include "cli/terminal/Characters.h"
+#include "inspect/model/Records.h"
 
+#include <fmt/ostream.h>
 #include <numeric>
 #include <span>
 
 namespace Bfri {
 
-namespace {
-
-String repeated( char const* symbol, std::size_t times ) {
-    String text;
-    for( std::size_t i = 0; i < times; ++i )
-        text += symbol;
-    return text;
+Symbols const& symbolsOf( TerminalStyle const& look ) {
+    static constexpr Symbols ascii = { ".", "#", { " ", ".", ":", "-", "=", "+", "*", "#", "@" } };
+    static constexpr Symbols utf8 = { "·", "█", { " ", "▁", "▂", "▃", "▄", "▅", "▆", "▇", "█" } };
+    return look.utf8 ? utf8 : ascii;
 }
+
+String toTheRight( String const& text, std::size_t columns ) {
+    return String( columns - std::min( columns, width( text ) ), ' ' ) + text;
+}
+
+String toTheLeft( String const& text, std::size_t columns ) {
+    return text + String( columns - std::min( columns, width( text ) ), ' ' );
+}
+
+String percentText( std::uint64_t part, std::uint64_t all ) {
+    return fmt::format( "{}%", all == 0 ? 0 : ( 100 * part + all / 2 ) / all );
+}
+
+String percentText( Use const& use ) { return use.percent() ? fmt::format( "{}%", *use.percent() ) : "over"; }
+
+char const* directionOf( bool ingress ) { return ingress ? "ingress" : "egress"; }
+
+String typeOf( StageGroup const& group ) { return typeNameOf( *group.resources.front().resource ); }
+
+namespace {
 
 struct BarWidths {
     std::size_t size;                ///< of the column of sizes
@@ -39,7 +57,7 @@ std::vector<Placed> chosen( StageGroup const& group, std::optional<Stage> stage 
 BarWidths barWidths( StageMap const& map, TerminalStyle const& look, std::optional<Stage> stage ) {
     constexpr std::size_t enough = 24;
     constexpr std::size_t readable = 8; // with less room the line is broken, not the name cut
-    BarWidths widths{ 4, {}, 0 };
+    BarWidths widths{ String( "SIZE" ).size(), {}, 0 };
     for( Stage const one : map.stages )
         widths.stages.push_back( std::max<std::size_t>( 3, std::to_string( one ).size() + 1 ) );
     for( StageGroup const& group : map.groups ) {
@@ -62,9 +80,13 @@ String nameOf( BfResource const& resource, BarWidths const& widths, TerminalStyl
 
 String barOf( Placed const& placed, StageMap const& map, BarWidths const& widths, Symbols const& symbols ) {
     String bar;
-    for( std::size_t i = 0; i < map.stages.size(); ++i )
-        bar += placed.isIn( map.stages[ i ] ) ? repeated( symbols.taken, widths.stages[ i ] )
-                                              : toTheRight( symbols.nothing, widths.stages[ i ] );
+    for( std::size_t i = 0; i < map.stages.size(); ++i ) {
+        if( !placed.isIn( map.stages[ i ] ) )
+            bar += toTheRight( symbols.nothing, widths.stages[ i ] );
+        else
+            for( std::size_t column = 0; column < widths.stages[ i ]; ++column )
+                bar += symbols.taken;
+    }
     return bar;
 }
 
@@ -100,13 +122,8 @@ namespace {
 
 /// "stage 3" or "stages 0 to 11".
 String stagesText( std::vector<Stage> const& stages ) {
-    String const last = std::to_string( stages.back() );
-    return stages.size() == 1 ? "stage " + last
-                              : "stages " + std::to_string( stages.front() ) + " to " + last;
-}
-
-String counted( std::size_t resources ) {
-    return std::to_string( resources ) + ( resources == 1 ? " resource" : " resources" );
+    return stages.size() == 1 ? fmt::format( "stage {}", stages.front() )
+                              : fmt::format( "stages {} to {}", stages.front(), stages.back() );
 }
 
 StageLoad loadOf( StageMap const& map, Stage stage ) {
@@ -128,29 +145,25 @@ String fullestText( StageMap const& map, StageMeasure by ) {
     }
     String const with = std::to_string( amount ) + ( by == StageMeasure::entries ? " entries" : "" );
     if( fullest.size() == 1 )
-        return "the fullest is " + fullest.front() + " with " + with;
-    String text = fullest.front();
-    for( std::size_t i = 1; i < fullest.size(); ++i )
-        text += ( i + 1 < fullest.size() ? ", " : " and " ) + fullest[ i ];
-    if( fullest.size() > most )
-        text = std::to_string( fullest.size() ) + " of these";
-    return "the fullest are " + text + " with " + with + " each";
-}
-
-std::uint64_t entriesIn( StageMap const& map ) {
-    return std::accumulate( map.loads.begin(), map.loads.end(), std::uint64_t( 0 ),
-                            []( std::uint64_t sum, auto const& load ) { return sum + load.entries; } );
+        return fmt::format( "the fullest is {} with {}", fullest.front(), with );
+    String const last = fullest.back();
+    fullest.pop_back();
+    String const text = fullest.size() >= most ? fmt::format( "{} of these", fullest.size() + 1 )
+                                               : fmt::format( "{} and {}", fmt::join( fullest, ", " ), last );
+    return fmt::format( "the fullest are {} with {} each", text, with );
 }
 
 /// "stage 3: 4 of 35 resources; 45056 entries, 11% of all".
 String stageOverview( StageMap const& map, Stage stage ) {
     StageLoad const load = loadOf( map, stage );
-    String text = "stage " + std::to_string( stage ) + ": " + std::to_string( load.spanning ) + " of " +
-                  counted( map.size() );
+    String text =
+        fmt::format( "stage {}: {} of {}", stage, load.spanning, countText( map.size(), "resource" ) );
     if( load.stated == 0 )
         return text;
-    return text + "; " + std::to_string( load.entries ) + " entries, " +
-           percentText( load.entries, entriesIn( map ) ) + " of all";
+    std::uint64_t all = 0;
+    for( StageLoad const& one : map.loads )
+        all += one.entries;
+    return fmt::format( "{}; {} entries, {} of all", text, load.entries, percentText( load.entries, all ) );
 }
 
 String overview( StageMap const& map, StageView const& view ) {
@@ -158,7 +171,8 @@ String overview( StageMap const& map, StageView const& view ) {
         return map.lost.empty() ? "no resource is placed" : "no resource has stages that are known";
     if( view.stage )
         return stageOverview( map, *view.stage );
-    return counted( map.size() ) + " in " + stagesText( map.stages ) + "; " + fullestText( map, view.by );
+    return fmt::format( "{} in {}; {}", countText( map.size(), "resource" ), stagesText( map.stages ),
+                        fullestText( map, view.by ) );
 }
 
 // The largest of a stage.
@@ -184,31 +198,19 @@ Value entriesText( PlacedStage const& placed ) {
                               : std::to_string( placed.entries ) + " and some not stated";
 }
 
-Value stagesValue( Placed const& placed ) {
-    return listOf( placed.stages, []( PlacedStage const& one ) { return static_cast<U32>( one.stage ); } );
-}
-
 void printLargest( std::ostream& out, TerminalStyle const& look, StageMap const& map, Stage stage ) {
     constexpr std::size_t most = 10;
     auto const resources = largestIn( map, stage );
     std::uint64_t const all = loadOf( map, stage ).entries;
-    RowList list{ { { "ENTRIES", {} },
-                    { "SHARE", {} },
-                    { "SIZE", {} },
-                    { "STAGES", {} },
-                    { "TYPE", {} },
-                    { "NAME", {} } },
-                  {} };
+    TextList list{ "ENTRIES", "SHARE", "SIZE", "STAGES", "TYPE", "NAME" };
     for( Placed const& placed : std::span( resources ).first( std::min( most, resources.size() ) ) ) {
         PlacedStage const& here = *placed.in( stage );
         BfResource const& resource = *placed.resource;
-        list.rows.push_back(
-            { { "", entriesText( here ) },
-              { "", here.stated ? Value( percentText( here.entries, all ) ) : Value() },
-              { "", resource.size },
-              { "", stagesValue( placed ) },
-              { "", String( directionOf( resource.ingress ) ) + ' ' + typeNameOf( resource ) },
-              { "", resource.name } } );
+        auto const number = []( PlacedStage const& one ) { return static_cast<U32>( one.stage ); };
+        list.add( { entriesText( here ), here.stated ? Value( percentText( here.entries, all ) ) : Value(),
+                    resource.size, listOf( placed.stages, number ),
+                    fmt::format( "{} {}", directionOf( resource.ingress ), typeNameOf( resource ) ),
+                    resource.name } );
     }
     printColumns( out, list, look );
     if( resources.size() > most )
@@ -230,7 +232,7 @@ void printLost( std::ostream& out, StageMap const& map ) {
     if( map.lost.empty() )
         return;
     out << "not on the map, as the context file does not tell all of their stages: "
-        << counted( map.lost.size() ) << '\n';
+        << countText( map.lost.size(), "resource" ) << '\n';
     for( BfResource const* const resource : map.lost )
         out << "  " << escapeForTerminal( resource->name ) << '\n';
 }
@@ -241,8 +243,7 @@ void printCapacities( std::ostream& out, StageMap const& map, StageView const& v
         return;
     for( Use const& use : capacityUses( *view.budget, map ) ) {
         if( use.stage == view.stage )
-            out << "  " << use.what << ": " << use.used << " of " << use.available << ", "
-                << ( use.percent() ? std::to_string( *use.percent() ) + "%" : "over" ) << '\n';
+            fmt::print( out, "  {}: {} of {}, {}\n", use.what, use.used, use.available, percentText( use ) );
     }
 }
 
@@ -262,15 +263,6 @@ void printMap( std::ostream& out, TerminalStyle const& look, StageMap const& map
         printGrid( out, look, map, view );
 }
 
-void printFooter( std::ostream& out, TerminalStyle const& look, StageMeasure by ) {
-    out << '\n'
-        << inLines( by == StageMeasure::entries
-                        ? "entries: the sizes of the stage tables in each stage, as the context file states "
-                          "them; ?: some state none"
-                        : "2+1: two start in the stage, and one goes on from an earlier one",
-                    look );
-}
-
 } // namespace
 
 void printStages( std::ostream& out, TerminalStyle const& look, std::vector<StageMap> const& maps,
@@ -284,7 +276,12 @@ void printStages( std::ostream& out, TerminalStyle const& look, std::vector<Stag
     bool const somePlaced =
         std::any_of( maps.begin(), maps.end(), []( StageMap const& map ) { return map.size() > 0; } );
     if( somePlaced && !view.listed && !view.stage )
-        printFooter( out, look, view.by );
+        out << '\n'
+            << inLines( view.by == StageMeasure::entries
+                            ? "entries: the sizes of the stage tables in each stage, as the context file "
+                              "states them; ?: some state none"
+                            : "2+1: two start in the stage, and one goes on from an earlier one",
+                        look );
 }
 
 } // namespace Bfri

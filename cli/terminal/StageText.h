@@ -1,11 +1,13 @@
 #pragma once
 
-#include "cli/terminal/TerminalStyle.h"
+// The stage maps as text: what the grid and the other texts share is below.
+
+#include "cli/terminal/TextFormat.h"
 #include "inspect/budget/Budget.h"
 #include "inspect/stages/StageMap.h"
 
+#include <array>
 #include <optional>
-#include <ostream>
 
 namespace Bfri {
 
@@ -29,5 +31,23 @@ void printGrid( std::ostream& out, TerminalStyle const& look, StageMap const& ma
 /// One line per resource, with a bar over its stages; with a stage, only those in it.
 void printBars( std::ostream& out, TerminalStyle const& look, StageMap const& map,
                 std::optional<Stage> stage );
+
+struct Symbols {
+    char const* nothing;
+    char const* taken;
+    std::array<char const*, 9> levels; ///< from empty to full
+};
+Symbols const& symbolsOf( TerminalStyle const& look );
+
+String toTheRight( String const& text, std::size_t columns );
+String toTheLeft( String const& text, std::size_t columns );
+
+/// A part of a whole in whole percent: "12%"; "0%" if the whole is 0.
+String percentText( std::uint64_t part, std::uint64_t all );
+/// The same of what a rule allows: "over" if that is nothing.
+String percentText( Use const& use );
+
+char const* directionOf( bool ingress );
+String typeOf( StageGroup const& group );
 
 } // namespace Bfri

@@ -1,6 +1,7 @@
 #include "cli/terminal/TerminalStyle.h"
 
 #include <cstdlib>
+#include <fmt/format.h>
 #include <string_view>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -44,6 +45,17 @@ TerminalStyle lookOfStandardOutput() {
     bool const terminal = isatty( STDOUT_FILENO ) == 1;
     bool const color = terminal && environment( "NO_COLOR" ).empty() && environment( "TERM" ) != "dumb";
     return { terminal ? terminalColumns() : 0, color, localeIsUtf8(), hasManyColors() };
+}
+
+String painted( TerminalStyle const& look, Paint paint, String const& text ) {
+    return look.color ? fmt::format( "\033[{}m{}\033[0m", static_cast<int>( paint ), text ) : text;
+}
+
+String onHeat( TerminalStyle const& look, unsigned heat, String const& text ) {
+    static constexpr unsigned char backgrounds[ hottest ] = { 230, 229, 222, 215, 208, 202 };
+    if( !look.color || !look.manyColors || heat == 0 )
+        return text;
+    return fmt::format( "\033[38;5;16;48;5;{}m{}\033[0m", backgrounds[ heat - 1 ], text );
 }
 
 } // namespace Bfri

@@ -4,6 +4,8 @@
 #include "inspect/rows/CsvFormat.h"
 
 #include <algorithm>
+#include <fmt/format.h>
+#include <functional>
 #include <sstream>
 
 namespace Bfri {
@@ -31,6 +33,23 @@ struct ShownText {
 } // namespace
 
 String textOf( Value const& value ) { return std::visit( ShownText(), value.is ); }
+
+String countText( std::size_t number, std::string_view one, std::string_view several ) {
+    return fmt::format( "{} {}{}", number, number == 1 || several.empty() ? one : several,
+                        number == 1 || !several.empty() ? "" : "s" );
+}
+
+TextList::TextList( std::initializer_list<char const*> titles ) {
+    for( char const* const title : titles )
+        header.push_back( { title, {} } );
+}
+
+void TextList::add( std::initializer_list<Value> values ) {
+    Row row;
+    for( Value const& value : values )
+        row.push_back( { header[ row.size() ].name, value } );
+    rows.push_back( std::move( row ) );
+}
 
 namespace {
 
@@ -72,128 +91,96 @@ String lineOf( Line const& cells, std::vector<GridColumn> const& columns ) {
 /// Lines of cells, the columns as wide as their widest.
 class Grid {
   public:
-    Grid( std::vector<Line> lines, std::vector<GridColumn> columns );
+    Grid( std::vector<Line> lines, std::vector<GridColumn> columns )
+        : lines_( std::move( lines ) ), columns_( std::move( columns ) ) {
+        for( Line const& cells : lines_ ) {
+            for( std::size_t i = 0; i < cells.size(); ++i )
+                columns_[ i ].width = std::max( columns_[ i ].width, width( cells[ i ] ) );
+        }
+    }
 
     /// Takes away from columns and names what the terminal has no room for.
-    void fit( TerminalStyle const& look );
-    void print( std::ostream& out, TerminalStyle const& look ) const;
+    void fit( TerminalStyle const& look ) {
+        if( look.columns == 0 || widthOf( columns_.size(), &GridColumn::width ) <= look.columns )
+            return;
+        eraseAbsent();
+        bool const canHoldAll = widthOf( columns_.size(), &GridColumn::least ) <= look.columns;
+        if( !canHoldAll )
+            makeWayForNames( look );
+        shortenNames( canHoldAll ? columns_.size() : columnsWithNames(), look );
+    }
+
+    void print( std::ostream& out, TerminalStyle const& look ) const {
+        for( Line const& cells : lines_ ) {
+            String const line = lineOf( cells, columns_ );
+            out << ( look.columns == 0 ? line : cutAtEnd( line, look.columns, look ) ) << '\n';
+        }
+    }
 
   private:
     /// The width of the first columns of a line, with the gaps between them.
-    std::size_t widthOf( std::size_t columns, std::size_t ( *width )( GridColumn const& ) ) const;
-    std::size_t wholeWidth( std::size_t columns ) const {
-        return widthOf( columns, []( GridColumn const& column ) { return column.width; } );
-    }
-    std::size_t leastWidth( std::size_t columns ) const {
-        return widthOf( columns, []( GridColumn const& column ) { return column.least(); } );
+    template<class Width>
+    std::size_t widthOf( std::size_t columns, Width width ) const {
+        std::size_t sum = 0;
+        for( std::size_t i = 0; i < columns; ++i )
+            sum += ( i == 0 ? 0 : 2 ) + std::invoke( width, columns_[ i ] );
+        return sum;
     }
     /// The number of columns up to the last one of names.
-    std::size_t columnsWithNames() const;
-    void erase( std::size_t column );
-    void eraseAbsent();
-    void makeWayForNames( TerminalStyle const& look );
-    void shortenNames( std::size_t columns, TerminalStyle const& look );
+    std::size_t columnsWithNames() const {
+        std::size_t count = columns_.size();
+        while( count > 0 && !columns_[ count - 1 ].hasNames() )
+            --count;
+        return count;
+    }
+    void erase( std::size_t column ) {
+        auto const place = static_cast<std::ptrdiff_t>( column );
+        columns_.erase( columns_.begin() + place );
+        for( Line& cells : lines_ )
+            cells.erase( cells.begin() + place );
+    }
+    void eraseAbsent() {
+        for( std::size_t i = columns_.size(); i-- > 0; ) {
+            bool const absent = std::all_of( lines_.begin() + 1, lines_.end(),
+                                             [ & ]( Line const& cells ) { return cells[ i ] == "-"; } );
+            if( absent && lines_.size() > 1 && columns_[ i ].title != "NAME" )
+                erase( i );
+        }
+    }
+    /// From the right, as a cut would take them.
+    void makeWayForNames( TerminalStyle const& look ) {
+        bool marked = false;
+        for( std::size_t i = columnsWithNames();
+             i-- > 0 && widthOf( columnsWithNames(), &GridColumn::least ) > look.columns; ) {
+            if( columns_[ i ].hasNames() )
+                continue;
+            if( std::exchange( marked, true ) )
+                erase( i + 1 );
+            columns_[ i ] = { "", 1 };
+            for( Line& cells : lines_ )
+                cells[ i ] = look.utf8 ? "\u2026" : ">";
+        }
+    }
+    /// The longest first, so that they end up alike.
+    void shortenNames( std::size_t columns, TerminalStyle const& look ) {
+        while( widthOf( columns, &GridColumn::width ) > look.columns ) {
+            auto const surplus = []( GridColumn const& column ) { return column.width - column.least(); };
+            auto const widest = std::max_element(
+                columns_.begin(), columns_.end(),
+                [ & ]( GridColumn const& a, GridColumn const& b ) { return surplus( a ) < surplus( b ); } );
+            if( surplus( *widest ) == 0 )
+                break;
+            --widest->width;
+        }
+        for( Line& cells : lines_ ) {
+            for( std::size_t i = 0; i < cells.size(); ++i )
+                cells[ i ] = cutAtFront( cells[ i ], columns_[ i ].width, look );
+        }
+    }
 
     std::vector<Line> lines_; ///< titles first
     std::vector<GridColumn> columns_;
 };
-
-Grid::Grid( std::vector<Line> lines, std::vector<GridColumn> columns )
-    : lines_( std::move( lines ) ), columns_( std::move( columns ) ) {
-    for( Line const& cells : lines_ ) {
-        for( std::size_t i = 0; i < cells.size(); ++i )
-            columns_[ i ].width = std::max( columns_[ i ].width, width( cells[ i ] ) );
-    }
-}
-
-void Grid::fit( TerminalStyle const& look ) {
-    if( look.columns == 0 || wholeWidth( columns_.size() ) <= look.columns )
-        return;
-    eraseAbsent();
-    bool const canHoldAll = leastWidth( columns_.size() ) <= look.columns;
-    if( !canHoldAll )
-        makeWayForNames( look );
-    shortenNames( canHoldAll ? columns_.size() : columnsWithNames(), look );
-}
-
-void Grid::print( std::ostream& out, TerminalStyle const& look ) const {
-    for( Line const& cells : lines_ ) {
-        String const line = lineOf( cells, columns_ );
-        out << ( look.columns == 0 ? line : cutAtEnd( line, look.columns, look ) ) << '\n';
-    }
-}
-
-std::size_t Grid::widthOf( std::size_t columns, std::size_t ( *width )( GridColumn const& ) ) const {
-    std::size_t sum = 0;
-    for( std::size_t i = 0; i < columns; ++i )
-        sum += ( i == 0 ? 0 : 2 ) + width( columns_[ i ] );
-    return sum;
-}
-
-std::size_t Grid::columnsWithNames() const {
-    std::size_t count = columns_.size();
-    while( count > 0 && !columns_[ count - 1 ].hasNames() )
-        --count;
-    return count;
-}
-
-void Grid::erase( std::size_t column ) {
-    auto const place = static_cast<std::ptrdiff_t>( column );
-    columns_.erase( columns_.begin() + place );
-    for( Line& cells : lines_ )
-        cells.erase( cells.begin() + place );
-}
-
-void Grid::eraseAbsent() {
-    for( std::size_t i = columns_.size(); i-- > 0; ) {
-        bool const absent = std::all_of( lines_.begin() + 1, lines_.end(),
-                                         [ & ]( Line const& cells ) { return cells[ i ] == "-"; } );
-        if( absent && lines_.size() > 1 && columns_[ i ].title != "NAME" )
-            erase( i );
-    }
-}
-
-/// From the right, as a cut would take them.
-void Grid::makeWayForNames( TerminalStyle const& look ) {
-    bool marked = false;
-    for( std::size_t i = columnsWithNames(); i-- > 0 && leastWidth( columnsWithNames() ) > look.columns; ) {
-        if( columns_[ i ].hasNames() )
-            continue;
-        if( std::exchange( marked, true ) )
-            erase( i + 1 );
-        columns_[ i ] = { "", 1 };
-        for( Line& cells : lines_ )
-            cells[ i ] = look.utf8 ? "\u2026" : ">";
-    }
-}
-
-/// The longest first, so that they end up alike.
-void Grid::shortenNames( std::size_t columns, TerminalStyle const& look ) {
-    while( wholeWidth( columns ) > look.columns ) {
-        auto const surplus = []( GridColumn const& column ) { return column.width - column.least(); };
-        auto const widest = std::max_element(
-            columns_.begin(), columns_.end(),
-            [ & ]( GridColumn const& a, GridColumn const& b ) { return surplus( a ) < surplus( b ); } );
-        if( surplus( *widest ) == 0 )
-            break;
-        --widest->width;
-    }
-    for( Line& cells : lines_ ) {
-        for( std::size_t i = 0; i < cells.size(); ++i )
-            cells[ i ] = cutAtFront( cells[ i ], columns_[ i ].width, look );
-    }
-}
-
-void addField( std::vector<Line>& lines, Field const& field ) {
-    String const name = escapeForTerminal( field.name );
-    List const* const list = std::get_if<List>( &field.value.is );
-    if( !list || list->empty() || !std::holds_alternative<Row>( list->front().is ) ) {
-        lines.push_back( { name, textOf( field.value ) } );
-        return;
-    }
-    for( Value const& value : *list )
-        lines.push_back( { &value == &list->front() ? name : "", textOf( value ) } );
-}
 
 } // namespace
 
@@ -263,8 +250,15 @@ void printColumns( std::ostream& out, RowList const& list, TerminalStyle const& 
 
 void printFields( std::ostream& out, Row const& row ) {
     std::vector<Line> lines;
-    for( Field const& field : row )
-        addField( lines, field );
+    for( Field const& field : row ) {
+        lines.push_back( { escapeForTerminal( field.name ), textOf( field.value ) } );
+        List const* const list = std::get_if<List>( &field.value.is );
+        if( !list || list->empty() || !std::holds_alternative<Row>( list->front().is ) )
+            continue;
+        lines.back().back() = textOf( list->front() );
+        for( auto value = list->begin() + 1; value != list->end(); ++value )
+            lines.push_back( { "", textOf( *value ) } );
+    }
     Grid const grid( std::move( lines ), std::vector<GridColumn>( 2 ) );
     grid.print( out, {} );
 }

@@ -1,12 +1,15 @@
 #pragma once
 
-#include "cli/terminal/Streams.h"
+#include "cli/terminal/TerminalStyle.h"
 #include "inspect/rows/Row.h"
 
 namespace Bfri {
 
 /// A value in one line: absent and empty ones as "-", handles in hexadecimal, lists separated by spaces.
 String textOf( Value const& value );
+
+/// "1 table", "2 tables"; what several are called has an s unless it is given.
+String countText( std::size_t number, std::string_view one, std::string_view several = {} );
 
 /// An escaped text; if it is too long, a mark replaces its start, as the end of a name says more.
 String cutAtFront( String const& shownText, std::size_t most, TerminalStyle const& look );
@@ -16,6 +19,12 @@ String cutAtEnd( String const& shownText, std::size_t most, TerminalStyle const&
 
 /// The text in lines that fit on the terminal, broken between words.
 String inLines( String const& text, TerminalStyle const& look );
+
+/// A list to which rows of values are added, in the order of its titles.
+struct TextList : RowList {
+    TextList( std::initializer_list<char const*> titles );
+    void add( std::initializer_list<Value> values );
+};
 
 /// Aligned columns under their names, numbers to the right. Absent and empty values show as "-". If the
 /// terminal is too narrow, columns that are absent in every row are dropped first; then names lose their

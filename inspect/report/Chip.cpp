@@ -26,33 +26,6 @@ void fillStages( ChipResource& resource, std::vector<PlacedStage> const& stages 
     }
 }
 
-class ChipBuilder {
-  public:
-    explicit ChipBuilder( Configuration const& configuration ) : chip_{ &configuration } {}
-
-    Chip chip() &&;
-
-  private:
-    void addProgram( FileSurvey const& file );
-    void addTable( SurveyedTable const& survey );
-    std::optional<std::size_t> addResource( SurveyedTable const& survey );
-    void addRecord( ChipResource& resource ) const;
-    void link( ChipProgram const& program );
-    void linkTable( ChipTable& table, SurveyedTable const& survey );
-    void linkReferences( ChipLink owner, SurveyedTable const& survey );
-    void attach( ChipLink owner, U32 handle );
-    void attach( ChipLink owner, ChipResource& resource );
-    void addFields();
-    void addFindings();
-    void indexNames();
-
-    Chip chip_;
-    BfResourceInfo::BfResourceParser const& parser_ = chip_.configuration->parser();
-    std::vector<std::optional<std::vector<PlacedStage>>> const placed_ = placedStages( *chip_.configuration );
-    std::vector<SurveyedTable const*> surveys_ = {};     // of the tables
-    std::unordered_map<U32, std::size_t> byHandle_ = {}; // the resources of one program
-};
-
 /// The part of each path that tells it from the others: the file's name, else its folder; where neither does,
 /// with the pipes.
 void nameProgram( ChipProgram& program, std::vector<FileSurvey> const& files ) {
@@ -74,186 +47,187 @@ void nameProgram( ChipProgram& program, std::vector<FileSurvey> const& files ) {
         program.name += ( pipe == program.pipes.front() ? " on pipe " : ", " ) + std::to_string( pipe );
 }
 
-void ChipBuilder::addProgram( FileSurvey const& file ) {
-    ChipProgram& program = chip_.programs.emplace_back();
-    program = { &file, "", {}, chip_.resources.size(), 0, chip_.tables.size(), 0 };
-    for( Value const& pipe : pipesOf( file.pipeMask ) )
-        program.pipes.push_back( std::get<U32>( pipe.is ) );
-    nameProgram( program, chip_.configuration->files );
-    for( SurveyedTable const& survey : file.tables ) {
-        auto const resource = addResource( survey );
-        if( survey.type == "match" && survey.record ) {
-            addTable( survey );
-            chip_.tables.back().resource = resource;
-            if( resource )
-                chip_.resources[ *resource ].table = chip_.tables.back().number;
-        }
-    }
-    program.endResource = chip_.resources.size();
-    program.endTable = chip_.tables.size();
-}
-
-void ChipBuilder::addTable( SurveyedTable const& survey ) {
-    surveys_.push_back( &survey );
-    ChipTable& table = chip_.tables.emplace_back( ChipTable{ chip_.tables.size(), chip_.programs.size() - 1,
-                                                             &parser_.bfTables().at( *survey.record ) } );
-    for( std::size_t i = 0; survey.firstAction && i < survey.actions.size(); ++i )
-        table.actions.push_back( &parser_.bfActions().at( static_cast<U32>( *survey.firstAction + i ) ) );
-}
-
-/// The type of a record that is nowhere on the chip.
-BfResourceType typeOfRecord( SurveyedTable const& survey ) {
-    return survey.type == "statistics" ? BfResourceType::statistics
-           : survey.type == "stateful" ? BfResourceType::stateful
-           : survey.isWred             ? BfResourceType::wred
-                                       : BfResourceType::meter;
-}
-
-std::optional<std::size_t> ChipBuilder::addResource( SurveyedTable const& survey ) {
-    bool const hasRecord = survey.record && survey.type != "match";
-    if( !survey.resource && !hasRecord )
-        return std::nullopt;
-    ChipResource resource{ chip_.resources.size(),
-                           chip_.programs.size() - 1,
-                           &survey,
-                           survey.handle.value_or( 0 ),
-                           static_cast<U32>( typeOfRecord( survey ) ),
-                           survey.size.value_or( 0 ),
-                           survey.direction == "ingress",
-                           survey.resource.has_value() };
-    if( survey.resource ) {
-        BfResource const& placed = parser_.bfResources().at( *survey.resource );
-        resource.handle = placed.handle;
-        resource.type = placed.type;
-        resource.size = placed.size;
-        resource.ingress = placed.ingress;
-        fillStages( resource, placed_[ *survey.resource ].value_or( std::vector<PlacedStage>() ) );
-    }
-    if( hasRecord )
-        addRecord( resource );
-    chip_.resources.push_back( std::move( resource ) );
-    return chip_.resources.size() - 1;
-}
-
-void ChipBuilder::addRecord( ChipResource& resource ) const {
-    SurveyedTable const& survey = *resource.survey;
+/// The type of a record that is nowhere on the chip, and the record.
+std::pair<BfResourceType, ChipRecord> recordOf( SurveyedTable const& survey,
+                                                BfResourceInfo::BfResourceParser const& parser ) {
+    using enum BfResourceType;
     U32 const record = *survey.record;
     if( survey.type == "statistics" )
-        resource.record = &parser_.bfCounters().at( record );
-    else if( survey.type == "stateful" )
-        resource.record = &parser_.bfRegisterInfos().at( record );
-    else if( survey.isWred )
-        resource.record = &parser_.bfWreds().at( record );
-    else
-        resource.record = &parser_.bfMeters().at( record );
+        return { statistics, &parser.bfCounters().at( record ) };
+    if( survey.type == "stateful" )
+        return { stateful, &parser.bfRegisterInfos().at( record ) };
+    if( survey.isWred )
+        return { wred, &parser.bfWreds().at( record ) };
+    return { meter, &parser.bfMeters().at( record ) };
 }
 
-void ChipBuilder::attach( ChipLink owner, ChipResource& resource ) {
-    if( resource.link() == owner ||
-        std::find( resource.owners.begin(), resource.owners.end(), owner ) != resource.owners.end() )
-        return;
-    resource.owners.push_back( owner );
-    if( owner.to == ChipLink::To::table )
-        chip_.tables[ owner.number ].attached.push_back( resource.number );
-}
+class ChipBuilder {
+  public:
+    explicit ChipBuilder( Configuration const& configuration ) : chip_{ &configuration } {}
 
-void ChipBuilder::attach( ChipLink owner, U32 handle ) {
-    auto const found = byHandle_.find( handle );
-    if( found != byHandle_.end() )
-        attach( owner, chip_.resources[ found->second ] );
-    else if( owner.to == ChipLink::To::table )
-        chip_.tables[ owner.number ].unknown.push_back( handle );
-}
-
-void ChipBuilder::linkReferences( ChipLink owner, SurveyedTable const& survey ) {
-    for( Context::SurveyedReference const& reference : survey.references )
-        attach( owner, reference.handle );
-}
-
-void ChipBuilder::linkTable( ChipTable& table, SurveyedTable const& survey ) {
-    ChipLink const owner{ ChipLink::To::table, table.number };
-    for( U32 const handle : { table.record->adtHandle, table.record->selHandle } ) {
-        if( handle != 0 )
-            attach( owner, handle );
+    Chip chip() && {
+        std::vector<Stage> taken;
+        for( FileSurvey const& file : chip_.configuration->files ) {
+            addProgram( file );
+            link( chip_.programs.back() );
+        }
+        for( ChipResource const& resource : chip_.resources ) {
+            for( StageEntries const& one : resource.stages )
+                taken.push_back( one.stage );
+        }
+        chip_.stages = allStagesUpTo( std::move( taken ) );
+        addFields();
+        indexNames();
+        addFindings();
+        return std::move( chip_ );
     }
-    linkReferences( owner, survey );
-}
 
-/// By handles, and by the names that actions of a table give.
-void ChipBuilder::link( ChipProgram const& program ) {
-    byHandle_.clear();
-    std::unordered_map<std::string_view, std::size_t> placed;
-    for( std::size_t i = program.firstResource; i < program.endResource; ++i ) {
-        byHandle_.emplace( chip_.resources[ i ].handle, i );
-        placed.emplace( chip_.resources[ i ].name(), i );
+  private:
+    void addProgram( FileSurvey const& file ) {
+        ChipProgram program{ &file, "", {}, chip_.resources.size(), 0, chip_.tables.size(), 0 };
+        for( Value const& pipe : pipesOf( file.pipeMask ) )
+            program.pipes.push_back( std::get<U32>( pipe.is ) );
+        nameProgram( program, chip_.configuration->files );
+        for( SurveyedTable const& survey : file.tables ) {
+            bool const isMatchTable = survey.type == "match" && survey.record;
+            if( survey.resource || ( survey.record && !isMatchTable ) )
+                addResource( survey, isMatchTable );
+            if( isMatchTable )
+                addTable( survey );
+        }
+        program.endResource = chip_.resources.size();
+        program.endTable = chip_.tables.size();
+        chip_.programs.push_back( std::move( program ) );
     }
-    for( std::size_t i = program.firstTable; i < program.endTable; ++i )
-        linkTable( chip_.tables[ i ], *surveys_[ i ] );
-    for( std::size_t i = program.firstResource; i < program.endResource; ++i ) {
-        ChipResource& resource = chip_.resources[ i ];
-        if( !resource.table )
-            linkReferences( resource.link(), *resource.survey );
-        String const* const parent = parser_.parentTable().find( resource.name() );
-        auto const owner = parent ? placed.find( *parent ) : placed.end();
-        if( owner != placed.end() )
-            attach( chip_.resources[ owner->second ].link(), resource );
-    }
-}
 
-void ChipBuilder::addFields() {
-    std::map<String const*, ChipField, decltype( []( String const* a, String const* b ) { return *a < *b; } )>
-        fields;
-    for( auto const& entry : parser_.ingressPhvContainers() )
-        fields[ &entry.key() ] = { &entry.key(), entry.value() };
-    for( auto const& entry : parser_.egressPhvContainers() ) {
-        ChipField& field = fields[ &entry.key() ];
-        field.name = &entry.key();
-        field.egress = entry.value();
+    /// After its resource, if it is placed.
+    void addTable( SurveyedTable const& survey ) {
+        surveys_.push_back( &survey );
+        ChipTable table{ chip_.tables.size(), chip_.programs.size(),
+                         &parser_.bfTables().at( *survey.record ) };
+        for( std::size_t i = 0; survey.firstAction && i < survey.actions.size(); ++i )
+            table.actions.push_back( &parser_.bfActions().at( static_cast<U32>( *survey.firstAction + i ) ) );
+        if( survey.resource ) {
+            table.resource = chip_.resources.size() - 1;
+            chip_.resources.back().table = table.number;
+        }
+        chip_.tables.push_back( std::move( table ) );
     }
-    for( auto const& entry : fields )
-        chip_.fields.push_back( entry.second );
-    auto const weight = []( ChipField const& field ) {
-        U32 const in = field.ingress.value_or( 0 ), out = field.egress.value_or( 0 );
-        return std::pair( std::max( in, out ), in + out );
-    };
-    std::stable_sort( chip_.fields.begin(), chip_.fields.end(),
-                      [ & ]( auto const& a, auto const& b ) { return weight( a ) > weight( b ); } );
-}
 
-void ChipBuilder::indexNames() {
-    for( ChipTable const& table : chip_.tables )
-        chip_.byName.emplace( table.record->name, ChipLink{ ChipLink::To::table, table.number } );
-    for( ChipResource const& resource : chip_.resources ) {
-        if( !resource.table )
-            chip_.byName.emplace( resource.name(), resource.link() );
+    void addResource( SurveyedTable const& survey, bool ofMatchTable ) {
+        ChipResource resource{ chip_.resources.size(),
+                               chip_.programs.size(),
+                               &survey,
+                               survey.handle.value_or( 0 ),
+                               0,
+                               survey.size.value_or( 0 ),
+                               survey.direction == "ingress",
+                               survey.resource.has_value() };
+        if( survey.record && !ofMatchTable ) {
+            auto const [ type, record ] = recordOf( survey, parser_ );
+            resource.type = static_cast<U32>( type );
+            resource.record = record;
+        }
+        if( survey.resource ) {
+            BfResource const& placed = parser_.bfResources().at( *survey.resource );
+            resource.handle = placed.handle;
+            resource.type = placed.type;
+            resource.size = placed.size;
+            resource.ingress = placed.ingress;
+            fillStages( resource, placed_[ *survey.resource ].value_or( std::vector<PlacedStage>() ) );
+        }
+        chip_.resources.push_back( std::move( resource ) );
     }
-}
 
-void ChipBuilder::addFindings() {
-    chip_.findings = findingsOf( *chip_.configuration );
-    for( std::size_t i = 0; i < chip_.findings.size(); ++i ) {
-        auto const link = chip_.linkOf( chip_.findings[ i ] );
-        if( link && link->to == ChipLink::To::table )
-            chip_.tables[ link->number ].findings.push_back( i );
+    void attach( ChipLink owner, ChipResource& resource ) {
+        auto& owners = resource.owners;
+        if( resource.link() == owner || std::find( owners.begin(), owners.end(), owner ) != owners.end() )
+            return;
+        owners.push_back( owner );
+        if( owner.to == ChipLink::To::table )
+            chip_.tables[ owner.number ].attached.push_back( resource.number );
     }
-}
+    void attach( ChipLink owner, U32 handle ) {
+        auto const found = byHandle_.find( handle );
+        if( found != byHandle_.end() )
+            attach( owner, chip_.resources[ found->second ] );
+        else if( owner.to == ChipLink::To::table )
+            chip_.tables[ owner.number ].unknown.push_back( handle );
+    }
+    void attachReferences( ChipLink owner, SurveyedTable const& survey ) {
+        for( Context::SurveyedReference const& reference : survey.references )
+            attach( owner, reference.handle );
+    }
 
-Chip ChipBuilder::chip() && {
-    for( FileSurvey const& file : chip_.configuration->files ) {
-        addProgram( file );
-        link( chip_.programs.back() );
+    /// By handles, and by the names that actions of a table give.
+    void link( ChipProgram const& program ) {
+        byHandle_.clear();
+        std::unordered_map<std::string_view, std::size_t> placed;
+        for( std::size_t i = program.firstResource; i < program.endResource; ++i ) {
+            byHandle_.emplace( chip_.resources[ i ].handle, i );
+            placed.emplace( chip_.resources[ i ].name(), i );
+        }
+        for( ChipTable const& table : chip_.tablesOf( program ) ) {
+            for( U32 const handle : { table.record->adtHandle, table.record->selHandle } ) {
+                if( handle != 0 )
+                    attach( table.link(), handle );
+            }
+            attachReferences( table.link(), *surveys_[ table.number ] );
+        }
+        for( std::size_t i = program.firstResource; i < program.endResource; ++i ) {
+            ChipResource& resource = chip_.resources[ i ];
+            if( !resource.table )
+                attachReferences( resource.link(), *resource.survey );
+            String const* const parent = parser_.parentTable().find( resource.name() );
+            auto const owner = parent ? placed.find( *parent ) : placed.end();
+            if( owner != placed.end() )
+                attach( chip_.resources[ owner->second ].link(), resource );
+        }
     }
-    std::vector<Stage> taken;
-    for( ChipResource const& resource : chip_.resources ) {
-        for( StageEntries const& one : resource.stages )
-            taken.push_back( one.stage );
+
+    void addFields() {
+        std::map<std::string_view, ChipField> fields;
+        for( auto const& entry : parser_.ingressPhvContainers() )
+            fields[ entry.key() ] = { &entry.key(), entry.value() };
+        for( auto const& entry : parser_.egressPhvContainers() ) {
+            ChipField& field = fields[ entry.key() ];
+            field.name = &entry.key();
+            field.egress = entry.value();
+        }
+        for( auto const& entry : fields )
+            chip_.fields.push_back( entry.second );
+        auto const weight = []( ChipField const& field ) {
+            U32 const in = field.ingress.value_or( 0 ), out = field.egress.value_or( 0 );
+            return std::pair( std::max( in, out ), in + out );
+        };
+        std::stable_sort( chip_.fields.begin(), chip_.fields.end(),
+                          [ & ]( auto const& a, auto const& b ) { return weight( a ) > weight( b ); } );
     }
-    chip_.stages = allStagesUpTo( std::move( taken ) );
-    addFields();
-    indexNames();
-    addFindings();
-    return std::move( chip_ );
-}
+
+    void indexNames() {
+        for( ChipTable const& table : chip_.tables )
+            chip_.byName.emplace( table.name(), table.link() );
+        for( ChipResource const& resource : chip_.resources ) {
+            if( !resource.table )
+                chip_.byName.emplace( resource.name(), resource.link() );
+        }
+    }
+
+    void addFindings() {
+        chip_.findings = findingsOf( *chip_.configuration );
+        for( std::size_t i = 0; i < chip_.findings.size(); ++i ) {
+            auto const link = chip_.linkOf( chip_.findings[ i ] );
+            if( link && link->to == ChipLink::To::table )
+                chip_.tables[ link->number ].findings.push_back( i );
+        }
+    }
+
+    Chip chip_;
+    BfResourceInfo::BfResourceParser const& parser_ = chip_.configuration->parser();
+    std::vector<std::optional<std::vector<PlacedStage>>> const placed_ = placedStages( *chip_.configuration );
+    std::vector<SurveyedTable const*> surveys_ = {};     // of the tables
+    std::unordered_map<U32, std::size_t> byHandle_ = {}; // the resources of one program
+};
 
 } // namespace
 
@@ -279,32 +253,21 @@ std::size_t Chip::countPlaced( ChipProgram const& program ) const {
 }
 
 String const& Chip::nameOf( ChipLink link ) const {
-    return link.to == ChipLink::To::table ? tables[ link.number ].record->name
-                                          : resources[ link.number ].name();
+    return link.to == ChipLink::To::table ? tables[ link.number ].name() : resources[ link.number ].name();
+}
+
+U32 Chip::handleOf( ChipLink link ) const {
+    return link.to == ChipLink::To::table ? tables[ link.number ].record->handle
+                                          : resources[ link.number ].handle;
 }
 
 std::optional<ChipLink> Chip::linkOf( Finding const& finding ) const {
-    auto const handleOf = [ & ]( ChipLink link ) {
-        return link.to == ChipLink::To::table ? tables[ link.number ].record->handle
-                                              : resources[ link.number ].handle;
-    };
     auto const [ first, end ] = byName.equal_range( finding.name );
     for( auto entry = first; entry != end; ++entry ) {
         if( finding.handle == handleOf( entry->second ) )
             return entry->second;
     }
     return first == end ? std::nullopt : std::optional( first->second );
-}
-
-std::vector<Stage> allStagesUpTo( std::vector<Stage> taken ) {
-    constexpr Stage most = 64;
-    std::sort( taken.begin(), taken.end() );
-    taken.erase( std::unique( taken.begin(), taken.end() ), taken.end() );
-    if( taken.empty() || taken.back() >= most )
-        return taken;
-    std::vector<Stage> stages( taken.back() + 1 );
-    std::iota( stages.begin(), stages.end(), Stage( 0 ) );
-    return stages;
 }
 
 Chip chipOf( Configuration const& configuration ) { return ChipBuilder( configuration ).chip(); }

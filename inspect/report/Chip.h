@@ -4,7 +4,7 @@
 // number.
 
 #include "inspect/check/Findings.h"
-#include "inspect/stages/PlacedStages.h"
+#include "inspect/stages/StageMap.h"
 
 #include <bitset>
 #include <variant>
@@ -34,6 +34,9 @@ struct ChipLink {
     bool operator==( ChipLink const& ) const = default;
 };
 
+using ChipRecord = std::variant<std::monostate, BfTableCounterInfo const*, BfTableMeterInfo const*,
+                                BfTableWredInfo const*, BfRegisterInfo const*>;
+
 /// A table of a context file that is placed, or that has a record in the model other than a match table's.
 struct ChipResource {
     std::size_t number;
@@ -48,16 +51,13 @@ struct ChipResource {
     bool isStated = false;                 ///< the file states the entries of each stage
     std::optional<std::size_t> table = {}; ///< whose place it is
     std::vector<ChipLink> owners = {};     ///< that it is attached to
-    std::variant<std::monostate, BfTableCounterInfo const*, BfTableMeterInfo const*, BfTableWredInfo const*,
-                 BfRegisterInfo const*>
-        record = {};
+    ChipRecord record = {};
 
     Marks marks = {};
     ChipResource const* old = nullptr; ///< in the older configuration; null if it is not there
 
     String const& name() const { return survey->name; }
     bool isIn( Stage stage ) const;
-    bool isRenamed() const { return old && old->name() != name(); }
     /// Where the report has everything about it.
     ChipLink link() const {
         return table ? ChipLink{ ChipLink::To::table, *table } : ChipLink{ ChipLink::To::resource, number };
@@ -77,6 +77,9 @@ struct ChipTable {
 
     Marks marks = {};
     ChipTable const* old = nullptr;
+
+    String const& name() const { return record->name; }
+    ChipLink link() const { return { ChipLink::To::table, number }; }
 };
 
 /// A resource in a stage that it has left.
@@ -130,14 +133,15 @@ struct Chip {
     std::size_t countOthers() const; ///< the parts that do not belong to match tables, placed or not
     std::size_t countPlaced( ChipProgram const& program ) const; ///< its resources, as the model counts them
     String const& nameOf( ChipLink link ) const;
+    U32 handleOf( ChipLink link ) const;
+    ChipResource const* placeOf( ChipTable const& table ) const { ///< null if it is not placed
+        return table.resource ? &resources[ *table.resource ] : nullptr;
+    }
     /// What a finding is about; nothing if no part has that name.
     std::optional<ChipLink> linkOf( Finding const& finding ) const;
 
     std::unordered_multimap<std::string_view, ChipLink> byName = {};
 };
-
-/// All stages up to the highest; among numbers that are impossibly high, only those that are used.
-std::vector<Stage> allStagesUpTo( std::vector<Stage> taken );
 
 /// Made from a configuration that was loaded with a survey and must outlive the chip.
 Chip chipOf( Configuration const& configuration );

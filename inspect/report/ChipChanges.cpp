@@ -27,10 +27,9 @@ std::optional<std::size_t> oldProgramOf( ChipProgram const& program, Chip const&
 template<class Part>
 class OldByName {
   public:
-    template<class Parts, class NameOf>
-    OldByName( Parts const& parts, NameOf nameOf ) {
+    explicit OldByName( std::span<Part const> parts ) {
         for( auto part = parts.rbegin(); part != parts.rend(); ++part )
-            parts_[ nameOf( *part ) ].push_back( &*part );
+            parts_[ part->name() ].push_back( &*part );
     }
     Part const* take( std::string_view name ) {
         auto const found = parts_.find( name );
@@ -108,38 +107,36 @@ Marks marksOf( ChipTable const& now, ChipTable const& old ) {
     return marks;
 }
 
-std::string_view oldNameOf( std::string_view name, Renames const& renames ) {
-    auto const renamed = renames.find( name );
-    return renamed == renames.end() ? name : renamed->second;
-}
-
-void compareResources( Chip& now, ChipProgram& program, std::span<ChipResource const> olds,
-                       Renames const& renames ) {
-    OldByName<ChipResource> left( olds, []( auto const& old ) { return std::string_view( old.name() ); } );
-    for( std::size_t i = program.firstResource; i < program.endResource; ++i ) {
-        ChipResource& resource = now.resources[ i ];
-        ChipResource const* const old = resource.old = left.take( oldNameOf( resource.name(), renames ) );
-        if( old )
-            resource.marks = marksOf( resource, *old );
+/// Pairs parts with the old ones by name, and marks what differs.
+template<class Part>
+void pairUp( std::span<Part> parts, std::span<Part const> olds, Renames const& renames ) {
+    OldByName<Part> left( olds );
+    for( Part& part : parts ) {
+        auto const renamed = renames.find( part.name() );
+        part.old = left.take( renamed == renames.end() ? part.name() : renamed->second );
+        if( part.old )
+            part.marks = marksOf( part, *part.old );
         else
-            add( resource.marks, Mark::added );
-        for( StageEntries const& place : old ? old->stages : std::vector<StageEntries>() ) {
-            if( !resource.isIn( place.stage ) )
-                program.ghosts.push_back( { old, place, &resource } );
-        }
+            add( part.marks, Mark::added );
     }
 }
 
-void compareTables( Chip& now, ChipProgram const& program, std::span<ChipTable const> olds,
-                    Renames const& renames ) {
-    OldByName<ChipTable> left( olds, []( auto const& old ) { return std::string_view( old.record->name ); } );
-    for( std::size_t i = program.firstTable; i < program.endTable; ++i ) {
-        ChipTable& table = now.tables[ i ];
-        table.old = left.take( oldNameOf( table.record->name, renames ) );
-        if( table.old )
-            table.marks = marksOf( table, *table.old );
-        else
-            add( table.marks, Mark::added );
+void compareProgram( Chip& now, ChipProgram& program, Chip const& old, Renames const& renames ) {
+    ChipProgram const* const before = program.old ? &old.programs[ *program.old ] : nullptr;
+    std::span const resources =
+        std::span( now.resources )
+            .subspan( program.firstResource, program.endResource - program.firstResource );
+    std::span const tables =
+        std::span( now.tables ).subspan( program.firstTable, program.endTable - program.firstTable );
+    pairUp( resources, before ? old.resourcesOf( *before ) : std::span<ChipResource const>(), renames );
+    pairUp( tables, before ? old.tablesOf( *before ) : std::span<ChipTable const>(), renames );
+    for( ChipResource const& resource : resources ) {
+        for( StageEntries const& place : resource.old ? resource.old->stages : std::vector<StageEntries>() ) {
+            if( !resource.isIn( place.stage ) )
+                program.ghosts.push_back( { resource.old, place, &resource } );
+        }
+    }
+    for( ChipTable& table : tables ) {
         if( table.resource ) {
             table.marks |= now.resources[ *table.resource ].marks;
             now.resources[ *table.resource ].marks |= table.marks;
@@ -147,16 +144,17 @@ void compareTables( Chip& now, ChipProgram const& program, std::span<ChipTable c
     }
 }
 
-/// The resources of the old chip that no part of the new chip corresponds to.
+/// The parts of the old chip that no part of the new chip corresponds to.
 void addRemoved( Chip& now, Chip const& old ) {
-    std::vector<bool> kept( old.resources.size() );
-    for( ChipResource const& resource : now.resources ) {
-        if( resource.old )
-            kept[ resource.old->number ] = true;
-    }
+    std::unordered_set<void const*> kept, gone;
+    for( ChipResource const& resource : now.resources )
+        kept.insert( resource.old );
+    for( ChipTable const& table : now.tables )
+        kept.insert( table.old );
     for( ChipResource const& resource : old.resources ) {
-        if( kept[ resource.number ] )
+        if( kept.contains( &resource ) )
             continue;
+        gone.insert( &resource );
         now.removed.push_back( &resource );
         for( ChipProgram& program : now.programs ) {
             for( StageEntries const& place : resource.stages ) {
@@ -165,24 +163,10 @@ void addRemoved( Chip& now, Chip const& old ) {
             }
         }
     }
-}
-
-void addRemovedTables( Chip& now, Chip const& old ) {
-    std::unordered_set<ChipTable const*> kept;
-    for( ChipTable const& table : now.tables )
-        kept.insert( table.old );
-    std::unordered_set<ChipResource const*> const gone( now.removed.begin(), now.removed.end() );
     for( ChipTable const& table : old.tables ) {
-        if( !kept.contains( &table ) &&
-            !( table.resource && gone.contains( &old.resources[ *table.resource ] ) ) )
+        if( !kept.contains( &table ) && !gone.contains( old.placeOf( table ) ) )
             now.removedTables.push_back( &table );
     }
-}
-
-void joinStages( Chip& now, Chip const& old ) {
-    std::vector<Stage> stages = now.stages;
-    stages.insert( stages.end(), old.stages.begin(), old.stages.end() );
-    now.stages = allStagesUpTo( std::move( stages ) );
 }
 
 } // namespace
@@ -191,17 +175,12 @@ void compare( Chip& now, Chip const& old, Renames const& renames ) {
     now.old = &old;
     for( ChipProgram& program : now.programs ) {
         program.old = oldProgramOf( program, now, old );
-        if( program.old ) {
-            compareResources( now, program, old.resourcesOf( old.programs[ *program.old ] ), renames );
-            compareTables( now, program, old.tablesOf( old.programs[ *program.old ] ), renames );
-        } else {
-            compareResources( now, program, {}, renames );
-            compareTables( now, program, {}, renames );
-        }
+        compareProgram( now, program, old, renames );
     }
     addRemoved( now, old );
-    addRemovedTables( now, old );
-    joinStages( now, old );
+    std::vector<Stage> stages = now.stages;
+    stages.insert( stages.end(), old.stages.begin(), old.stages.end() );
+    now.stages = allStagesUpTo( std::move( stages ) );
 }
 
 } // namespace Bfri

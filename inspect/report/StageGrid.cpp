@@ -1,25 +1,10 @@
 #include "inspect/report/StageGrid.h"
 
+#include "inspect/model/Records.h"
+
 #include <array>
 
 namespace Bfri {
-
-namespace {
-
-void count( ChipResource const& resource, Chip const& chip, std::vector<GridCell>& cells ) {
-    cells.resize( chip.stages.size() );
-    for( StageEntries const& place : resource.stages )
-        cells[ chip.columnOf( place.stage ) ] +=
-            GridCell{ 1, &place == &resource.stages.front(), place.entries };
-}
-
-void add( std::vector<GridCell>& sums, std::vector<GridCell> const& cells ) {
-    sums.resize( std::max( sums.size(), cells.size() ) );
-    for( std::size_t i = 0; i < cells.size(); ++i )
-        sums[ i ] += cells[ i ];
-}
-
-} // namespace
 
 GridCell& GridCell::operator+=( GridCell const& other ) {
     resources += other.resources;
@@ -54,36 +39,79 @@ U32 StageGrid::mostResources() const {
 }
 
 StageGrid stageGridOf( Chip const& chip, ChipProgram const& program, bool ingress ) {
+    std::size_t const stages = chip.stages.size(), oldStages = program.old ? stages : 0;
+    StageGrid grid;
+    grid.all.cells.resize( stages );
+    grid.all.was.resize( oldStages );
     std::array<GridRow, typeCount> rows;
-    auto const rowOf = [ & ]( ChipResource const& resource ) -> GridRow& {
-        GridRow& row = rows[ placeOfType( resource.type ) ];
-        row.type = resource.type;
-        return row;
+    std::array<bool, typeCount> isAny{};
+    auto const count = [ & ]( ChipResource const& resource, std::vector<GridCell> GridRow::*cells ) {
+        if( resource.ingress != ingress || resource.stages.empty() )
+            return false;
+        std::size_t const place = placeOfType( resource.type );
+        GridRow& row = rows[ place ];
+        if( !std::exchange( isAny[ place ], true ) )
+            row = { resource.type, 0, std::vector<GridCell>( stages ), std::vector<GridCell>( oldStages ) };
+        for( StageEntries const& one : resource.stages ) {
+            GridCell const cell{ 1, &one == &resource.stages.front(), one.entries };
+            ( row.*cells )[ chip.columnOf( one.stage ) ] += cell;
+            ( grid.all.*cells )[ chip.columnOf( one.stage ) ] += cell;
+        }
+        return true;
     };
     for( ChipResource const& resource : chip.resourcesOf( program ) ) {
-        if( resource.ingress != ingress || resource.stages.empty() )
-            continue;
-        ++rowOf( resource ).resources;
-        count( resource, chip, rowOf( resource ).cells );
+        bool const isCounted = count( resource, &GridRow::cells );
+        rows[ placeOfType( resource.type ) ].resources += isCounted;
+        grid.all.resources += isCounted;
     }
     if( program.old ) {
-        for( ChipResource const& resource : chip.old->resourcesOf( chip.old->programs[ *program.old ] ) ) {
-            if( resource.ingress == ingress && !resource.stages.empty() )
-                count( resource, chip, rowOf( resource ).was );
-        }
+        for( ChipResource const& resource : chip.old->resourcesOf( chip.old->programs[ *program.old ] ) )
+            count( resource, &GridRow::was );
     }
-    StageGrid grid;
-    for( GridRow& row : rows ) {
-        if( row.cells.empty() && row.was.empty() )
-            continue;
-        row.cells.resize( chip.stages.size() );
-        row.was.resize( program.old ? chip.stages.size() : 0 );
-        grid.all.resources += row.resources;
-        add( grid.all.cells, row.cells );
-        add( grid.all.was, row.was );
-        grid.rows.push_back( std::move( row ) );
+    for( std::size_t i = 0; i < typeCount; ++i ) {
+        if( isAny[ i ] )
+            grid.rows.push_back( std::move( rows[ i ] ) );
     }
     return grid;
+}
+
+std::vector<std::vector<Use>> capacityUsesOf( Chip const& chip, Rules const& rules ) {
+    std::vector<std::vector<Use>> uses( chip.programs.size() );
+    for( StageMap const& map : stageMapsOf( *chip.configuration ) ) {
+        for( auto const* const file : map.files ) {
+            for( std::size_t i = 0; i < uses.size(); ++i ) {
+                if( file->key().value() == chip.programs[ i ].file->pipeMask )
+                    uses[ i ] = capacityUses( rules, map );
+            }
+        }
+    }
+    return uses;
+}
+
+CapacityShare capacityShareOf( std::vector<Use> const& uses, GridRow const* row, bool ingress,
+                               Chip const& chip, std::size_t column ) {
+    BfResource ofType;
+    ofType.type = row ? row->type : 0;
+    /// More than all others where anything is used and nothing is available.
+    auto const loadOf = []( Use const& use ) {
+        return use.available > 0 ? static_cast<double>( use.used ) / static_cast<double>( use.available )
+                                 : static_cast<double>( use.used ) * 1e9;
+    };
+    CapacityShare share;
+    for( Use const& use : uses ) {
+        auto const& rule = static_cast<CapacityRule const&>( *use.rule );
+        bool const isForIt = use.stage == chip.stages[ column ] &&
+                             rule.ingress.value_or( ingress ) == ingress &&
+                             ( !row || matches( rule.type, typeNameOf( ofType ) ) );
+        if( !isForIt || ( share.use && loadOf( *share.use ) >= loadOf( use ) ) )
+            continue;
+        share.use = &use;
+        share.used = static_cast<std::uint64_t>( use.used );
+        if( row )
+            share.used = rule.of == StageMeasure::entries ? row->cells[ column ].entries
+                                                          : row->cells[ column ].resources;
+    }
+    return share;
 }
 
 } // namespace Bfri

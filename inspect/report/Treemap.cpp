@@ -43,21 +43,6 @@ struct Level {
 constexpr Level levels[] = {
     { Is::program, 18, 3, 0, 0 }, { Is::control, 16, 1, 50, 40 }, { Is::path, 14, 1, 44, 44 } };
 
-class TreemapLayout {
-  public:
-    TreemapLayout( Treemap& map, double leastArea ) : map_( map ), leastArea_( leastArea ) {}
-
-    void layGroups( Group const& parent, Box const& place, std::size_t depth );
-
-  private:
-    void layGroup( String const& label, Group const& group, Box place, std::size_t depth );
-    void layResources( Group const& group, Box place );
-    void addSeveral( std::size_t count, std::uint64_t entries, Box place );
-
-    Treemap& map_;
-    double const leastArea_;
-};
-
 std::size_t countOf( Group const& group ) {
     return std::accumulate(
         group.groups.begin(), group.groups.end(), group.resources.size(),
@@ -93,88 +78,98 @@ double share( Element const& part, std::uint64_t whole ) {
     return static_cast<double>( part ) / static_cast<double>( whole );
 }
 
-void TreemapLayout::addSeveral( std::size_t count, std::uint64_t entries, Box place ) {
-    if( count > 0 && entries > 0 )
-        map_.boxes.push_back( { Is::several, place, "", entries, nullptr, count } );
-}
+class TreemapLayout {
+  public:
+    TreemapLayout( Treemap& map, double leastArea ) : map_( map ), leastArea_( leastArea ) {}
 
-/// Groups with too little room for anything in them are drawn as one.
-void TreemapLayout::layGroups( Group const& parent, Box const& place, std::size_t depth ) {
-    constexpr double leastSide = 9;
-    std::vector<std::pair<String const*, Group const*>> groups;
-    for( auto const& [ label, group ] : parent.groups )
-        groups.emplace_back( &label, &group );
-    std::stable_sort( groups.begin(), groups.end(),
-                      []( auto const& a, auto const& b ) { return a.second->entries > b.second->entries; } );
-    auto const isThin = [ & ]( Box const& box ) {
-        return std::min( box.width, box.height ) < leastSide || box.width * box.height < leastArea_;
-    };
-    std::size_t small = 0;
-    std::uint64_t entries = 0;
-    Box strip{};
-    std::vector<Box> boxes;
-    for( bool again = true; again; ) {
-        Box room = place;
-        strip = entries > 0 ? cutOff( room, share( entries, parent.entries ) ) : strip;
-        std::vector<double> values;
-        values.reserve( groups.size() );
-        for( auto const& group : groups )
-            values.push_back( static_cast<double>( group.second->entries ) );
-        boxes = squarified( values, room );
-        auto const isToGo = [ & ] {
-            return boxes.size() > ( small > 0 ? 0U : 1U ) && isThin( boxes.back() );
+    /// Groups with too little room for anything in them are drawn as one.
+    void layGroups( Group const& parent, Box const& place, std::size_t depth ) {
+        constexpr double leastSide = 9;
+        std::vector<std::pair<String const*, Group const*>> groups;
+        for( auto const& [ label, group ] : parent.groups )
+            groups.emplace_back( &label, &group );
+        std::stable_sort( groups.begin(), groups.end(), []( auto const& a, auto const& b ) {
+            return a.second->entries > b.second->entries;
+        } );
+        auto const isThin = [ & ]( Box const& box ) {
+            return std::min( box.width, box.height ) < leastSide || box.width * box.height < leastArea_;
         };
-        again = isToGo();
-        while( isToGo() ) {
-            small += countOf( *groups.back().second );
-            entries += groups.back().second->entries;
-            groups.pop_back();
-            boxes.pop_back();
+        std::size_t small = 0;
+        std::uint64_t entries = 0;
+        Box strip{};
+        std::vector<Box> boxes;
+        for( bool again = true; again; ) {
+            Box room = place;
+            strip = entries > 0 ? cutOff( room, share( entries, parent.entries ) ) : strip;
+            std::vector<double> values;
+            values.reserve( groups.size() );
+            for( auto const& group : groups )
+                values.push_back( static_cast<double>( group.second->entries ) );
+            boxes = squarified( values, room );
+            auto const isToGo = [ & ] {
+                return boxes.size() > ( small > 0 ? 0U : 1U ) && isThin( boxes.back() );
+            };
+            again = isToGo();
+            while( isToGo() ) {
+                small += countOf( *groups.back().second );
+                entries += groups.back().second->entries;
+                groups.pop_back();
+                boxes.pop_back();
+            }
         }
+        addSeveral( small, entries, strip );
+        for( std::size_t i = 0; i < boxes.size(); ++i )
+            layGroup( *groups[ i ].first, *groups[ i ].second, boxes[ i ], depth );
     }
-    addSeveral( small, entries, strip );
-    for( std::size_t i = 0; i < boxes.size(); ++i )
-        layGroup( *groups[ i ].first, *groups[ i ].second, boxes[ i ], depth );
-}
 
-void TreemapLayout::layGroup( String const& label, Group const& group, Box place, std::size_t depth ) {
-    Level const& level = levels[ depth ];
-    bool const isLast = depth + 1 == std::size( levels );
-    bool const hasHead = place.width > level.leastWidth && place.height > level.leastHeight &&
-                         ( !isLast || ( !label.empty() && group.resources.size() > 1 ) );
-    map_.boxes.push_back( { level.is, place, label, group.entries, nullptr, 0, hasHead } );
-    if( isLast )
-        layResources( group, inner( place, level, hasHead ) );
-    else
-        layGroups( group, inner( place, level, hasHead ), depth + 1 );
-}
+  private:
+    void addSeveral( std::size_t count, std::uint64_t entries, Box place ) {
+        if( count > 0 && entries > 0 )
+            map_.boxes.push_back( { Is::several, place, "", entries, nullptr, count } );
+    }
 
-void TreemapLayout::layResources( Group const& group, Box place ) {
-    auto all = group.resources;
-    std::stable_sort( all.begin(), all.end(),
-                      []( auto const* a, auto const* b ) { return a->size > b->size; } );
-    auto const hasRoom = [ & ]( ChipResource const* resource, double area ) {
-        return share( resource->size, group.entries ) * place.width * place.height >= area;
-    };
-    std::size_t shown = 0;
-    while( shown < all.size() && hasRoom( all[ shown ], leastArea_ ) )
-        ++shown;
-    constexpr double visible = 20;
-    if( shown + 1 == all.size() && hasRoom( all.back(), visible ) ) // one alone is not folded
-        ++shown;
-    std::uint64_t rest = 0;
-    for( std::size_t i = shown; i < all.size(); ++i )
-        rest += all[ i ]->size;
-    Box const strip = rest > 0 ? cutOff( place, share( rest, group.entries ) ) : Box{};
-    std::vector<double> values;
-    values.reserve( shown );
-    for( std::size_t i = 0; i < shown; ++i )
-        values.push_back( static_cast<double>( all[ i ]->size ) );
-    auto const boxes = squarified( values, place );
-    for( std::size_t i = 0; i < boxes.size(); ++i )
-        map_.boxes.push_back( { Is::resource, boxes[ i ], "", all[ i ]->size, all[ i ] } );
-    addSeveral( all.size() - shown, rest, strip );
-}
+    void layGroup( String const& label, Group const& group, Box place, std::size_t depth ) {
+        Level const& level = levels[ depth ];
+        bool const isLast = depth + 1 == std::size( levels );
+        bool const hasHead = place.width > level.leastWidth && place.height > level.leastHeight &&
+                             ( !isLast || ( !label.empty() && group.resources.size() > 1 ) );
+        map_.boxes.push_back( { level.is, place, label, group.entries, nullptr, 0, hasHead } );
+        if( isLast )
+            layResources( group, inner( place, level, hasHead ) );
+        else
+            layGroups( group, inner( place, level, hasHead ), depth + 1 );
+    }
+
+    void layResources( Group const& group, Box place ) {
+        auto all = group.resources;
+        std::stable_sort( all.begin(), all.end(),
+                          []( auto const* a, auto const* b ) { return a->size > b->size; } );
+        auto const hasRoom = [ & ]( ChipResource const* resource, double area ) {
+            return share( resource->size, group.entries ) * place.width * place.height >= area;
+        };
+        std::size_t shown = 0;
+        while( shown < all.size() && hasRoom( all[ shown ], leastArea_ ) )
+            ++shown;
+        constexpr double visible = 20;
+        if( shown + 1 == all.size() && hasRoom( all.back(), visible ) ) // one alone is not folded
+            ++shown;
+        std::uint64_t rest = 0;
+        for( std::size_t i = shown; i < all.size(); ++i )
+            rest += all[ i ]->size;
+        Box const strip = rest > 0 ? cutOff( place, share( rest, group.entries ) ) : Box{};
+        std::vector<double> values;
+        values.reserve( shown );
+        for( std::size_t i = 0; i < shown; ++i )
+            values.push_back( static_cast<double>( all[ i ]->size ) );
+        auto const boxes = squarified( values, place );
+        for( std::size_t i = 0; i < boxes.size(); ++i )
+            map_.boxes.push_back( { Is::resource, boxes[ i ], "", all[ i ]->size, all[ i ] } );
+        addSeveral( all.size() - shown, rest, strip );
+    }
+
+    Treemap& map_;
+    double const leastArea_;
+};
 
 /// The end of the row of values that begins with one: while the worst shape in it gets no worse.
 std::size_t endOfRow( std::vector<double> const& values, std::size_t first, double scale, double side,

@@ -38,7 +38,9 @@ String jsonEscape( Character const& c ) {
 
 /// The length of the front that needs no escape whatever it is for: most texts are all front.
 std::size_t plainLength( std::string_view text ) {
-    auto const isPlain = []( char c ) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; };
+    auto const isPlain = []( char c ) {
+        return c >= ' ' && c <= '~' && c != '"' && c != '\\' && c != '&' && c != '<' && c != '>' && c != '\'';
+    };
     return static_cast<std::size_t>( std::find_if_not( text.begin(), text.end(), isPlain ) - text.begin() );
 }
 

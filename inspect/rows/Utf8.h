@@ -24,7 +24,7 @@ struct Character {
 Character firstCharacter( std::string_view text );
 
 /// The text with characters replaced by their escapes. `escapeOf` gives the escape of a character, or an
-/// empty text for none; it is not called for printable ASCII other than quotes and backslashes.
+/// empty text for none; it is not called for printable ASCII other than quotes, backslashes, '&', '<', '>'.
 String escaped( std::string_view text, String ( *escapeOf )( Character const& ) );
 
 /// Whether it is a control character beyond ASCII, or changes the writing direction: invisible itself, it

@@ -4,7 +4,6 @@
 #include <bit>
 #include <map>
 #include <numeric>
-#include <set>
 #include <tuple>
 
 namespace Bfri {
@@ -14,20 +13,6 @@ namespace {
 using BfResourceInfo::BfResourceParser;
 using BfResourceInfo::ZelContextFile;
 using Resources = std::vector<Placed>;
-
-/// All from 0 on, the empty ones too; of numbers that no chip has only those that are taken.
-std::vector<Stage> stagesOf( Resources const& resources ) {
-    constexpr Stage most = 64;
-    std::set<Stage> taken;
-    for( Placed const& placed : resources )
-        for( PlacedStage const& one : placed.stages )
-            taken.insert( one.stage );
-    if( taken.empty() || *taken.rbegin() >= most )
-        return { taken.begin(), taken.end() };
-    std::vector<Stage> stages( *taken.rbegin() + 1 );
-    std::iota( stages.begin(), stages.end(), Stage( 0 ) );
-    return stages;
-}
 
 void add( Placed const& placed, std::vector<Stage> const& stages, std::vector<StageLoad>& loads ) {
     auto const loadOf = [ & ]( Stage stage ) -> StageLoad& {
@@ -49,7 +34,12 @@ bool isBefore( Placed const& a, Placed const& b ) {
 
 void fill( StageMap& map, Resources resources ) {
     std::stable_sort( resources.begin(), resources.end(), isBefore );
-    map.stages = stagesOf( resources );
+    std::vector<Stage> taken;
+    for( Placed const& placed : resources ) {
+        for( PlacedStage const& one : placed.stages )
+            taken.push_back( one.stage );
+    }
+    map.stages = allStagesUpTo( std::move( taken ) );
     map.loads.resize( map.stages.size() );
     for( Placed& placed : resources ) {
         auto const& [ ingress, type ] = std::tie( placed.resource->ingress, placed.resource->type );
@@ -105,6 +95,17 @@ void StageLoad::add( PlacedStage const& placed, bool starts ) {
     tables += placed.tables;
     stated += placed.stated;
     entries += placed.entries;
+}
+
+std::vector<Stage> allStagesUpTo( std::vector<Stage> taken ) {
+    constexpr Stage most = 64;
+    std::sort( taken.begin(), taken.end() );
+    taken.erase( std::unique( taken.begin(), taken.end() ), taken.end() );
+    if( taken.empty() || taken.back() >= most )
+        return taken;
+    std::vector<Stage> stages( taken.back() + 1 );
+    std::iota( stages.begin(), stages.end(), Stage( 0 ) );
+    return stages;
 }
 
 std::size_t StageMap::size() const {

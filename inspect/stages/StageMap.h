@@ -63,6 +63,9 @@ std::vector<StageMap> stageMapsOf( Configuration const& configuration );
 /// outlive the maps.
 std::vector<StageMap> stageMapsByProgram( Configuration const& configuration );
 
+/// All stages up to the highest; among numbers that are impossibly high, only those that are used.
+std::vector<Stage> allStagesUpTo( std::vector<Stage> taken );
+
 /// The JSON object of a map: files, stages with their loads, resources; with `stage`, only that stage and
 /// what is in it.
 Row rowOf( StageMap const& map, std::optional<Stage> stage );

@@ -1,5 +1,4 @@
 #include "cli/Program.h"
-#include "cli/terminal/Paint.h"
 #include "cli/terminal/TextFormat.h"
 #include "inspect/model/RecordKinds.h"
 #include "tests/cli/Inputs.h"

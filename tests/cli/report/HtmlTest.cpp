@@ -1,13 +1,13 @@
 #include "cli/report/Html.h"
 
 #include <gmock/gmock.h>
-#include <stdexcept>
 
 namespace {
 
 using Bfri::escapedForHtml;
 using Bfri::Html;
-using Bfri::own;
+using Bfri::markup;
+using Bfri::PartIs;
 using Bfri::when;
 
 TEST( HtmlText, IsEscaped ) {
@@ -23,32 +23,37 @@ TEST( HtmlText, ShowsWhatNobodySees ) {
         << "no UTF-8, a surrogate, C1";
 }
 
-TEST( HtmlMarkup, QuotesOnlyWhereItMust ) {
+TEST( HtmlMarkup, KeepsNumbersAndConstantsAndEscapesTexts ) {
     Html html;
-    html.open( "a", { { "class", own( "b{}", when( true, " c" ) ) },
-                      { "href", own( "#t{}", 7 ) },
-                      Bfri::titled( "x>\"y" ) } );
-    html.text( "n" ).close();
-    EXPECT_EQ( std::move( html ).take(), "<a class=\"b c\" href=#t7 title=\"x&gt;&quot;y\">n</a>" );
+    html.add( R"(<a class="b{}" href=#t{} title="{}">{}</a>)", when( true, " c" ), 7, "x>\"y", "<n>" );
+    html.add( "<u style=width:{:.1f}%>{}</u>", 2.25, markup( "<b>{}</b>", "&" ) );
+    EXPECT_EQ( std::move( html ).take(), "<a class=\"b c\" href=#t7 title=\"x&gt;&quot;y\">&lt;n&gt;</a>"
+                                         "<u style=width:2.2%><b>&amp;</b></u>" );
 }
 
-TEST( HtmlMarkup, LeavesOutEndTagsThatHtmlDoesNotNeed ) {
-    Html html;
-    html.open( "ul" ).leaf( "li", "1" ).leaf( "li", { { "class", "" } }, "2" ).close();
-    EXPECT_EQ( std::move( html ).take(), "<ul><li>1<li>2</ul>" );
+/// Whether a template with one part compiles.
+bool mayStand( std::string_view text, PartIs part ) { return Bfri::areWellPlaced( text, { part } ); }
+
+TEST( HtmlMarkup, LetsTextsIntoAttributesThatAreOnlyShown ) {
+    EXPECT_TRUE( mayStand( "<a title=\"{}\">", PartIs::text ) );
+    EXPECT_TRUE( mayStand( "<a href=#t class=\"a b\">{}</a>", PartIs::text ) );
+    EXPECT_TRUE( mayStand( "<a title=\"a > b\">{}</a>", PartIs::text ) );
+    for( std::string_view const wrong :
+         { "<a title={}>", "<a href=\"{}\">", "<a onclick=\"{}\">", "<{}>", "<a {}>", "<a title=\"\"{}>",
+           "<a data-title=\"{}\">", "<a title=\"> href={}" } ) {
+        EXPECT_FALSE( mayStand( wrong, PartIs::text ) ) << wrong;
+        EXPECT_FALSE( mayStand( wrong, PartIs::markup ) ) << wrong;
+    }
+    EXPECT_FALSE( mayStand( "<a title=\"{}\">", PartIs::markup ) );
+    EXPECT_FALSE( mayStand( "<a href=#t{}{}>", PartIs::own ) ) << "one part for two places";
 }
 
-TEST( HtmlMarkup, IsXmlWhereThatIsWanted ) {
-    Html svg( Html::Syntax::xml );
-    svg.open( "g" ).leaf( "title", "<" ).empty( "rect", { { "x", "1" } } ).close();
-    EXPECT_EQ( std::move( svg ).take(), "<g><title>&lt;</title><rect x=\"1\"/></g>" );
-}
-
-TEST( HtmlMarkup, IsBalanced ) {
-    Html html;
-    EXPECT_THROW( html.close(), std::logic_error );
-    html.open( "p" );
-    EXPECT_THROW( std::move( html ).take(), std::logic_error );
+TEST( HtmlMarkup, TakesNumbersAndConstantsEverywhereInWholeTags ) {
+    EXPECT_TRUE( mayStand( "<a href=#t{}>", PartIs::own ) );
+    EXPECT_TRUE( mayStand( "<a{}>", PartIs::own ) );
+    EXPECT_TRUE( mayStand( "<a id={0} for={0}>", PartIs::own ) );
+    EXPECT_FALSE( mayStand( "<a id={}", PartIs::own ) ) << "half a tag";
+    EXPECT_FALSE( mayStand( "<a id={1}>", PartIs::own ) );
 }
 
 } // namespace

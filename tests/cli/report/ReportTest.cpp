@@ -1,11 +1,12 @@
-#include "cli/report/Embedded.h"
-#include "cli/report/Text.h"
+#include "cli/report/Parts.h"
 #include "tests/cli/Inputs.h"
 
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <regex>
+#include <set>
 #include <sstream>
 
 namespace {
@@ -51,11 +52,12 @@ TEST_F( ReportCommand, SaysWhatItCannotWriteOrRead ) {
 }
 
 TEST_F( ReportCommand, LetsNothingInOrOut ) {
-    String const policy =
-        "default-src &#39;none&#39;; style-src &#39;unsafe-inline&#39;; script-src &#39;sha256-" +
-        String( Bfri::scriptHash().view() ) + "&#39;; base-uri &#39;none&#39;; form-action &#39;none&#39;";
+    auto const hashText = Bfri::scriptHashInBase64();
+    std::string_view const hash = hashText;
+    String const policy = "default-src 'none'; style-src 'unsafe-inline'; script-src 'sha256-" +
+                          String( hash ) + "'; base-uri 'none'; form-action 'none'";
     EXPECT_THAT( page(), HasSubstr( policy ) );
-    EXPECT_EQ( Bfri::scriptHash().view().size(), 44U );
+    EXPECT_EQ( hash.size(), 44U );
     EXPECT_THAT( page(), Not( HasSubstr( "http:" ) ) );
     EXPECT_THAT( page(), Not( HasSubstr( "https:" ) ) );
 }
@@ -115,12 +117,49 @@ TEST_F( ReportCommand, APictureHasALegendInsideInTheColoursOfThePage ) {
         String const word = ( *i )[ 3 ];
         EXPECT_LT( std::stod( ( *i )[ 2 ] ) + 6 * static_cast<double>( word.size() ), 1140 ) << word;
         U32 type = 0;
-        while( type < 99 && Bfri::styleOf( type ).word.view() != word )
+        while( type < 99 && std::string_view( Bfri::styleOf( type ).word ) != word )
             ++type;
-        String const colour = "--" + String( Bfri::styleOf( type ).css.view() ) + ":" + String( ( *i )[ 1 ] );
-        EXPECT_NE( Bfri::embeddedStyleSheet.find( colour ), std::string_view::npos ) << word << ' ' << colour;
+        String const colour = fmt::format( "--{}:{}", Bfri::styleOf( type ).css, String( ( *i )[ 1 ] ) );
+        EXPECT_NE( std::string_view( Bfri::styleSheet ).find( colour ), std::string_view::npos )
+            << word << ' ' << colour;
     }
     EXPECT_EQ( count, Bfri::typeCount - 1 );
+}
+
+/// The text of the first end tag that does not end the element opened last, or the elements left open; empty
+/// where all is well. Elements that HTML ends by itself do not count.
+String unbalanced( String page ) {
+    for( char const* const tag : { "style>", "script>" } ) {
+        auto const start = page.find( String( "<" ) + tag ), end = page.find( String( "</" ) + tag );
+        if( end != String::npos )
+            page.erase( start, end - start + 2 + std::strlen( tag ) );
+    }
+    static std::set<String> const others{ "!DOCTYPE", "meta", "input", "col", "wbr",   "li",    "td",
+                                          "th",       "tr",   "dt",    "dd",  "tbody", "thead", "tfoot" };
+    std::vector<String> open;
+    for( auto at = page.find( '<' ); at != String::npos; at = page.find( '<', at + 1 ) ) {
+        String const tag = page.substr( at + 1, page.find( '>', at ) - at - 1 );
+        String const name = tag.substr( 0, tag.find_first_of( " \n" ) );
+        if( tag.back() == '/' || others.count( name ) > 0 )
+            continue;
+        if( tag.front() != '/' )
+            open.push_back( name );
+        else if( open.empty() || '/' + open.back() != name )
+            return name + " after " + page.substr( at < 200 ? 0 : at - 200, 200 );
+        else
+            open.pop_back();
+    }
+    return open.empty() ? "" : open.back() + " is left open";
+}
+
+TEST_F( ReportCommand, EndsAllElementsThatItStarts ) {
+    writeFile( "other.json", referringContext().text() );
+    writeFile( "budget.toml", "[[capacity]]\ntype = '*'\nentries = 1\nlevel = 'warn'\nreason = 'x'\n" );
+    EXPECT_EQ( unbalanced( page() ), "" );
+    EXPECT_EQ( unbalanced( bfri( { "report", "switch.conf", "--budget", "budget.toml", "-o", "-" } ).out ),
+               "" );
+    EXPECT_EQ( unbalanced( bfri( { "report", "switch.conf", "other.json", "-o", "-" } ).out ), "" );
+    EXPECT_EQ( unbalanced( bfri( { "report", "switch.conf", "--svg", "-o", "-" } ).out ), "" );
 }
 
 TEST_F( ReportCommand, OfNothingIsAPage ) {

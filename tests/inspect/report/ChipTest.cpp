@@ -111,7 +111,8 @@ TEST_F( ComparedChips, KnowWhatIsAddedRemovedAndRenamed ) {
              Support::ContextBuilder()
                  .table( Support::matchTable( "pipe.list" ).stages( { sized( 9, 64 ) } ).size( 64 ) )
                  .table( Support::matchTable( "new" ) ) );
-    EXPECT_TRUE( now.resources[ 0 ].isRenamed() );
+    ASSERT_TRUE( now.resources[ 0 ].old );
+    EXPECT_EQ( now.resources[ 0 ].old->name(), "pipe.acl" );
     EXPECT_TRUE( has( marks( 1 ), Mark::added ) );
     ASSERT_EQ( now.removed.size(), 1U );
     EXPECT_EQ( now.removed[ 0 ]->name(), "gone" );

@@ -1,4 +1,3 @@
-#include "inspect/report/CapacityGrid.h"
 #include "inspect/report/FloorPlan.h"
 #include "inspect/report/StageGrid.h"
 #include "inspect/report/Treemap.h"
