@@ -2,8 +2,8 @@
 #include "cli/commands/Meant.h"
 #include "cli/terminal/Characters.h"
 #include "cli/terminal/CheckReport.h"
-#include "inspect/check/Sarif.h"
 #include "inspect/load/Load.h"
+#include "inspect/model/Codes.h"
 #include "inspect/rows/JsonFormat.h"
 
 #include <algorithm>
@@ -38,9 +38,9 @@ Kinds kindsOf( Request const& request, char const* option ) {
             throw Failure( ExitStatus::usage, String( option ) +
                                                   " takes codes or titles with commas between, not '" +
                                                   escapeForTerminal( request.option( option ) ) + "'" );
-        FindingKind const* const kind = findingKindOf( word );
+        FindingKind const* const kind = codedAs( findingKinds(), word );
         if( !kind )
-            refuseCode( "finding", word, findingsLike( word ) );
+            refuseCode( "finding", word, codesLike( findingKinds(), word ) );
         if( std::ranges::find( kinds, kind ) == kinds.end() )
             kinds.push_back( kind );
     }

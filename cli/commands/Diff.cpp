@@ -2,6 +2,7 @@
 #include "cli/commands/Loading.h"
 #include "cli/commands/Meant.h"
 #include "cli/terminal/DiffText.h"
+#include "inspect/model/Codes.h"
 #include "inspect/rows/JsonFormat.h"
 
 namespace Bfri {
@@ -18,9 +19,9 @@ Row noticeExplanationRow( NoticeKind const& kind ) {
 
 void explainNotice( Request const& request, std::ostream& out ) {
     String const word = request.option( "--explain" );
-    NoticeKind const* const one = noticeKindOf( word );
+    NoticeKind const* const one = codedAs( noticeKinds(), word );
     if( word != "all" && !one )
-        refuseCode( "notice", word, noticesLike( word ) );
+        refuseCode( "notice", word, codesLike( noticeKinds(), word ) );
     auto const kinds = one ? std::span( one, 1 ) : noticeKinds();
     if( request.format == Format::json || one )
         return printExplanations( listOf( kinds, noticeExplanationRow ), request.format, out );

@@ -165,19 +165,21 @@ void writeTally( Html& html, Comparison const& comparison ) {
     for( char const* const title : { "+ added", "− removed", "~ changed", "→ moved", "renamed", "same" } )
         html.add( "<th scope=col>{}", title );
     html.add( "<tbody>" );
+    Folded const folded( comparison );
     for( KindComparison const& kind : comparison.kinds ) {
         if( !kind.differs() )
             continue;
-        std::size_t changed = 0, moved = 0, renamed = 0;
+        std::size_t changed = 0, moved = 0, renamed = 0, same = kind.same;
         for( ChangedRecord const& record : kind.changed ) {
             changed += record.hasChanged();
             moved += record.move.has_value();
-            renamed += record.renamed;
+            renamed += record.renamed && !folded.has( *kind.kind, record );
+            same += folded.hasAll( *kind.kind, record );
         }
         html.add( "<tr><th scope=row>{}", kind.kind->nouns );
         for( std::size_t const number :
              { kind.added.size() + kind.cameBack.size(), kind.removed.size() + kind.leftOut.size(), changed,
-               moved, renamed, kind.same } )
+               moved, renamed, same } )
             html.add( "<td>{}", number ? grouped( number ) : "·" );
     }
     html.add( "</table>" );

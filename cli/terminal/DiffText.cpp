@@ -38,16 +38,18 @@ void printFew( std::ostream& out, Elements const& elements, ToText text ) {
         out << "  and " << count - most << " more; --json has all\n";
 }
 
-void printHandles( std::ostream& out, TerminalStyle const& look, Handles const& handles ) {
+void printHandles( std::ostream& out, TerminalStyle const& look, Comparison const& comparison ) {
+    Handles const& handles = comparison.handles;
+    auto const reused = reusedHandles( comparison );
     if( String const renumbered = renumberedLine( handles ); !renumbered.empty() ) {
         out << renumbered << '\n';
         printFew( out, handles.renumbered,
                   []( Renumbering const& one ) { return escapeForTerminal( lineOf( one ) ); } );
     }
-    if( handles.reused.empty() )
+    if( reused.empty() )
         return;
-    out << "handles that now belong to another record: " << handles.reused.size() << '\n';
-    printFew( out, handles.reused, [ & ]( ReusedHandle const& one ) {
+    out << "handles that now belong to another record: " << reused.size() << '\n';
+    printFew( out, reused, [ & ]( ReusedHandle const& one ) {
         return painted( look, Paint::red, escapeForTerminal( lineOf( one ) ) );
     } );
 }
@@ -71,14 +73,13 @@ void printDuplicates( std::ostream& out, TerminalStyle const& look, Verdict cons
 String foldedText( TerminalStyle const& look, Comparison const& comparison, Verdict const& verdict,
                    bool allUnread ) {
     std::ostringstream out;
-    printHandles( out, look, comparison.handles );
+    printHandles( out, look, comparison );
     printDuplicates( out, look, verdict );
     if( String const line = shiftedLine( comparison ); !line.empty() )
         out << line << '\n';
-    if( comparison.unread.differs() && !allUnread )
-        fmt::print( out, "not read by the library: {} ({}); --unread lists all\n",
-                    unreadCounts( comparison.unread ),
-                    escapeForTerminal( unreadNames( comparison.unread ) ) );
+    if( Unread const unread = unreadValues( comparison ); unread.differs() && !allUnread )
+        fmt::print( out, "not read by the library: {} ({}); --unread lists all\n", unreadCounts( unread ),
+                    escapeForTerminal( unreadNames( unread ) ) );
     return out.str();
 }
 
@@ -86,14 +87,14 @@ String foldedText( TerminalStyle const& look, Comparison const& comparison, Verd
 
 void printDiff( std::ostream& out, TerminalStyle const& look, Comparison const& comparison,
                 Verdict const& verdict, bool allUnread ) {
-    Unread const& unread = comparison.unread;
+    Unread const unread = unreadValues( comparison );
     if( String const same = sameness( comparison ); !same.empty() ) {
         out << same;
         if( unread.differs() )
             out << ( allUnread ? ":" : ": " + escapeForTerminal( unreadNames( unread ) ) );
         out << '\n';
         if( unread.differs() && allUnread )
-            printSection( out, look, unreadSection( unread ) );
+            printSection( out, look, unreadSection( comparison ) );
         return;
     }
     for( DiffSection const& section : sectionsOf( comparison, verdict ) )
@@ -101,7 +102,7 @@ void printDiff( std::ostream& out, TerminalStyle const& look, Comparison const& 
     String const folded = foldedText( look, comparison, verdict, allUnread );
     out << folded << ( folded.empty() ? "" : "\n" );
     if( unread.differs() && allUnread )
-        printSection( out, look, unreadSection( unread ) );
+        printSection( out, look, unreadSection( comparison ) );
     printColumns( out, totalsOf( comparison ), look );
     out << '\n'
         << painted( look, verdict.byName ? Paint::green : Paint::red, byNameSentence( verdict ) ) << '\n'
@@ -160,7 +161,7 @@ void addSection( String& markdown, DiffSection const& section, std::size_t& left
 
 DiffSection handlesSection( Comparison const& comparison ) {
     DiffSection section{ "handles", {} };
-    for( ReusedHandle const& one : comparison.handles.reused )
+    for( ReusedHandle const& one : reusedHandles( comparison ) )
         section.lines.push_back( { '~', false, Bfri::lineOf( one ), "" } );
     for( Renumbering const& one : comparison.handles.renumbered )
         section.lines.push_back( { '~', false, Bfri::lineOf( one ), "" } );
@@ -218,7 +219,7 @@ void printMarkdown( std::ostream& out, Comparison const& comparison, Verdict con
     }
     sections.push_back( duplicatesSection( verdict ) );
     sections.push_back( handlesSection( comparison ) );
-    sections.push_back( unreadSection( comparison.unread ) );
+    sections.push_back( unreadSection( comparison ) );
     std::size_t leftOut = 0;
     for( DiffSection const& section : sections )
         addSection( markdown, section, leftOut );

@@ -1,8 +1,6 @@
 #include "cli/terminal/DiffWords.h"
 
 #include "cli/terminal/TextFormat.h"
-#include "inspect/diff/ChangeText.h"
-#include "inspect/diff/Join.h"
 
 #include <fmt/format.h>
 #include <set>
@@ -19,6 +17,21 @@ U32 maskOf( Value const& pipes ) {
     return mask;
 }
 
+/// The pipes that run another program: what differs there is not listed, since nearly everything does.
+U32 replacedPipes( Comparison const& comparison ) {
+    U32 mask = 0;
+    for( PipeComparison const& pipe : comparison.pipes )
+        mask |= U32{ pipe.is == PipeComparison::Is::replaced } << pipe.pipe;
+    return mask;
+}
+
+bool isWithin( U32 pipes, U32 others ) { return pipes != 0 && ( pipes & ~others ) == 0; }
+
+/// The pipes, where there are several programs.
+String pipesIn( Comparison const& comparison, U32 mask ) {
+    return comparison.programs > 1 && mask ? " (pipes " + pipesText( mask ) + ')' : "";
+}
+
 /// Word for its kind, name, table of an action, pipes.
 using RecordKey = std::tuple<String, String, String, U32>;
 
@@ -30,7 +43,7 @@ RecordKey keyOf( Notice const& notice ) {
 class Lines {
   public:
     Lines( Comparison const& comparison, Verdict const& verdict )
-        : comparison_( comparison ), folded_( comparison ) {
+        : comparison_( comparison ), folded_( comparison ), replaced_( replacedPipes( comparison ) ) {
         for( Notice const& notice : verdict.notices ) {
             if( notice.kind->level == NoticeLevel::breaking && !isDuplicate( notice ) )
                 noticed_.insert( keyOf( notice ) );
@@ -57,22 +70,29 @@ class Lines {
 
     DiffSection ofKind( KindComparison const& kind ) const {
         DiffSection section{ kind.kind->many, {} };
-        auto& lines = section.lines;
-        for( Row const& row : kind.removed )
-            lines.push_back( { '-', isNoticed( kind, row ), labelOf( row ), briefOf( row ) } );
+        auto const add = [ & ]( char mark, bool isMarked, Row const& row, String label, String text ) {
+            if( !isWithin( maskOf( valueOf( row, "pipes" ) ), replaced_ ) )
+                section.lines.push_back( { mark, isMarked, std::move( label ), std::move( text ) } );
+        };
+        for( Row const& row : kind.removed ) {
+            if( !folded_.has( *kind.kind, row, false ) )
+                add( '-', isNoticed( kind, row ), row, labelOf( row ), briefOf( row ) );
+        }
         for( OmittedRecord const& one : kind.leftOut )
-            lines.push_back( { '-', true, labelOf( one.row ), "left out: " + one.reason.text } );
-        for( Row const& row : kind.added )
-            lines.push_back( { '+', false, labelOf( row ), briefOf( row ) } );
+            add( '-', true, one.row, labelOf( one.row ), "left out: " + one.reason.text );
+        for( Row const& row : kind.added ) {
+            if( !folded_.has( *kind.kind, row, true ) )
+                add( '+', false, row, labelOf( row ), briefOf( row ) );
+        }
         for( OmittedRecord const& one : kind.cameBack )
-            lines.push_back( { '+', false, labelOf( one.row ), "was left out: " + one.reason.text } );
+            add( '+', false, one.row, labelOf( one.row ), "was left out: " + one.reason.text );
         for( ChangedRecord const& record : kind.changed ) {
-            if( record.hasChanged() || record.move || !folded_.has( *kind.kind, record ) )
-                lines.push_back(
-                    { '~', isNoticed( kind, record.row ), labelOf( *kind.kind, record ), textOf( record ) } );
+            if( !folded_.hasAll( *kind.kind, record ) )
+                add( '~', isNoticed( kind, record.row ), record.row, labelOf( *kind.kind, record ),
+                     textOf( record ) );
         }
         if( kind.reordered )
-            lines.push_back( { '~', false, "(all)", "in another order" } );
+            section.lines.push_back( { '~', false, "(all)", "in another order" } );
         return section;
     }
 
@@ -88,19 +108,16 @@ class Lines {
         static constexpr char marks[] = { '~', '~', '-', '+' };
         static constexpr char const* words[] = { "", ", another program", ", no program any more",
                                                  ", a first program" };
-        auto const path = []( std::optional<String> const& file ) { return file ? Value( *file ) : Value(); };
         auto const is = static_cast<std::size_t>( group.is );
         return { marks[ is ], group.is == Is::replaced || group.is == Is::removed, pipesText( group.pipe ),
-                 fromTo( path( group.from ), path( group.to ) ) + words[ is ] };
+                 fromTo( valueIf( group.from ), valueIf( group.to ) ) + words[ is ] };
     }
 
     /// With the pipes, where there are several programs.
     String labelOf( Row const& row, String const& newName = {} ) const {
         Identity const identity( row );
-        U32 const mask = maskOf( valueOf( row, "pipes" ) );
-        return identity.name + ( identity.table ? " of " + *identity.table : "" ) +
-               ( newName.empty() ? "" : " -> " + newName ) +
-               ( comparison_.programs > 1 && mask ? " (pipes " + pipesText( mask ) + ')' : "" );
+        return identity.label() + ( newName.empty() ? "" : " -> " + newName ) +
+               pipesIn( comparison_, maskOf( valueOf( row, "pipes" ) ) );
     }
     String labelOf( RecordKind const& kind, ChangedRecord const& record ) const {
         bool const isNew = record.renamed && !( kind.kind == Kind::actions && folded_.has( kind, record ) );
@@ -128,7 +145,8 @@ class Lines {
     }
 
     Comparison const& comparison_;
-    FoldedRenames const folded_;
+    Folded const folded_;
+    U32 const replaced_; ///< mask
     std::set<RecordKey> noticed_;
 };
 
@@ -141,21 +159,43 @@ std::vector<DiffSection> sectionsOf( Comparison const& comparison, Verdict const
         sections.back().lines.push_back(
             { '~', false, String( change.field ) + ' ' + fromTo( change.from, change.to ), "" } );
     for( KindComparison const& kind : comparison.kinds )
-        sections.push_back(
-            lines.ofKind( kind.kind->kind == Kind::handles ? placedAlone( kind, comparison ) : kind ) );
+        sections.push_back( lines.ofKind( kind ) );
     std::erase_if( sections, []( DiffSection const& section ) { return section.lines.empty(); } );
     return sections;
 }
 
-DiffSection unreadSection( Unread const& unread ) {
+namespace {
+
+template<class Element>
+std::vector<Element> onOtherPipes( std::vector<Element> all, Comparison const& comparison ) {
+    U32 const replaced = replacedPipes( comparison );
+    std::erase_if( all, [ & ]( Element const& one ) { return isWithin( one.pipes, replaced ); } );
+    return all;
+}
+
+} // namespace
+
+std::vector<ReusedHandle> reusedHandles( Comparison const& comparison ) {
+    return onOtherPipes( comparison.handles.reused, comparison );
+}
+
+Unread unreadValues( Comparison const& comparison ) {
+    return { onOtherPipes( comparison.unread.tables, comparison ),
+             onOtherPipes( comparison.unread.members, comparison ) };
+}
+
+DiffSection unreadSection( Comparison const& comparison ) {
+    Unread const unread = unreadValues( comparison );
     static constexpr char marks[] = { '~', '+', '-' };
     DiffSection section{ "not read by the library", {} };
     for( UnreadTable const& table : unread.tables ) {
         char const mark = marks[ static_cast<std::size_t>( table.is ) ];
-        section.lines.push_back( { mark, false, "table " + table.name, mark == '~' ? textOf( table ) : "" } );
+        section.lines.push_back( { mark, false, "table " + table.name + pipesIn( comparison, table.pipes ),
+                                   mark == '~' ? textOf( table ) : "" } );
     }
     for( UnreadMember const& member : unread.members )
-        section.lines.push_back( { '~', false, "section " + member.name, "" } );
+        section.lines.push_back(
+            { '~', false, "section " + member.name + pipesIn( comparison, member.pipes ), "" } );
     return section;
 }
 
@@ -164,6 +204,7 @@ RowList totalsOf( Comparison const& comparison ) {
     bool const anyOmitted = std::any_of( kinds.begin(), kinds.end(), []( auto const& kind ) {
         return !kind.leftOut.empty() || !kind.cameBack.empty();
     } );
+    Folded const folded( comparison );
     RowList totals;
     for( KindComparison const& kind : kinds ) {
         auto const number = []( auto count ) { return static_cast<U32>( count ); };
@@ -177,10 +218,14 @@ RowList totalsOf( Comparison const& comparison ) {
             row.push_back( { "LEFT OUT", number( kind.leftOut.size() ) } );
             row.push_back( { "BACK", number( kind.cameBack.size() ) } );
         }
-        row.push_back( { "RENAMED", countIf( []( auto const& one ) { return one.renamed; } ) } );
+        row.push_back( { "RENAMED", countIf( [ & ]( auto const& one ) {
+                             return one.renamed && !folded.has( *kind.kind, one );
+                         } ) } );
         row.push_back( { "CHANGED", countIf( []( auto const& one ) { return one.hasChanged(); } ) } );
         row.push_back( { "MOVED", countIf( []( auto const& one ) { return one.move.has_value(); } ) } );
-        row.push_back( { "SAME", number( kind.same ) } );
+        row.push_back( { "SAME", number( kind.same ) + countIf( [ & ]( auto const& one ) {
+                                     return folded.hasAll( *kind.kind, one );
+                                 } ) } );
         totals.header = row;
         if( kind.kind->kind != Kind::resources )
             row[ row.size() - 2 ].value = {}; // nothing else moves
@@ -207,19 +252,37 @@ bool isDuplicate( Notice const& notice ) {
     return code == "BD107" || code == "BD108";
 }
 
+/// What differs on pipes with another program counts as those pipes.
 String countsOf( Verdict const& verdict, NoticeLevel level ) {
+    std::vector<Notice const*> replaced;
+    U32 replacedMask = 0;
+    for( Notice const& notice : verdict.notices ) {
+        if( notice.kind->code == std::string_view( "BD109" ) ) {
+            replaced.push_back( &notice );
+            replacedMask |= maskOf( notice.pipes );
+        }
+    }
     std::vector<std::pair<Notice const*, std::set<RecordKey>>> counts;
+    auto const count = [ & ]( Notice const& notice ) {
+        auto alike = std::ranges::find_if( counts, [ & ]( auto const& one ) {
+            return one.first->what == notice.what && one.first->kind == notice.kind;
+        } );
+        if( alike == counts.end() )
+            alike = counts.insert( alike, { &notice, {} } );
+        alike->second.insert( keyOf( notice ) );
+    };
     for( Notice const& notice : verdict.notices ) {
         std::string_view const code = notice.kind->code;
         bool const takesHandle = level == NoticeLevel::handle && ( code == "BD101" || code == "BD103" );
         if( notice.kind->level != level && !takesHandle )
             continue;
-        auto alike = std::find_if( counts.begin(), counts.end(), [ & ]( auto const& count ) {
-            return count.first->what == notice.what && count.first->kind == notice.kind;
-        } );
-        if( alike == counts.end() )
-            alike = counts.insert( alike, { &notice, {} } );
-        alike->second.insert( keyOf( notice ) );
+        U32 const pipes = maskOf( notice.pipes );
+        if( !isWithin( pipes, replacedMask ) )
+            count( notice );
+        for( Notice const* const pipe : replaced ) {
+            if( isWithin( pipes, replacedMask ) && ( pipes & maskOf( pipe->pipes ) ) )
+                count( *pipe );
+        }
     }
     String text;
     for( auto const& [ notice, records ] : counts )

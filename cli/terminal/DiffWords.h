@@ -19,13 +19,20 @@ struct DiffSection {
     std::vector<DiffLine> lines;
 };
 
-/// What differs, section by section, without what has its own line elsewhere, such as handles.
+/// What differs, section by section, without what has its own line elsewhere, such as handles. Of pipes that
+/// run another program, that is all.
 std::vector<DiffSection> sectionsOf( Comparison const& comparison, Verdict const& verdict );
 
-/// The unread differences, table by table.
-DiffSection unreadSection( Unread const& unread );
+/// The numbers that are the handle of another record now, and what differs in values that the library does
+/// not read: on pipes that do not run another program.
+std::vector<ReusedHandle> reusedHandles( Comparison const& comparison );
+Unread unreadValues( Comparison const& comparison );
 
-/// One row of counts per kind: "KIND", "ADDED", and so on.
+/// These values, table by table.
+DiffSection unreadSection( Comparison const& comparison );
+
+/// One row of counts per kind: "KIND", "ADDED", and so on. A record that is renamed only since its table is
+/// counts as the same.
 RowList totalsOf( Comparison const& comparison );
 
 /// Whether it is about a new duplicate, which has a line of its own.

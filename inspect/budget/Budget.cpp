@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <fmt/format.h>
 #include <limits>
+#include <set>
 #include <span>
 
 namespace Bfri {
@@ -52,12 +53,12 @@ class Judge {
 
     Budget judge() {
         if( rules_.chip )
-            each( std::span( &*rules_.chip, 1 ), &Judge::judgeChip );
+            each( std::span( &*rules_.chip, 1 ), &Judge::judgeProgram );
         each( std::span( rules_.capacities ), &Judge::judgeCapacity );
         each( std::span( rules_.sizes ), &Judge::judgeSize );
         each( std::span( rules_.programs ), &Judge::judgeProgram );
         each( std::span( rules_.growths ), &Judge::judgeGrowth );
-        std::stable_sort( budget_.uses.begin(), budget_.uses.end(), isWorse );
+        std::ranges::stable_sort( budget_.uses, isWorse );
         return std::move( budget_ );
     }
 
@@ -83,26 +84,21 @@ class Judge {
     }
 
     /// The stages from 0 up to the last one that is used.
-    void judgeStages( Rule const& rule, StageMap const& map, U32 available ) {
-        std::int64_t const used = map.stages.empty() ? 0 : static_cast<std::int64_t>( map.stages.back() ) + 1;
-        budget_.uses.push_back( { &rule, "stages", map.files.front()->value(), {}, used, available } );
-    }
-    void judgeChip( ChipRule const& rule ) {
-        for( StageMap const& map : maps_ )
-            judgeStages( rule, map, rule.stages );
-        if( maps_.empty() )
-            fail( rule, "matches nothing: there is no context file" );
-    }
     void judgeProgram( ProgramRule const& rule ) {
         bool any = false;
         for( StageMap const& map : maps_ ) {
-            if( isFile( rule.contextFile, map.files.front()->value() ) ) {
-                judgeStages( rule, map, rule.stages );
-                any = true;
-            }
+            String const& file = map.files.front()->value();
+            if( !isFile( rule.contextFile, file ) )
+                continue;
+            any = true;
+            Stage const used = map.stages.empty() ? 0 : map.stages.back() + 1;
+            budget_.uses.push_back(
+                { &rule, "stages", file, {}, static_cast<std::int64_t>( used ), rule.stages } );
         }
         if( !any )
-            fail( rule, "matches nothing: no context file is " + quoted( rule.contextFile ) );
+            fail( rule, rule.kind == RuleKind::chip
+                            ? "matches nothing: there is no context file"
+                            : "matches nothing: no context file is " + quoted( rule.contextFile ) );
     }
     void judgeCapacity( CapacityRule const& rule ) {
         bool any = rules_.chip.has_value() && !maps_.empty(); // its stages are known, taken or not
@@ -121,12 +117,10 @@ class Judge {
     /// The names that a rule means; a problem where there is none, or where it is the end of several.
     std::vector<String> namesFor( Rule const& rule, String const& name,
                                   std::vector<NamedTable> const& tables ) {
-        std::vector<String> all;
-        all.reserve( tables.size() );
+        std::set<String> unique;
         for( NamedTable const& table : tables )
-            all.push_back( table.name );
-        std::sort( all.begin(), all.end() );
-        all.erase( std::unique( all.begin(), all.end() ), all.end() );
+            unique.insert( table.name );
+        std::vector<String> all( unique.begin(), unique.end() );
         if( isPattern( name ) ) {
             std::erase_if( all, [ & ]( String const& one ) { return !matches( name, one ); } );
             if( all.empty() )
@@ -148,7 +142,7 @@ class Judge {
     void judgeSize( SizeRule const& rule ) {
         auto const names = namesFor( rule, rule.name, tables_ );
         for( NamedTable const& table : tables_ ) {
-            if( !std::binary_search( names.begin(), names.end(), table.name ) )
+            if( !std::ranges::binary_search( names, table.name ) )
                 continue;
             auto const add = [ & ]( char const* of, std::int64_t used, std::int64_t available ) {
                 budget_.uses.push_back( { &rule,
@@ -171,39 +165,34 @@ class Judge {
                 { &rule, rule.level, "not judged: growth needs an older configuration (--against OLD)" } );
             return;
         }
+        auto const add = [ & ]( String const& what, auto const& isMeant ) {
+            std::int64_t const old = amountIn( oldTables_, rule.of, isMeant );
+            std::int64_t const now = amountIn( tables_, rule.of, isMeant );
+            std::int64_t const available = rule.most ? *rule.most : old * *rule.percent / 100;
+            budget_.uses.push_back( { &rule, "growth of " + what, {}, {}, now - old, available } );
+        };
+        bool const isNumber = rule.of == StageMeasure::tables;
         if( rule.name.empty() )
-            return rule.of == StageMeasure::tables
-                       ? addGrowth( rule, "resources", countOf( oldTables_ ), countOf( tables_ ) )
-                       : addGrowth( rule, "entries", sizeIn( oldTables_ ), sizeIn( tables_ ) );
+            return add( isNumber ? "resources" : "entries", []( auto const& ) { return true; } );
         auto both = tables_;
         both.insert( both.end(), oldTables_.begin(), oldTables_.end() );
         auto const names = namesFor( rule, rule.name, both );
-        if( rule.of == StageMeasure::tables )
-            return addGrowth( rule, "resources like " + quoted( rule.name ), count( oldTables_, names ),
-                              count( tables_, names ) );
+        if( isNumber )
+            return add( "resources like " + quoted( rule.name ), [ & ]( NamedTable const& table ) {
+                return std::ranges::binary_search( names, table.name );
+            } );
         for( String const& name : names )
-            addGrowth( rule, "size of " + quoted( name ), sizeIn( oldTables_, name ),
-                       sizeIn( tables_, name ) );
+            add( "size of " + quoted( name ), [ & ]( auto const& table ) { return table.name == name; } );
     }
-    void addGrowth( GrowthRule const& rule, String const& what, std::int64_t old, std::int64_t now ) {
-        std::int64_t const available = rule.most ? *rule.most : old * *rule.percent / 100;
-        budget_.uses.push_back( { &rule, "growth of " + what, {}, {}, now - old, available } );
-    }
-    static std::int64_t countOf( std::vector<NamedTable> const& tables ) {
-        return static_cast<std::int64_t>( tables.size() );
-    }
-    static std::int64_t count( std::vector<NamedTable> const& tables, std::vector<String> const& names ) {
-        return std::count_if( tables.begin(), tables.end(), [ & ]( NamedTable const& table ) {
-            return std::binary_search( names.begin(), names.end(), table.name );
-        } );
-    }
-    /// Of those with a name, or of all.
-    static std::int64_t sizeIn( std::vector<NamedTable> const& tables,
-                                std::optional<String> const& name = std::nullopt ) {
-        std::int64_t size = 0;
-        for( NamedTable const& table : tables )
-            size += !name || table.name == *name ? table.size : 0;
-        return size;
+    /// The number of those that are meant, or the sum of their sizes.
+    static std::int64_t amountIn( std::vector<NamedTable> const& tables, StageMeasure of,
+                                  auto const& isMeant ) {
+        std::int64_t amount = 0;
+        for( NamedTable const& table : tables ) {
+            if( isMeant( table ) )
+                amount += of == StageMeasure::tables ? 1 : table.size;
+        }
+        return amount;
     }
 
     Rules const& rules_;
@@ -225,12 +214,9 @@ std::optional<std::int64_t> Use::percent() const {
 }
 
 std::size_t Budget::broken( RuleLevel level ) const {
-    auto const over = std::count_if( uses.begin(), uses.end(), [ & ]( Use const& use ) {
-        return use.isOver() && use.rule->level == level;
-    } );
-    auto const unjudged =
-        std::count_if( problems.begin(), problems.end(),
-                       [ & ]( RuleProblem const& problem ) { return problem.level == level; } );
+    auto const over = std::ranges::count_if(
+        uses, [ & ]( Use const& use ) { return use.isOver() && use.rule->level == level; } );
+    auto const unjudged = std::ranges::count( problems, level, &RuleProblem::level );
     return static_cast<std::size_t>( over + unjudged );
 }
 
@@ -281,7 +267,7 @@ Row rowOf( Use const& use ) {
              { "stage", use.stage ? Value( static_cast<U32>( *use.stage ) ) : Value() },
              { "used", use.used },
              { "available", use.available },
-             { "percent", use.percent() ? Value( *use.percent() ) : Value() },
+             { "percent", valueIf( use.percent() ) },
              { "slack", use.slack() },
              { "unstated", use.unstated },
              { "over", use.isOver() } };

@@ -21,7 +21,7 @@ bool CapacityRule::isFor( StageGroup const& group ) const {
 }
 
 bool CapacityRule::isFor( Stage stage ) const {
-    return stages.empty() || std::binary_search( stages.begin(), stages.end(), stage );
+    return stages.empty() || std::ranges::binary_search( stages, stage );
 }
 
 bool isPattern( std::string_view text ) { return text.find_first_of( "*?" ) != text.npos; }

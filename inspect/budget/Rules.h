@@ -29,11 +29,6 @@ struct Rule {
     U32 column; ///< in characters, from 1
 };
 
-/// How many stages the chip has, from stage 0 on.
-struct ChipRule : Rule {
-    U32 stages;
-};
-
 /// What each stage of the chip provides for resources of some types.
 struct CapacityRule : Rule {
     String type;                 ///< of the resources, or a pattern: "*_match"
@@ -53,9 +48,9 @@ struct SizeRule : Rule {
     std::optional<U32> most;
 };
 
-/// How many stages a program may use, from stage 0 on.
+/// How many stages a program may use, or the chip has, from stage 0 on.
 struct ProgramRule : Rule {
-    String contextFile; ///< its path, the end of it, or a pattern; empty: every program
+    String contextFile; ///< its path, the end of it, or a pattern; empty: every program, as for the chip
     U32 stages;
 };
 
@@ -70,7 +65,7 @@ struct GrowthRule : Rule {
 
 struct Rules {
     String path;
-    std::optional<ChipRule> chip = {};
+    std::optional<ProgramRule> chip = {};
     std::vector<CapacityRule> capacities = {};
     std::vector<SizeRule> sizes = {};
     std::vector<ProgramRule> programs = {};

@@ -38,7 +38,7 @@ String headingOf( RuleKind kind ) {
 /// The index of a word among some; what is none of them is a mistake.
 std::size_t indexOf( std::string_view word, std::vector<String> const& words, toml::source_region const& at,
                      char const* what ) {
-    auto const found = std::find( words.begin(), words.end(), word );
+    auto const found = std::ranges::find( words, word );
     if( found == words.end() )
         refuse( at, fmt::format( "unknown {}: {}", what, instead( word, words ) ) );
     return static_cast<std::size_t>( found - words.begin() );
@@ -62,7 +62,7 @@ class RuleReader {
     RuleReader( toml::table const& table, RuleKind kind ) : table_( table ), kind_( kind ) {
         auto const known = keysOf( kind );
         for( auto const& [ key, node ] : table_ ) {
-            if( std::find( known.begin(), known.end(), key.str() ) == known.end() )
+            if( std::ranges::find( known, key.str() ) == known.end() )
                 refuse( key.source(), fmt::format( "{} has no key {}; {}", headingOf( kind_ ),
                                                    quoted( key.str() ), instead( key.str(), known ) ) );
         }
@@ -97,7 +97,7 @@ class RuleReader {
             refuse( node->source(), fmt::format( "{} takes a list of whole numbers: [ 0, 1 ]", key ) );
         for( toml::node const& element : *node->as_array() )
             all.push_back( numberOf( element, key ) );
-        std::sort( all.begin(), all.end() );
+        std::ranges::sort( all );
         return all;
     }
     std::size_t wordAmong( std::vector<String> const& words, char const* key ) {
@@ -141,13 +141,8 @@ void requireType( String const& type, toml::source_region const& place ) {
     std::vector<String> types;
     for( auto const& [ value, text ] : bfResourceTypeTexts )
         types.emplace_back( text );
-    if( std::none_of( types.begin(), types.end(),
-                      [ & ]( String const& one ) { return matches( type, one ); } ) )
+    if( std::ranges::none_of( types, [ & ]( String const& one ) { return matches( type, one ); } ) )
         refuse( place, fmt::format( "unknown type of resource: {}", instead( type, types ) ) );
-}
-
-ChipRule chipOf( RuleReader& reader ) {
-    return { reader.rule(), reader.required( reader.number( "stages" ), "stages" ) };
 }
 
 CapacityRule capacityOf( RuleReader& reader ) {
@@ -219,8 +214,8 @@ void readSection( toml::key const& key, toml::node const& section, Rules& rules 
     auto const kind = static_cast<RuleKind>( indexOf( key.str(), words, key.source(), "section" ) );
     switch( kind ) {
     case RuleKind::chip:
-        return readSection( section, kind, chipOf,
-                            [ & ]( ChipRule rule ) { rules.chip = std::move( rule ); } );
+        return readSection( section, kind, programOf,
+                            [ & ]( ProgramRule rule ) { rules.chip = std::move( rule ); } );
     case RuleKind::capacity:
         return readSection( section, kind, capacityOf, rules.capacities );
     case RuleKind::table:

@@ -44,8 +44,8 @@ bool isAnswer( Json const& document ) {
         !configurations->IsArray() )
         return false;
     auto const all = elementsOf( document, "configurations" );
-    return std::all_of( all.begin(), all.end(),
-                        []( Json const* one ) { return memberOf( *one, "findings" ) != nullptr; } );
+    return std::ranges::all_of( all,
+                                []( Json const* one ) { return memberOf( *one, "findings" ) != nullptr; } );
 }
 
 /// As a name is in JSON, whatever its bytes are.
@@ -133,9 +133,8 @@ void Baseline::mark( std::vector<Finding>& findings, String const& switchConf ) 
 std::vector<KnownFinding> Baseline::gone( std::vector<FindingKind const*> const& ignored ) const {
     std::vector<KnownFinding> all;
     for( std::size_t i = 0; i < findings_.size(); ++i ) {
-        bool const isIgnored = std::any_of( ignored.begin(), ignored.end(), [ & ]( FindingKind const* kind ) {
-            return kind->code == findings_[ i ].code;
-        } );
+        bool const isIgnored = std::ranges::any_of(
+            ignored, [ & ]( FindingKind const* kind ) { return kind->code == findings_[ i ].code; } );
         if( !taken_[ i ] && !isIgnored )
             all.push_back( findings_[ i ] );
     }

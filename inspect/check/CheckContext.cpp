@@ -46,7 +46,7 @@ CheckContext::CheckContext( Configuration const& loaded )
         }
     }
     for( auto& [ handle, tables ] : referrers ) {
-        std::sort( tables.begin(), tables.end() );
+        std::ranges::sort( tables );
         tables.erase( std::unique( tables.begin(), tables.end() ), tables.end() );
     }
     for( Context::FileSurvey const& file : configuration.files ) {
@@ -58,6 +58,14 @@ CheckContext::CheckContext( Configuration const& loaded )
                 unplacedReferrers[ reference.handle ].push_back( table.name );
         }
     }
+}
+
+char const* recordOf( Context::SurveyedTable const& table ) {
+    return table.type == "match"        ? "match table"
+           : table.type == "statistics" ? "counter"
+           : table.type == "meter"      ? "meter"
+           : table.type == "stateful"   ? "register"
+                                        : "table";
 }
 
 std::size_t CheckContext::filesWith( U32 handle ) const {

@@ -7,7 +7,6 @@
 #include "inspect/rows/Row.h"
 #include "inspect/rows/Utf8.h"
 
-#include <functional>
 #include <unordered_set>
 
 namespace Bfri {
@@ -31,9 +30,17 @@ struct ReferenceKind {
 
 extern ReferenceKind const referenceKinds[ 3 ];
 
-/// Calls `step` with kind, name and handle of every record; for a table of several kinds, once for each.
-void forEachName( CheckContext const& facts,
-                  std::function<void( char const*, String const&, std::optional<U32> )> const& step );
+/// The texts of the first elements, at most so many: "t", "u", ...
+template<class All, class TextOf>
+String firstFew( std::size_t most, All const& all, TextOf textOf ) {
+    String text;
+    for( std::size_t i = 0; i < std::min( most, all.size() ); ++i )
+        text += ( i == 0 ? "" : ", " ) + textOf( all[ i ] );
+    return text + ( all.size() > most ? ", ..." : "" );
+}
+
+/// What a table of a context file is in the model: "match table".
+char const* recordOf( Context::SurveyedTable const& table );
 
 struct CheckContext {
     explicit CheckContext( Configuration const& configuration );
@@ -60,49 +67,25 @@ struct CheckContext {
     std::unordered_map<U32, std::vector<String>> files_; // by pipe bits
 };
 
+/// Adds the findings of one kind.
+using FindingRule = void( CheckContext const& facts, Findings& findings );
+
 // Pipelines.
-void findUnreadContextFiles( CheckContext const& facts, Findings& findings );
-void findOverlappingPipes( CheckContext const& facts, Findings& findings );
-void findWrappingPipes( CheckContext const& facts, Findings& findings );
-void findPipelinesWithoutPipes( CheckContext const& facts, Findings& findings );
-void findLostPipeBits( CheckContext const& facts, Findings& findings );
-void findHandlesInPipeBits( CheckContext const& facts, Findings& findings );
-void findNoContextFile( CheckContext const& facts, Findings& findings );
+FindingRule findUnreadContextFiles, findOverlappingPipes, findWrappingPipes, findPipelinesWithoutPipes,
+    findLostPipeBits, findHandlesInPipeBits, findNoContextFile;
 
 // Names and handles.
-void findDuplicateTableNames( CheckContext const& facts, Findings& findings );
-void findDuplicateResourceNames( CheckContext const& facts, Findings& findings );
-void findDuplicateActions( CheckContext const& facts, Findings& findings );
-void findDuplicateTableHandles( CheckContext const& facts, Findings& findings );
-void findDuplicateActionHandles( CheckContext const& facts, Findings& findings );
-void findNamesInSeveralPipelines( CheckContext const& facts, Findings& findings );
-void findHandlesInSeveralPipelines( CheckContext const& facts, Findings& findings );
-void findLookAlikes( CheckContext const& facts, Findings& findings );
-void findOddNames( CheckContext const& facts, Findings& findings );
+FindingRule findDuplicateTableNames, findDuplicateResourceNames, findDuplicateActions,
+    findDuplicateTableHandles, findDuplicateActionHandles, findNamesInSeveralPipelines,
+    findHandlesInSeveralPipelines, findLookAlikes, findOddNames;
 
 // References.
-void findUnknownReferences( CheckContext const& facts, Findings& findings );
-void findReferencesOfWrongKind( CheckContext const& facts, Findings& findings );
-void findReferencesOfWrongName( CheckContext const& facts, Findings& findings );
-void findSeveralParents( CheckContext const& facts, Findings& findings );
-void findUnreferenced( CheckContext const& facts, Findings& findings );
-void findDisagreeingLinks( CheckContext const& facts, Findings& findings );
-void findSharedDirect( CheckContext const& facts, Findings& findings );
-void findUnknownResourceNames( CheckContext const& facts, Findings& findings );
+FindingRule findUnknownReferences, findReferencesOfWrongKind, findReferencesOfWrongName, findSeveralParents,
+    findUnreferenced, findDisagreeingLinks, findSharedDirect, findUnknownResourceNames;
 
 // Stages, sizes, types.
-void findUnplacedTables( CheckContext const& facts, Findings& findings );
-void findEmptyTables( CheckContext const& facts, Findings& findings );
-void findLostStages( CheckContext const& facts, Findings& findings );
-void findOddStages( CheckContext const& facts, Findings& findings );
-void findFarStages( CheckContext const& facts, Findings& findings );
-void findLostPhvWidths( CheckContext const& facts, Findings& findings );
-void findWrappingHeaders( CheckContext const& facts, Findings& findings );
-void findRepeatedHashFields( CheckContext const& facts, Findings& findings );
-void findUnknownTableTypes( CheckContext const& facts, Findings& findings );
-void findUnknownDirections( CheckContext const& facts, Findings& findings );
-void findOmitted( CheckContext const& facts, Findings& findings );
-void findUnknownWords( CheckContext const& facts, Findings& findings );
-void findRepeatedMembers( CheckContext const& facts, Findings& findings );
+FindingRule findUnplacedTables, findEmptyTables, findLostStages, findOddStages, findFarStages,
+    findLostPhvWidths, findWrappingHeaders, findRepeatedHashFields, findUnknownTableTypes,
+    findUnknownDirections, findOmitted, findUnknownWords, findRepeatedMembers;
 
 } // namespace Bfri

@@ -8,11 +8,6 @@ namespace {
 
 Value textOrNothing( String const& text ) { return text.empty() ? Value() : Value( text ); }
 
-template<class Type>
-Value valueOr( std::optional<Type> const& value ) {
-    return value ? Value( *value ) : Value();
-}
-
 Row findingRow( Finding const& finding ) {
     return { { "code", finding.kind->code },
              { "title", finding.kind->title },
@@ -49,15 +44,15 @@ Row rowOf( Fault const& fault ) {
     return { { "file", fault.file },
              { "isContextFile", fault.inContextFile },
              { "problem", textOrNothing( fault.problem ) },
-             { "line", valueOr( fault.line ) },
-             { "column", valueOr( fault.column ) },
+             { "line", valueIf( fault.line ) },
+             { "column", valueIf( fault.column ) },
              { "excerpt", textOrNothing( fault.excerpt ) },
-             { "pointer", valueOr( fault.pointer ) },
+             { "pointer", valueIf( fault.pointer ) },
              { "member", textOrNothing( fault.member ) },
-             { "tableIndex", valueOr( fault.tableIndex ) },
+             { "tableIndex", valueIf( fault.tableIndex ) },
              { "table", textOrNothing( fault.table ) },
              { "expected", textOrNothing( fault.expected ) },
-             { "handle", valueOr( fault.handle ) },
+             { "handle", valueIf( fault.handle ) },
              { "found", textOrNothing( fault.found ) },
              { "reported", listOf( fault.reported, []( String const& text ) { return text; } ) },
              { "condition", textOrNothing( fault.condition ) },

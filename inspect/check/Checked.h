@@ -40,6 +40,14 @@ std::vector<CodeCount> codeCountsOf( std::vector<Finding> const& findings );
 /// The JSON object of one configuration; for a summary, with the numbers of findings instead of the findings.
 Row rowOf( Checked const& checked, bool isSummary = false );
 
+struct KnownFinding;
+
+/// The findings of all configurations as a SARIF 2.1.0 log of one run, for code scanning: a rule for every
+/// kind, a result for every finding with its place; a configuration that cannot be loaded is a notification.
+/// With a baseline, each result says whether it is new; findings that are gone are results marked absent.
+Row sarifOf( std::vector<Checked> const& checked, char const* version,
+             std::vector<KnownFinding> const* gone );
+
 /// The counts of context files, and of every kind of record that is counted.
 std::vector<Count> countsOf( Configuration const& configuration );
 

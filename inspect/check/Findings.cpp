@@ -1,10 +1,6 @@
 #include "inspect/check/CheckContext.h"
 
-#include "inspect/check/RecordPlaces.h"
-#include "inspect/model/Names.h"
-
 #include <algorithm>
-#include <cctype>
 
 namespace Bfri {
 
@@ -207,12 +203,6 @@ constexpr FindingKind kinds[] = {
       findFarStages },
 };
 
-String capitals( String text ) {
-    std::transform( text.begin(), text.end(), text.begin(),
-                    []( unsigned char c ) { return static_cast<char>( std::toupper( c ) ); } );
-    return text;
-}
-
 } // namespace
 
 char const* wordOf( Severity severity ) {
@@ -233,25 +223,55 @@ String Finding::subject() const {
 
 std::span<FindingKind const> findingKinds() { return kinds; }
 
-FindingKind const* findingKindOf( String const& word ) {
-    String const wanted = capitals( word );
-    auto const found =
-        std::find_if( std::begin( kinds ), std::end( kinds ), [ & ]( FindingKind const& kind ) {
-            return wanted == kind.code || wanted == capitals( kind.title );
-        } );
-    return found == std::end( kinds ) ? nullptr : found;
-}
+namespace {
 
-std::vector<String> findingsLike( String const& word ) {
-    std::vector<String> codes;
-    std::vector<String> titles;
-    for( FindingKind const& kind : kinds ) {
-        codes.emplace_back( kind.code );
-        titles.emplace_back( kind.title );
+/// Where the records of a configuration start in their context files, by its survey.
+class RecordPlaces {
+  public:
+    explicit RecordPlaces( Configuration const& configuration ) {
+        for( Context::FileSurvey const& file : configuration.files ) {
+            auto const addAll = [ & ]( auto const& elements ) {
+                for( auto const& element : elements )
+                    byName_[ element.name ].push_back( { &file, &element, element.handle } );
+            };
+            addAll( file.tables );
+            addAll( file.learnQuantas );
+            addAll( file.headers );
+            addAll( file.hashes );
+            for( Context::SurveyedTable const& table : file.tables ) {
+                for( Context::SurveyedAction const& action : table.actions )
+                    byName_[ action.name ].push_back( { &file, &table, action.handle } );
+            }
+        }
     }
-    auto const near = nearest( codes, word );
-    return near.empty() ? nearest( titles, word ) : near;
-}
+
+    /// The place of the finding's record: the element with its name and, if known, its handle and context
+    /// file; for an action, its table. Nothing for fields, and for what is not a record.
+    std::optional<FindingPlace> of( Finding const& finding ) const {
+        auto const found = byName_.find( finding.name );
+        if( found == byName_.end() )
+            return std::nullopt;
+        auto const agreed = [ & ]( Candidate const& candidate ) {
+            return ( finding.handle && candidate.handle == finding.handle ? 2 : 0 ) +
+                   ( candidate.file->path == finding.contextFile ? 1 : 0 );
+        };
+        auto const best =
+            std::ranges::max_element( found->second, [ & ]( Candidate const& a, Candidate const& b ) {
+                return agreed( a ) < agreed( b );
+            } );
+        return FindingPlace{ best->file->path, best->element->place };
+    }
+
+  private:
+    struct Candidate {
+        Context::FileSurvey const* file;
+        Context::SurveyedElement const* element;
+        std::optional<U32> handle; ///< of the record, which may be an action
+    };
+    std::unordered_map<std::string_view, std::vector<Candidate>> byName_ = {};
+};
+
+} // namespace
 
 std::vector<Finding> findingsOf( Configuration const& configuration ) {
     CheckContext const facts( configuration );
@@ -268,9 +288,8 @@ std::vector<Finding> findingsOf( Configuration const& configuration ) {
         if( !finding.place )
             finding.place = places.of( finding );
     }
-    std::stable_sort( all.begin(), all.end(), []( Finding const& a, Finding const& b ) {
-        return a.kind->severity > b.kind->severity;
-    } );
+    std::ranges::stable_sort(
+        all, []( Finding const& a, Finding const& b ) { return a.kind->severity > b.kind->severity; } );
     return all;
 }
 

@@ -72,12 +72,6 @@ struct FindingKind {
 /// Every kind, by ascending code.
 std::span<FindingKind const> findingKinds();
 
-/// The kind with that code or title, ignoring case; null if there is none.
-FindingKind const* findingKindOf( String const& word );
-
-/// The codes, else the titles, that are most like a word; nearest first.
-std::vector<String> findingsLike( String const& word );
-
 /// All findings of a configuration that was loaded with a survey: errors, then warnings, then notes, each in
 /// the order of the kinds.
 std::vector<Finding> findingsOf( Configuration const& configuration );

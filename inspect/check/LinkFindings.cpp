@@ -45,18 +45,10 @@ std::vector<U32> const& referrersOf( CheckContext const& facts, U32 handle ) {
     return found == facts.referrers.end() ? none : found->second;
 }
 
-/// "t", "u", ...
-template<class All, class TextOf>
-String firstFew( All const& all, TextOf textOf ) {
-    constexpr std::size_t most = 4;
-    String text;
-    for( std::size_t i = 0; i < std::min( most, all.size() ); ++i )
-        text += ( i == 0 ? "" : ", " ) + textOf( all[ i ] );
-    return text + ( all.size() > most ? ", ..." : "" );
-}
+constexpr std::size_t mostNames = 4;
 
 String namesOf( CheckContext const& facts, std::vector<U32> const& handles ) {
-    return firstFew( handles, [ & ]( U32 handle ) { return quoted( nameOf( facts, handle ) ); } );
+    return firstFew( mostNames, handles, [ & ]( U32 handle ) { return quoted( nameOf( facts, handle ) ); } );
 }
 
 /// The parents of an indirect record: one, several, or none.
@@ -91,7 +83,7 @@ String unplacedReferrers( CheckContext const& facts, U32 handle ) {
     if( found == facts.unplacedReferrers.end() )
         return "";
     return "; listed by tables without a stage table: " +
-           firstFew( found->second, []( String const& name ) { return quoted( name ); } );
+           firstFew( mostNames, found->second, []( String const& name ) { return quoted( name ); } );
 }
 
 /// The handles of placed tables by name; none for a name that several have.
@@ -123,7 +115,7 @@ void findReferencesOfWrongKind( CheckContext const& facts, Findings& findings ) 
         if( found == facts.placed.end() )
             return;
         auto const type = static_cast<BfResourceType>( found->second->type );
-        if( std::find( types.begin(), types.end(), type ) == types.end() )
+        if( std::ranges::find( types, type ) == types.end() )
             findings.add( "table", name, table,
                           String( "its \"" ) + list + "\" hold " + hexText( reference ) + ", which is " +
                               quoted( found->second->name ) + ", of another kind" );

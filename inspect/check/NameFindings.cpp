@@ -1,155 +1,137 @@
 #include "inspect/check/CheckContext.h"
 
 #include "inspect/model/Records.h"
+#include "inspect/rows/Runs.h"
 
 #include <algorithm>
+#include <fmt/format.h>
+#include <map>
 #include <set>
 #include <tuple>
+#include <unictype.h>
+#include <uninorm.h>
 
 namespace Bfri {
 
 namespace {
 
 /// A record by what must tell it from others.
-struct HandleUse {
-    String const* scope; ///< within which the name counts; null: everywhere
+struct NameUse {
+    std::string_view scope; ///< within which the name counts; empty: everywhere
     String const* name;
     U32 handle;
 };
 
 /// Records with one name, or with one handle.
-using Group = std::vector<HandleUse>;
+using Group = std::vector<NameUse>;
 
 struct Repeats {
     std::vector<Group> withinAFile; ///< more records than there are files that may have them
     std::vector<Group> overFiles;   ///< others: of several pipelines, or so it seems
 };
 
-std::string_view scopeOf( HandleUse const& bearer ) {
-    return bearer.scope ? std::string_view( *bearer.scope ) : std::string_view();
-}
-
 /// The records with one name and scope, in their order; those with the same pipe bits side by side.
-Repeats repeatedNames( CheckContext const& facts, std::vector<HandleUse> bearers ) {
-    auto const name = []( HandleUse const& b ) {
-        return std::tuple( std::string_view( *b.name ), scopeOf( b ) );
+Repeats repeatedNames( CheckContext const& facts, Group uses ) {
+    auto const name = []( NameUse const& use ) {
+        return std::tuple( std::string_view( *use.name ), use.scope );
     };
-    auto const bits = [ & ]( HandleUse const& b ) { return facts.pipeBits( b.handle ); };
-    std::stable_sort( bearers.begin(), bearers.end(), [ & ]( HandleUse const& a, HandleUse const& b ) {
-        return std::tuple( name( a ), bits( a ) ) < std::tuple( name( b ), bits( b ) );
-    } );
+    auto const bits = [ & ]( NameUse const& use ) { return facts.pipeBits( use.handle ); };
+    std::ranges::stable_sort(
+        uses, {}, [ & ]( NameUse const& use ) { return std::tuple( name( use ), bits( use ) ); } );
     Repeats repeats;
-    for( auto first = bearers.begin(); first != bearers.end(); ) {
-        auto const end = std::find_if( first, bearers.end(),
-                                       [ & ]( auto const& b ) { return name( b ) != name( *first ); } );
+    eachRun( uses, name, [ & ]( auto const& named ) {
         bool found = false;
-        for( auto from = first; from != end; ) {
-            auto const to =
-                std::find_if( from, end, [ & ]( auto const& b ) { return bits( b ) != bits( *from ); } );
-            auto const count = static_cast<std::size_t>( to - from );
-            if( count > 1 && count > facts.filesWith( from->handle ) ) {
-                repeats.withinAFile.emplace_back( from, to );
+        eachRun( named, bits, [ & ]( auto const& inFile ) {
+            if( inFile.size() > 1 && inFile.size() > facts.filesWith( inFile.front().handle ) ) {
+                repeats.withinAFile.emplace_back( inFile.begin(), inFile.end() );
                 found = true;
             }
-            from = to;
-        }
-        if( !found && end - first > 1 )
-            repeats.overFiles.emplace_back( first, end );
-        first = end;
-    }
+        } );
+        if( !found && named.size() > 1 )
+            repeats.overFiles.emplace_back( named.begin(), named.end() );
+    } );
     return repeats;
 }
 
 /// The records with one handle and different names.
-Repeats repeatedHandles( CheckContext const& facts, std::vector<HandleUse> bearers ) {
-    auto const order = []( HandleUse const& b ) {
-        return std::tuple( b.handle, std::string_view( *b.name ) );
+Repeats repeatedHandles( CheckContext const& facts, Group uses ) {
+    auto const key = []( NameUse const& use ) {
+        return std::tuple( use.handle, std::string_view( *use.name ) );
     };
-    std::stable_sort( bearers.begin(), bearers.end(),
-                      [ & ]( HandleUse const& a, HandleUse const& b ) { return order( a ) < order( b ); } );
-    bearers.erase(
-        std::unique( bearers.begin(), bearers.end(),
-                     [ & ]( HandleUse const& a, HandleUse const& b ) { return order( a ) == order( b ); } ),
-        bearers.end() );
+    std::ranges::stable_sort( uses, {}, key );
+    uses.erase( std::unique( uses.begin(), uses.end(),
+                             [ & ]( NameUse const& a, NameUse const& b ) { return key( a ) == key( b ); } ),
+                uses.end() );
     Repeats repeats;
-    for( auto first = bearers.begin(); first != bearers.end(); ) {
-        auto const end = std::find_if( first, bearers.end(),
-                                       [ & ]( auto const& b ) { return b.handle != first->handle; } );
-        auto const count = static_cast<std::size_t>( end - first );
-        if( count > 1 )
-            ( count > facts.filesWith( first->handle ) ? repeats.withinAFile : repeats.overFiles )
-                .emplace_back( first, end );
-        first = end;
-    }
+    eachRun(
+        uses, []( NameUse const& use ) { return use.handle; },
+        [ & ]( auto const& group ) {
+            bool const isInFile = group.size() > facts.filesWith( group.front().handle );
+            if( group.size() > 1 )
+                ( isInFile ? repeats.withinAFile : repeats.overFiles )
+                    .emplace_back( group.begin(), group.end() );
+        } );
     return repeats;
 }
 
-std::vector<HandleUse> matchTables( CheckContext const& facts ) {
-    std::vector<HandleUse> bearers;
-    for( BfTableInfo const& record : facts.parser.bfTables() )
-        bearers.push_back( { nullptr, &record.name, record.handle } );
-    return bearers;
+template<class Records>
+void addAll( Group& uses, Records const& records ) {
+    for( auto const& record : records )
+        uses.push_back( { {}, &record.name, record.handle } );
+}
+
+Group matchTables( CheckContext const& facts ) {
+    Group uses;
+    addAll( uses, facts.parser.bfTables() );
+    return uses;
 }
 
 /// Placed tables that are no match tables of the model.
-std::vector<HandleUse> otherTables( CheckContext const& facts ) {
+Group otherTables( CheckContext const& facts ) {
     std::unordered_set<U32> matches;
     for( BfTableInfo const& record : facts.parser.bfTables() )
         matches.insert( record.handle );
-    std::vector<HandleUse> bearers;
-    for( BfResource const& record : facts.parser.bfResources() ) {
-        if( matches.count( record.handle ) == 0 )
-            bearers.push_back( { nullptr, &record.name, record.handle } );
-    }
-    return bearers;
+    Group uses;
+    addAll( uses, facts.parser.bfResources() );
+    std::erase_if( uses, [ & ]( NameUse const& use ) { return matches.count( use.handle ) > 0; } );
+    return uses;
 }
 
-std::vector<HandleUse> actionsOfTables( CheckContext const& facts ) {
-    std::vector<HandleUse> bearers;
+Group actionsOfTables( CheckContext const& facts ) {
+    Group uses;
     for( BfActionInfo const& record : facts.parser.bfActions() )
-        bearers.push_back( { &record.tableName, &record.name, record.handle } );
-    return bearers;
+        uses.push_back( { record.tableName, &record.name, record.handle } );
+    return uses;
 }
 
 /// Everything whose handle is a table's in the context file.
-std::vector<HandleUse> allTables( CheckContext const& facts ) {
-    std::vector<HandleUse> bearers = matchTables( facts );
-    for( BfResource const& record : facts.parser.bfResources() )
-        bearers.push_back( { nullptr, &record.name, record.handle } );
+Group allTables( CheckContext const& facts ) {
+    Group uses = matchTables( facts );
+    addAll( uses, facts.parser.bfResources() );
     for( Attached const& record : facts.attached ) {
         if( record.ownHandle )
-            bearers.push_back( { nullptr, record.name, record.ownHandle } );
+            uses.push_back( { {}, record.name, record.ownHandle } );
     }
-    return bearers;
-}
-
-template<class TextOf>
-String listOfAtMost( std::size_t most, Group const& group, TextOf textOf ) {
-    String text;
-    for( std::size_t i = 0; i < std::min( most, group.size() ); ++i )
-        text += ( i == 0 ? "" : ", " ) + textOf( group[ i ] );
-    return text + ( group.size() > most ? ", ..." : "" );
+    return uses;
 }
 
 String handlesOf( Group const& group ) {
     String const count = std::to_string( group.size() ) + " have this name, ";
-    bool const oneHandle = std::all_of( group.begin(), group.end(), [ & ]( HandleUse const& b ) {
-        return b.handle == group.front().handle;
-    } );
+    bool const oneHandle =
+        std::ranges::all_of( group, [ & ]( NameUse const& b ) { return b.handle == group.front().handle; } );
     if( oneHandle )
         return count + ( group.size() == 2 ? "both" : "all" ) + " with the handle " +
                hexText( group.front().handle );
     return count + "with the handles " +
-           listOfAtMost( 8, group, []( HandleUse const& b ) { return hexText( b.handle ); } );
+           firstFew( 8, group, []( NameUse const& b ) { return hexText( b.handle ); } );
 }
 
 String namesOf( Group const& group ) {
-    return listOfAtMost( 4, group, []( HandleUse const& b ) { return quoted( *b.name ); } );
+    return firstFew( 4, group, []( NameUse const& b ) { return quoted( *b.name ); } );
 }
 
-void addNames( CheckContext const& facts, std::vector<HandleUse> bearers, char const* what,
-               Findings& findings ) {
-    Repeats const repeats = repeatedNames( facts, std::move( bearers ) );
+void addNames( CheckContext const& facts, Group uses, char const* what, Findings& findings ) {
+    Repeats const repeats = repeatedNames( facts, std::move( uses ) );
     for( Group const& group : repeats.withinAFile )
         findings.add( what, *group.front().name, {}, handlesOf( group ),
                       facts.contextFileOf( group.front().handle ) );
@@ -170,10 +152,9 @@ void addOverFiles( std::vector<Group> const& groups, char const* what, char cons
                           " again in other pipelines" );
 }
 
-} // namespace
-
-void forEachName( CheckContext const& facts,
-                  std::function<void( char const*, String const&, std::optional<U32> )> const& step ) {
+/// Calls `step` with kind, name and handle of every record; for a table of several kinds, once for each.
+template<class Step>
+void forEachName( CheckContext const& facts, Step const& step ) {
     for( BfTableInfo const& record : facts.parser.bfTables() )
         step( "match table", record.name, record.handle );
     for( Attached const& record : facts.attached )
@@ -193,6 +174,68 @@ void forEachName( CheckContext const& facts,
     for( auto const& entry : facts.parser.egressPhvContainers() )
         step( "PHV field", entry.key(), std::nullopt );
 }
+
+// Names that nobody can tell apart by looking at them.
+
+bool isInvisible( Character const& character ) {
+    if( character.kind != Character::Kind::regular )
+        return false;
+    return isHidden( character ) || character.code < 0x20 || character.code == 0x7F ||
+           uc_is_property_default_ignorable_code_point( character.code );
+}
+
+/// The normal form of what is seen of a name, and what is not seen.
+struct Appearance {
+    String seen;
+    std::set<U32> unseen;
+};
+
+String normalForm( String const& text ) {
+    std::size_t length = 0;
+    auto* const composed = u8_normalize( UNINORM_NFC, reinterpret_cast<std::uint8_t const*>( text.data() ),
+                                         text.size(), nullptr, &length );
+    if( !composed ) // no valid UTF-8
+        return text;
+    String result( reinterpret_cast<char const*>( composed ), length );
+    std::free( composed );
+    return result;
+}
+
+Appearance appearanceOf( String const& name ) {
+    Appearance result;
+    std::string_view rest = name;
+    while( !rest.empty() ) {
+        Character const character = firstCharacter( rest );
+        if( isInvisible( character ) )
+            result.unseen.insert( character.code );
+        else
+            result.seen += rest.substr( 0, character.length );
+        rest.remove_prefix( character.length );
+    }
+    result.seen = normalForm( result.seen );
+    return result;
+}
+
+/// A name with the first record that has it.
+struct Seen {
+    String name;
+    char const* what;
+    std::optional<U32> handle;
+    std::set<U32> unseen;
+};
+
+/// " (U+200B)" of what only one of both has.
+String unseenText( Seen const& a, Seen const& b ) {
+    std::set<U32> codes = a.unseen;
+    codes.insert( b.unseen.begin(), b.unseen.end() );
+    String text;
+    for( U32 const code : codes )
+        text += fmt::format( "{}U+{:04X}", text.empty() ? "" : " ", code );
+    return text.empty() ? " in the normal form of its characters"
+                        : " in characters that nobody sees (" + text + ")";
+}
+
+} // namespace
 
 void findOddNames( CheckContext const& facts, Findings& findings ) {
     std::set<String> seen;
@@ -219,9 +262,9 @@ void findDuplicateActions( CheckContext const& facts, Findings& findings ) {
     for( Group const& tables : repeatedNames( facts, matchTables( facts ) ).withinAFile )
         mixed.insert( *tables.front().name );
     for( Group const& group : repeatedNames( facts, actionsOfTables( facts ) ).withinAFile ) {
-        if( mixed.count( *group.front().scope ) == 0 )
+        if( mixed.count( group.front().scope ) == 0 )
             findings.add( "action", *group.front().name, {},
-                          handlesOf( group ) + ", in table " + quoted( *group.front().scope ),
+                          handlesOf( group ) + ", in table " + quoted( group.front().scope ),
                           facts.contextFileOf( group.front().handle ) );
     }
 }
@@ -243,6 +286,23 @@ void findHandlesInSeveralPipelines( CheckContext const& facts, Findings& finding
     addOverFiles( repeatedHandles( facts, allTables( facts ) ).overFiles, "table", "handle", findings );
     addOverFiles( repeatedHandles( facts, actionsOfTables( facts ) ).overFiles, "action", "handle",
                   findings );
+}
+
+void findLookAlikes( CheckContext const& facts, Findings& findings ) {
+    std::map<String, std::vector<Seen>> byAppearance;
+    std::unordered_set<std::string_view> names;
+    forEachName( facts, [ & ]( char const* what, String const& name, std::optional<U32> handle ) {
+        if( !names.insert( name ).second )
+            return;
+        Appearance appearance = appearanceOf( name );
+        byAppearance[ appearance.seen ].push_back( { name, what, handle, std::move( appearance.unseen ) } );
+    } );
+    for( auto const& [ appearance, all ] : byAppearance ) {
+        for( std::size_t i = 1; i < all.size(); ++i )
+            findings.add( all[ i ].what, all[ i ].name, all[ i ].handle,
+                          "differs from " + String( all.front().what ) + " " + quoted( all.front().name ) +
+                              " only" + unseenText( all.front(), all[ i ] ) );
+    }
 }
 
 } // namespace Bfri

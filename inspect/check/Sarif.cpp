@@ -1,4 +1,7 @@
-#include "inspect/check/Sarif.h"
+#include "inspect/check/Checked.h"
+
+#include "inspect/check/Baseline.h"
+#include "inspect/model/Codes.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -42,44 +45,37 @@ Row physicalRow( Finding const& finding, String const& switchConf ) {
     return row;
 }
 
-/// Rules are by ascending code.
-U32 ruleIndexOf( String const& code ) {
-    auto const rules = findingKinds();
-    auto const found = std::find_if( rules.begin(), rules.end(),
-                                     [ & ]( FindingKind const& kind ) { return kind.code == code; } );
-    return static_cast<U32>( found - rules.begin() );
-}
-
-Row resultRow( String const& code, Severity severity, String message, List locations ) {
-    return { { "ruleId", code },
-             { "ruleIndex", ruleIndexOf( code ) },
-             { "level", levelOf( severity ) },
-             { "message", textRow( std::move( message ) ) },
-             { "locations", std::move( locations ) } };
+/// Codes from another version of this program may be unknown.
+Row resultRow( String const& code, String message, Row location, char const* baselineState ) {
+    FindingKind const* const kind = codedAs( findingKinds(), code );
+    Row row{ { "ruleId", code } };
+    if( kind )
+        row.push_back( { "ruleIndex", static_cast<U32>( kind - findingKinds().data() ) } );
+    row.push_back( { "level", levelOf( kind ? kind->severity : Severity::note ) } );
+    row.push_back( { "message", textRow( std::move( message ) ) } );
+    row.push_back( { "locations", List{ std::move( location ) } } );
+    if( baselineState )
+        row.push_back( { "baselineState", baselineState } );
+    return row;
 }
 
 Row findingRow( Finding const& finding, String const& switchConf, bool hasBaseline ) {
     Row const logical{ { "name", finding.name }, { "kind", finding.what } };
-    Row row = resultRow( finding.kind->code, finding.kind->severity, finding.message(),
-                         { Row{ { "physicalLocation", physicalRow( finding, switchConf ) },
-                                { "logicalLocations", List{ logical } } } } );
-    row.push_back( { "partialFingerprints",
-                     Row{ { "bfriFinding/v1",
-                            String( finding.kind->code ) + '/' + finding.what + '/' + finding.name } } } );
-    if( hasBaseline )
-        row.push_back( { "baselineState", finding.isKnown ? "unchanged" : "new" } );
+    Row row = resultRow( finding.kind->code, finding.message(),
+                         { { "physicalLocation", physicalRow( finding, switchConf ) },
+                           { "logicalLocations", List{ logical } } },
+                         !hasBaseline      ? nullptr
+                         : finding.isKnown ? "unchanged"
+                                           : "new" );
+    Row const fingerprint{
+        { "bfriFinding/v1", String( finding.kind->code ) + '/' + finding.what + '/' + finding.name } };
+    row.insert( row.begin() + 5, { "partialFingerprints", fingerprint } );
     return row;
 }
 
-/// Codes from another version of this program may be unknown.
 Value goneRow( KnownFinding const& known ) {
-    FindingKind const* const kind = findingKindOf( known.code );
-    Row row = resultRow( known.code, kind ? kind->severity : Severity::note, known.message,
-                         { Row{ { "physicalLocation", fileRow( known.switchConf ) } } } );
-    if( !kind )
-        std::erase_if( row, []( Field const& field ) { return field.name == "ruleIndex"; } );
-    row.push_back( { "baselineState", "absent" } );
-    return row;
+    return resultRow( known.code, known.message, { { "physicalLocation", fileRow( known.switchConf ) } },
+                      "absent" );
 }
 
 Value notificationRow( Fault const& fault ) {

@@ -2,7 +2,6 @@
 // survey of the context files; what the model does not confirm is no finding.
 
 #include "inspect/check/CheckContext.h"
-#include "inspect/check/Duplicates.h"
 #include "inspect/model/Omissions.h"
 
 #include <algorithm>
@@ -17,22 +16,13 @@ using Context::SurveyedTable;
 using Context::TruncatedSize;
 using Context::UnknownWord;
 
-/// What a table is in the model.
-char const* recordOf( SurveyedTable const& table ) {
-    return table.type == "match"        ? "match table"
-           : table.type == "statistics" ? "counter"
-           : table.type == "meter"      ? "meter"
-           : table.type == "stateful"   ? "register"
-                                        : "table";
-}
-
 /// Hands each unknown word of the members that are asked for to `step`, with its file and table.
 template<class Step>
 void eachUnknownWord( CheckContext const& facts, std::initializer_list<std::string_view> members,
                       Step step ) {
     for( FileSurvey const& file : facts.configuration.files ) {
         for( UnknownWord const& word : file.unknownWords ) {
-            if( std::find( members.begin(), members.end(), word.member ) != members.end() )
+            if( std::ranges::find( members, word.member ) != members.end() )
                 step( file, file.tables[ word.table ], word );
         }
     }
@@ -93,17 +83,6 @@ void findTruncatedPhv( CheckContext const& facts, TruncatedSize::Kind kind, Cont
                               ", the model says " + std::to_string( kept->value() ),
                           size.second );
     }
-}
-
-void addDuplicates( Duplicates const& duplicates, String const& what, String const& name,
-                    std::optional<U32> handle, String const& file, Findings& findings ) {
-    for( Duplicate const& duplicate : duplicates )
-        findings.add(
-            what, name, handle,
-            "has more than one " + quoted( duplicate.path ) +
-                ( duplicate.times > 2 ? " (" + std::to_string( duplicate.times ) + " times)" : "" ) +
-                ", of which the first counts",
-            file, file.empty() ? std::nullopt : std::optional( FindingPlace{ file, duplicate.place } ) );
 }
 
 } // namespace
@@ -175,21 +154,6 @@ void findOddStages( CheckContext const& facts, Findings& findings ) {
                                   file.path );
             }
         }
-    }
-}
-
-void findRepeatedMembers( CheckContext const& facts, Findings& findings ) {
-    Configuration const& configuration = facts.configuration;
-    if( !configuration.isContextFile )
-        addDuplicates( duplicatesInSwitchConf( configuration.path ), "switch configuration",
-                       configuration.path, {}, "", findings );
-    for( FileSurvey const& file : configuration.files ) {
-        FileDuplicates const duplicates( file );
-        for( auto const& [ index, ofTable ] : duplicates.tables ) {
-            SurveyedTable const& table = file.tables[ index ];
-            addDuplicates( ofTable, recordOf( table ), table.name, table.handle, file.path, findings );
-        }
-        addDuplicates( duplicates.others, "context file", file.path, {}, file.path, findings );
     }
 }
 

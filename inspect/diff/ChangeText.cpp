@@ -1,4 +1,4 @@
-#include "inspect/diff/ChangeText.h"
+#include "inspect/diff/Verdict.h"
 
 namespace Bfri {
 
@@ -33,12 +33,7 @@ struct InLine {
     String operator()( Row const& row ) const { return rowInLine( row ); }
 };
 
-} // namespace
-
-String lineOf( Value const& value ) { return std::visit( InLine(), value.is ); }
-
-String fromTo( Value const& from, Value const& to ) { return lineOf( from ) + " -> " + lineOf( to ); }
-
+/// As texts show it: the field's name for people, and a resource's direction and type in words.
 Change inWords( Change const& change ) {
     auto const direction = []( Value const& isIngress ) {
         return std::get<bool>( isIngress.is ) ? "ingress" : "egress";
@@ -48,17 +43,23 @@ Change inWords( Change const& change ) {
     return { change.field == "typeName" ? "type" : change.field, change.from, change.to };
 }
 
+} // namespace
+
+String lineOf( Value const& value ) { return std::visit( InLine(), value.is ); }
+
+String fromTo( Value const& from, Value const& to ) { return lineOf( from ) + " -> " + lineOf( to ); }
+
 String lineOf( std::vector<Change> const& changes ) {
-    bool const hasTypeName = std::any_of( changes.begin(), changes.end(),
-                                          []( Change const& one ) { return one.field == "typeName"; } );
+    bool const hasTypeName =
+        std::ranges::any_of( changes, []( Change const& one ) { return one.field == "typeName"; } );
     std::vector<std::pair<String, String>> groups;
     for( Change const& one : changes ) {
         if( hasTypeName && one.field == "type" ) // a number
             continue;
         Change const change = inWords( one );
         String const values = fromTo( change.from, change.to );
-        auto const alike = std::find_if( groups.begin(), groups.end(),
-                                         [ & ]( auto const& group ) { return group.second == values; } );
+        auto const alike =
+            std::ranges::find_if( groups, [ & ]( auto const& group ) { return group.second == values; } );
         if( alike == groups.end() )
             groups.emplace_back( change.field, values );
         else

@@ -10,6 +10,19 @@
 
 namespace Bfri {
 
+/// What identifies a record: its name, and for an action also the name of its table. Both must outlive it.
+struct Identity {
+    explicit Identity( Row const& row );
+    explicit Identity( String const& ofRecord, String const* ofTable = nullptr )
+        : name( ofRecord ), table( ofTable ) {}
+
+    String const& name;
+    String const* table; ///< null except for actions
+
+    /// "permit of acl".
+    String label() const { return table ? name + " of " + *table : name; }
+};
+
 /// A value that has changed. A handle that refers to a record comes with that record's name.
 struct Change {
     std::string_view field;
@@ -56,10 +69,11 @@ struct KindComparison {
     bool reordered = false;                   ///< records in both configurations are in another order
     std::size_t same = 0; ///< records that differ in nothing, or only in what is folded: handles, hit bits
 
-    bool differs() const {
-        return reordered || !removed.empty() || !added.empty() || !leftOut.empty() || !cameBack.empty() ||
-               !changed.empty();
+    /// Whether records came or went, or are in another order.
+    bool hasOtherRecords() const {
+        return reordered || !removed.empty() || !added.empty() || !leftOut.empty() || !cameBack.empty();
     }
+    bool differs() const { return hasOtherRecords() || !changed.empty(); }
 };
 
 /// Differences that mean little one by one, and are so many that they are only counted.
@@ -74,7 +88,7 @@ struct HandleOwner {
     String name = {};
     std::optional<String> table = {}; ///< of an action
 
-    String label() const { return table ? name + " of " + *table : name; }
+    String label() const { return Identity( name, table ? &*table : nullptr ).label(); }
     bool operator==( HandleOwner const& ) const = default;
 };
 
@@ -100,14 +114,12 @@ struct Handles {
 };
 
 /// A name or a handle that several records of one context file share now, and did not share before.
-struct NewDuplicate {
-    Kind kind = Kind::tables;
-    String name = {};                 ///< of the first record; of those of a handle, of one that took it
-    std::optional<String> table = {}; ///< of an action
-    std::optional<U32> handle = {};   ///< that records with different names share; none for a name
-    std::vector<String> names = {};   ///< that share the handle
-    std::vector<U32> handles = {};    ///< of the records that share the name
-    U32 pipes = 0;                    ///< mask
+/// The owner is the first record with the name; of those with the handle, one that took it.
+struct NewDuplicate : HandleOwner {
+    std::optional<U32> handle = {}; ///< that records with different names share; none for a name
+    std::vector<String> names = {}; ///< that share the handle
+    std::vector<U32> handles = {};  ///< of the records that share the name
+    U32 pipes = 0;                  ///< mask
 };
 
 /// A pipe whose program has changed.

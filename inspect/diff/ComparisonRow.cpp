@@ -1,5 +1,3 @@
-#include "inspect/diff/Comparison.h"
-#include "inspect/diff/Join.h"
 #include "inspect/diff/Verdict.h"
 #include "inspect/model/Records.h"
 
@@ -9,100 +7,53 @@ namespace {
 
 U32 number( std::size_t count ) { return static_cast<U32>( count ); }
 
+Row with( Row row, std::initializer_list<Field> more ) {
+    row.insert( row.end(), more );
+    return row;
+}
+
 List textsOf( std::vector<String> const& texts ) {
     return listOf( texts, []( String const& text ) { return text; } );
 }
+
+/// With the pipes of what is not merged.
+Row withPipesOf( Row const& record, Row row ) {
+    if( Value const& pipes = valueOf( record, "pipes" ); pipes.is.index() != 0 )
+        row.push_back( { "pipes", pipes } );
+    return row;
+}
+
+Row identityOf( Row const& record ) {
+    Identity const identity( record );
+    Row row{ { "name", identity.name } };
+    if( identity.table )
+        row.push_back( { "tableName", *identity.table } );
+    return withPipesOf( record, std::move( row ) );
+}
+
+Row rowOf( Row const& row ) { return row; }
 
 Row rowOf( Change const& change ) {
     return { { "field", String( change.field ) }, { "from", change.from }, { "to", change.to } };
 }
 
-/// Name, an action's table, and the pipes of what is not merged.
-Row identityOf( Row const& row ) {
-    Identity const identity( row );
-    Row result{ { "name", identity.name } };
-    if( identity.table )
-        result.push_back( { "tableName", *identity.table } );
-    if( Value const& pipes = valueOf( row, "pipes" ); pipes.is.index() != 0 )
-        result.push_back( { "pipes", pipes } );
-    return result;
-}
-
-Row changedRow( ChangedRecord const& record ) {
-    Row row = identityOf( record.row );
-    row.push_back( { "fields", listOf( record.fields, []( Change const& one ) { return rowOf( one ); } ) } );
-    row.push_back( { "firstOfName", !record.displaced } );
-    return row;
-}
-
-Row movedRow( ChangedRecord const& record ) {
-    Row row = identityOf( record.row );
-    row.push_back( { "from", record.move->from } );
-    row.push_back( { "to", record.move->to } );
-    row.push_back( { "stages", Row{ { "from", valueOf( record.row, "stageNumbers" ) },
-                                    { "to", valueOf( record.now, "stageNumbers" ) } } } );
-    return row;
-}
-
-Row renamedRow( ChangedRecord const& record ) {
-    Identity const from( record.row );
-    Identity const to( record.now );
-    Row row{ { "from", from.name }, { "to", to.name } };
-    if( from.table )
-        row.push_back( { "tableName", Row{ { "from", *from.table }, { "to", *to.table } } } );
-    if( Value const& pipes = valueOf( record.row, "pipes" ); pipes.is.index() != 0 )
-        row.push_back( { "pipes", pipes } );
-    return row;
-}
-
-template<class Is, class ToRow>
-List listIf( std::vector<ChangedRecord> const& records, Is is, ToRow toRow ) {
-    List list;
-    for( ChangedRecord const& record : records ) {
-        if( is( record ) )
-            list.emplace_back( toRow( record ) );
-    }
-    return list;
-}
-
 Row rowOf( OmittedRecord const& record ) {
     Row row = identityOf( record.row );
     row.insert( row.begin() + 1, { "handle", valueOf( record.row, "handle" ) } );
-    row.push_back( { "reason", record.reason.text } );
-    row.push_back( { "members", textsOf( record.reason.members ) } );
-    return row;
-}
-
-Row rowOf( KindComparison const& kind ) {
-    auto const itself = []( Row const& row ) { return row; };
-    auto const omitted = []( OmittedRecord const& record ) { return rowOf( record ); };
-    auto const isRenamed = []( ChangedRecord const& record ) { return record.renamed; };
-    auto const hasChanged = []( ChangedRecord const& record ) { return record.hasChanged(); };
-    auto const hasMoved = []( ChangedRecord const& record ) { return record.move.has_value(); };
-    return { { "added", listOf( kind.added, itself ) },
-             { "removed", listOf( kind.removed, itself ) },
-             { "renamed", listIf( kind.changed, isRenamed, renamedRow ) },
-             { "leftOut", listOf( kind.leftOut, omitted ) },
-             { "cameBack", listOf( kind.cameBack, omitted ) },
-             { "changed", listIf( kind.changed, hasChanged, changedRow ) },
-             { "moved", listIf( kind.changed, hasMoved, movedRow ) },
-             { "reordered", kind.reordered },
-             { "same", number( kind.same ) } };
+    return with( std::move( row ),
+                 { { "reason", record.reason.text }, { "members", textsOf( record.reason.members ) } } );
 }
 
 Row rowOf( HandleOwner const& owner ) {
     Row row{ { "kind", kindOf( owner.kind ).one }, { "name", owner.name } };
-    if( owner.table )
-        row.push_back( { "tableName", *owner.table } );
-    return row;
+    return owner.table ? with( std::move( row ), { { "tableName", *owner.table } } ) : row;
 }
 
 Row rowOf( Renumbering const& handle ) {
-    Row row = rowOf( static_cast<HandleOwner const&>( handle ) );
-    row.push_back( { "from", Hex( handle.from ) } );
-    row.push_back( { "to", Hex( handle.to ) } );
-    row.push_back( { "pipes", pipesOf( handle.pipes ) } );
-    return row;
+    return with( rowOf( static_cast<HandleOwner const&>( handle ) ),
+                 { { "from", Hex( handle.from ) },
+                   { "to", Hex( handle.to ) },
+                   { "pipes", pipesOf( handle.pipes ) } } );
 }
 
 Row rowOf( ReusedHandle const& reused ) {
@@ -113,28 +64,19 @@ Row rowOf( ReusedHandle const& reused ) {
 }
 
 Row rowOf( NewDuplicate const& duplicate ) {
-    Row row = rowOf( HandleOwner{ duplicate.kind, duplicate.name, duplicate.table } );
-    row.push_back( { "handle", duplicate.handle ? Value( Hex( *duplicate.handle ) ) : Value() } );
-    row.push_back( { "names", textsOf( duplicate.names ) } );
-    row.push_back( { "handles", listOf( duplicate.handles, []( U32 handle ) { return Hex( handle ); } ) } );
-    row.push_back( { "pipes", pipesOf( duplicate.pipes ) } );
-    return row;
-}
-
-Row rowOf( Handles const& handles ) {
-    auto const itself = []( auto const& element ) { return rowOf( element ); };
-    return { { "renumbered", listOf( handles.renumbered, itself ) },
-             { "count", number( handles.tally.differing ) },
-             { "of", number( handles.tally.all ) },
-             { "reused", listOf( handles.reused, itself ) } };
+    auto const asHex = []( U32 handle ) { return Hex( handle ); };
+    return with( rowOf( static_cast<HandleOwner const&>( duplicate ) ),
+                 { { "handle", duplicate.handle ? Value( Hex( *duplicate.handle ) ) : Value() },
+                   { "names", textsOf( duplicate.names ) },
+                   { "handles", listOf( duplicate.handles, asHex ) },
+                   { "pipes", pipesOf( duplicate.pipes ) } } );
 }
 
 Row rowOf( PipeComparison const& pipe ) {
     static constexpr char const* words[] = { "edited", "replaced", "removed", "added" };
-    auto const path = []( std::optional<String> const& file ) { return file ? Value( *file ) : Value(); };
     return { { "pipe", pipe.pipe },
-             { "from", path( pipe.from ) },
-             { "to", path( pipe.to ) },
+             { "from", valueIf( pipe.from ) },
+             { "to", valueIf( pipe.to ) },
              { "change", words[ static_cast<int>( pipe.is ) ] } };
 }
 
@@ -146,12 +88,68 @@ Row rowOf( UnreadTable const& table ) {
              { "pipes", pipesOf( table.pipes ) } };
 }
 
-Row rowOf( Unread const& unread ) {
-    auto const memberRow = []( UnreadMember const& member ) {
-        return Row{ { "name", member.name }, { "pipes", pipesOf( member.pipes ) } };
+Row rowOf( UnreadMember const& member ) {
+    return { { "name", member.name }, { "pipes", pipesOf( member.pipes ) } };
+}
+
+Row rowOf( Notice const& notice ) {
+    Row row{ { "level", wordOf( notice.kind->level ) },
+             { "kind", notice.what },
+             { "name", notice.name },
+             { "code", notice.kind->code },
+             { "text", notice.text },
+             { "from", notice.from },
+             { "to", notice.to } };
+    if( notice.table )
+        row.push_back( { "tableName", *notice.table } );
+    return with( std::move( row ), { { "pipes", notice.pipes } } );
+}
+
+template<class Elements>
+List rowsOf( Elements const& elements ) {
+    return listOf( elements, []( auto const& element ) { return rowOf( element ); } );
+}
+
+Row changedRow( ChangedRecord const& record ) {
+    return with( identityOf( record.row ),
+                 { { "fields", rowsOf( record.fields ) }, { "firstOfName", !record.displaced } } );
+}
+
+Row movedRow( ChangedRecord const& record ) {
+    return with( identityOf( record.row ),
+                 { { "from", record.move->from },
+                   { "to", record.move->to },
+                   { "stages", Row{ { "from", valueOf( record.row, "stageNumbers" ) },
+                                    { "to", valueOf( record.now, "stageNumbers" ) } } } } );
+}
+
+Row renamedRow( ChangedRecord const& record ) {
+    Identity const from( record.row );
+    Identity const to( record.now );
+    Row row{ { "from", from.name }, { "to", to.name } };
+    if( from.table )
+        row.push_back( { "tableName", Row{ { "from", *from.table }, { "to", *to.table } } } );
+    return withPipesOf( record.row, std::move( row ) );
+}
+
+Row rowOf( KindComparison const& kind ) {
+    auto const listIf = [ & ]( auto is, Row ( *toRow )( ChangedRecord const& ) ) {
+        List list;
+        for( ChangedRecord const& record : kind.changed ) {
+            if( is( record ) )
+                list.emplace_back( toRow( record ) );
+        }
+        return list;
     };
-    return { { "tables", listOf( unread.tables, []( UnreadTable const& table ) { return rowOf( table ); } ) },
-             { "members", listOf( unread.members, memberRow ) } };
+    return { { "added", rowsOf( kind.added ) },
+             { "removed", rowsOf( kind.removed ) },
+             { "renamed", listIf( []( auto const& one ) { return one.renamed; }, renamedRow ) },
+             { "leftOut", rowsOf( kind.leftOut ) },
+             { "cameBack", rowsOf( kind.cameBack ) },
+             { "changed", listIf( []( auto const& one ) { return one.hasChanged(); }, changedRow ) },
+             { "moved", listIf( []( auto const& one ) { return one.move.has_value(); }, movedRow ) },
+             { "reordered", kind.reordered },
+             { "same", number( kind.same ) } };
 }
 
 } // namespace
@@ -160,16 +158,23 @@ Row rowOf( Comparison const& comparison, Verdict const& verdict ) {
     Row kinds;
     for( KindComparison const& kind : comparison.kinds )
         kinds.push_back( { kind.kind->member, rowOf( kind ) } );
-    auto const itself = []( auto const& element ) { return rowOf( element ); };
-    return { { "pipes", listOf( comparison.pipes, itself ) },
-             { "configuration", listOf( comparison.configuration, itself ) },
+    return { { "pipes", rowsOf( comparison.pipes ) },
+             { "configuration", rowsOf( comparison.configuration ) },
              { "kinds", std::move( kinds ) },
-             { "handles", rowOf( comparison.handles ) },
-             { "duplicates", listOf( comparison.duplicates, itself ) },
+             { "handles", Row{ { "renumbered", rowsOf( comparison.handles.renumbered ) },
+                               { "count", number( comparison.handles.tally.differing ) },
+                               { "of", number( comparison.handles.tally.all ) },
+                               { "reused", rowsOf( comparison.handles.reused ) } } },
+             { "duplicates", rowsOf( comparison.duplicates ) },
              { "hitBitRanges", Row{ { "shifted", number( comparison.shifted.differing ) },
                                     { "of", number( comparison.shifted.all ) } } },
-             { "unread", rowOf( comparison.unread ) },
-             { "verdict", rowOf( verdict ) } };
+             { "unread", Row{ { "tables", rowsOf( comparison.unread.tables ) },
+                              { "members", rowsOf( comparison.unread.members ) } } },
+             { "verdict", Row{ { "differs", verdict.differs },
+                               { "modelDiffers", verdict.modelDiffers },
+                               { "byName", verdict.byName },
+                               { "byHandle", verdict.byHandle },
+                               { "notices", rowsOf( verdict.notices ) } } } };
 }
 
 } // namespace Bfri

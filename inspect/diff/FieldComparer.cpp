@@ -1,56 +1,8 @@
 #include "inspect/diff/FieldComparer.h"
 
-#include "inspect/diff/Join.h"
-
 namespace Bfri {
 
-/// What the values of a field are, if they are not simply compared.
-enum class FieldMeaning : std::uint8_t {
-    plain,
-    ownName,
-    name,
-    ownHandle,
-    reference,
-    references,
-    stage,
-    stages,
-    stageSizes,
-    firstHitBit,
-    lastHitBit
-};
-
 namespace {
-
-constexpr std::pair<std::string_view, FieldMeaning> meanings[] = {
-    { "name", FieldMeaning::ownName },
-    { "tableName", FieldMeaning::ownName },
-    { "adtName", FieldMeaning::name },
-    { "selName", FieldMeaning::name },
-    { "associatedTable", FieldMeaning::name },
-    { "parent", FieldMeaning::name },
-    { "handle", FieldMeaning::ownHandle },
-    { "ownHandle", FieldMeaning::ownHandle },
-    { "tableHdl", FieldMeaning::ownHandle },
-    { "fieldListHdl", FieldMeaning::ownHandle },
-    { "adtHandle", FieldMeaning::reference },
-    { "selHandle", FieldMeaning::reference },
-    { "statReferences", FieldMeaning::references },
-    { "meterReferences", FieldMeaning::references },
-    { "statefulReferences", FieldMeaning::references },
-    { "stageStart", FieldMeaning::stage },
-    { "stageNumbers", FieldMeaning::stages },
-    { "stageSizes", FieldMeaning::stageSizes },
-    { "hitBitSmashOffset", FieldMeaning::firstHitBit },
-    { "hitBitSmashLast", FieldMeaning::lastHitBit },
-};
-
-FieldMeaning fieldMeaningOf( std::string_view field ) {
-    for( auto const& [ name, meaning ] : meanings ) {
-        if( name == field )
-            return meaning;
-    }
-    return FieldMeaning::plain;
-}
 
 bool has( Row const& row, std::string_view flag, bool value ) {
     bool const* const is = std::get_if<bool>( &valueOf( row, flag ).is );
@@ -58,21 +10,8 @@ bool has( Row const& row, std::string_view flag, bool value ) {
 }
 
 /// Direct counters and the like have the handle of their match table.
-bool bearsItsTablesHandle( Row const& row ) {
+bool hasItsTablesHandle( Row const& row ) {
     return has( row, "direct", true ) || has( row, "indirect", false );
-}
-
-Renumbering ownHandle( RecordKind const& kind, Row const& row, Value const& old, Value const& now ) {
-    Identity const identity( row );
-    return { { kind.kind, identity.name, identity.table ? std::optional( *identity.table ) : std::nullopt },
-             std::get<Hex>( old.is ).value,
-             std::get<Hex>( now.is ).value,
-             0 };
-}
-
-void addIfOther( std::vector<Change>& changes, Field const& from, Field const& to ) {
-    if( !same( from.value, to.value ) )
-        changes.push_back( { from.name, from.value, to.value } );
 }
 
 /// Sizes alone, without their stages.
@@ -81,16 +20,6 @@ List sizesIn( Value const& stageSizes ) {
     return list ? listOf( *list,
                           []( Value const& one ) { return valueOf( std::get<Row>( one.is ), "size" ); } )
                 : List();
-}
-
-/// Whether the entries by stage differ, stage after stage. Where the stages are not known any more, or were
-/// not, no sizes say so again.
-bool haveOtherSizes( Row const& from, Row const& to ) {
-    Value const& old = valueOf( from, "stageSizes" );
-    Value const& now = valueOf( to, "stageSizes" );
-    bool const areComparable = old.is.index() == now.is.index() ||
-                               same( valueOf( from, "stageNumbers" ), valueOf( to, "stageNumbers" ) );
-    return areComparable && ( old.is.index() != now.is.index() || !same( sizesIn( old ), sizesIn( now ) ) );
 }
 
 /// Whether a resource takes the same stages, all by one distance elsewhere. Where they are not known, as of
@@ -106,113 +35,212 @@ bool haveMoved( Row const& from, Row const& to ) {
            std::equal( old->begin(), old->end(), now->begin(), now->end(), isThere );
 }
 
-} // namespace
-
-FieldComparer::Referents::Referents( Configuration const& configuration )
-    : parser_( configuration.parser() ) {
-    for( BfTableInfo const& table : parser_.bfTables() )
-        unplaced_.try_emplace( table.handle, &table.name );
-}
-
-String const* FieldComparer::Referents::nameOf( P4Program const& program, Hex handle ) const {
-    if( program.file() ) {
-        SurveyedTable const* const table = program.withHandle( handle.value );
-        return table ? &table->name : nullptr;
+/// The name of the table with a handle in a program, or in the model if there is no program; null for none.
+String const* nameOf( BfResourceParser const& parser, P4Program const& program, U32 handle ) {
+    if( !program.file() ) {
+        BfZelResource const* const placed = parser.resourceHandles().find( handle );
+        return placed ? &placed->name : nullptr;
     }
-    if( auto const* const placed = parser_.resourceHandles().find( handle.value ) )
-        return &placed->name;
-    auto const table = unplaced_.find( handle.value );
-    return table == unplaced_.end() ? nullptr : table->second;
+    SurveyedTable const* const table = program.withHandle( handle );
+    return table ? &table->name : nullptr;
 }
 
-Value FieldComparer::Referents::standsFor( P4Program const& program, Hex handle ) const {
-    String const* const name = nameOf( program, handle );
-    if( handle.value == 0 && !name )
+/// A handle with the name of its table; absent for 0 if no table has it.
+Value referentOf( BfResourceParser const& parser, P4Program const& program, Value const& handle ) {
+    U32 const number = std::get<Hex>( handle.is ).value;
+    String const* const name = nameOf( parser, program, number );
+    if( number == 0 && !name )
         return {};
     return Row{ { "handle", handle }, { "name", name ? Value( *name ) : Value() } };
 }
 
-FieldComparer::FieldComparer( Configuration const& old, Configuration const& now )
-    : old_( old ), now_( now ) {}
+/// The same record, or the same number when neither configuration knows a name.
+bool standForTheSame( ProgramPair const& programs, String const* old, String const* now, bool isSameNumber ) {
+    return old && now ? programs.tables.renames.of( *old ) == *now : !old && !now && isSameNumber;
+}
 
-ChangedRecord FieldComparer::compare( ComparedPrograms& programs, RecordKind const& kind, Row const& from,
-                                      Row const& to ) {
-    readMeanings( kind, from );
-    ChangedRecord record;
-    Pair const pair{ programs, kind, from, to, record };
-    bool isTouched = false;
-    for( std::size_t i = 0; i < from.size(); ++i ) {
-        isTouched |= !same( from[ i ].value, to[ i ].value );
-        compareField( pair, i );
+} // namespace
+
+/// A record's rows while their fields are compared.
+class FieldComparer::RecordPair {
+  public:
+    RecordPair( FieldComparer& all, ProgramPair& programs, RecordKind const& kind, ChangedRecord& record )
+        : all_( all ), programs_( programs ), kind_( kind ), record_( record ) {}
+
+    void compare() {
+        bool isTouched = false;
+        for( std::size_t i = 0; i < record_.row.size(); ++i ) {
+            isTouched |= !same( record_.row[ i ].value, record_.now[ i ].value );
+            compareField( record_.row[ i ], record_.now[ i ] );
+        }
+        Identity const identity( record_.row );
+        if( isTouched )
+            programs_.of( kind_.kind ).touched.insert( identity.table ? *identity.table : identity.name );
     }
-    if( isTouched ) {
-        Identity const identity( from );
-        programs.touched.insert( identity.table ? *identity.table : identity.name );
+
+  private:
+    /// By what values mean, where they are not simply compared.
+    void compareField( Field const& from, Field const& to ) {
+        using Compare = void ( RecordPair::* )( Field const& from, Field const& to );
+        static std::unordered_map<std::string_view, Compare> const special = {
+            { "name", &RecordPair::ignore }, // joined by it, or renamed
+            { "tableName", &RecordPair::ignore },
+            { "adtName", &RecordPair::compareName },
+            { "selName", &RecordPair::compareName },
+            { "associatedTable", &RecordPair::compareName },
+            { "parent", &RecordPair::compareName },
+            { "handle", &RecordPair::compareOwnHandle },
+            { "ownHandle", &RecordPair::compareOwnHandle },
+            { "tableHdl", &RecordPair::compareOwnHandle },
+            { "fieldListHdl", &RecordPair::compareOwnHandle },
+            { "adtHandle", &RecordPair::compareReference },
+            { "selHandle", &RecordPair::compareReference },
+            { "statReferences", &RecordPair::compareReferences },
+            { "meterReferences", &RecordPair::compareReferences },
+            { "statefulReferences", &RecordPair::compareReferences },
+            { "stageStart", &RecordPair::compareFirstStage },
+            { "stageNumbers", &RecordPair::compareStages },
+            { "stageSizes", &RecordPair::compareStageSizes },
+            { "hitBitSmashOffset", &RecordPair::compareHitBits },
+            { "hitBitSmashLast", &RecordPair::ignore }, // goes with the first
+        };
+        auto const found = special.find( from.name );
+        ( this->*( found == special.end() ? &RecordPair::addIfOther : found->second ) )( from, to );
     }
+
+    void ignore( Field const&, Field const& ) {}
+
+    void add( std::string_view field, Value from, Value to ) {
+        record_.fields.push_back( { field, std::move( from ), std::move( to ) } );
+    }
+
+    void addIfOther( Field const& from, Field const& to ) {
+        if( !same( from.value, to.value ) )
+            add( from.name, from.value, to.value );
+    }
+
+    /// The name of another record, which may have changed.
+    void compareName( Field const& from, Field const& to ) {
+        String const* const old = std::get_if<String>( &from.value.is );
+        String const* const now = std::get_if<String>( &to.value.is );
+        if( same( from.value, to.value ) )
+            return;
+        ComparedNames& names = programs_.of( kind_.kind );
+        for( String const* const table : { old, now } ) {
+            if( table )
+                names.touched.insert( *table );
+        }
+        if( !old || !now || names.renames.of( *old ) != *now )
+            add( from.name, from.value, to.value );
+    }
+
+    void compareOwnHandle( Field const& from, Field const& to ) {
+        if( hasItsTablesHandle( record_.row ) || hasItsTablesHandle( record_.now ) )
+            return compareReference( from, to );
+        Identity const identity( record_.row );
+        count(
+            { kind_.kind, identity.name, identity.table ? std::optional( *identity.table ) : std::nullopt },
+            from.value, to.value );
+    }
+
+    bool areSame( Value const& from, Value const& to ) const {
+        U32 const old = std::get<Hex>( from.is ).value;
+        U32 const now = std::get<Hex>( to.is ).value;
+        return standForTheSame( programs_, nameOf( all_.old_, *programs_.old, old ),
+                                nameOf( all_.now_, *programs_.now, now ), old == now );
+    }
+
+    void compareReference( Field const& from, Field const& to ) {
+        if( areSame( from.value, to.value ) )
+            countReference( from.value, to.value );
+        else
+            add( from.name, referentOf( all_.old_, *programs_.old, from.value ),
+                 referentOf( all_.now_, *programs_.now, to.value ) );
+    }
+
+    void compareReferences( Field const& from, Field const& to ) {
+        List const& old = std::get<List>( from.value.is );
+        List const& now = std::get<List>( to.value.is );
+        auto const referents = []( auto const& parser, P4Program const& program, List const& handles ) {
+            return listOf( handles,
+                           [ & ]( Value const& handle ) { return referentOf( parser, program, handle ); } );
+        };
+        if( !std::equal( old.begin(), old.end(), now.begin(), now.end(),
+                         [ & ]( Value const& a, Value const& b ) { return areSame( a, b ); } ) )
+            return add( from.name, referents( all_.old_, *programs_.old, old ),
+                        referents( all_.now_, *programs_.now, now ) );
+        for( std::size_t i = 0; i < old.size(); ++i )
+            countReference( old[ i ], now[ i ] );
+    }
+
+    void countReference( Value const& from, Value const& to ) {
+        String const* const name = nameOf( all_.old_, *programs_.old, std::get<Hex>( from.is ).value );
+        count( { Kind::handles, name ? *name : "", {} }, from, to );
+    }
+
+    void count( HandleOwner owner, Value const& from, Value const& to ) {
+        all_.count( programs_, { std::move( owner ), std::get<Hex>( from.is ).value,
+                                 std::get<Hex>( to.is ).value, programs_.pipes } );
+    }
+
+    void compareFirstStage( Field const& from, Field const& to ) {
+        if( haveMoved( record_.row, record_.now ) )
+            record_.move = { from.name, from.value, to.value };
+        else
+            addIfOther( from, to );
+    }
+
+    void compareStages( Field const& from, Field const& to ) { // after the first
+        if( !record_.move )
+            addIfOther( from, to );
+    }
+
+    /// Stage after stage. Where the stages are not known any more, or were not, no sizes say so again.
+    void compareStageSizes( Field const& from, Field const& to ) {
+        bool const isStated = from.value.is.index() == to.value.is.index();
+        bool const areComparable = isStated || same( valueOf( record_.row, "stageNumbers" ),
+                                                     valueOf( record_.now, "stageNumbers" ) );
+        if( areComparable && ( !isStated || !same( sizesIn( from.value ), sizesIn( to.value ) ) ) )
+            addIfOther( from, to );
+    }
+
+    void compareHitBits( Field const&, Field const& ) {
+        auto const first = []( Row const& row ) { return valueAs<U32>( row, "hitBitSmashOffset" ); };
+        auto const last = []( Row const& row ) { return valueAs<U32>( row, "hitBitSmashLast" ); };
+        Row const& from = record_.row;
+        Row const& to = record_.now;
+        bool const both = has( from, "hitBitSupported", true ) && has( to, "hitBitSupported", true );
+        all_.shifted_.all += both;
+        if( both && last( from ) - first( from ) == last( to ) - first( to ) ) {
+            all_.shifted_.differing += first( from ) != first( to );
+            return;
+        }
+        addIfOther( { "hitBitSmashOffset", first( from ) }, { "hitBitSmashOffset", first( to ) } );
+        addIfOther( { "hitBitSmashLast", last( from ) }, { "hitBitSmashLast", last( to ) } );
+    }
+
+    FieldComparer& all_;
+    ProgramPair& programs_;
+    RecordKind const& kind_;
+    ChangedRecord& record_;
+};
+
+ChangedRecord FieldComparer::compare( ProgramPair& programs, RecordKind const& kind, Row from, Row to ) {
+    ChangedRecord record{ std::move( from ), std::move( to ) };
+    RecordPair( *this, programs, kind, record ).compare();
     return record;
 }
 
-/// All rows of a kind have the same fields.
-void FieldComparer::readMeanings( RecordKind const& kind, Row const& row ) {
-    if( kind_ == &kind )
-        return;
-    kind_ = &kind;
-    meanings_.clear();
-    for( Field const& field : row )
-        meanings_.push_back( fieldMeaningOf( field.name ) );
-}
-
-void FieldComparer::compareField( Pair const& pair, std::size_t field ) {
-    Field const& from = pair.from[ field ];
-    Field const& to = pair.to[ field ];
-    std::vector<Change>& changes = pair.record.fields;
-    switch( meanings_[ field ] ) {
-    case FieldMeaning::plain:
-        return addIfOther( changes, from, to );
-    case FieldMeaning::ownName: // joined by it, or renamed
-        return;
-    case FieldMeaning::name:
-        return compareName( pair, from, to );
-    case FieldMeaning::ownHandle:
-        if( bearsItsTablesHandle( pair.from ) || bearsItsTablesHandle( pair.to ) )
-            return compareReference( pair, from, to );
-        return count( pair.programs, ownHandle( pair.kind, pair.from, from.value, to.value ) );
-    case FieldMeaning::reference:
-        return compareReference( pair, from, to );
-    case FieldMeaning::references:
-        return compareReferences( pair, from, to );
-    case FieldMeaning::stage:
-        if( !haveMoved( pair.from, pair.to ) )
-            return addIfOther( changes, from, to );
-        pair.record.move = { from.name, from.value, to.value };
-        return;
-    case FieldMeaning::stages: // after the first
-        if( !pair.record.move )
-            addIfOther( changes, from, to );
-        return;
-    case FieldMeaning::stageSizes:
-        if( haveOtherSizes( pair.from, pair.to ) )
-            addIfOther( changes, from, to );
-        return;
-    case FieldMeaning::firstHitBit:
-        return compareHitBits( pair );
-    case FieldMeaning::lastHitBit: // went with the first
-        return;
-    }
-}
-
-/// The name of another record, which may have changed.
-void FieldComparer::compareName( Pair const& pair, Field const& from, Field const& to ) const {
-    String const* const old = std::get_if<String>( &from.value.is );
-    String const* const now = std::get_if<String>( &to.value.is );
-    if( same( from.value, to.value ) )
-        return;
-    for( String const* const table : { old, now } ) {
-        if( table )
-            pair.programs.touched.insert( *table );
-    }
-    if( !old || !now || pair.programs.renames.of( *old ) != *now )
-        addIfOther( pair.record.fields, from, to );
+bool FieldComparer::countIfSame( ProgramPair const& programs, std::vector<U32> const& handles ) {
+    auto const isSame = [ & ]( U32 handle ) {
+        return standForTheSame( programs, nameOf( old_, *programs.old, handle ),
+                                nameOf( now_, *programs.now, handle ), true );
+    };
+    if( !std::ranges::all_of( handles, isSame ) )
+        return false;
+    for( U32 const handle : handles )
+        count( programs, { {}, handle, handle } );
+    return true;
 }
 
 Tally FieldComparer::handles() const {
@@ -226,73 +254,11 @@ std::vector<Renumbering> FieldComparer::renumbered() const {
     std::vector<Renumbering> others;
     for( auto const& [ key, handle ] : renumbered_ )
         others.push_back( handle );
-    std::stable_sort( others.begin(), others.end(),
-                      []( auto const& a, auto const& b ) { return a.from < b.from; } );
     return others;
 }
 
-void FieldComparer::compareReference( Pair const& pair, Field const& from, Field const& to ) {
-    auto const& [ old, now, renames, pipes, touched ] = pair.programs;
-    if( standForTheSame( pair.programs, from.value, to.value ) )
-        countReference( pair.programs, from.value, to.value );
-    else
-        pair.record.fields.push_back( { from.name, old_.standsFor( old, std::get<Hex>( from.value.is ) ),
-                                        now_.standsFor( now, std::get<Hex>( to.value.is ) ) } );
-}
-
-void FieldComparer::compareReferences( Pair const& pair, Field const& from, Field const& to ) {
-    List const& old = std::get<List>( from.value.is );
-    List const& now = std::get<List>( to.value.is );
-    bool const alike = std::equal( old.begin(), old.end(), now.begin(), now.end(), [ & ]( auto& a, auto& b ) {
-        return standForTheSame( pair.programs, a, b );
-    } );
-    auto const referents = []( Referents const& all, P4Program const& program, List const& handles ) {
-        return listOf( handles, [ & ]( Value const& handle ) {
-            return all.standsFor( program, std::get<Hex>( handle.is ) );
-        } );
-    };
-    if( !alike )
-        pair.record.fields.push_back( { from.name, referents( old_, pair.programs.old, old ),
-                                        referents( now_, pair.programs.now, now ) } );
-    for( std::size_t i = 0; alike && i < old.size(); ++i )
-        countReference( pair.programs, old[ i ], now[ i ] );
-}
-
-void FieldComparer::compareHitBits( Pair const& pair ) {
-    auto const& [ from, to ] = std::pair<Row const&, Row const&>( pair.from, pair.to );
-    auto const first = []( Row const& row ) { return valueAs<U32>( row, "hitBitSmashOffset" ); };
-    auto const last = []( Row const& row ) { return valueAs<U32>( row, "hitBitSmashLast" ); };
-    bool const both = has( from, "hitBitSupported", true ) && has( to, "hitBitSupported", true );
-    bool const asLong = last( from ) - first( from ) == last( to ) - first( to );
-    shifted_.all += both;
-    if( both && asLong ) {
-        shifted_.differing += first( from ) != first( to );
-        return;
-    }
-    addIfOther( pair.record.fields, { "hitBitSmashOffset", first( from ) },
-                { "hitBitSmashOffset", first( to ) } );
-    addIfOther( pair.record.fields, { "hitBitSmashLast", last( from ) }, { "hitBitSmashLast", last( to ) } );
-}
-
-/// The same record, or the same number when neither configuration knows a name.
-bool FieldComparer::standForTheSame( ComparedPrograms const& programs, Value const& old,
-                                     Value const& now ) const {
-    Hex const from = std::get<Hex>( old.is );
-    Hex const to = std::get<Hex>( now.is );
-    String const* const a = old_.nameOf( programs.old, from );
-    String const* const b = now_.nameOf( programs.now, to );
-    return a && b ? programs.renames.of( *a ) == *b : !a && !b && from.value == to.value;
-}
-
-void FieldComparer::countReference( ComparedPrograms const& programs, Value const& old, Value const& now ) {
-    Hex const from = std::get<Hex>( old.is );
-    String const* const name = old_.nameOf( programs.old, from );
-    count( programs,
-           { { Kind::handles, name ? *name : "", {} }, from.value, std::get<Hex>( now.is ).value, 0 } );
-}
-
 /// References to a record may be counted before the record itself.
-void FieldComparer::count( ComparedPrograms const& programs, Renumbering const& handle ) {
+void FieldComparer::count( ProgramPair const& programs, Renumbering const& handle ) {
     if( handle.from == 0 && handle.to == 0 )
         return;
     bool const isOther = handle.from != handle.to;
@@ -300,8 +266,7 @@ void FieldComparer::count( ComparedPrograms const& programs, Renumbering const& 
     if( !isOther )
         return;
     auto const [ known, isNew ] =
-        renumbered_.try_emplace( { programs.pipes, handle.from, handle.label() }, handle );
-    known->second.pipes = programs.pipes;
+        renumbered_.try_emplace( { handle.from, programs.pipes, handle.label() }, handle );
     if( !isNew && known->second.kind == Kind::handles )
         known->second.kind = handle.kind;
 }

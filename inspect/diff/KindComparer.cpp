@@ -1,7 +1,6 @@
 #include "inspect/diff/KindComparer.h"
 
 #include "inspect/model/Omissions.h"
-#include "inspect/model/Records.h"
 
 namespace Bfri {
 
@@ -29,159 +28,196 @@ OmissionReason reasonOf( SurveyedTable const& table ) {
     return reason;
 }
 
+RecordKey keyOf( String const& name, String const* table ) {
+    return { name, table ? std::string_view( *table ) : std::string_view() };
+}
+
+RecordKey keyOf( Identity const& identity ) { return keyOf( identity.name, identity.table ); }
+
 /// The records that queries by name answer for.
-std::vector<bool> firstsOf( std::vector<Row> const& rows ) {
-    std::unordered_set<String> seen;
+std::vector<bool> firstsOf( KindRecords const& records ) {
+    std::unordered_set<RecordKey, HashOfPair> seen;
     std::vector<bool> firsts;
-    firsts.reserve( rows.size() );
-    for( Row const& row : rows ) {
-        Identity const identity( row );
-        firsts.push_back( seen.insert( keyOf( identity.name, identity.table ) ).second );
-    }
+    for( std::size_t i = 0; i < records.size(); ++i )
+        firsts.push_back( seen.insert( keyOf( records.identityOf( i ) ) ).second );
     return firsts;
 }
 
 } // namespace
 
-Row KindComparer::withPipes( Row row, U32 pipes ) {
-    row.push_back( { "pipes", pipesOf( pipes ) } );
-    return row;
+void KindComparer::compareAll( ProgramPair& programs ) {
+    compare( programs, positionsOf( old_.records ), positionsOf( now_.records ) );
 }
 
-void KindComparer::compare( ComparedPrograms& compared, ProgramsOfPipes& programs, Renames const& renames,
-                            P4Programs::Positions const& old, P4Programs::Positions const& now ) {
-    bool const isOfActions = rows_.kind.kind == Kind::actions;
+/// Renamed tables count as the same, and so do their actions; actions of one table with different names pair
+/// by handle.
+void KindComparer::compare( ProgramPair& programs, Positions const& old, Positions const& now ) {
+    Renames const& renames = programs.of( kind_.kind ).renames;
+    auto const oldTable = [ & ]( Identity const& one ) {
+        return one.table ? &renames.of( *one.table ) : nullptr;
+    };
+    Join join{ {}, old, now };
+    join.match(
+        [ & ]( std::size_t position ) {
+            Identity const one = old_.records.identityOf( position );
+            return keyOf( one.table ? one.name : renames.of( one.name ), oldTable( one ) );
+        },
+        [ & ]( std::size_t position ) { return keyOf( now_.records.identityOf( position ) ); } );
+    if( kind_.kind == Kind::actions && programs.findsRenames )
+        join.match(
+            [ & ]( std::size_t position ) {
+                return std::pair( std::string_view( *oldTable( old_.records.identityOf( position ) ) ),
+                                  old_.records.handleOf( position ) );
+            },
+            [ & ]( std::size_t position ) {
+                return std::pair( std::string_view( *now_.records.identityOf( position ).table ),
+                                  now_.records.handleOf( position ) );
+            } );
     ++programs_;
-    isMerged_ = !compared.old.file() && !compared.now.file();
-    bool const pairsActions = isOfActions && programs.findsRenames;
-    Join const join = joinRecords( { rows_.old, old }, { rows_.now, now }, renames, pairsActions );
-    for( Join::Pair const& pair : join.both )
-        addPair( compared, programs, pair );
-    addGone( fates_, rows_.old, compared, join.removed, false );
-    addGone( newFates_, rows_.now, compared, join.added, true );
-    isReordered_ |= join.isReordered && rows_.kind.kind != Kind::handles && !isMerged_;
+    isMerged_ = programs.isMerged();
+    for( auto const& [ before, after ] : join.both )
+        addPair( programs, before, after );
+    addGone( old_, programs, join.removed );
+    addGone( now_, programs, join.added );
+    bool const isReordered = join.isReordered();
+    isReordered_ |= isReordered && kind_.kind != Kind::handles && !isMerged_;
     programs.isAnyTableTold |=
-        isOfTables( rows_.kind.kind ) && ( !join.removed.empty() || !join.added.empty() || join.isReordered );
+        isOfTables( kind_.kind ) && ( !join.removed.empty() || !join.added.empty() || isReordered );
 }
 
-void KindComparer::addPair( ComparedPrograms& compared, ProgramsOfPipes& programs, Join::Pair const& pair ) {
-    Row const& from = rows_.old[ pair.old ];
-    Row const& to = rows_.now[ pair.now ];
-    ChangedRecord record = fields_.compare( compared, rows_.kind, from, to );
-    record.renamed = pair.isRenamed;
-    if( rows_.kind.kind == Kind::handles && !isOnly_ )
+/// Equal records make no rows.
+void KindComparer::addPair( ProgramPair& programs, std::size_t old, std::size_t now ) {
+    old_.fates[ old ].isThere = true;
+    now_.fates[ now ].isThere = true;
+    joined_.push_back( { old, now, programs_, programs.pipes } );
+    if( old_.records.equals( old, now_.records, now ) ) {
+        handles_.clear();
+        old_.records.addHandles( old, handles_ );
+        if( fields_.countIfSame( programs, handles_ ) ) {
+            if( old_.records.hasHitBits( old ) )
+                fields_.countHitBits();
+            return;
+        }
+    }
+    ChangedRecord record =
+        fields_.compare( programs, kind_, old_.records.rowOf( old ), now_.records.rowOf( now ) );
+    if( kind_.kind == Kind::handles && !isOnly_ )
         leaveToOthers( record );
-    if( Identity const identity( from ); pair.isRenamed && identity.table )
-        programs.actionRenames.emplace( keyOf( identity.name, identity.table ), Identity( to ).name );
-    fates_[ pair.old ].isThere = true;
-    newFates_[ pair.now ].isThere = true;
-    joined_.emplace_back( pair, compared.pipes );
-    if( !record.fields.empty() || record.move || record.renamed )
-        found_.push_back( { std::move( record ), pair.old, pair.now, compared.pipes } );
+    Identity const from = old_.records.identityOf( old );
+    Identity const to = now_.records.identityOf( now );
+    record.renamed = keyOf( from ) != keyOf( to );
+    if( record.renamed && from.table )
+        programs.actions.emplace( keyOf( from ), &to.name );
+    if( record.fields.empty() && !record.move && !record.renamed )
+        return;
+    if( !isMerged_ ) {
+        record.row.push_back( { "pipes", pipesOf( programs.pipes ) } );
+        record.now.push_back( { "pipes", pipesOf( programs.pipes ) } );
+    }
+    changed_.try_emplace( { old, programs_ }, std::move( record ) );
 }
 
-void KindComparer::addGone( std::vector<Fate>& fates, std::vector<Row> const& rows,
-                            ComparedPrograms& compared, std::vector<std::size_t> const& positions,
-                            bool isNew ) {
+void KindComparer::addGone( Side& side, ProgramPair& programs, Positions const& positions ) {
+    bool const isNew = &side == &now_;
     for( std::size_t const position : positions ) {
-        if( rows_.kind.kind == Kind::handles && isStillPlaced( rows[ position ], compared, isNew ) )
+        if( kind_.kind == Kind::handles && isStillPlaced( position, programs, isNew ) )
             continue;
-        Fate& fate = fates[ position ];
+        Fate& fate = side.fates[ position ];
         fate.isGone = true;
-        fate.gone |= compared.pipes;
-        Identity const identity( rows[ position ] );
-        compared.touched.insert( identity.table ? *identity.table : identity.name );
+        fate.gone |= programs.pipes;
+        Identity const identity = side.records.identityOf( position );
+        programs.of( kind_.kind ).touched.insert( identity.table ? *identity.table : identity.name );
         if( !fate.omitted )
-            fate.omitted = whyOmitted( rows[ position ], compared, isNew );
+            fate.omitted = whyOmitted( identity, programs, isNew );
     }
 }
 
 /// Whether the other program has the table on the chip: its entry by handle is then another table's, of a
 /// program with the same numbers or of its own.
-bool KindComparer::isStillPlaced( Row const& row, ComparedPrograms const& compared, bool isNew ) {
-    String const& name = Identity( row ).name;
-    P4Program const& other = isNew ? compared.old : compared.now;
-    SurveyedTable const* table = other.named( isNew ? name : compared.renames.of( name ) );
+bool KindComparer::isStillPlaced( std::size_t position, ProgramPair const& programs, bool isNew ) const {
+    KindRecords const& records = ( isNew ? now_ : old_ ).records;
+    String const& name = records.identityOf( position ).name;
+    Renames const& renames = programs.tables.renames;
+    P4Program const& other = isNew ? *programs.old : *programs.now;
+    SurveyedTable const* table = other.named( isNew ? name : renames.of( name ) );
     if( !table && isNew ) {
-        SurveyedTable const* const former = other.withHandle( valueAs<Hex>( row, "handle" ).value );
-        table = former && compared.renames.of( former->name ) == name ? former : nullptr;
+        SurveyedTable const* const former = other.withHandle( records.handleOf( position ) );
+        table = former && renames.of( former->name ) == name ? former : nullptr;
     }
     return table && table->resource;
 }
 
 /// Why the other configuration's model does not have a table, its actions or a learn quanta, though its
 /// context file has it; nothing if the file does not have it.
-std::optional<OmissionReason> KindComparer::whyOmitted( Row const& row, ComparedPrograms const& compared,
+std::optional<OmissionReason> KindComparer::whyOmitted( Identity const& identity, ProgramPair const& programs,
                                                         bool isNew ) const {
-    P4Program const& other = isNew ? compared.old : compared.now;
-    Kind const kind = rows_.kind.kind;
+    P4Program const& other = isNew ? *programs.old : *programs.now;
     if( !other.file() )
         return std::nullopt;
-    Identity const identity( row );
-    if( kind == Kind::learnQuantas ) {
-        for( auto const& quanta : other.file()->learnQuantas ) {
-            if( quanta.isOmitted && quanta.name == identity.name )
-                return OmissionReason{ "it has no \"lq_cfg_type\"", { "lq_cfg_type" } };
-        }
-        return std::nullopt;
+    if( kind_.kind == Kind::learnQuantas ) {
+        auto const& all = other.file()->learnQuantas;
+        bool const isOmitted = std::ranges::any_of(
+            all, [ & ]( auto const& quanta ) { return quanta.isOmitted && quanta.name == identity.name; } );
+        return isOmitted ? std::optional( OmissionReason{ "it has no \"lq_cfg_type\"", { "lq_cfg_type" } } )
+                         : std::nullopt;
     }
-    if( kind != Kind::tables && kind != Kind::actions )
+    if( kind_.kind != Kind::tables && kind_.kind != Kind::actions )
         return std::nullopt;
     String const& name = identity.table ? *identity.table : identity.name;
-    SurveyedTable const* const table = other.named( isNew ? name : compared.renames.of( name ) );
+    SurveyedTable const* const table = other.named( isNew ? name : programs.tables.renames.of( name ) );
     return table && table->isOmitted ? std::optional( reasonOf( *table ) ) : std::nullopt;
 }
 
 /// Records that were the first of their name, and of which none is now.
 void KindComparer::findDisplaced() {
-    auto const olds = firstsOf( rows_.old );
-    auto const nows = firstsOf( rows_.now );
-    std::vector<bool> isKept( rows_.old.size() );
-    for( auto const& [ pair, pipes ] : joined_ )
-        isKept[ pair.old ] = isKept[ pair.old ] || nows[ pair.now ];
-    for( auto const& joined : joined_ ) {
-        Join::Pair const& pair = joined.first;
-        if( !olds[ pair.old ] || isKept[ pair.old ] )
+    auto const olds = firstsOf( old_.records );
+    auto const nows = firstsOf( now_.records );
+    std::vector<bool> isKept( olds.size() );
+    for( Joined const& one : joined_ )
+        isKept[ one.old ] = isKept[ one.old ] || nows[ one.now ];
+    for( Joined const& one : joined_ ) {
+        if( !olds[ one.old ] || isKept[ one.old ] )
             continue;
-        auto known = std::find_if( found_.begin(), found_.end(), [ & ]( Found const& one ) {
-            return one.old == pair.old && one.now == pair.now;
-        } );
-        if( known == found_.end() )
-            known = found_.insert( found_.end(), { {}, pair.old, pair.now, joined.second } );
-        known->record.displaced = true;
+        ChangedRecord& record = changed_[ { one.old, one.programs } ];
+        record.displaced = true;
+        if( record.row.empty() ) {
+            record.row = rowOf( old_, one.old, one.pipes );
+            record.now = rowOf( now_, one.now, one.pipes );
+        }
+    }
+}
+
+Row KindComparer::rowOf( Side const& side, std::size_t position, U32 pipes ) const {
+    Row row = side.records.rowOf( position );
+    if( !isMerged_ )
+        row.push_back( { "pipes", pipesOf( pipes ) } );
+    return row;
+}
+
+void KindComparer::addAlone( Side const& side, std::vector<Row>& alone,
+                             std::vector<OmittedRecord>& omitted ) const {
+    for( std::size_t i = 0; i < side.fates.size(); ++i ) {
+        Fate const& fate = side.fates[ i ];
+        if( fate.isGone && fate.omitted )
+            omitted.push_back( { rowOf( side, i, fate.gone ), *fate.omitted } );
+        else if( fate.isGone )
+            alone.push_back( rowOf( side, i, fate.gone ) );
     }
 }
 
 KindComparison KindComparer::result() {
-    if( rows_.kind.kind != Kind::handles && programs_ > 1 ) // in one, the first is joined with the first
+    if( kind_.kind != Kind::handles && programs_ > 1 ) // in one, the first is joined with the first
         findDisplaced();
-    KindComparison result{ &rows_.kind };
+    KindComparison result{ &kind_ };
     result.reordered = isReordered_;
-    std::stable_sort( found_.begin(), found_.end(),
-                      []( Found const& a, Found const& b ) { return a.old < b.old; } );
-    for( Found& one : found_ ) {
-        fates_[ one.old ].differs = true;
-        one.record.row = isMerged_ ? rows_.old[ one.old ] : withPipes( rows_.old[ one.old ], one.pipes );
-        one.record.now = isMerged_ ? rows_.now[ one.now ] : withPipes( rows_.now[ one.now ], one.pipes );
-        result.changed.push_back( std::move( one.record ) );
+    for( auto& [ place, record ] : changed_ ) {
+        old_.fates[ place.first ].differs = true;
+        result.changed.push_back( std::move( record ) );
     }
-    auto const addAlone = [ & ]( auto const& fates, auto& rows, std::vector<Row>& alone,
-                                 std::vector<OmittedRecord>& omitted ) {
-        for( std::size_t i = 0; i < rows.size(); ++i ) {
-            if( !fates[ i ].isGone )
-                continue;
-            Row row =
-                isMerged_ ? std::move( rows[ i ] ) : withPipes( std::move( rows[ i ] ), fates[ i ].gone );
-            if( fates[ i ].omitted )
-                omitted.push_back( { std::move( row ), *fates[ i ].omitted } );
-            else
-                alone.push_back( std::move( row ) );
-        }
-    };
-    for( Fate const& fate : fates_ )
+    for( Fate const& fate : old_.fates )
         result.same += fate.isThere && !fate.differs && !fate.isGone;
-    addAlone( fates_, rows_.old, result.removed, result.leftOut );
-    addAlone( newFates_, rows_.now, result.added, result.cameBack );
+    addAlone( old_, result.removed, result.leftOut );
+    addAlone( now_, result.added, result.cameBack );
     return result;
 }
 

@@ -1,7 +1,4 @@
 #include "inspect/diff/Verdict.h"
-#include "inspect/model/Names.h"
-
-#include <cctype>
 
 namespace Bfri {
 
@@ -66,7 +63,8 @@ constexpr NoticeKind kinds[] = {
     { "BD304", "moved-record", info, "in other stages",
       "The record takes other stages, or its entries are distributed over them differently.", "Nothing." },
     { "BD305", "shifted-hit-bits", info, "with shifted hit bits",
-      "Hit-bit ranges start in another slot, but are as long as before.",
+      "Tables have their hit bits in other slots: their ranges start elsewhere, end elsewhere, or are new or "
+      "gone. Where the number of entries changed, or whether there are hit bits, another notice says so.",
       "Nothing: slots are looked up when they are needed." },
     { "BD306", "changed-references", info, "with other references",
       "A placed table lists other counters, meters or registers.", "Nothing, if it is intended." },
@@ -89,12 +87,6 @@ constexpr NoticeKind kinds[] = {
       "Nothing, for an agent that looks up by name or handle." },
 };
 
-String capitals( String text ) {
-    std::transform( text.begin(), text.end(), text.begin(),
-                    []( unsigned char c ) { return static_cast<char>( std::toupper( c ) ); } );
-    return text;
-}
-
 } // namespace
 
 char const* wordOf( NoticeLevel level ) {
@@ -102,24 +94,5 @@ char const* wordOf( NoticeLevel level ) {
 }
 
 std::span<NoticeKind const> noticeKinds() { return kinds; }
-
-NoticeKind const* noticeKindOf( String const& word ) {
-    String const wanted = capitals( word );
-    auto const found = std::find_if( std::begin( kinds ), std::end( kinds ), [ & ]( NoticeKind const& kind ) {
-        return wanted == kind.code || wanted == capitals( kind.title );
-    } );
-    return found == std::end( kinds ) ? nullptr : found;
-}
-
-std::vector<String> noticesLike( String const& word ) {
-    std::vector<String> codes;
-    std::vector<String> titles;
-    for( NoticeKind const& kind : kinds ) {
-        codes.emplace_back( kind.code );
-        titles.emplace_back( kind.title );
-    }
-    auto const near = nearest( codes, word );
-    return near.empty() ? nearest( titles, word ) : near;
-}
 
 } // namespace Bfri

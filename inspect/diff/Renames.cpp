@@ -1,8 +1,9 @@
-#include "inspect/diff/Renames.h"
+// Which removed and added records are one record with a new name.
+
+#include "inspect/diff/Programs.h"
 
 #include <map>
 #include <set>
-#include <unordered_set>
 
 namespace Bfri {
 
@@ -17,65 +18,27 @@ using Elements = std::vector<SurveyedElement const*>;
 /// Elements whose names another list does not have.
 Elements withoutNamesake( Elements const& all, Elements const& others ) {
     std::unordered_set<std::string_view> names;
-    names.reserve( others.size() );
     for( SurveyedElement const* const one : others )
         names.insert( one->name );
     Elements alone;
-    for( SurveyedElement const* const one : all ) {
-        if( names.count( one->name ) == 0 )
-            alone.push_back( one );
+    std::ranges::copy_if( all, std::back_inserter( alone ),
+                          [ & ]( auto const* one ) { return names.count( one->name ) == 0; } );
+    return alone;
+}
+
+Elements withoutNamesake( P4Program const& program, P4Program const& other ) {
+    Elements alone;
+    for( SurveyedTable const& table : program.file()->tables ) {
+        if( !other.named( table.name ) )
+            alone.push_back( &table );
     }
     return alone;
 }
 
 template<class List>
-Elements pointersTo( List const& list ) {
-    Elements all;
+void addAll( Elements& elements, List const& list ) {
     for( auto const& element : list )
-        all.push_back( &element );
-    return all;
-}
-
-SurveyedTable const& asTable( SurveyedElement const* element ) {
-    return static_cast<SurveyedTable const&>( *element );
-}
-
-using Numbers = std::vector<std::int64_t>;
-
-Numbers stagesOf( SurveyedTable const& table ) {
-    Numbers stages;
-    for( Context::SurveyedStageTable const& one : table.stageTables )
-        stages.push_back( one.stage.value_or( -1 ) );
-    return stages;
-}
-
-/// The names of the actions, or else what the record says.
-std::vector<String> actionsOf( SurveyedTable const& table ) {
-    std::vector<String> names{ table.howReferenced, table.statisticsType, table.isWred ? "red" : "" };
-    for( Context::SurveyedAction const& action : table.actions )
-        names.push_back( action.name );
-    return names;
-}
-
-bool areAlike( SurveyedTable const& a, SurveyedTable const& b ) {
-    int const agreeing = ( a.handle == b.handle ) + ( a.size == b.size ) +
-                         ( stagesOf( a ) == stagesOf( b ) ) + ( actionsOf( a ) == actionsOf( b ) );
-    return a.type == b.type && agreeing >= 3;
-}
-
-Digest digestOf( SurveyedElement const& element, std::string_view path ) {
-    for( PartDigest const& part : element.digests ) {
-        if( part.path == path )
-            return part.digest;
-    }
-    return {};
-}
-
-/// What tables with different handles must agree in.
-auto contentOf( SurveyedTable const& table ) {
-    Digest const keys = digestOf( table, "match_attributes/key_fields" );
-    return std::tuple( table.type, table.direction, table.size, stagesOf( table ), actionsOf( table ),
-                       keys.low, keys.high );
+        elements.push_back( &element );
 }
 
 /// Elements by a key; null if several have the same key.
@@ -93,6 +56,8 @@ auto uniqueBy( Elements const& elements, KeyOf keyOf ) {
 /// Pairs up the elements that alone have a key and are alike, and takes them out of the lists.
 template<class KeyOf, class AreAlike>
 void pairUp( Elements& old, Elements& now, Renames& renames, KeyOf keyOf, AreAlike alike ) {
+    if( old.empty() || now.empty() )
+        return;
     auto const olds = uniqueBy( old, keyOf );
     auto const nows = uniqueBy( now, keyOf );
     std::set<SurveyedElement const*> paired;
@@ -109,106 +74,132 @@ void pairUp( Elements& old, Elements& now, Renames& renames, KeyOf keyOf, AreAli
 
 auto const handleOf = []( SurveyedElement const& element ) { return element.handle; };
 
-/// Whether the members of two elements, but for the name, are equal, or all but so many.
-bool differInAtMost( std::size_t most, SurveyedElement const& a, SurveyedElement const& b ) {
-    std::map<std::string_view, Digest> digests;
-    for( PartDigest const& part : a.digests )
-        digests[ part.path ] = part.digest;
-    std::size_t differing = 0;
-    for( PartDigest const& part : b.digests ) {
-        auto const found = digests.find( part.path );
-        differing += part.path != "name" && ( found == digests.end() || found->second != part.digest );
-        if( found != digests.end() )
-            digests.erase( found );
-    }
-    digests.erase( "name" );
-    return differing + digests.size() <= most;
+SurveyedTable const& asTable( SurveyedElement const& element ) {
+    return static_cast<SurveyedTable const&>( element );
 }
 
-Renames renamedWithHandle( Elements const& all, Elements const& others, bool needsHandle ) {
+std::vector<std::int64_t> stageNumbersOf( SurveyedTable const& table ) {
+    std::vector<std::int64_t> stages;
+    for( Context::SurveyedStageTable const& one : table.stageTables )
+        stages.push_back( one.stage.value_or( -1 ) );
+    return stages;
+}
+
+/// The names of the actions, or else what the record says.
+std::vector<String> actionsOf( SurveyedTable const& table ) {
+    std::vector<String> names{ table.howReferenced, table.statisticsType, table.isWred ? "red" : "" };
+    for( Context::SurveyedAction const& action : table.actions )
+        names.push_back( action.name );
+    return names;
+}
+
+bool areTablesAlike( SurveyedElement const& one, SurveyedElement const& other ) {
+    SurveyedTable const& a = asTable( one );
+    SurveyedTable const& b = asTable( other );
+    int const agreeing = ( a.handle == b.handle ) + ( a.size == b.size ) +
+                         ( stageNumbersOf( a ) == stageNumbersOf( b ) ) +
+                         ( actionsOf( a ) == actionsOf( b ) );
+    return a.type == b.type && agreeing >= 3;
+}
+
+/// What tables with different handles must agree in.
+auto contentOf( SurveyedElement const& element ) {
+    SurveyedTable const& table = asTable( element );
+    auto const keys = std::ranges::find( table.digests, "match_attributes/key_fields", &PartDigest::path );
+    Digest const digest = keys == table.digests.end() ? Digest() : keys->digest;
+    return std::tuple( table.type, table.direction, table.size, stageNumbersOf( table ), actionsOf( table ),
+                       digest.low, digest.high );
+}
+
+/// The digests of an element's members except the name, in byte order.
+auto membersOf( SurveyedElement const& element ) {
+    std::vector<std::tuple<String, std::uint64_t, std::uint64_t>> parts;
+    for( PartDigest const& part : element.digests ) {
+        if( part.path != "name" )
+            parts.emplace_back( part.path, part.digest.low, part.digest.high );
+    }
+    std::ranges::sort( parts );
+    return parts;
+}
+
+/// Whether all members except the name are equal, or all but one.
+bool differInAtMostOne( SurveyedElement const& a, SurveyedElement const& b ) {
+    std::set<String> differing;
+    std::vector<std::tuple<String, std::uint64_t, std::uint64_t>> parts;
+    auto const from = membersOf( a );
+    auto const to = membersOf( b );
+    std::set_symmetric_difference( from.begin(), from.end(), to.begin(), to.end(),
+                                   std::back_inserter( parts ) );
+    for( auto const& part : parts )
+        differing.insert( std::get<String>( part ) );
+    return differing.size() <= 1;
+}
+
+/// A field, and its PHV bytes stage by stage.
+struct PhvPlaces : SurveyedElement {
+    std::vector<std::tuple<U32, bool, U32>> places = {};
+};
+
+std::map<String, PhvPlaces> placesOf( Configuration const& configuration ) {
+    std::map<String, PhvPlaces> fields;
+    for( FileSurvey const& file : configuration.files ) {
+        for( Context::SurveyedPhvField const& field : file.phvFields ) {
+            PhvPlaces& one = fields[ field.name ];
+            one.name = field.name;
+            one.places.emplace_back( field.element, field.ingress, field.bytes );
+        }
+    }
+    return fields;
+}
+
+template<class KeyOf, class AreAlike>
+Renames renamed( Elements const& all, Elements const& others, KeyOf keyOf, AreAlike alike ) {
     Renames renames;
     Elements old = withoutNamesake( all, others );
     Elements now = withoutNamesake( others, all );
-    if( old.empty() || now.empty() )
-        return renames;
-    if( needsHandle )
-        pairUp( old, now, renames, handleOf,
-                []( auto const& a, auto const& b ) { return a.handle && differInAtMost( 1, a, b ); } );
-    else
-        pairUp(
-            old, now, renames,
-            []( SurveyedElement const& element ) {
-                std::vector<std::tuple<String, std::uint64_t, std::uint64_t>> parts;
-                for( PartDigest const& part : element.digests ) {
-                    if( part.path != "name" )
-                        parts.emplace_back( part.path, part.digest.low, part.digest.high );
-                }
-                std::sort( parts.begin(), parts.end() );
-                return parts;
-            },
-            []( auto const& a, auto const& ) { return !a.digests.empty(); } );
+    pairUp( old, now, renames, keyOf, alike );
     return renames;
 }
 
-/// The PHV bytes of a field, stage by stage.
-using Places = std::vector<std::tuple<U32, bool, U32>>;
-
-std::map<String, Places> placesOf( Configuration const& configuration ) {
-    std::map<String, Places> places;
-    for( FileSurvey const& file : configuration.files ) {
-        for( Context::SurveyedPhvField const& field : file.phvFields )
-            places[ field.name ].emplace_back( field.element, field.ingress, field.bytes );
-    }
-    return places;
+bool areSameButForOne( SurveyedElement const& a, SurveyedElement const& b ) {
+    return a.handle && differInAtMostOne( a, b );
 }
 
-std::map<Places, String const*> onlyIn( std::map<String, Places> const& all,
-                                        std::map<String, Places> const& others ) {
-    std::map<Places, String const*> unique;
-    for( auto const& [ name, places ] : all ) {
-        if( others.count( name ) > 0 )
-            continue;
-        auto const [ known, isNew ] = unique.try_emplace( places, &name );
-        if( !isNew )
-            known->second = nullptr;
-    }
-    return unique;
-}
+bool haveDigests( SurveyedElement const& a, SurveyedElement const& ) { return !a.digests.empty(); }
 
 Renames renamedPhvFields( Configuration const& old, Configuration const& now ) {
+    auto const elementsOf = []( std::map<String, PhvPlaces> const& fields ) {
+        Elements all;
+        for( auto const& [ name, field ] : fields )
+            all.push_back( &field );
+        return all;
+    };
     auto const olds = placesOf( old );
     auto const nows = placesOf( now );
-    auto const added = onlyIn( nows, olds );
-    Renames renames;
-    for( auto const& [ places, name ] : onlyIn( olds, nows ) ) {
-        auto const found = added.find( places );
-        if( name && found != added.end() && found->second )
-            renames.add( *name, *found->second );
-    }
-    return renames;
+    return renamed(
+        elementsOf( olds ), elementsOf( nows ),
+        []( SurveyedElement const& field ) { return static_cast<PhvPlaces const&>( field ).places; },
+        []( auto const&... ) { return true; } );
 }
 
 } // namespace
 
 Renames renamedTables( P4Program const& old, P4Program const& now ) {
     Renames renames;
-    Elements from = withoutNamesake( pointersTo( old.file()->tables ), pointersTo( now.file()->tables ) );
-    Elements to = withoutNamesake( pointersTo( now.file()->tables ), pointersTo( old.file()->tables ) );
-    if( from.empty() || to.empty() )
-        return renames;
-    auto const areTablesAlike = []( auto const& a, auto const& b ) {
-        return areAlike( asTable( &a ), asTable( &b ) );
-    };
+    Elements from = withoutNamesake( old, now );
+    Elements to = withoutNamesake( now, old );
     pairUp( from, to, renames, handleOf,
-            [ & ]( auto const& a, auto const& b ) { return a.handle && areTablesAlike( a, b ); } );
-    if( !from.empty() && !to.empty() )
-        pairUp(
-            from, to, renames, []( auto const& a ) { return contentOf( asTable( &a ) ); }, areTablesAlike );
+            []( auto const& a, auto const& b ) { return a.handle && areTablesAlike( a, b ); } );
+    pairUp( from, to, renames, contentOf, areTablesAlike );
     return renames;
 }
 
 Renames renamedLearnQuantas( FileSurvey const& old, FileSurvey const& now ) {
-    return renamedWithHandle( pointersTo( old.learnQuantas ), pointersTo( now.learnQuantas ), true );
+    Elements from;
+    Elements to;
+    addAll( from, old.learnQuantas );
+    addAll( to, now.learnQuantas );
+    return renamed( from, to, handleOf, areSameButForOne );
 }
 
 Renames renamedMerged( Kind kind, Configuration const& old, Configuration const& now ) {
@@ -216,14 +207,13 @@ Renames renamedMerged( Kind kind, Configuration const& old, Configuration const&
         return renamedPhvFields( old, now );
     auto const elementsOf = [ kind ]( Configuration const& configuration ) {
         Elements all;
-        for( FileSurvey const& file : configuration.files ) {
-            Elements const some =
-                kind == Kind::headers ? pointersTo( file.headers ) : pointersTo( file.hashes );
-            all.insert( all.end(), some.begin(), some.end() );
-        }
+        for( FileSurvey const& file : configuration.files )
+            kind == Kind::headers ? addAll( all, file.headers ) : addAll( all, file.hashes );
         return all;
     };
-    return renamedWithHandle( elementsOf( old ), elementsOf( now ), kind == Kind::hashes );
+    return kind == Kind::headers
+               ? renamed( elementsOf( old ), elementsOf( now ), membersOf, haveDigests )
+               : renamed( elementsOf( old ), elementsOf( now ), handleOf, areSameButForOne );
 }
 
 } // namespace Bfri

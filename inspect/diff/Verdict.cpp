@@ -1,10 +1,6 @@
 #include "inspect/diff/Verdict.h"
 
-#include "inspect/diff/ChangeText.h"
-#include "inspect/diff/Join.h"
-#include "inspect/model/Records.h"
-
-#include <set>
+#include "inspect/model/Codes.h"
 
 namespace Bfri {
 
@@ -12,7 +8,7 @@ namespace {
 
 template<std::size_t Size>
 bool isOneOf( std::string_view const ( &words )[ Size ], std::string_view word ) {
-    return std::find( std::begin( words ), std::end( words ), word ) != std::end( words );
+    return std::ranges::find( words, word ) != std::end( words );
 }
 
 /// Whether a field depends only on placement.
@@ -52,36 +48,6 @@ char const* codeOf( RecordKind const& kind, Change const& change ) {
     return "BD105";
 }
 
-NoticeKind const* kindWith( std::string_view code ) {
-    auto const all = noticeKinds();
-    return &*std::find_if( all.begin(), all.end(),
-                           [ & ]( NoticeKind const& kind ) { return kind.code == code; } );
-}
-
-Notice noticeOf( char const* code, String what, String name, String text, Value from = {}, Value to = {} ) {
-    return { kindWith( code ),  std::move( what ), std::move( name ), {},
-             std::move( text ), std::move( from ), std::move( to ) };
-}
-
-Notice noticeOf( char const* code, RecordKind const& kind, Row const& row, String text, Value from = {},
-                 Value to = {} ) {
-    Identity const identity( row );
-    Notice notice =
-        noticeOf( code, kind.one, identity.name, std::move( text ), std::move( from ), std::move( to ) );
-    if( identity.table )
-        notice.table = *identity.table;
-    if( List const* const pipes = std::get_if<List>( &valueOf( row, "pipes" ).is ) )
-        notice.pipes = *pipes;
-    return notice;
-}
-
-std::set<std::string_view> namesIn( std::vector<Row> const& rows ) {
-    std::set<std::string_view> names;
-    for( Row const& row : rows )
-        names.insert( valueAs<String>( row, "name" ) );
-    return names;
-}
-
 /// Collects the notices of a comparison.
 class Noticed {
   public:
@@ -91,77 +57,90 @@ class Noticed {
         for( PipeComparison const& pipe : comparison_.pipes )
             addPipe( pipe );
         for( Change const& change : comparison_.configuration )
-            add( noticeOf( "BD311", "configuration", String( change.field ),
-                           lineOf( std::vector<Change>{ change } ), change.from, change.to ) );
+            add( "BD311", "configuration", String( change.field ), lineOf( std::vector<Change>{ change } ),
+                 change.from, change.to );
         for( KindComparison const& kind : comparison_.kinds )
             addKind( kind );
         for( NewDuplicate const& duplicate : comparison_.duplicates )
             addDuplicate( duplicate );
         addHandles();
         addFolded();
-        std::stable_sort( notices_.begin(), notices_.end(),
-                          []( Notice const& a, Notice const& b ) { return a.kind->level > b.kind->level; } );
+        std::ranges::stable_sort(
+            notices_, []( Notice const& a, Notice const& b ) { return a.kind->level > b.kind->level; } );
         return std::move( notices_ );
     }
 
   private:
-    void add( Notice notice ) { notices_.push_back( std::move( notice ) ); }
-
+    Notice& add( char const* code, String what, String name, String text, Value from = {}, Value to = {} ) {
+        notices_.push_back( { codedAs( noticeKinds(), code ),
+                              std::move( what ),
+                              std::move( name ),
+                              {},
+                              std::move( text ),
+                              std::move( from ),
+                              std::move( to ) } );
+        return notices_.back();
+    }
+    void add( char const* code, RecordKind const& kind, Row const& row, String text, Value from = {},
+              Value to = {} ) {
+        Identity const identity( row );
+        Notice& notice =
+            add( code, kind.one, identity.name, std::move( text ), std::move( from ), std::move( to ) );
+        if( identity.table )
+            notice.table = *identity.table;
+        if( List const* const pipes = std::get_if<List>( &valueOf( row, "pipes" ).is ) )
+            notice.pipes = *pipes;
+    }
+    void add( char const* code, HandleOwner const& owner, U32 pipes, String text, Value from = {},
+              Value to = {} ) {
+        Notice& notice = add( code, kindOf( owner.kind ).one, owner.name, std::move( text ),
+                              std::move( from ), std::move( to ) );
+        notice.table = owner.table;
+        notice.pipes = pipesOf( pipes );
+    }
     void addPipe( PipeComparison const& pipe ) {
         using Is = PipeComparison::Is;
         static constexpr char const* codes[] = { "BD309", "BD109", "BD110", "BD310" };
-        auto const valueOf = []( std::optional<String> const& path ) {
-            return path ? Value( *path ) : Value();
-        };
-        Value const from = valueOf( pipe.from );
-        Value const to = valueOf( pipe.to );
-        String const text = pipe.is == Is::removed ? "ran " + *pipe.from
-                            : pipe.is == Is::added ? "runs " + *pipe.to
-                                                   : fromTo( from, to );
-        add( noticeOf( codes[ static_cast<int>( pipe.is ) ], "pipe", std::to_string( pipe.pipe ), text, from,
-                       to ) );
-        notices_.back().pipes = { pipe.pipe };
+        Value const from = valueIf( pipe.from );
+        Value const to = valueIf( pipe.to );
+        add( codes[ static_cast<int>( pipe.is ) ], "pipe", std::to_string( pipe.pipe ),
+             pipe.is == Is::removed ? "ran " + *pipe.from
+             : pipe.is == Is::added ? "runs " + *pipe.to
+                                    : fromTo( from, to ),
+             from, to )
+            .pipes = { pipe.pipe };
     }
 
     void addKind( KindComparison const& kind ) {
-        if( kind.kind->kind == Kind::handles )
-            addPlaced( kind );
-        else {
-            for( Row const& row : kind.removed )
-                add( noticeOf( "BD101", *kind.kind, row, "is gone" ) );
-            for( Row const& row : kind.added )
-                add( noticeOf( "BD301", *kind.kind, row, "is new" ) );
+        char const* const gone = kind.kind->kind == Kind::handles ? "BD203" : "BD101";
+        for( Row const& row : kind.removed ) {
+            if( !folded_.has( *kind.kind, row, false ) )
+                add( gone, *kind.kind, row, "is gone" );
+        }
+        for( Row const& row : kind.added ) {
+            if( !folded_.has( *kind.kind, row, true ) )
+                add( "BD301", *kind.kind, row, "is new" );
         }
         for( OmittedRecord const& one : kind.leftOut )
-            add( noticeOf( "BD103", *kind.kind, one.row, "is left out: " + one.reason.text ) );
+            add( "BD103", *kind.kind, one.row, "is left out: " + one.reason.text );
         for( OmittedRecord const& one : kind.cameBack )
-            add( noticeOf( "BD302", *kind.kind, one.row, "was left out: " + one.reason.text ) );
+            add( "BD302", *kind.kind, one.row, "was left out: " + one.reason.text );
         for( ChangedRecord const& record : kind.changed )
             addChanged( *kind.kind, record );
         if( kind.reordered )
-            add( noticeOf( "BD312", kind.kind->many, "", "come in another order" ) );
-    }
-
-    /// Placed tables, as far as nothing is said of them as resources.
-    void addPlaced( KindComparison const& kind ) {
-        KindComparison const rest = placedAlone( kind, comparison_ );
-        for( Row const& row : rest.removed )
-            add( noticeOf( "BD203", *kind.kind, row, "is gone" ) );
-        for( Row const& row : rest.added )
-            add( noticeOf( "BD301", *kind.kind, row, "is new" ) );
+            add( "BD312", kind.kind->many, "", "come in another order" );
     }
 
     void addChanged( RecordKind const& kind, ChangedRecord const& record ) {
         if( record.renamed && !folded_.has( kind, record ) ) {
-            Identity const to( record.now );
-            add( noticeOf( "BD102", kind, record.row, "is now " + to.name, Identity( record.row ).name,
-                           to.name ) );
+            String const& name = Identity( record.now ).name;
+            add( "BD102", kind, record.row, "is now " + name, Identity( record.row ).name, name );
         }
         if( record.displaced )
-            add( noticeOf( "BD106", kind, record.row, "queries by name answer for another one" ) );
+            add( "BD106", kind, record.row, "queries by name answer for another one" );
         if( record.move )
-            add( noticeOf( "BD304", kind, record.row, "stage " + fromTo( record.move->from, record.move->to ),
-                           record.move->from, record.move->to ) );
+            add( "BD304", kind, record.row, "stage " + fromTo( record.move->from, record.move->to ),
+                 record.move->from, record.move->to );
         std::vector<Change> left = record.fields;
         std::erase_if( left, []( Change const& change ) { return change.field == "type"; } ); // has a name
         while( !left.empty() ) {
@@ -174,7 +153,7 @@ class Noticed {
                     alike.push_back( change );
                 return is;
             } );
-            add( noticeOf( codeOf( kind, first ), kind, record.row, lineOf( alike ), first.from, first.to ) );
+            add( codeOf( kind, first ), kind, record.row, lineOf( alike ), first.from, first.to );
         }
     }
 
@@ -184,67 +163,59 @@ class Noticed {
             text += ( text.empty() ? "is the handle of " : ", " ) + name;
         for( U32 const handle : duplicate.handles )
             text += ( text.empty() ? "with the handles " : ", " ) + hexText( handle );
-        add( noticeOf( duplicate.handle ? "BD108" : "BD107", kindOf( duplicate.kind ).one, duplicate.name,
-                       text ) );
-        Notice& notice = notices_.back();
-        notice.table = duplicate.table;
-        if( duplicate.handle )
-            notice.to = Hex( *duplicate.handle );
-        notice.pipes = pipesOf( duplicate.pipes );
+        add( duplicate.handle ? "BD108" : "BD107", duplicate, duplicate.pipes, text, {},
+             duplicate.handle ? Value( Hex( *duplicate.handle ) ) : Value() );
     }
 
     void addHandles() {
         for( Renumbering const& one : comparison_.handles.renumbered ) {
-            add( noticeOf( "BD201", kindOf( one.kind ).one, one.name,
-                           "handle " + fromTo( Hex( one.from ), Hex( one.to ) ), Hex( one.from ),
-                           Hex( one.to ) ) );
-            notices_.back().table = one.table;
-            notices_.back().pipes = pipesOf( one.pipes );
+            Value const from = Hex( one.from );
+            Value const to = Hex( one.to );
+            add( "BD201", one, one.pipes, "handle " + fromTo( from, to ), from, to );
         }
-        for( ReusedHandle const& one : comparison_.handles.reused ) {
-            add( noticeOf( "BD202", kindOf( one.from.kind ).one, one.from.name,
-                           hexText( one.handle ) + " is now the handle of " + kindOf( one.to.kind ).one +
-                               ' ' + one.to.label(),
-                           one.from.label(), one.to.label() ) );
-            notices_.back().table = one.from.table;
-            notices_.back().pipes = pipesOf( one.pipes );
-        }
+        for( ReusedHandle const& one : comparison_.handles.reused )
+            add( "BD202", one.from, one.pipes,
+                 hexText( one.handle ) + " is now the handle of " + kindOf( one.to.kind ).one + ' ' +
+                     one.to.label(),
+                 one.from.label(), one.to.label() );
     }
 
     void addFolded() {
         Tally const& shifted = comparison_.shifted;
         if( shifted.differing > 0 )
-            add( noticeOf( "BD305", kindOf( Kind::tables ).many, "",
-                           std::to_string( shifted.differing ) + " of " + std::to_string( shifted.all ) +
-                               " hit-bit ranges start elsewhere" ) );
-        for( UnreadTable const& table : comparison_.unread.tables ) {
-            add( noticeOf( "BD307", "table", table.name, textOf( table ) ) );
-            notices_.back().pipes = pipesOf( table.pipes );
-        }
-        for( UnreadMember const& member : comparison_.unread.members ) {
-            add( noticeOf( "BD308", "member", member.name, "differs" ) );
-            notices_.back().pipes = pipesOf( member.pipes );
-        }
+            add( "BD305", kindOf( Kind::tables ).many, "",
+                 std::to_string( shifted.differing ) + " of " + std::to_string( shifted.all ) +
+                     " hit-bit ranges start elsewhere" );
+        for( UnreadTable const& table : comparison_.unread.tables )
+            add( "BD307", "table", table.name, textOf( table ) ).pipes = pipesOf( table.pipes );
+        for( UnreadMember const& member : comparison_.unread.members )
+            add( "BD308", "member", member.name, "differs" ).pipes = pipesOf( member.pipes );
     }
 
     Comparison const& comparison_;
-    FoldedRenames const folded_;
+    Folded const folded_;
     std::vector<Notice> notices_;
 };
 
 } // namespace
 
-FoldedRenames::FoldedRenames( Comparison const& comparison ) {
+Folded::Folded( Comparison const& comparison ) {
     for( KindComparison const& kind : comparison.kinds ) {
         Kind const is = kind.kind->kind;
         for( ChangedRecord const& record : kind.changed ) {
             if( record.renamed && is != Kind::actions && is != Kind::handles )
                 ( is == Kind::resources ? resources_ : names_ ).insert( Identity( record.row ).name );
         }
+        if( is != Kind::resources )
+            continue;
+        for( Row const& row : kind.removed )
+            alone_.emplace( false, Identity( row ).name );
+        for( Row const& row : kind.added )
+            alone_.emplace( true, Identity( row ).name );
     }
 }
 
-bool FoldedRenames::has( RecordKind const& kind, ChangedRecord const& record ) const {
+bool Folded::has( RecordKind const& kind, ChangedRecord const& record ) const {
     Identity const from( record.row );
     if( kind.kind == Kind::actions )
         return from.name == Identity( record.now ).name;
@@ -262,21 +233,6 @@ String textOf( UnreadTable const& table ) {
     return text;
 }
 
-KindComparison placedAlone( KindComparison placed, Comparison const& comparison ) {
-    for( KindComparison const& kind : comparison.kinds ) {
-        if( kind.kind->kind != Kind::resources )
-            continue;
-        auto const leaveOut = []( std::vector<Row>& rows, std::vector<Row> const& others ) {
-            auto const names = namesIn( others );
-            std::erase_if(
-                rows, [ & ]( Row const& row ) { return names.count( valueAs<String>( row, "name" ) ) > 0; } );
-        };
-        leaveOut( placed.removed, kind.removed );
-        leaveOut( placed.added, kind.added );
-    }
-    return placed;
-}
-
 Verdict verdictOf( Comparison const& comparison ) {
     Verdict verdict{ comparison.differs(), comparison.modelDiffers() };
     verdict.notices = Noticed( comparison ).all();
@@ -286,27 +242,6 @@ Verdict verdictOf( Comparison const& comparison ) {
         verdict.byHandle &= notice.kind->level != NoticeLevel::handle && code != "BD101" && code != "BD103";
     }
     return verdict;
-}
-
-Row rowOf( Verdict const& verdict ) {
-    auto const rowOf = []( Notice const& notice ) {
-        Row row{ { "level", wordOf( notice.kind->level ) },
-                 { "kind", notice.what },
-                 { "name", notice.name },
-                 { "code", notice.kind->code },
-                 { "text", notice.text },
-                 { "from", notice.from },
-                 { "to", notice.to } };
-        if( notice.table )
-            row.push_back( { "tableName", *notice.table } );
-        row.push_back( { "pipes", notice.pipes } );
-        return row;
-    };
-    return { { "differs", verdict.differs },
-             { "modelDiffers", verdict.modelDiffers },
-             { "byName", verdict.byName },
-             { "byHandle", verdict.byHandle },
-             { "notices", listOf( verdict.notices, rowOf ) } };
 }
 
 } // namespace Bfri

@@ -4,6 +4,7 @@
 
 #include "inspect/diff/Comparison.h"
 
+#include <set>
 #include <span>
 #include <unordered_set>
 
@@ -28,12 +29,6 @@ struct NoticeKind {
 /// Every kind, by ascending code.
 std::span<NoticeKind const> noticeKinds();
 
-/// The kind with that code or title, ignoring case; null if there is none.
-NoticeKind const* noticeKindOf( String const& word );
-
-/// The codes, else the titles, that are most like a word; nearest first.
-std::vector<String> noticesLike( String const& word );
-
 /// One difference, and the record that it is about.
 struct Notice {
     NoticeKind const* kind;
@@ -56,28 +51,48 @@ struct Verdict {
 
 Verdict verdictOf( Comparison const& comparison );
 
-/// The renamed records that are not reported by themselves: resources and placed tables whose table, counter
-/// or the like is renamed, and actions whose table is renamed.
-class FoldedRenames {
+/// What is not reported by itself, since it is told with other records: renamed resources and placed tables
+/// whose table, counter or the like is renamed, actions whose table is renamed, and placed tables that are
+/// new or gone as resources.
+class Folded {
   public:
     /// The comparison must outlive this object.
-    explicit FoldedRenames( Comparison const& comparison );
+    explicit Folded( Comparison const& comparison );
 
     bool has( RecordKind const& kind, ChangedRecord const& record ) const;
+    /// Whether nothing else differs.
+    bool hasAll( RecordKind const& kind, ChangedRecord const& record ) const {
+        return record.renamed && !record.hasChanged() && !record.move && has( kind, record );
+    }
+    /// For a record that is new or gone.
+    bool has( RecordKind const& kind, Row const& row, bool isNew ) const {
+        return kind.kind == Kind::handles && alone_.count( { isNew, valueAs<String>( row, "name" ) } ) > 0;
+    }
 
   private:
     std::unordered_set<std::string_view> names_; ///< of all kinds except placed tables and actions
     std::unordered_set<std::string_view> resources_;
+    std::set<std::pair<bool, std::string_view>> alone_; ///< resources, whether they are new
 };
 
 /// Which members of a table differ, or that the table is new or gone.
 String textOf( UnreadTable const& table );
 
-/// The placed tables that are new or gone, and not reported as resources.
-KindComparison placedAlone( KindComparison placed, Comparison const& comparison );
+// What differs, in words. Names are bytes, as everywhere.
 
-/// The members of JSON objects: of a verdict, and of a comparison with its verdict.
-Row rowOf( Verdict const& verdict );
+/// Lists in brackets, a handle with the name of its record, absent and empty values as "-".
+String lineOf( Value const& value );
+
+/// "1024 -> 512".
+String fromTo( Value const& from, Value const& to );
+
+/// Changes in words; fields that change alike are together: "size, totalEntries 512 -> 1024".
+String lineOf( std::vector<Change> const& changes );
+
+/// "0-1 3": consecutive pipes as the first and the last.
+String pipesText( U32 mask );
+
+/// The members of the JSON object of a comparison with its verdict.
 Row rowOf( Comparison const& comparison, Verdict const& verdict );
 
 } // namespace Bfri

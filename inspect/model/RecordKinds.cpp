@@ -1,7 +1,6 @@
 #include "inspect/model/RecordKinds.h"
 
-#include "inspect/model/RecordFields.h"
-#include "inspect/model/Relations.h"
+#include "inspect/model/ListedRow.h"
 
 namespace Bfri {
 
@@ -45,39 +44,6 @@ void eachIn( All const& all, Visit const& visit ) {
 template<auto collection>
 using RecordIn = std::remove_cvref_t<decltype( recordIn(
     *collection( std::declval<BfResourceParser const&>() ).begin() ) )>;
-
-// What lists add to the records that belong to tables: the table if there is just one, or that there are
-// several.
-
-/// Counters and meters name their table themselves.
-template<class Record>
-constexpr bool namesItsTable = requires( Record const& record ) {
-    record.associatedTable;
-};
-
-/// Of the others, the relations tell it.
-template<class Record>
-constexpr bool hasOwner = std::is_same_v<Record, BfTableWredInfo> || std::is_same_v<Record, BfRegisterInfo> ||
-                          std::is_same_v<Record, BfZelResource>;
-
-template<class Record>
-constexpr bool isAttached = hasOwner<Record> || namesItsTable<Record>;
-
-template<class Record, class Visit>
-void eachListed( Record const& record, Owners::Owner const& owner, Visit const& field ) {
-    Fields::each( record, field );
-    if constexpr( hasOwner<Record> )
-        field( "parent", owner.table, Fields::ofOwner );
-    if constexpr( isAttached<Record> )
-        field( "severalParents", owner.several,
-               namesItsTable<Record> ? Fields::ofSeveralParents : Fields::ofSeveralOwners );
-}
-
-template<class Record>
-Row listedRow( Record const& record, Owners::Owner const& owner ) {
-    constexpr std::size_t room = isAttached<Record> ? 1 : 3; // resources get stages, all of them pipes
-    return Fields::rowFrom( [ & ]( auto const& field ) { eachListed( record, owner, field ); }, room );
-}
 
 // The functions of a kind.
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -74,6 +75,12 @@ inline Value const& valueOf( Row const& row, std::string_view name ) {
 template<class Type>
 Type const& valueAs( Row const& row, std::string_view name ) {
     return std::get<Type>( valueOf( row, name ).is );
+}
+
+/// The value, or an absent one.
+template<class Type>
+Value valueIf( std::optional<Type> const& value ) {
+    return value ? Value( *value ) : Value();
 }
 
 /// Rows that all have the fields of the header; of its values, only the types count.

@@ -22,8 +22,11 @@ struct PlacedStage {
     std::uint64_t entries = 0; ///< the sum of the stated sizes
 };
 
+/// The stages of a table: ascending, each once; nothing if a stage table has no such number.
+std::optional<std::vector<PlacedStage>> stagesOf( Context::SurveyedTable const& table );
+
 /// The stages of each resource of a configuration that was loaded with a survey, by position in
-/// `bfResources`: ascending, each once; nothing if a stage table has no such number.
+/// `bfResources`.
 std::vector<std::optional<std::vector<PlacedStage>>> placedStages( Configuration const& configuration );
 
 /// A resource with its stages: ascending, and at least one.

@@ -52,6 +52,8 @@ struct BfResource {
     bool ingress = false; ///< "direction" is "ingress"
     U32 stages = 0;       ///< number of stage tables, over all units of a table with units
     U32 stageStart = 0;   ///< "stage_number" of the first stage table
+
+    bool operator==( BfResource const& ) const = default;
 };
 
 /// One match table: an element of "tables" with "table_type" "match" that is resource-controllable and has no
@@ -78,6 +80,8 @@ struct BfTableInfo {
     String adtName;                ///< name of the indirect action-data table; empty without one
     String selName;                ///< name of the selection table; empty without one
     String logicalPipe;            ///< "logical_pipe", else "a" or "b" by the context file's name, else empty
+
+    bool operator==( BfTableInfo const& ) const = default;
 };
 
 /// One statistics table: an element of "tables" with "table_type" "statistics". A direct one belongs to the
@@ -93,6 +97,8 @@ struct BfTableCounterInfo {
     bool packets = false;   ///< "statistics_type" counts packets
     String associatedTable; ///< name of the table that it belongs to; empty without one
     String logicalPipe;     ///< as of a match table
+
+    bool operator==( BfTableCounterInfo const& ) const = default;
 };
 
 /// One meter table: an element of "tables" with "table_type" "meter". It belongs to a table as a counter
@@ -105,6 +111,8 @@ struct BfTableMeterInfo {
     bool hasPreColor = false; ///< there is a "pre_color_field_name"
     String associatedTable;   ///< name of the table that it belongs to; empty without one
     String logicalPipe;       ///< as of a match table
+
+    bool operator==( BfTableMeterInfo const& ) const = default;
 };
 
 /// One WRED table: a meter table with "meter_type" "red".
@@ -113,6 +121,8 @@ struct BfTableWredInfo {
     U32 handle = 0;      ///< as of a meter
     bool direct = false; ///< "how_referenced" is "direct"
     String logicalPipe;  ///< as of a match table
+
+    bool operator==( BfTableWredInfo const& ) const = default;
 };
 
 /// One stateful register table: an element of "tables" with "table_type" "stateful". It belongs to a table as
@@ -124,12 +134,16 @@ struct BfRegisterInfo {
     String dataType;        ///< "uint8_t", "uint16_t", "uint32_t", "uint64_t" or "*uint8"
     U32 width = 0;          ///< "alu_width", in bits
     bool dualWidth = false; ///< "dual_width_mode" is there and true
+
+    bool operator==( BfRegisterInfo const& ) const = default;
 };
 
 /// One learn quanta: an element of "learn_quanta" that has an "lq_cfg_type".
 struct BfLearnQuantaInfo {
     String name;    ///< "name"
     U32 handle = 0; ///< "handle"
+
+    bool operator==( BfLearnQuantaInfo const& ) const = default;
 };
 
 /// One action of a match table of the model: an element of the table's "actions".
@@ -137,6 +151,8 @@ struct BfActionInfo {
     U32 handle = 0;   ///< the action's "handle"
     String name;      ///< the action's "name"
     String tableName; ///< "name" of the table whose "actions" hold it
+
+    bool operator==( BfActionInfo const& ) const = default;
 };
 
 /// One dynamic hash calculation: an element of "dynamic_hash_calculations".

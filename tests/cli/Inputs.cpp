@@ -71,3 +71,15 @@ Outcome bfri( std::vector<char const*> arguments ) {
         keepAnswer( command, out.str() );
     return { static_cast<int>( status ), out.str(), err.str() };
 }
+
+void writeSwitch( String const& conf, std::vector<String> const& contexts, bool withRuntimeConfig ) {
+    Support::DeviceBuilder device;
+    if( withRuntimeConfig )
+        device.runtimeConfig( "bfrt.json" );
+    for( std::size_t pipe = 0; pipe < contexts.size(); ++pipe ) {
+        String const file = conf + std::to_string( pipe ) + ".json";
+        writeFile( file, contexts[ pipe ] );
+        device.pipeline( file, { static_cast<std::uint32_t>( pipe ) } );
+    }
+    writeFile( conf, Support::SwitchConfBuilder().device( device ).text() );
+}

@@ -19,6 +19,9 @@ rapidjson::Document parsed( String const& text );
 /// The names of an object's members, in their order.
 std::vector<String> memberNames( rapidjson::Value const& object );
 
+/// A switch of some context files, each on one pipe, in the order of the pipes.
+void writeSwitch( String const& conf, std::vector<String> const& contexts, bool withRuntimeConfig = false );
+
 struct Outcome {
     int status;
     String out;

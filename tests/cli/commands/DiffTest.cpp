@@ -14,19 +14,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
-/// A switch of some context files, each on one pipe, in the order of the pipes.
-void writeSwitch( String const& conf, std::vector<String> const& contexts, bool withRuntimeConfig = false ) {
-    DeviceBuilder device;
-    if( withRuntimeConfig )
-        device.runtimeConfig( "bfrt.json" );
-    for( std::size_t pipe = 0; pipe < contexts.size(); ++pipe ) {
-        String const file = conf + std::to_string( pipe ) + ".json";
-        writeFile( file, contexts[ pipe ] );
-        device.pipeline( file, { static_cast<std::uint32_t>( pipe ) } );
-    }
-    writeFile( conf, SwitchConfBuilder().device( device ).text() );
-}
-
 /// The same context, but every handle in it is another one.
 String renumbered( String const& context ) {
     static std::regex const handle( R"(("handle"\s*:\s*)(\d+))" );

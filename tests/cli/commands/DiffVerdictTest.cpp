@@ -19,6 +19,27 @@ class DiffVerdict : public InFolder {
         more.insert( more.begin(), { "diff", "old.json", "new.json" } );
         return bfri( more );
     }
+    /// Of two switches whose programs run on one pipe each.
+    static Outcome diffOfSwitches( std::vector<ContextBuilder> const& old,
+                                   std::vector<ContextBuilder> const& now,
+                                   std::vector<char const*> more = {} ) {
+        auto const textsOf = []( std::vector<ContextBuilder> const& contexts ) {
+            std::vector<String> texts;
+            for( ContextBuilder const& context : contexts )
+                texts.push_back( context.text() );
+            return texts;
+        };
+        writeSwitch( "old", textsOf( old ) );
+        writeSwitch( "new", textsOf( now ) );
+        more.insert( more.begin(), { "diff", "old", "new" } );
+        return bfri( more );
+    }
+    static ContextBuilder tables( std::initializer_list<char const*> names ) {
+        ContextBuilder context;
+        for( char const* const name : names )
+            context.table( Support::matchTable( name ) );
+        return context;
+    }
     static ContextBuilder program( String const& name = "t" ) {
         return ContextBuilder()
             .table( Support::matchTable( name ).with( "/match_attributes/key_fields", "[1]" ) )
@@ -76,7 +97,12 @@ TEST_F( DiffVerdict, SaysWhatTheLibraryDoesNotRead ) {
 TEST_F( DiffVerdict, FoldsARenameIntoOneLine ) {
     ContextBuilder renamed = program();
     renamed.with( "/tables/0/name", "\"tt\"" );
-    EXPECT_THAT( diff( program(), renamed ).out, StartsWith( "tables\n  ~! t -> tt\n\nKIND " ) );
+    String const text = diff( program(), renamed ).out;
+    EXPECT_THAT( text, StartsWith( "tables\n  ~! t -> tt\n\nKIND " ) );
+    EXPECT_THAT( text, HasSubstr( "\ntables             0        0        1        0      -     1\n" ) );
+    EXPECT_THAT( text, HasSubstr( "\nresources          0        0        0        0      0     2\n" ) );
+    EXPECT_THAT( text, HasSubstr( "\nactions            0        0        0        0      -     2\n" ) );
+    EXPECT_THAT( text, HasSubstr( " notices: 1 table renamed\n" ) );
     auto const json = parsed( diff( program(), renamed, { "--json" } ).out );
     EXPECT_EQ( compact( json[ "kinds" ][ "bfTables" ][ "renamed" ] ),
                R"([{"from":"t","to":"tt","pipes":[0]}])" );
@@ -85,6 +111,46 @@ TEST_F( DiffVerdict, FoldsARenameIntoOneLine ) {
     String const apart = diff( program(), renamed, { "--no-renames" } ).out;
     EXPECT_THAT( apart, StartsWith( "tables\n  -! t  size 1024\n  +  tt  size 1024\n" ) );
     EXPECT_THAT( apart, HasSubstr( "handles that now belong to another record: 1\n" ) );
+}
+
+TEST_F( DiffVerdict, CountsWhatIsRenamedAndChanged ) {
+    ContextBuilder renamed = program();
+    renamed.with( "/tables/0/name", "\"tt\"" ).with( "/tables/0/size", "2048" );
+    EXPECT_THAT( diff( program(), renamed ).out,
+                 HasSubstr( "\nresources          0        0        0        1      0     1\n" ) );
+}
+
+TEST_F( DiffVerdict, TellsOfHitBitsInOtherSlots ) {
+    auto const both = []( Support::Table const& t, Support::Table const& u ) {
+        return ContextBuilder().table( t ).table( u );
+    };
+    auto const t = Support::matchTable( "t" ).size( 1024 );
+    auto const withBits = Support::Table( t ).idleTime( 3 );
+    auto const larger = Support::Table( withBits ).size( 2048 );
+    auto const u = Support::matchTable( "u" ).idleTime( 3 );
+    struct {
+        ContextBuilder old, now;
+        std::vector<String> texts;
+    } const rows[] = {
+        { both( withBits, u ),
+          both( larger, u ),
+          { "hitBitSmashLast 33 -> 65", "1 of 2 hit-bit ranges start elsewhere" } },
+        { both( u, larger ), both( u, withBits ), { "hitBitSmashLast 99 -> 67" } },
+        { both( u, withBits ), both( u, t ), { "hitBitSmashOffset 34 -> 0", "hitBitSmashLast 67 -> 0" } },
+    };
+    for( auto const& row : rows ) {
+        auto const json = parsed( diff( row.old, row.now, { "--json" } ).out );
+        std::vector<String> texts;
+        for( auto const& notice : json[ "verdict" ][ "notices" ].GetArray() ) {
+            if( notice[ "code" ] == "BD305" )
+                texts.push_back( notice[ "text" ].GetString() );
+        }
+        EXPECT_EQ( texts, row.texts );
+    }
+    String const meaning = bfri( { "diff", "--explain", "BD305" } ).out;
+    for( char const* const part : { "start elsewhere", "end elsewhere", "new or gone" } )
+        EXPECT_THAT( meaning, HasSubstr( part ) );
+    EXPECT_THAT( meaning, Not( HasSubstr( "as long as" ) ) );
 }
 
 TEST_F( DiffVerdict, SaysWhyATableIsLeftOut ) {
@@ -98,6 +164,45 @@ TEST_F( DiffVerdict, SaysWhyATableIsLeftOut ) {
                R"([{"name":"t","handle":)" + std::to_string( handleOf( "t" ) ) +
                    R"(,"pipes":[0],"reason":"its \"is_resource_controllable\" is false",)"
                    R"("members":["is_resource_controllable"]}])" );
+}
+
+TEST_F( DiffVerdict, HasOneLineForEachProgramOnOtherPipes ) {
+    auto const one = tables( { "a", "b" } ).flexibleHeader( "h", 16 );
+    auto const other = tables( { "c", "d", "e" } );
+    String const text = diffOfSwitches( { one, other }, { other, one } ).out;
+    EXPECT_THAT( text, StartsWith( "pipes\n"
+                                   "  ~! 0  old0.json -> new0.json, another program\n"
+                                   "  ~! 1  old1.json -> new1.json, another program\n\nKIND " ) );
+    EXPECT_THAT( text, HasSubstr( "\ntables             5        5        0        0      -     0\n" ) );
+    EXPECT_THAT( text,
+                 testing::EndsWith(
+                     "\nan agent that looks everything up by name notices: 2 pipes with another program\n"
+                     "an agent that keeps handles notices: 2 pipes with another program\n" ) );
+    String const markdown = diffOfSwitches( { one, other }, { other, one }, { "--markdown" } ).out;
+    EXPECT_THAT( markdown, HasSubstr( "<summary>pipes (2)</summary>" ) );
+    for( char const* const section : { "<summary>tables", "<summary>handles", "<summary>not read" } )
+        EXPECT_THAT( markdown, Not( HasSubstr( section ) ) );
+    auto const json = parsed( diffOfSwitches( { one, other }, { other, one }, { "--json" } ).out );
+    EXPECT_EQ( json[ "kinds" ][ "bfTables" ][ "removed" ].Size(), 5U );
+    EXPECT_EQ( json[ "verdict" ][ "notices" ][ 2 ][ "code" ], "BD101" );
+}
+
+TEST_F( DiffVerdict, ListsWhatDiffersOnOtherPipesThanThoseOfReplacedPrograms ) {
+    auto const one = tables( { "a" } );
+    auto const other = tables( { "c", "d" } );
+    String const text =
+        diffOfSwitches( { one, other, tables( { "x", "y" } ) }, { other, one, tables( { "x" } ) } ).out;
+    EXPECT_THAT( text, HasSubstr( "\ntables\n  -! y (pipes 2)  size 1024\n\nresources" ) );
+    EXPECT_THAT( text, HasSubstr( "by name notices: 2 pipes with another program, 1 table removed, " ) );
+}
+
+TEST_F( DiffVerdict, SaysOnWhichPipesUnreadValuesDiffer ) {
+    auto edited = program();
+    edited.with( "/parser", "2" ).with( "/tables/0/memory", "[]" );
+    EXPECT_THAT( diffOfSwitches( { program(), program() }, { program(), edited }, { "--unread" } ).out,
+                 HasSubstr( "not read by the library\n"
+                            "  ~  table t (pipes 1)  memory\n"
+                            "  ~  section parser (pipes 1)\n" ) );
 }
 
 TEST_F( DiffVerdict, ExplainsItsCodes ) {
