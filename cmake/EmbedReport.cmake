@@ -1,5 +1,5 @@
 # Makes a source file with the report's style sheet and script as constants, and the script's SHA-256:
-# cmake -D FOLDER=cli/report -D OUTPUT=Embedded.cpp -P EmbedReport.cmake
+# cmake -D FOLDER=report -D OUTPUT=Embedded.cpp -P EmbedReport.cmake
 cmake_minimum_required( VERSION 3.25 )
 file( READ ${FOLDER}/report.css style )
 file( READ ${FOLDER}/report.js script )
@@ -8,7 +8,7 @@ string( REGEX REPLACE "[ \t]*\n[ \t\n]*" "\n" style "${style}" )
 string( SHA256 hash "${script}" )
 
 # constant( NAME TEXT ): raw literals one after the other, as a compiler need not take more than 65,536 characters in one.
-set( source "#include \"cli/report/Html.h\"\n\nnamespace Bfri {\n\n" )
+set( source "#include \"report/Html.h\"\n\nnamespace Bfri {\n\n" )
 function( constant name text )
     set( literals "" )
     string( LENGTH "${text}" length )

@@ -1,4 +1,4 @@
-#include "cli/report/Report.h"
+#include "report/Report.h"
 
 #include "cli/commands/Answers.h"
 #include "cli/commands/Loading.h"

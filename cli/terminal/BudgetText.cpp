@@ -46,6 +46,8 @@ void print( String const& conf, Rules const& rules, Budget const& budget, Stream
         fmt::print( io.out, "  {}:{}: {}{}\n", escapeForTerminal( rules.path ), problem.rule->line,
                     problem.level == RuleLevel::warn ? "warning: " : "",
                     escapeForTerminal( problem.problem ) );
+    if( budget.notJudged > 0 )
+        io.out << "  --against OLD gives the older configuration\n";
     TextList list{ "IS", "USED", "AVAILABLE", "PERCENT", "SLACK", "LINE", "OF" };
     for( Use const& use : budget.uses ) {
         if( use.isOver() || list.rows.size() < enough )

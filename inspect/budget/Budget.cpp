@@ -162,7 +162,7 @@ class Judge {
         if( !hasOld_ ) {
             ++budget_.notJudged;
             budget_.problems.push_back(
-                { &rule, rule.level, "not judged: growth needs an older configuration (--against OLD)" } );
+                { &rule, rule.level, "not judged: growth needs an older configuration" } );
             return;
         }
         auto const add = [ & ]( String const& what, auto const& isMeant ) {

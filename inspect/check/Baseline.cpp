@@ -151,7 +151,7 @@ std::variant<Baseline, String> readBaseline( String const& path ) {
     if( document.HasParseError() )
         return String( "is not JSON: " ) + rapidjson::GetParseError_En( document.GetParseError() );
     if( !isAnswer( document ) )
-        return String( "is not output of 'bfri check --json'" );
+        return String( "is not an answer of check in JSON" );
     std::vector<KnownFinding> findings;
     for( Json const* const configuration : elementsOf( document, "configurations" ) ) {
         if( Json const* const loads = memberOf( *configuration, "loads" ); loads && loads->IsFalse() )

@@ -190,8 +190,8 @@ constexpr FindingKind kinds[] = {
     { "BF412", "odd-stage", warning,
       "A stage table after a table's first has no \"stage_number\", or one that is not a number from 0 to "
       "255. The model reads only the first stage table's.",
-      "It is unknown which stages the table takes. 'bfri stages' shows a number of up to 32 bits as it "
-      "is, and leaves tables with anything else off its map.",
+      "It is unknown which stages the table takes. The stage map shows a number of up to 32 bits as it is, "
+      "and leaves out tables with anything else.",
       "Correct the number in the context file, or compile the program again.", findOddStages },
     { "BF413", "far-stage", warning,
       "A table takes a stage far beyond all others of its program, with more than eight empty stages in "

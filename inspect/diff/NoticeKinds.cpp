@@ -34,11 +34,11 @@ constexpr NoticeKind kinds[] = {
       "likely on another pipe.",
       "Look the record up by handle or by index, or rename one of them." },
     { "BD107", "duplicate-name", breaking, "with a duplicate name",
-      "Several records of one program have this name now, as findings BF201 to BF203 of 'bfri check' say. "
+      "Several records of one program have this name now, as findings BF201 to BF203 say. "
       "Queries by name answer for the first.",
       "Rename all but one in the P4 program." },
     { "BD108", "duplicate-handle", breaking, "with a duplicate handle",
-      "Records with different names share this handle now, as findings BF204 and BF205 of 'bfri check' say.",
+      "Records with different names share this handle now, as findings BF204 and BF205 say.",
       "Compile the program again; the compiler numbers its records." },
     { "BD109", "replaced-program", breaking, "with another program",
       "The pipe runs a program that other pipes ran before, or one that has more names in common with "

@@ -77,7 +77,7 @@ StageGrid stageGridOf( Chip const& chip, ChipProgram const& program, bool ingres
 
 std::vector<std::vector<Use>> capacityUsesOf( Chip const& chip, Rules const& rules ) {
     std::vector<std::vector<Use>> uses( chip.programs.size() );
-    for( StageMap const& map : stageMapsOf( *chip.configuration ) ) {
+    for( StageMap const& map : stageMapsByProgram( *chip.configuration ) ) {
         for( auto const* const file : map.files ) {
             for( std::size_t i = 0; i < uses.size(); ++i ) {
                 if( file->key().value() == chip.programs[ i ].file->pipeMask )

@@ -58,8 +58,8 @@ TEST_F( BudgetCommand, SaysWhatItCannotJudge ) {
     EXPECT_EQ( answer.out,
                "switch.conf: 1 error, 1 warning\n"
                "  rules.toml:1: matches nothing: no resource is called \"alc\"; names like it: acl\n"
-               "  rules.toml:6: warning: not judged: growth needs an older configuration "
-               "(--against OLD)\n" );
+               "  rules.toml:6: warning: not judged: growth needs an older configuration\n"
+               "  --against OLD gives the older configuration\n" );
     auto const against = bfri( { "budget", "switch.conf", "rules.toml", "--against", "switch.conf" } );
     EXPECT_THAT( against.out, HasSubstr( "growth of entries\n" ) );
     EXPECT_THAT( against.out, Not( HasSubstr( "not judged" ) ) );

@@ -144,6 +144,27 @@ TEST_F( Layouts, ACellTakesTheTightestCapacityOfItsKind ) {
     EXPECT_TRUE( share.use->isOver() );
 }
 
+TEST_F( Layouts, EachProgramUsesItsOwnCapacity ) {
+    // No runtime_config: handles do not tell the context files apart.
+    String const text = Support::ContextBuilder().table( table( "pipe.a", { { 2, 90 } } ) ).text();
+    writeFile( "a.json", text );
+    writeFile( "b.json", text );
+    writeFile( "switch.conf",
+               Support::SwitchConfBuilder()
+                   .device( Support::DeviceBuilder().pipeline( "a.json", { 0 } ).pipeline( "b.json", { 1 } ) )
+                   .text() );
+    writeFile( "rules.toml",
+               "[[capacity]]\ntype = 'ternary_match'\nentries = 100\nlevel = 'warn'\nreason = 'x'\n" );
+    auto const both = loaded();
+    auto const rules = std::get<Bfri::Rules>( Bfri::readRules( "rules.toml" ) );
+    auto const uses = Bfri::capacityUsesOf( Bfri::chipOf( *both ), rules );
+    ASSERT_EQ( uses.size(), 2U );
+    for( auto const& ofProgram : uses ) {
+        ASSERT_EQ( ofProgram.size(), 3U ); // stages
+        EXPECT_EQ( ofProgram[ 2 ].used, 90 );
+    }
+}
+
 TEST_F( Layouts, ATreemapNestsNamesAndKeepsAllEntries ) {
     Support::ContextBuilder context;
     for( int i = 0; i < 3; ++i )

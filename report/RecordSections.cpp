@@ -1,6 +1,6 @@
 // Findings, PHV bytes by field, the hit-bit space, and what else the model has.
 
-#include "cli/report/Parts.h"
+#include "report/Parts.h"
 
 #include "inspect/check/Checked.h"
 #include "inspect/model/Records.h"

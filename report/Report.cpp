@@ -1,6 +1,6 @@
-#include "cli/report/Report.h"
+#include "report/Report.h"
 
-#include "cli/report/Parts.h"
+#include "report/Parts.h"
 
 namespace Bfri {
 

@@ -1,4 +1,4 @@
-#include "cli/report/Parts.h"
+#include "report/Parts.h"
 #include "tests/cli/Inputs.h"
 
 #include <cstring>

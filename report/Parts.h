@@ -2,8 +2,8 @@
 
 // What several sections of the report share: its data, numbers and names as it shows them, pieces of markup.
 
-#include "cli/report/Html.h"
 #include "inspect/report/StageGrid.h"
+#include "report/Html.h"
 
 #include <array>
 

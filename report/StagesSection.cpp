@@ -1,6 +1,6 @@
 // The map of stages by kinds, and the floor plan below it, for each direction of each program.
 
-#include "cli/report/Parts.h"
+#include "report/Parts.h"
 
 #include <map>
 

@@ -1,8 +1,8 @@
 // The floor plans as a picture of their own, for papers and wikis: what the page shows, in SVG alone.
 
-#include "cli/report/Parts.h"
-#include "cli/report/Report.h"
 #include "inspect/report/FloorPlan.h"
+#include "report/Parts.h"
+#include "report/Report.h"
 
 #include <charconv>
 

@@ -1,4 +1,4 @@
-#include "cli/report/Html.h"
+#include "report/Html.h"
 
 #include "inspect/rows/Utf8.h"
 

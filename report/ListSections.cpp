@@ -1,7 +1,7 @@
 // The lists of match tables, and of all other resources and records, which the script can sort and search:
 // one table, or many rows folded by control path.
 
-#include "cli/report/Parts.h"
+#include "report/Parts.h"
 
 #include <functional>
 #include <map>

@@ -1,4 +1,4 @@
-#include "cli/report/Html.h"
+#include "report/Html.h"
 
 #include <gmock/gmock.h>
 

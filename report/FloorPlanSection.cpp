@@ -1,5 +1,5 @@
-#include "cli/report/Parts.h"
 #include "inspect/report/FloorPlan.h"
+#include "report/Parts.h"
 
 namespace Bfri {
 

@@ -1,5 +1,5 @@
-#include "cli/report/Parts.h"
 #include "inspect/report/Treemap.h"
+#include "report/Parts.h"
 
 #include <map>
 

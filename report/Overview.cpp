@@ -1,6 +1,6 @@
 // Title, verdict, programs and counts.
 
-#include "cli/report/Parts.h"
+#include "report/Parts.h"
 
 #include "inspect/check/Checked.h"
 #include "inspect/diff/Comparison.h"

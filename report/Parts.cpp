@@ -1,4 +1,4 @@
-#include "cli/report/Parts.h"
+#include "report/Parts.h"
 
 #include "inspect/model/Omissions.h"
 
