@@ -158,9 +158,12 @@ void writeChanges( Html& html, ReportData const& data ) {
             writeActionChanges( html, kind );
     }
     Tally const &handles = comparison.handles.tally, &shifted = comparison.shifted;
-    html.add( "<p class=lead2>Renumbered handles: {} of {}. Shifted hit-bit ranges: {} of {}.</p>",
-              grouped( handles.differing ), grouped( handles.all ), grouped( shifted.differing ),
-              grouped( shifted.all ) );
+    html.add( "<p class=lead2>Renumbered handles: {} of {}.", grouped( handles.differing ),
+              grouped( handles.all ) );
+    if( shifted.all > 0 )
+        html.add( " Shifted hit-bit ranges: {} of {}.", grouped( shifted.differing ),
+                  grouped( shifted.all ) );
+    html.add( "</p>" );
 }
 
 } // namespace Bfri

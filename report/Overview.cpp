@@ -153,6 +153,8 @@ void writeLevels( Html& html, Comparison const& comparison, Verdict const& verdi
     html.add( "<p>By name: {}. By handle: {}", verdict.byName ? "safe" : "breaking",
               verdict.byHandle ? "every handle still means the same record."
                                : "some handles no longer mean what they did." );
+    if( std::ranges::any_of( verdict.notices, []( auto const& one ) { return one.what == "resource"; } ) )
+        html.add( " A record and the resource with its name are counted as one." );
     if( comparison.unread.differs() )
         html.add( " Not read by the library, but different: {} and {}.",
                   counted( comparison.unread.tables.size(), "table" ),

@@ -17,8 +17,9 @@ namespace {
 
 constexpr char const* whereText =
     "--where compares fields with values: =, !=, <, <=, >, >= and ~= (a regular expression, for text), "
-    "joined with and, or, not and parentheses: 'size>=4096 and not (name~=^l3 or direct=yes)'. A value with "
-    "a space is in single or double quotes. Fields that are true or false take = and != only. A list "
+    "joined with and, or, not and parentheses: of tables, 'size>=4096 and not (name~=acl or "
+    "hitBitSupported=yes)'. A value with a space is in single or double quotes. Fields that are true or "
+    "false take = and != only. A list "
     "matches if one element does; with !=, if no element equals the value. Without a value, a field equals "
     "nothing.";
 

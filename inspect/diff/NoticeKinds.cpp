@@ -41,8 +41,8 @@ constexpr NoticeKind kinds[] = {
       "Records with different names share this handle now, as findings BF204 and BF205 say.",
       "Compile the program again; the compiler numbers its records." },
     { "BD109", "replaced-program", breaking, "with another program",
-      "The pipe runs a program that other pipes ran before, or one that has more names in common with "
-      "such a program than with the pipe's former program.",
+      "The pipe runs a program that other pipes ran before, or an edited form of such a program, by the "
+      "names that they have in common.",
       "If the pipes were not meant to change programs, correct \"pipes\" in the switch configuration." },
     { "BD110", "removed-program", breaking, "without a program", "The pipe no longer runs a program.",
       "If it should run one, add the pipe to a pipeline of the switch configuration." },
