@@ -155,10 +155,10 @@ void writeLevels( Html& html, Comparison const& comparison, Verdict const& verdi
                                : "some handles no longer mean what they did." );
     if( std::ranges::any_of( verdict.notices, []( auto const& one ) { return one.what == "resource"; } ) )
         html.add( " A record and the resource with its name are counted as one." );
-    if( comparison.unread.differs() )
+    if( Unread const unread = unreadValues( comparison ); unread.differs() )
         html.add( " Not read by the library, but different: {} and {}.",
-                  counted( comparison.unread.tables.size(), "table" ),
-                  counted( comparison.unread.members.size(), "other member" ) );
+                  counted( unread.tables.size(), "table" ),
+                  counted( unread.members.size(), "other member" ) );
     html.add( "</p>" );
 }
 
@@ -240,7 +240,10 @@ void writeSoundness( Html& html, ReportData const& data ) {
 
 void writeVerdict( Html& html, ReportData const& data ) {
     Comparison const& comparison = *data.comparison;
-    Verdict const verdict = verdictOf( comparison );
+    Verdict verdict = verdictOf( comparison );
+    std::erase_if( verdict.notices, [ replaced = replacedPipes( comparison ) ]( Notice const& notice ) {
+        return notice.what != "pipe" && isWithin( maskOf( notice.pipes ), replaced );
+    } );
     Judgement const judgement = judgementOf( verdict );
     html.add( R"(<div class="band {} verdict">{}<div><h2>{}</h2>)", cssOf( judgement.soundness ),
               iconOf( judgement.soundness ), judgement.word );

@@ -9,24 +9,6 @@ namespace Bfri {
 
 namespace {
 
-/// Of a list of pipes; 0 if it is absent.
-U32 maskOf( Value const& pipes ) {
-    U32 mask = 0;
-    for( Value const& pipe : std::holds_alternative<List>( pipes.is ) ? std::get<List>( pipes.is ) : List() )
-        mask |= U32{ 1 } << std::get<U32>( pipe.is );
-    return mask;
-}
-
-/// The pipes that run another program: what differs there is not listed, since nearly everything does.
-U32 replacedPipes( Comparison const& comparison ) {
-    U32 mask = 0;
-    for( PipeComparison const& pipe : comparison.pipes )
-        mask |= U32{ pipe.is == PipeComparison::Is::replaced } << pipe.pipe;
-    return mask;
-}
-
-bool isWithin( U32 pipes, U32 others ) { return pipes != 0 && ( pipes & ~others ) == 0; }
-
 /// The pipes, where there are several programs.
 String pipesIn( Comparison const& comparison, U32 mask ) {
     return comparison.programs > 1 && mask ? " (pipes " + pipesText( mask ) + ')' : "";
@@ -162,26 +144,6 @@ std::vector<DiffSection> sectionsOf( Comparison const& comparison, Verdict const
         sections.push_back( lines.ofKind( kind ) );
     std::erase_if( sections, []( DiffSection const& section ) { return section.lines.empty(); } );
     return sections;
-}
-
-namespace {
-
-template<class Element>
-std::vector<Element> onOtherPipes( std::vector<Element> all, Comparison const& comparison ) {
-    U32 const replaced = replacedPipes( comparison );
-    std::erase_if( all, [ & ]( Element const& one ) { return isWithin( one.pipes, replaced ); } );
-    return all;
-}
-
-} // namespace
-
-std::vector<ReusedHandle> reusedHandles( Comparison const& comparison ) {
-    return onOtherPipes( comparison.handles.reused, comparison );
-}
-
-Unread unreadValues( Comparison const& comparison ) {
-    return { onOtherPipes( comparison.unread.tables, comparison ),
-             onOtherPipes( comparison.unread.members, comparison ) };
 }
 
 DiffSection unreadSection( Comparison const& comparison ) {

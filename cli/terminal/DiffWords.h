@@ -23,12 +23,7 @@ struct DiffSection {
 /// run another program, that is all.
 std::vector<DiffSection> sectionsOf( Comparison const& comparison, Verdict const& verdict );
 
-/// The numbers that are the handle of another record now, and what differs in values that the library does
-/// not read: on pipes that do not run another program.
-std::vector<ReusedHandle> reusedHandles( Comparison const& comparison );
-Unread unreadValues( Comparison const& comparison );
-
-/// These values, table by table.
+/// The unread values that differ, table by table.
 DiffSection unreadSection( Comparison const& comparison );
 
 /// One row of counts per kind: "KIND", "ADDED", and so on. A record that is renamed only since its table is

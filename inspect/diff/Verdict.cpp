@@ -224,6 +224,40 @@ bool Folded::has( RecordKind const& kind, ChangedRecord const& record ) const {
                          ( kind.kind == Kind::handles && resources_.count( from.name ) > 0 ) );
 }
 
+U32 maskOf( Value const& pipes ) {
+    U32 mask = 0;
+    for( Value const& pipe : std::holds_alternative<List>( pipes.is ) ? std::get<List>( pipes.is ) : List() )
+        mask |= U32{ 1 } << std::get<U32>( pipe.is );
+    return mask;
+}
+
+U32 replacedPipes( Comparison const& comparison ) {
+    U32 mask = 0;
+    for( PipeComparison const& pipe : comparison.pipes )
+        mask |= U32{ pipe.is == PipeComparison::Is::replaced } << pipe.pipe;
+    return mask;
+}
+
+namespace {
+
+template<class Element>
+std::vector<Element> onOtherPipes( std::vector<Element> all, Comparison const& comparison ) {
+    U32 const replaced = replacedPipes( comparison );
+    std::erase_if( all, [ & ]( Element const& one ) { return isWithin( one.pipes, replaced ); } );
+    return all;
+}
+
+} // namespace
+
+std::vector<ReusedHandle> reusedHandles( Comparison const& comparison ) {
+    return onOtherPipes( comparison.handles.reused, comparison );
+}
+
+Unread unreadValues( Comparison const& comparison ) {
+    return { onOtherPipes( comparison.unread.tables, comparison ),
+             onOtherPipes( comparison.unread.members, comparison ) };
+}
+
 String textOf( UnreadTable const& table ) {
     if( table.is != UnreadTable::Is::changed )
         return table.is == UnreadTable::Is::added ? "is new" : "is gone";

@@ -75,6 +75,21 @@ class Folded {
     std::set<std::pair<bool, std::string_view>> alone_; ///< resources, whether they are new
 };
 
+/// The mask of a list of pipes; 0 if it is absent.
+U32 maskOf( Value const& pipes );
+
+/// The pipes that run another program. What differs there is told as those pipes alone, since nearly
+/// everything does.
+U32 replacedPipes( Comparison const& comparison );
+
+/// Whether there are pipes, and all are among others.
+inline bool isWithin( U32 pipes, U32 others ) { return pipes != 0 && ( pipes & ~others ) == 0; }
+
+/// The numbers that are the handle of another record now, and what differs in values that the library does
+/// not read: on pipes that do not run another program.
+std::vector<ReusedHandle> reusedHandles( Comparison const& comparison );
+Unread unreadValues( Comparison const& comparison );
+
 /// Which members of a table differ, or that the table is new or gone.
 String textOf( UnreadTable const& table );
 

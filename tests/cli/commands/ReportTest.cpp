@@ -84,6 +84,19 @@ TEST_F( ReportCommand, SaysOfHandlesWhatIsSoWhenATableShrinks ) {
     EXPECT_THAT( grown, HasSubstr( "notices nothing, and every handle still means the same record" ) );
 }
 
+TEST_F( ReportCommand, TellsProgramsThatExchangePipesAsTheirPipes ) {
+    auto const program = []( char const* name ) {
+        return Support::ContextBuilder()
+            .table( Support::matchTable( name ).with( "/match_attributes/key_fields", "[1]" ) )
+            .text();
+    };
+    writeSwitch( "old", { program( "acl" ), program( "nat" ) } );
+    writeSwitch( "new", { program( "nat" ), program( "acl" ) } );
+    String const page = bfri( { "report", "old", "new", "-o", "-" } ).out;
+    EXPECT_THAT( page, HasSubstr( "would notice: 2 pipes with another program.</p>" ) );
+    EXPECT_THAT( page, Not( HasSubstr( "Not read by the library, but different" ) ) );
+}
+
 TEST_F( ReportCommand, DrawsAPictureAlone ) {
     EXPECT_EQ( bfri( { "report", "switch.conf", "--svg" } ).out, "wrote report.svg\n" );
     EXPECT_THAT( textOf( "report.svg" ), StartsWith( "<svg xmlns=\"http://www.w3.org/2000/svg\"" ) );
