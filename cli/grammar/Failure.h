@@ -26,7 +26,7 @@ struct Failure : std::runtime_error {
 
     ExitStatus status;
     std::vector<String> suggestions;
-    std::optional<Fault> fault; ///< of a configuration that can't be loaded
+    std::optional<Fault> fault; ///< why the configuration can't be loaded
 };
 
 } // namespace Bfri

@@ -214,7 +214,7 @@ void Keys::add( Lines lines ) {
             properties.push_back( { name, schemaOf( type, rest, below( lines ) ) } );
             required.emplace_back( name );
         }
-        if( isOptional ) // also where a group has it already
+        if( isOptional ) // even if a group has added it
             std::erase( required, name );
     }
 }

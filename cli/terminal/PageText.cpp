@@ -20,7 +20,7 @@ constexpr Column ownerColumns[] = { { "HANDLE", "handle" },
 constexpr Column actionLineColumns[] = {
     { "HANDLE", "handle" }, { "TABLE HANDLE", "tableHandle" }, { "OF TABLE", "tableName" } };
 
-/// Prints to the part of a terminal that an indent leaves.
+/// Prints with an indent, within the width of the terminal.
 template<class Print>
 void printIndented( std::ostream& out, TerminalStyle look, std::size_t indent, Print print ) {
     if( look.columns > 0 )

@@ -15,7 +15,7 @@ String placeText( BfResource const* place );
 /// One line for each record that has one of the handles.
 void printHandles( std::ostream& out, TerminalStyle const& look, std::vector<HandleAnswer> const& answers );
 
-/// Notes on a handle that was asked for by a word: what may be meant if nothing has it, and what the model
+/// Notes on the handle that a word means: what else may be meant if nothing has it, and what the model
 /// omits. The wording depends on whether a runtime_config puts pipes into handles.
 void printRemarks( std::ostream& err, String const& word, HandleAnswer const& answer, bool pipesInHandles );
 

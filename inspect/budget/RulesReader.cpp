@@ -30,7 +30,7 @@ String instead( std::string_view word, std::vector<String> const& words ) {
     return fmt::format( "expected {} or {}", fmt::join( words.begin(), last, ", " ), *last );
 }
 
-/// As the file has it: [chip], [[table]].
+/// As it is written in the file: [chip], [[table]].
 String headingOf( RuleKind kind ) {
     return kind == RuleKind::chip ? "[chip]" : fmt::format( "[[{}]]", wordOf( kind ) );
 }
