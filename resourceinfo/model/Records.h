@@ -2,6 +2,7 @@
 
 // The plain records of the model: what one compiled program says of its tables and resources. Each owns its
 // texts and refers to nothing else, so a copy is valid on its own, for as long as its holder keeps it.
+// Records are equal if every field is.
 // Handles carry the handle pipe bits of their context file. The quoted names are members of the context file.
 
 #include "resourceinfo/model/Types.h"
